@@ -1,0 +1,35 @@
+# What all targets of the project have in common.
+
+# Warnings are errors; results do not depend on fused multiply-add.
+add_library(qev_options INTERFACE)
+target_compile_options(qev_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wold-style-cast -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wnull-dereference -Werror -ffp-contract=off)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # the sanitizers' instrumentation makes this warning guess wrong
+  target_compile_options(qev_options INTERFACE $<$<CONFIG:Debug>:-Wno-null-dereference>)
+endif()
+
+# qev_library(NAME SOURCE...): one of the installed shared libraries. Its headers stand in include/<name in lower case>
+# beside its sources.
+function(qev_library name)
+  string(TOLOWER ${name} lower)
+  add_library(${name} SHARED ${ARGN})
+  add_library(QevCommon::${name} ALIAS ${name})
+  set_target_properties(${name} PROPERTIES
+    OUTPUT_NAME $<IF:$<PLATFORM_ID:Windows>,${name},${lower}>
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:qev_options>)
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  target_include_directories(${name} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/include)
+    target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>)
+    install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+  endif()
+  install(TARGETS ${name} EXPORT QevCommonTargets
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+endfunction()

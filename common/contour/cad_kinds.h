@@ -1,0 +1,156 @@
+/// \file
+/// The library's knowledge of kinds: what shape each kind code has, which codes each family of functions serves, and
+/// the one place where an object is used through its class.
+#pragma once
+
+#include <array>
+#include <concepts>
+#include <cstdint>
+#include <initializer_list>
+#include <list>
+#include <type_traits>
+
+#include <qevdata/arc.h>
+#include <qevdata/ellipse.h>
+#include <qevdata/group.h>
+#include <qevdata/kinds.h>
+#include <qevdata/line.h>
+
+namespace qev {
+
+/// What an object of a kind is to this library.
+enum class Shape { kNone, kDot, kLine, kCircle, kArc, kEllipse, kEllipseArc, kContour, kGroup, kRelationGroup, kText };
+
+struct KindRow {
+    cad_t code;
+    Shape shape;
+};
+
+/// Every kind that has a shape; all other codes have none.
+inline constexpr std::array kKinds{
+    KindRow{kCadDot, Shape::kDot},
+    KindRow{kCadLine, Shape::kLine},
+    KindRow{kCadCircle, Shape::kCircle},
+    KindRow{kCadArc, Shape::kArc},
+    KindRow{kCadEllipse, Shape::kEllipse},
+    KindRow{kCadEllipseArc, Shape::kEllipseArc},
+    KindRow{kCad1800, Shape::kContour},
+    KindRow{kCadRectangle, Shape::kContour},
+    KindRow{kCad1820, Shape::kContour},
+    KindRow{kCad1830, Shape::kContour},
+    KindRow{kCadPolyline, Shape::kContour},
+    KindRow{kCadCurve, Shape::kContour},
+    KindRow{kCadPolylineEx, Shape::kContour},
+    KindRow{kCadGroup, Shape::kGroup},
+    KindRow{kCadGroupLike, Shape::kGroup},
+    KindRow{kCadRelationGroup, Shape::kRelationGroup},
+    KindRow{kCadText, Shape::kText},
+};
+
+constexpr Shape ShapeOf(cad_t code) {
+    for (const KindRow& row : kKinds)
+        if (row.code == code) return row.shape;
+    return Shape::kNone;
+}
+
+/// A set of contour kinds, 0x1800 to 0x1870.
+class KindSet {
+public:
+    constexpr KindSet(std::initializer_list<cad_t> codes) {
+        for (const cad_t code : codes) m_bits |= Bit(code);
+    }
+    constexpr bool Has(cad_t code) const { return (m_bits & Bit(code)) != 0; }
+    constexpr KindSet operator+(cad_t code) const { return KindSet(m_bits | Bit(code)); }
+    constexpr KindSet operator-(cad_t code) const { return KindSet(m_bits & ~Bit(code)); }
+
+private:
+    constexpr explicit KindSet(std::uint32_t bits) : m_bits(bits) {}
+    static constexpr std::uint32_t Bit(cad_t code) {
+        const int place = (code - kCad1800) / 0x10;
+        return code >= kCad1800 && place < 8 && code % 0x10 == 0 ? 1u << place : 0;
+    }
+    std::uint32_t m_bits = 0;
+};
+
+// The functions do not agree on which kinds are segment contours. That is intended: each set is what its functions
+// have always served, and callers sort their objects by it.
+
+/// Counts, ends, segment lengths, directions: the kinds with a segment interface.
+inline constexpr KindSet kSegmentContours{kCadRectangle, kCad1820, kCad1830, kCadPolyline, kCadPolylineEx};
+/// Total length: 0x1800 and 0x1850 know theirs though they have no segments.
+inline constexpr KindSet kLengthContours = kSegmentContours + kCad1800 + kCadCurve;
+/// Direction at a position: written before the extended polyline, with the curve that answers one segment.
+inline constexpr KindSet kDirectionContours = kSegmentContours - kCadPolylineEx + kCadCurve;
+
+/// A contour of a set that a visit asked for, used through the virtual operations of CCadObject: a host's own kinds
+/// need not share a class.
+struct Contour {
+    const CCadObject& object;
+};
+
+/// The kinds that are one piece.
+template <class T>
+concept SinglePiece = std::same_as<T, CCadLine> || std::same_as<T, CCadCircle> || std::same_as<T, CCadArc>
+                      || std::same_as<T, CCadEllipse> || std::same_as<T, CCadEllipseArc>;
+
+/// Joins handlers for classes into one visitor.
+template <class... Handlers>
+struct Handle : Handlers... {
+    using Handlers::operator()...;
+};
+
+/// Calls the handler for what an object is: its class for a dot or a single-piece kind, Contour for a contour of the
+/// set. Null, containers, texts, other kinds and shapes without a handler give the fallback.
+template <class Result, class Visitor>
+Result VisitCad(const CCadObject* object, KindSet contours, Result fallback, const Visitor& visitor) {
+    if (!object) return fallback;
+    const auto call = [&]<class T>(const T& served) -> Result {
+        if constexpr (std::is_invocable_v<const Visitor&, const T&>) return visitor(served);
+        else return fallback;
+    };
+    const cad_t code = object->GetType();
+    switch (ShapeOf(code)) {
+    case Shape::kDot: return call(static_cast<const CCadDot&>(*object));
+    case Shape::kLine: return call(static_cast<const CCadLine&>(*object));
+    case Shape::kCircle: return call(static_cast<const CCadCircle&>(*object));
+    case Shape::kArc: return call(static_cast<const CCadArc&>(*object));
+    case Shape::kEllipse: return call(static_cast<const CCadEllipse&>(*object));
+    case Shape::kEllipseArc: return call(static_cast<const CCadEllipseArc&>(*object));
+    case Shape::kContour: return contours.Has(code) ? call(Contour{*object}) : fallback;
+    case Shape::kGroup:
+    case Shape::kRelationGroup:
+    case Shape::kText:
+    case Shape::kNone: return fallback;
+    }
+    return fallback;
+}
+
+/// Whether a code is that of a container by the bits that containers share. 0x1B00 passes and is none, so that the
+/// object's class is looked at before its members are.
+constexpr bool IsContainerCode(cad_t code) {
+    constexpr cad_t kContainerBits = 0x1900;
+    return (code & kContainerBits) == kContainerBits;
+}
+
+/// Whether an object is a plain group.
+inline bool IsPlainGroup(const CCadObject& object) {
+    return object.GetType() == kCadGroup && dynamic_cast<const CCadGroup*>(&object);
+}
+
+// What a TreeWalk descends into. Each answers the members, or null for a leaf.
+
+/// Plain groups.
+inline const std::list<CCadObject*>* GroupMembers(const CCadObject& object) {
+    return IsPlainGroup(object) ? object.GetMembers() : nullptr;
+}
+/// Plain groups and texts.
+inline const std::list<CCadObject*>* GroupAndTextMembers(const CCadObject& object) {
+    return ShapeOf(object.GetType()) == Shape::kText ? object.GetMembers() : GroupMembers(object);
+}
+/// Every container and text.
+inline const std::list<CCadObject*>* ContainerMembers(const CCadObject& object) {
+    const cad_t code = object.GetType();
+    return IsContainerCode(code) || ShapeOf(code) == Shape::kText ? object.GetMembers() : nullptr;
+}
+
+} // namespace qev

@@ -1,0 +1,30 @@
+#include "bounds_of.h"
+
+#include <qevdata/cad_object.h>
+#include <qevdata/tree_walk.h>
+
+namespace qev {
+namespace {
+
+// All zeros is the empty box, but also that of a dot at the origin, which has a start point.
+bool HasOutline(const CCadObject& leaf, const CadRect& box) {
+    return box.x != 0 || box.y != 0 || box.width != 0 || box.height != 0
+           || !math::IsNoPoint(leaf.GetStartPoint());
+}
+
+} // namespace
+
+math::Bounds BoundsOf(const std::list<CCadObject*>& objects) {
+    math::Bounds bounds;
+    TreeWalk walk(&objects, TreeWalk::AllMembers);
+    for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
+        if (step != TreeWalk::Step::kLeaf) continue;
+        const CadRect box = walk.Object()->GetBoundRect();
+        if (!HasOutline(*walk.Object(), box)) continue;
+        bounds.Add(math::DPOINT2{box.x, box.y});
+        bounds.Add(math::DPOINT2{box.x + box.width, box.y + box.height});
+    }
+    return bounds;
+}
+
+} // namespace qev

@@ -1,0 +1,129 @@
+/// \file
+/// The base of everything that a drawing holds.
+#pragma once
+
+#include <list>
+#include <map>
+#include <memory>
+#include <string>
+#include <variant>
+
+#include <qev/export.h>
+#include <qev/platform.h>
+#include <qevdata/cad_rect.h>
+#include <qevdata/direction.h>
+#include <qevdata/kinds.h>
+#include <qevdata/segment.h>
+#include <qevdata/technics.h>
+#include <qevmath/ellipse.h>
+
+namespace qev {
+
+/// One piece of an outline: what length, distance, boxes and conversion are computed from.
+using OutlinePiece = std::variant<SEGMENT, math::EllipticArc>;
+
+/// A CAD object: an outline (or members), an identity, named attributes, flags and what machining hangs on it.
+///
+/// Every virtual operation has a default, so that a host's own kind overrides what it has. An object owns its
+/// technics, tool paths and inner object and deletes them; deleting an object never touches the list that
+/// holds it. Objects are not copyable (Clone makes copies), CCadArc excepted.
+class QEVDATA_API CCadObject {
+public:
+    virtual ~CCadObject();
+    CCadObject& operator=(const CCadObject&) = delete;
+
+    /// The kind code; 0 by default.
+    virtual cad_t GetType() const;
+    /// Whether the contour is closed; false by default.
+    virtual bool IsClose() const;
+    /// Where the contour starts and ends; math::NoPoint() when it has no such point, which is the default.
+    virtual math::DPOINT2 GetStartPoint() const;
+    virtual math::DPOINT2 GetEndPoint() const;
+    /// Number of segments of a segment contour and the segment at an index; 0 and SEGMENT() by default and for
+    /// an index out of range.
+    virtual int GetSegmentCount() const;
+    virtual SEGMENT GetSegment(int index) const;
+    /// Length in mm; 0 by default.
+    virtual double GetLength() const;
+    /// The exact bounding box; the empty box by default.
+    virtual CadRect GetBoundRect() const;
+    /// A new object with the same geometry, attributes, flags and inner object, owned by the caller; with a fresh
+    /// id, or with this one's. Technics and tool paths are not copied, their text is. Null by default.
+    virtual CCadObject* Clone(bool newId) const;
+
+    /// The pieces of the outline in order; by default the segments. Containers have none of their own.
+    virtual int GetPieceCount() const;
+    virtual OutlinePiece GetPiece(int index) const;
+    /// The members of a container, in drawing order; null for everything else.
+    virtual const std::list<CCadObject*>* GetMembers() const;
+    /// What GetContourDirectionEx answers; NONE by default.
+    virtual CContourDirection::ContourDirection_T GetDirection() const;
+
+    unsigned int GetID() const { return m_nID; }
+    void SetID(unsigned int id) { m_nID = id; }
+
+    /// The value of a named attribute, empty when there is none; SetKey replaces it. A null key has no value, a
+    /// null value is the empty one.
+    CString GetKey(const char* key) const;
+    void SetKey(const char* key, const char* value);
+
+    /// The machining processes of the object, owned by it. AddTechnics takes ownership; null is ignored.
+    std::list<CTechnics*>& GetTechnicsList() { return m_listTechnics; }
+    const std::list<CTechnics*>& GetTechnicsList() const { return m_listTechnics; }
+    void AddTechnics(CTechnics* technics);
+    /// The technics' text form; null sets the empty text.
+    void SetTechnicsString(const char* text);
+    CString GetTechnicsString() const;
+
+    /// The tool paths that were generated for the object, owned by it, and the box round them.
+    std::list<CCadObject*>& GetToolPathList() { return m_listToolPaths; }
+    const std::list<CCadObject*>& GetToolPathList() const { return m_listToolPaths; }
+    CadRect GetToolPathBoundRect() const;
+
+    /// One owned inner object, null when there is none. SetInnerObject takes ownership and deletes the old one;
+    /// ClearInnerObject deletes it. An object is never its own inner object.
+    CCadObject* GetInnerObject() const { return m_pInner.get(); }
+    void SetInnerObject(CCadObject* inner);
+    void ClearInnerObject() { m_pInner.reset(); }
+
+    bool IsSelected() const { return m_bSelected; }
+    void Select(bool selected) { m_bSelected = selected; }
+    bool IsFilled() const { return m_bFilled; }
+    void Fill(bool filled) { m_bFilled = filled; }
+    bool IsMachining() const { return m_bMachining; }
+    void SetMachining(bool machining) { m_bMachining = machining; }
+    bool IsOverturned() const { return m_bOverturned; }
+    void SetOverturned(bool overturned) { m_bOverturned = overturned; }
+    /// Toggles the overturned flag.
+    void Overturn() { m_bOverturned = !m_bOverturned; }
+    int GetParamIndex() const { return m_nParamIndex; }
+    void SetParamIndex(int index) { m_nParamIndex = index; }
+
+protected:
+    /// With a fresh id from the process-wide counter (which starts at 1), or with the id 0.
+    explicit CCadObject(bool newId = true);
+    /// Copies what Clone copies, the id included.
+    CCadObject(const CCadObject& other);
+
+    /// Completes a clone: gives it a fresh id if one is wanted.
+    static CCadObject* Cloned(CCadObject* copy, bool newId);
+
+private:
+    std::list<CTechnics*> m_listTechnics;
+    std::list<CCadObject*> m_listToolPaths;
+    std::unique_ptr<CCadObject> m_pInner;
+    std::map<std::string, std::string, std::less<>> m_mapKeys;
+    std::string m_strTechnics;
+    unsigned int m_nID = 0;
+    int m_nParamIndex = 0;
+    bool m_bSelected = false;
+    bool m_bFilled = false;
+    bool m_bMachining = false;
+    bool m_bOverturned = false;
+};
+
+/// Whether an outline that has pieces ends within math::kOnCurve of where it starts: the closedness of every
+/// contour that is not closed by its kind.
+QEVDATA_API bool EndsMeet(const CCadObject& contour);
+
+} // namespace qev

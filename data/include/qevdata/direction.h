@@ -1,0 +1,20 @@
+/// \file
+/// The winding direction of a contour.
+#pragma once
+
+#include <qev/export.h>
+
+namespace qev {
+
+class CCadObject;
+
+struct CContourDirection {
+    enum ContourDirection_T { NONE = 0, CLOCKWISE = 1, COUNTERCLOCKWISE = 2 };
+};
+
+/// The direction in which an object runs: by their flag for circles, ellipses, arcs and elliptic arcs; by the
+/// sign of the enclosed area (closing chord added) for segment contours, NONE within 1e-9 mm^2 of 0; NONE for
+/// everything else and for a null object.
+QEVDATA_API CContourDirection::ContourDirection_T GetContourDirectionEx(const CCadObject* object);
+
+} // namespace qev

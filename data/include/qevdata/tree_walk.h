@@ -1,0 +1,58 @@
+/// \file
+/// The walk over a tree of objects that every search shares.
+#pragma once
+
+#include <list>
+#include <unordered_set>
+#include <vector>
+
+#include <qev/export.h>
+
+namespace qev {
+
+class CCadObject;
+
+/// Walks an object and everything below it, depth first in drawing order, without recursion: any depth of
+/// nesting is fine. A container met inside itself is passed over, so that the walk always ends; null members
+/// are passed over too. The tree must not change during the walk.
+class QEVDATA_API TreeWalk {
+public:
+    enum class Step {
+        kLeaf,  ///< Object() is not descended into
+        kEnter, ///< Object() is a container, its members follow
+        kLeave, ///< Object() is a container whose members have all been walked
+        kEnd
+    };
+    /// Answers the list to descend into, or null for an object that the walk takes as a leaf.
+    using MembersOf = const std::list<CCadObject*>* (*)(const CCadObject&);
+
+    /// Every container of the data library: groups, relation groups and texts.
+    static const std::list<CCadObject*>* AllMembers(const CCadObject& object);
+
+    /// Starts at an object, which may be null, or at a list of objects, which may be null.
+    TreeWalk(const CCadObject* root, MembersOf membersOf);
+    TreeWalk(const std::list<CCadObject*>* roots, MembersOf membersOf);
+
+    Step Next();
+    /// The object of the last step. It is handed out as the lists hold it; only the root may be constant.
+    CCadObject* Object() const { return m_pObject; }
+
+private:
+    struct Level {
+        CCadObject* container; // null for the list at the top
+        std::list<CCadObject*>::const_iterator next;
+        std::list<CCadObject*>::const_iterator end;
+    };
+
+    Step Visit(CCadObject* object);
+    void Push(CCadObject* container, const std::list<CCadObject*>& members);
+    bool IsOpen(const CCadObject* container) const;
+
+    MembersOf m_pMembersOf;
+    CCadObject* m_pRoot = nullptr; // until it has been visited
+    CCadObject* m_pObject = nullptr;
+    std::vector<Level> m_vecLevels;
+    std::unordered_set<const CCadObject*> m_setDeep; // the open containers below the shallow levels
+};
+
+} // namespace qev

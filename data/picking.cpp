@@ -1,0 +1,63 @@
+#include <algorithm>
+#include <limits>
+
+#include <qevdata/group.h>
+#include <qevdata/picking.h>
+#include <qevdata/tree_walk.h>
+
+namespace qev {
+namespace {
+
+constexpr double kTie = 1e-9; // mm: outlines nearer to each other than this are equally far away
+
+// A text answers itself, so the walk takes it as a leaf.
+const std::list<CCadObject*>* PickedMembers(const CCadObject& object) {
+    return object.GetType() == kCadText ? nullptr : object.GetMembers();
+}
+
+bool MayReach(const CadRect& box, const math::DPOINT2& p, double reach) {
+    return p.x >= box.x - reach && p.x <= box.x + box.width + reach && p.y >= box.y - reach
+           && p.y <= box.y + box.height + reach;
+}
+
+struct Nearest {
+    double distance = std::numeric_limits<double>::infinity();
+    math::DPOINT2 point = math::NoPoint();
+};
+
+void SearchPieces(const CCadObject& leaf, const math::DPOINT2& p, Nearest& best) {
+    for (int i = 0, count = leaf.GetPieceCount(); i < count; ++i) {
+        const math::DPOINT2 point = std::visit([&](const auto& piece) { return piece.GetNearest(p); }, leaf.GetPiece(i));
+        const double distance = math::D2GetDistance(p, point);
+        if (distance < best.distance) best = {distance, point};
+    }
+}
+
+} // namespace
+
+double GetMinDistance(const CCadObject* object, const math::DPOINT2& p, math::DPOINT2& nearest) {
+    Nearest best;
+    TreeWalk walk(object, TreeWalk::AllMembers);
+    for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next())
+        if (step == TreeWalk::Step::kLeaf) SearchPieces(*walk.Object(), p, best);
+    nearest = best.point;
+    return best.distance;
+}
+
+CCadObject* Hit(const CCadGroup* group, const math::DPOINT2& p, double tolerance, math::DPOINT2* hitPoint) {
+    CCadObject* hit = nullptr;
+    double best = tolerance;
+    TreeWalk walk(group, PickedMembers);
+    for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
+        if (step != TreeWalk::Step::kLeaf || !MayReach(walk.Object()->GetBoundRect(), p, best + kTie)) continue;
+        math::DPOINT2 point;
+        const double distance = GetMinDistance(walk.Object(), p, point);
+        if (math::IsNoPoint(point) || !(distance <= tolerance && (!hit || distance <= best + kTie))) continue;
+        hit = walk.Object();
+        best = std::min(best, distance);
+        if (hitPoint) *hitPoint = point;
+    }
+    return hit;
+}
+
+} // namespace qev

@@ -1,0 +1,7 @@
+/// \file
+/// Everything that QevCommon exports.
+#pragma once
+
+#include <qev/contour.h>
+#include <qev/geometry.h>
+#include <qev/types.h>

@@ -1,0 +1,125 @@
+#include <cmath>
+
+#include <qevmath/angle.h>
+#include <qevmath/arc.h>
+#include <qevmath/line.h>
+#include <qevmath/tolerance.h>
+
+namespace math {
+namespace {
+
+// Half the included angle, signed: the angle between the chord and the tangents at both ends.
+double HalfAngle(double bulge) {
+    return 2 * std::atan(bulge);
+}
+
+// Its sine, 2b/(1 + b^2), in a form that neither overflows nor loses digits near a full turn.
+double HalfAngleSine(double bulge) {
+    return 2 / (bulge + 1 / bulge);
+}
+
+// x - sin(x) to full relative precision.
+double MinusSine(double x) {
+    const double kSeriesBelow = 0.1; // radians: four terms of the series reach 1e-15 there
+    if (std::abs(x) > kSeriesBelow) return x - std::sin(x);
+    const double q = x * x;
+    return x * q / 6 * (1 - q / 20 * (1 - q / 42 * (1 - q / 72)));
+}
+
+} // namespace
+
+bool BulgeArc::IsStraight() const {
+    return std::abs(bulge) < kZeroBulge;
+}
+
+// The chord from the start to the point at ratio r has the length 2R sin(r*half) and is turned by (r-1)*half
+// against the arc's own chord; the same holds from the end. Taking the nearer end keeps both ends exact.
+DPOINT2 BulgeArc::PointAt(double ratio) const {
+    if (IsStraight()) return Interpolate(start, end, ratio);
+    const double half = HalfAngle(bulge);
+    const bool fromStart = ratio < 0.5;
+    const double r = fromStart ? ratio : 1 - ratio;
+    const double scale = std::sin(r * half) / HalfAngleSine(bulge);
+    const DPOINT2 leg = Rotated((end - start) * scale, (fromStart ? r - 1 : 1 - r) * half);
+    return fromStart ? start + leg : end - leg;
+}
+
+double BulgeArc::GetLength() const {
+    const double chord = Norm(end - start);
+    return IsStraight() ? chord : chord * (HalfAngle(bulge) / HalfAngleSine(bulge));
+}
+
+double BulgeArc::GetCurvature() const {
+    const double chord = Norm(end - start);
+    return IsStraight() || chord == 0 ? 0 : 2 * HalfAngleSine(bulge) / chord;
+}
+
+DPOINT2 BulgeArc::DirectionAt(double ratio) const {
+    const double chord = Norm(end - start);
+    if (chord == 0) return {};
+    const DPOINT2 along = (end - start) / chord;
+    return IsStraight() ? along : Rotated(along, (2 * ratio - 1) * HalfAngle(bulge));
+}
+
+// In the frame of the arc's middle (u along the chord, v to the left) the centre is (0, 1/k), so the angle
+// travelled from the middle is atan2(k*u, 1 - k*v): no far centre, and k -> 0 gives the straight line.
+double BulgeArc::GetFootRatio(const DPOINT2& p) const {
+    if (IsStraight()) return GetLineFootRatio(p, start, end);
+    const DPOINT2 along = DirectionAt(0.5);
+    const DPOINT2 fromMiddle = p - PointAt(0.5);
+    const double k = GetCurvature();
+    const double angle = std::atan2(k * Dot(fromMiddle, along), 1 - k * Cross(along, fromMiddle));
+    const double ratio = 0.5 + angle / (2 * HalfAngle(bulge));
+    if (ratio <= 0) return 0;
+    return ratio < 1 ? ratio : 1;
+}
+
+// Extremes lie where the tangent, which turns from chord - half to chord + half, is parallel to an axis.
+Bounds BulgeArc::GetBounds() const {
+    Bounds bounds;
+    bounds.Add(start);
+    bounds.Add(end);
+    if (IsStraight()) return bounds;
+    const double half = HalfAngle(bulge);
+    const double chordAngle = std::atan2(end.y - start.y, end.x - start.x);
+    const double last = std::floor((chordAngle + std::abs(half)) / kHalfPi);
+    for (double k = std::ceil((chordAngle - std::abs(half)) / kHalfPi); k <= last; ++k)
+        bounds.Add(PointAt(0.5 + (k * kHalfPi - chordAngle) / (2 * half)));
+    return bounds;
+}
+
+// R^2 (theta - sin(theta)) / 2 with R = chord / (2 sin(theta / 2)).
+double BulgeArc::GetChordArea() const {
+    if (IsStraight()) return 0;
+    const double diameter = Norm(end - start) / HalfAngleSine(bulge);
+    return diameter * diameter * MinusSine(2 * HalfAngle(bulge)) / 8;
+}
+
+// The centre lies on the chord's perpendicular at chord/2 * cot(theta/2) = chord/4 * (1/b - b). The start angle
+// comes from the chord's direction, which a far centre would blur.
+bool SolveArc(const DPOINT2& start, const DPOINT2& end, double bulge, DPOINT2& centre, double& radius,
+              double& startAngle, double& sweep) {
+    centre = {};
+    radius = startAngle = sweep = 0;
+    const DPOINT2 chord = end - start;
+    const double angle = 4 * std::atan(bulge);
+    if (!(Norm(chord) >= kZeroLength && std::abs(angle) >= kZeroAngle)) return false;
+    centre = (start + end) * 0.5 + LeftOf(chord) * ((1 / bulge - bulge) / 4);
+    radius = Norm(chord) / 2 / std::abs(HalfAngleSine(bulge));
+    startAngle = RegularizeRadian(std::atan2(chord.y, chord.x) - HalfAngle(bulge) - std::copysign(kHalfPi, bulge));
+    sweep = angle;
+    return true;
+}
+
+bool IsPointInArc(const DPOINT2& p, const DPOINT2& centre, double radius, double startAngle,
+                  double centralAngle, bool counterClockwise) {
+    const double sign = counterClockwise ? 1 : -1;
+    const double travelled = RegularizeRadian(sign * (D2GetNormalAngle(p - centre) - startAngle));
+    if (travelled <= centralAngle) return std::abs(D2GetDistance(p, centre) - radius) <= kOnCurve;
+    const auto near = [&](double angle) {
+        return D2GetDistance(p, centre + Rotated({radius, 0}, angle)) <= kOnCurve;
+    };
+    return near(startAngle) || near(startAngle + sign * centralAngle);
+}
+
+} // namespace math

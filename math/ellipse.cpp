@@ -1,0 +1,160 @@
+#include <algorithm>
+#include <cmath>
+
+#include <qevmath/ellipse.h>
+
+#include "quadrature.h"
+
+namespace math {
+namespace {
+
+double ClampedSweep(double sweep) {
+    if (std::abs(sweep) > kTwoPi) return std::copysign(kTwoPi, sweep);
+    return sweep;
+}
+
+// The foot equation in the ellipse's own frame, A sin t - B cos t = D sin t cos t, reflected so that A, B and D
+// are not negative. Then there is one root in the first quadrant and one in the third. The fourth holds two, on
+// both sides of tan^3 t = -B/A, when A^(2/3) + B^(2/3) <= D^(2/3) (inside the evolute), else none.
+struct FootQuartic {
+    double a;
+    double b;
+    double d;
+
+    std::pair<double, double> operator()(double t) const {
+        const double s = std::sin(t);
+        const double c = std::cos(t);
+        return {a * s - b * c - d * s * c, a * c + b * s - d * (c * c - s * s)};
+    }
+
+    template <class Add>
+    void ForEachRoot(const Add& add) const {
+        add(FindRoot(*this, 0, kHalfPi, true));
+        add(FindRoot(*this, kPi, 3 * kHalfPi, false));
+        if (!(std::cbrt(a * a) + std::cbrt(b * b) <= std::cbrt(d * d))) return;
+        const double peak = kTwoPi - std::atan2(std::cbrt(b), std::cbrt(a));
+        add(FindRoot(*this, 3 * kHalfPi, peak, true));
+        add(FindRoot(*this, peak, kTwoPi, false));
+    }
+};
+
+} // namespace
+
+EllipticArc::EllipticArc(const DPOINT2& centre, double semiAxisA, double semiAxisB, double rotation, double start,
+                         double sweep)
+    : m_ptCenter(centre), m_vAxisA(Rotated({std::abs(semiAxisA), 0}, rotation)),
+      m_vAxisB(Rotated({0, std::abs(semiAxisB)}, rotation)), m_dSemiAxisA(std::abs(semiAxisA)),
+      m_dSemiAxisB(std::abs(semiAxisB)), m_dStart(RegularizeRadian(start)), m_dSweep(ClampedSweep(sweep)) {}
+
+EllipticArc EllipticArc::Translated(const DPOINT2& shift) const {
+    EllipticArc moved = *this;
+    moved.m_ptCenter = m_ptCenter + shift;
+    return moved;
+}
+
+DPOINT2 EllipticArc::PointAt(double t) const {
+    return m_ptCenter + m_vAxisA * std::cos(t) + m_vAxisB * std::sin(t);
+}
+
+DPOINT2 EllipticArc::DerivativeAt(double t) const {
+    return m_vAxisB * std::cos(t) - m_vAxisA * std::sin(t);
+}
+
+DPOINT2 EllipticArc::TangentAt(double t) const {
+    const DPOINT2 derivative = DerivativeAt(t);
+    const double speed = Norm(derivative);
+    return speed > 0 ? derivative / speed : DPOINT2{};
+}
+
+double EllipticArc::Speed(double t) const {
+    const double s = m_dSemiAxisA * std::sin(t);
+    const double c = m_dSemiAxisB * std::cos(t);
+    return std::sqrt(s * s + c * c);
+}
+
+double EllipticArc::QuadrantLength() const {
+    const double major = std::max(m_dSemiAxisA, m_dSemiAxisB);
+    const double ratio = std::min(m_dSemiAxisA, m_dSemiAxisB) / major;
+    if (!std::isfinite(ratio)) return major;
+    return major * std::comp_ellint_2(std::sqrt((1 - ratio) * (1 + ratio)));
+}
+
+double EllipticArc::GetLength() const {
+    return GetLength(m_dStart, GetEnd());
+}
+
+double EllipticArc::GetLength(double from, double to) const {
+    const auto speed = [this](double t) { return Speed(t); };
+    const double low = std::min(from, to);
+    const double high = std::max(from, to);
+    const double first = std::ceil(low / kHalfPi);
+    const double last = std::floor(high / kHalfPi);
+    if (!(first <= last)) return Integrate(speed, low, high);
+    return Integrate(speed, low, first * kHalfPi) + (last - first) * QuadrantLength()
+           + Integrate(speed, last * kHalfPi, high);
+}
+
+double EllipticArc::ParameterAt(double ratio) const {
+    if (!(ratio > 0)) return m_dStart;
+    if (ratio >= 1) return GetEnd();
+    const double sign = m_dSweep < 0 ? -1 : 1;
+    const auto speed = [&](double travelled) { return Speed(m_dStart + sign * travelled); };
+    return m_dStart + sign * FindLength(speed, 0, std::abs(m_dSweep), ratio * GetLength());
+}
+
+bool EllipticArc::Contains(double t) const {
+    return RegularizeRadian(m_dSweep < 0 ? m_dStart - t : t - m_dStart) <= std::abs(m_dSweep);
+}
+
+Parameters EllipticArc::SolveFoot(const FootEquation& equation) const {
+    const DPOINT2 q = equation.q - m_ptCenter * equation.curvature;
+    double a = Dot(q, m_vAxisA);
+    double b = Dot(q, m_vAxisB);
+    double d = equation.curvature * (m_dSemiAxisA - m_dSemiAxisB) * (m_dSemiAxisA + m_dSemiAxisB);
+    Parameters roots;
+    if (a == 0 && b == 0 && d == 0) return roots;
+    // sin and cos change sign under t -> -t, t -> pi - t and t -> t + pi: pick the one that makes all three positive
+    const bool turned = d < 0;
+    if (turned) {
+        a = -a;
+        b = -b;
+        d = -d;
+    }
+    const bool flipCosine = a < 0;
+    const bool flipSine = b < 0;
+    FootQuartic{std::abs(a), std::abs(b), d}.ForEachRoot([&](double t) {
+        if (flipCosine) t = kPi - t;
+        if (flipSine) t = -t;
+        roots.Add(RegularizeRadian(t));
+    });
+    return roots;
+}
+
+DPOINT2 EllipticArc::GetNearest(const DPOINT2& p) const {
+    DPOINT2 nearest = PointAt(m_dStart);
+    const auto offer = [&](double t) {
+        const DPOINT2 candidate = PointAt(t);
+        if (D2GetDistance(p, candidate) < D2GetDistance(p, nearest)) nearest = candidate;
+    };
+    offer(GetEnd());
+    for (const double t : SolveFoot({1, p}))
+        if (Contains(t)) offer(t);
+    return nearest;
+}
+
+Bounds EllipticArc::GetBounds() const {
+    Bounds bounds;
+    bounds.Add(PointAt(m_dStart));
+    bounds.Add(PointAt(GetEnd()));
+    const double extremes[] = {std::atan2(m_vAxisB.x, m_vAxisA.x), std::atan2(m_vAxisB.y, m_vAxisA.y)};
+    for (const double t : extremes)
+        for (const double opposite : {t, t + kPi})
+            if (Contains(opposite)) bounds.Add(PointAt(opposite));
+    return bounds;
+}
+
+double EllipticArc::GetChordArea() const {
+    return m_dSemiAxisA * m_dSemiAxisB * (m_dSweep - std::sin(m_dSweep)) / 2;
+}
+
+} // namespace math

@@ -1,0 +1,36 @@
+/// \file
+/// Angles in radians.
+#pragma once
+
+#include <numbers>
+
+#include <qevmath/point.h>
+
+class gp_Vec2d;
+
+namespace math {
+
+inline constexpr double kPi = std::numbers::pi;
+inline constexpr double kTwoPi = 2 * kPi;
+inline constexpr double kHalfPi = kPi / 2;
+
+/// The same direction in [0, 2*pi). Not a number for NaN and infinities.
+QEVMATH_API double RegularizeRadian(double radian);
+
+/// Degrees to radians.
+QEVMATH_API double AngleToRadian(double degrees);
+
+/// Polar angle of a vector in [0, 2*pi); the zero vector gives 0.
+QEVMATH_API double D2GetNormalAngle(double dx, double dy);
+QEVMATH_API double D2GetNormalAngle(const DPOINT2& vector);
+
+/// z of the cross product of u and v.
+QEVMATH_API double D2CrossMultiply(const gp_Vec2d& u, const gp_Vec2d& v);
+
+/// Unsigned angle between u and v in [0, pi]; 0 when either is the zero vector.
+QEVMATH_API double D2GetIncludeAngle(const gp_Vec2d& u, const gp_Vec2d& v);
+
+/// v turned counter-clockwise by an angle.
+QEVMATH_API DPOINT2 Rotated(const DPOINT2& v, double angle);
+
+} // namespace math

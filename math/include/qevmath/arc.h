@@ -1,0 +1,48 @@
+/// \file
+/// Circular arcs in bulge form and in centre form.
+///
+/// A bulge b stands for the included angle 4*atan(b): positive runs counter-clockwise, 0 is straight, and
+/// |b| above 1 is more than a half turn. All of the bulge form is computed from the chord, never from the
+/// centre, so that nearly straight arcs, whose centre is far away, lose nothing.
+#pragma once
+
+#include <qevmath/bounds.h>
+#include <qevmath/point.h>
+
+namespace math {
+
+/// An arc (or, with a bulge below kZeroBulge, the straight line) from start to end.
+struct BulgeArc {
+    DPOINT2 start;
+    DPOINT2 end;
+    double bulge = 0;
+
+    QEVMATH_API bool IsStraight() const;
+    /// The point at a fraction of the length; exactly the ends at 0 and 1. Ratios outside go on round the
+    /// circle (or along the line).
+    QEVMATH_API DPOINT2 PointAt(double ratio) const;
+    /// Length in mm; 0 when start equals end.
+    QEVMATH_API double GetLength() const;
+    /// Signed curvature in 1/mm, positive counter-clockwise; 0 for a line and for a zero chord.
+    QEVMATH_API double GetCurvature() const;
+    /// Direction of travel at a ratio, a unit vector; (0, 0) for a zero chord.
+    QEVMATH_API DPOINT2 DirectionAt(double ratio) const;
+    /// The ratio in [0, 1] of the point of the arc that is nearest to p.
+    QEVMATH_API double GetFootRatio(const DPOINT2& p) const;
+    /// The exact bounding box.
+    QEVMATH_API Bounds GetBounds() const;
+    /// Area between the chord and the arc, signed by the bulge; 0 for a line.
+    QEVMATH_API double GetChordArea() const;
+};
+
+/// Solves an arc for its centre, radius, start angle in [0, 2*pi) and signed sweep 4*atan(bulge).
+/// False with all outputs zeroed for a chord below kZeroLength or an included angle below kZeroAngle.
+QEVMATH_API bool SolveArc(const DPOINT2& start, const DPOINT2& end, double bulge, DPOINT2& centre,
+                          double& radius, double& startAngle, double& sweep);
+
+/// Whether p lies within kOnCurve (1e-6 mm) of an arc, its ends included. The arc travels `centralAngle`
+/// (0 or more; from 2*pi on it is the whole circle) from startAngle in the direction that the flag names.
+QEVMATH_API bool IsPointInArc(const DPOINT2& p, const DPOINT2& centre, double radius, double startAngle,
+                              double centralAngle, bool counterClockwise);
+
+} // namespace math

@@ -1,0 +1,31 @@
+/// \file
+/// The axis-parallel box that grows round what is put into it.
+#pragma once
+
+#include <algorithm>
+#include <limits>
+
+#include <qevmath/point.h>
+
+namespace math {
+
+/// An axis-parallel box; empty until something is added. Points that are not numbers add nothing.
+struct Bounds {
+    DPOINT2 lower{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+    DPOINT2 upper{-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+
+    bool IsEmpty() const { return !(lower.x <= upper.x && lower.y <= upper.y); }
+
+    void Add(const DPOINT2& p) {
+        if (IsNoPoint(p)) return;
+        lower = {std::min(lower.x, p.x), std::min(lower.y, p.y)};
+        upper = {std::max(upper.x, p.x), std::max(upper.y, p.y)};
+    }
+    void Add(const Bounds& other) {
+        if (other.IsEmpty()) return;
+        Add(other.lower);
+        Add(other.upper);
+    }
+};
+
+} // namespace math

@@ -1,0 +1,51 @@
+#include <clocale>
+#include <memory>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/shapes.h"
+
+#include <qev/contour.h>
+
+#include "../../common/contour/conversion_settings.h"
+
+namespace {
+
+using namespace qev;
+
+TEST(Convert2Polyline, SettingsTextInAnyLocale) {
+    std::setlocale(LC_ALL, "de_DE.UTF-8"); // where there is one, it writes a comma
+    EXPECT_EQ(ConversionSettings("Line", 0.01), "SegmentType=Line;AbsoluteError=      0.010000;");
+    EXPECT_EQ(ConversionSettings("Both", 1e9), "SegmentType=Both;AbsoluteError=1000000000.000000;");
+    EXPECT_EQ(ConversionSettings("Both", -1e300).size(), std::string("SegmentType=Both;AbsoluteError=;").size() + 309);
+    std::setlocale(LC_ALL, "C");
+}
+
+TEST(Convert2Polyline, SegmentTypes) {
+    const CCadCircle circle({0, 0}, 5);
+    const int counts[] = {2, 158, 2};
+    for (int type = -1; type <= 3; ++type) {
+        const std::unique_ptr<CCadPolyline> made(Convert2Polyline(&circle, type, 0.001));
+        ASSERT_EQ(made != nullptr, type >= 0 && type < 3) << type;
+        if (made) EXPECT_EQ(made->GetSegmentCount(), counts[type]);
+    }
+    EXPECT_EQ(Convert2Polyline(nullptr, 0.1), nullptr);
+    EXPECT_EQ(Convert2Polyline(&circle, test::kNaN), nullptr);
+}
+
+TEST(Convert2Polyline, SegmentMaps) {
+    const CCadCircle circle({0, 0}, 5);
+    const CCadLine line({0, 0}, {1, 1});
+    const CCadGroup group;
+    const auto contour = test::Polyline("0 0 L 1 0 A 1 1 1 L 0 0");
+    const std::pair<const CCadObject*, std::vector<int>> cases[] = {
+        {&circle, {0, 0, 7}}, {&line, {7, 0}}, {contour.get(), {7, 0, 1, 2}}, {&group, {7}}, {nullptr, {7}}};
+    for (const auto& [object, expected] : cases) {
+        std::vector<int> map{7};
+        const std::unique_ptr<CCadPolyline> made(Convert2Polyline(object, map, 0.1));
+        EXPECT_EQ(map, expected);
+    }
+}
+
+} // namespace

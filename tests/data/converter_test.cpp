@@ -1,0 +1,164 @@
+#include <cmath>
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "support/shapes.h"
+
+namespace {
+
+using namespace qev;
+using math::DPOINT2;
+
+std::unique_ptr<CCadPolyline> Convert(const CCadObject& object, const std::string& word, double error) {
+    CCadPolyline* out = nullptr;
+    const std::string settings = "SegmentType=" + word + ";AbsoluteError=" + std::to_string(error) + ";";
+    const bool made = CConvertCadObjectToCadPolyline(settings.c_str())(&object, out);
+    EXPECT_EQ(made, out != nullptr);
+    return std::unique_ptr<CCadPolyline>(out);
+}
+
+DPOINT2 PieceAt(const OutlinePiece& piece, double u) {
+    if (const auto* ellipse = std::get_if<math::EllipticArc>(&piece)) return ellipse->PointAt(ellipse->GetStart() + u * ellipse->GetSweep());
+    const SEGMENT& segment = std::get<SEGMENT>(piece);
+    return segment.nType == SEGMENT::kBezier ? segment.GetBezier().PointAt(u) : segment.GetPoint(u);
+}
+
+// The largest distance between the two, sampled densely both ways.
+double Deviation(const CCadObject& object, const CCadPolyline& polyline) {
+    double worst = 0;
+    DPOINT2 nearest;
+    for (int i = 0; i < object.GetPieceCount(); ++i)
+        for (int k = 0; k <= 300; ++k)
+            worst = std::max(worst, GetMinDistance(&polyline, PieceAt(object.GetPiece(i), k / 300.0), nearest));
+    for (int i = 0; i < polyline.GetSegmentCount(); ++i)
+        for (int k = 0; k <= 8; ++k)
+            worst = std::max(worst, GetMinDistance(&object, polyline.GetSegment(i).GetPoint(k / 8.0), nearest));
+    return worst;
+}
+
+double LargestKink(const CCadPolyline& polyline) {
+    double worst = 0;
+    for (int i = polyline.IsClose() ? 0 : 1, n = polyline.GetSegmentCount(); i < n; ++i) {
+        const DPOINT2 in = polyline.GetSegment((n + i - 1) % n).GetArc().DirectionAt(1);
+        const DPOINT2 out = polyline.GetSegment(i).GetArc().DirectionAt(0);
+        worst = std::max(worst, std::abs(std::atan2(math::Cross(in, out), math::Dot(in, out))));
+    }
+    return worst;
+}
+
+std::unique_ptr<CCadObject> RandomCurve(test::Random& random) {
+    const double a = random.Uniform(0.1, 100);
+    const double b = a * std::pow(10, random.Uniform(-2, 1));
+    if (random.Coin()) return std::make_unique<CCadEllipse>(random.Point(), a, b, random.Uniform(-4, 4), random.Coin());
+    if (random.Coin())
+        return std::make_unique<CCadEllipseArc>(random.Point(), a, b, random.Uniform(-4, 4), random.Uniform(-9, 9), random.Uniform(0, 7), random.Coin());
+    auto contour = std::make_unique<CCadPolylineEx>();
+    contour->SetStartPoint(random.Point());
+    contour->AddBezier(random.Point(), random.Point(), random.Point());
+    return contour;
+}
+
+TEST(Converter, DeviationIsGuaranteedAndArcsJoinTangentially) {
+    test::Random random;
+    for (int i = 0; i < 60; ++i) {
+        const auto object = RandomCurve(random);
+        const double error = std::ceil(std::pow(10, random.Uniform(2, 6))) * 1e-6; // as the settings can say it
+        const auto arcs = Convert(*object, "Both", error);
+        const auto chords = Convert(*object, "Line", error);
+        ASSERT_TRUE(arcs && chords);
+        EXPECT_LE(Deviation(*object, *arcs), error * (1 + 1e-9));
+        EXPECT_LE(Deviation(*object, *chords), error * (1 + 1e-9));
+        EXPECT_LE(arcs->GetSegmentCount(), chords->GetSegmentCount() + 8);
+        if (object->GetType() != kCadPolylineEx) EXPECT_LT(LargestKink(*arcs), 1e-8); // a Bezier piece may have cusps
+        EXPECT_POINT_NEAR(arcs->GetStartPoint(), object->GetStartPoint(), 0);
+        EXPECT_POINT_NEAR(arcs->GetEndPoint(), object->GetEndPoint(), 1e-13);
+    }
+}
+
+TEST(Converter, CountsAreNearMinimal) {
+    for (const double rotation : {0.0, 0.7, 2.0})
+        for (const double shift : {0.0, 1e4}) {
+            const CCadEllipse ellipse({shift, -shift}, 50, 25, rotation);
+            EXPECT_LE(Convert(ellipse, "Both", 0.001)->GetSegmentCount(), 72);
+            EXPECT_LE(Convert(ellipse, "Line", 0.001)->GetSegmentCount(), 512);
+        }
+    // the chord over the widest angle that the error allows
+    const CCadCircle circle({0, 0}, 50);
+    const double least = math::kPi / std::acos(1 - 0.001 / 50);
+    EXPECT_LE(Convert(circle, "Line", 0.001)->GetSegmentCount(), std::ceil(least) + 1);
+}
+
+TEST(Converter, KeepsLinesAndArcs) {
+    const auto contour = test::Polyline("0 0 L 10 0 A 10 10 2.5 L 10 10 A 0 0 -1e-7");
+    const auto both = Convert(*contour, "Both", 1);
+    ASSERT_EQ(both->GetSegmentCount(), 4);
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(both->GetAt(i).bulge, contour->GetAt(i).bulge);
+        EXPECT_EQ(both->GetAt(i).x, contour->GetAt(i).x);
+    }
+    EXPECT_EQ(Convert(*contour, "Arc", 1)->GetSegmentCount(), 4);
+    const auto chords = Convert(*contour, "Line", 0.01);
+    EXPECT_LE(Deviation(*contour, *chords), 0.01);
+    for (int i = 0; i < chords->GetSegmentCount(); ++i) EXPECT_EQ(chords->GetAt(i).bulge, 0);
+
+    const auto circle = Convert(CCadCircle({1, 2}, 3, false), "Both", 1);
+    ASSERT_EQ(circle->GetSegmentCount(), 2);
+    EXPECT_TRUE(circle->GetAt(0).bulge == -1 && circle->GetAt(1).bulge == -1 && circle->IsClose());
+    EXPECT_EQ(Convert(CCadArc({0, 0}, 3, 1, 5, true), "Both", 1)->GetSegmentCount(), 1);
+    EXPECT_EQ(Convert(CCadArc({0, 0}, 3, 1, 7, true), "Both", 1)->GetSegmentCount(), 2);
+    EXPECT_EQ(Convert(CCadLine({0, 0}, {1, 1}), "Arc", 1)->GetAt(0).bulge, 0);
+}
+
+// A step into a cusp, a loop, a doubled control point, a flat and a needle-like ellipse.
+TEST(Converter, DegenerateCurves) {
+    const char* beziers[] = {"0 0 B 1 1 0 1 1 0", "0 0 B 3 2 -2 2 1 0", "0 0 B 0 0 5 5 5 5", "0 0 B 1 0 -1 0 0 0", "1 1 B 1 1 1 1 1 1"};
+    for (const char* text : beziers) {
+        const auto object = test::PolylineEx(text);
+        for (const char* word : {"Both", "Line"}) EXPECT_LE(Deviation(*object, *Convert(*object, word, 1e-4)), 1e-4) << text;
+    }
+    for (const double b : {0.0, 1e-9, 1e-3}) {
+        const CCadEllipse ellipse({3, 4}, 50, b, 1);
+        for (const char* word : {"Both", "Line"}) EXPECT_LE(Deviation(ellipse, *Convert(ellipse, word, 1e-4)), 1e-4) << b;
+    }
+    EXPECT_EQ(Convert(CCadCircle({0, 0}, 1), "Line", 100)->GetSegmentCount(), 4);
+}
+
+TEST(Converter, SettingsAndRefusals) {
+    const CCadCircle circle({0, 0}, 5);
+    const struct {
+        const char* settings;
+        bool made;
+    } cases[] = {
+        {"SegmentType=Both;AbsoluteError=0.001;", true},
+        {"Other=x; AbsoluteError =      0.001000 ;SegmentType=Line", true},
+        {"SegmentType=Both;AbsoluteError=0", true},
+        {"SegmentType=Both;AbsoluteError=0,001;", false},
+        {"SegmentType=Both;AbsoluteError=nan;", false},
+        {"SegmentType=both;AbsoluteError=1;", false},
+        {"SegmentType=Both;", false},
+        {"AbsoluteError=1;", false},
+        {"", false},
+        {nullptr, false},
+    };
+    for (const auto& c : cases) {
+        CCadPolyline* out = nullptr;
+        EXPECT_EQ(CConvertCadObjectToCadPolyline(c.settings)(&circle, out), c.made) << (c.settings ? c.settings : "null");
+        EXPECT_EQ(out != nullptr, c.made);
+        delete out;
+    }
+    const auto refused = [](const CCadObject& object) { return !Convert(object, "Line", 1e-6) && !Convert(object, "Line", 0.0); };
+    EXPECT_TRUE(refused(CCadDot({0, 0})) && refused(CCadGroup()) && refused(CCadText("a")) && refused(CCadPolyline()));
+    EXPECT_TRUE(refused(CCadCircle({0, 0}, 1e12))) << "too many chords";
+    for (const double bad : {test::kNaN, test::kInf, 1e300}) {
+        EXPECT_TRUE(refused(CCadCircle({0, 0}, bad)));
+        EXPECT_TRUE(refused(CCadEllipse({0, 0}, bad, 1, 0)));
+        EXPECT_TRUE(refused(CCadEllipseArc({bad, 0}, bad, 1, bad, 1, 2, true)));
+        CCadPolylineEx bezier;
+        bezier.AddBezier({bad, 1}, {1, bad}, {bad, bad});
+        EXPECT_TRUE(refused(bezier));
+    }
+}
+
+} // namespace

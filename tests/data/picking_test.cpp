@@ -1,0 +1,103 @@
+#include <algorithm>
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+#include "support/shapes.h"
+
+namespace {
+
+using namespace qev;
+using math::DPOINT2;
+using test::kInf;
+using test::kNaN;
+
+double Sampled(const CCadMultiSegments& contour, const DPOINT2& p) {
+    double best = kInf;
+    for (int i = 0; i < contour.GetSegmentCount(); ++i) {
+        const SEGMENT segment = contour.GetSegment(i);
+        const auto curve = [&](double r) {
+            return segment.nType == 3 ? segment.GetBezier().PointAt(r) : segment.GetPoint(r);
+        };
+        best = std::min(best, test::SampledDistance(curve, p, 2000));
+    }
+    return best;
+}
+
+TEST(MinDistance, AgainstSamples) {
+    test::Random random;
+    for (int i = 0; i < 100; ++i) {
+        const auto contour = test::RandomPolylineEx(random, 6);
+        const DPOINT2 p = random.Point();
+        DPOINT2 nearest;
+        const double distance = GetMinDistance(contour.get(), p, nearest);
+        EXPECT_LE(distance, Sampled(*contour, p) + 1e-9);
+        EXPECT_GE(distance, Sampled(*contour, p) - 1) << "one sample step of the longest arcs";
+        EXPECT_NEAR(math::D2GetDistance(p, nearest), distance, 1e-12);
+    }
+}
+
+TEST(MinDistance, OfNothing) {
+    CCadGroup empty;
+    DPOINT2 nearest;
+    EXPECT_EQ(GetMinDistance(&empty, {1, 1}, nearest), kInf);
+    EXPECT_TRUE(math::IsNoPoint(nearest));
+    EXPECT_EQ(GetMinDistance(nullptr, {1, 1}, nearest), kInf);
+    const CCadCircle circle({0, 0}, 5);
+    EXPECT_EQ(GetMinDistance(&circle, {kNaN, 1}, nearest), kInf);
+    EXPECT_DOUBLE_EQ(GetMinDistance(&circle, {3, 0}, nearest), 2);
+}
+
+// The smallest distance wins, equal ones go to the object drawn last; the oracle measures every leaf.
+TEST(Hit, FindsTheNearestLeaf) {
+    test::Random random;
+    for (int i = 0; i < 200; ++i) {
+        CCadGroup group;
+        std::vector<CCadObject*> leaves;
+        CCadGroup* into = &group;
+        for (int k = 0; k < 12; ++k) {
+            leaves.push_back(random.Coin() ? static_cast<CCadObject*>(new CCadCircle(random.Point(), random.Uniform(1, 30)))
+                                           : test::RandomPolyline(random, 3).release());
+            into->PushBack(leaves.back());
+            if (random.Int(0, 3) == 0) into = test::AddGroup(*into);
+        }
+        const DPOINT2 p = random.Point();
+        const double tolerance = random.Uniform(0, 20);
+        CCadObject* expected = nullptr;
+        double best = tolerance;
+        for (CCadObject* leaf : leaves) {
+            DPOINT2 nearest;
+            const double distance = GetMinDistance(leaf, p, nearest);
+            if (distance <= best) expected = leaf, best = distance;
+        }
+        DPOINT2 hitPoint;
+        ASSERT_EQ(Hit(&group, p, tolerance, &hitPoint), expected);
+        if (expected) EXPECT_NEAR(math::D2GetDistance(p, hitPoint), best, 1e-12);
+    }
+}
+
+TEST(Hit, TiesTextsRelationsAndRefusals) {
+    CCadGroup group;
+    auto* first = new CCadLine({0, 0}, {10, 0});
+    auto* text = new CCadText("a");
+    text->GetTextGroup()->PushBack(new CCadLine({0, 5}, {10, 5}));
+    auto* relation = new CCadRelationGroup;
+    CCadLine related({0, 9}, {10, 9});
+    relation->GetRelationPaths().push_back(&related);
+    for (CCadObject* object : {static_cast<CCadObject*>(first), static_cast<CCadObject*>(text), static_cast<CCadObject*>(relation)})
+        group.PushBack(object);
+    EXPECT_EQ(Hit(&group, {5, 4.5}, 1), text);
+    EXPECT_EQ(Hit(&group, {5, 9.5}, 1), &related);
+    EXPECT_EQ(Hit(&group, {5, 1}, 1), first) << "the tolerance is included";
+    EXPECT_EQ(Hit(&group, {5, 2}, 1), nullptr);
+    auto* last = new CCadLine({0, 9e-10}, {10, 9e-10});
+    group.PushBack(last);
+    EXPECT_EQ(Hit(&group, {5, -1}, 2), last);
+    for (const double bad : {kNaN, -1.0}) EXPECT_EQ(Hit(&group, {5, 0}, bad), nullptr);
+    EXPECT_EQ(Hit(&group, {kNaN, 0}, 1), nullptr);
+    EXPECT_EQ(Hit(nullptr, {0, 0}, 1), nullptr);
+    CCadGroup empty;
+    EXPECT_EQ(Hit(&empty, {0, 0}, kInf), nullptr);
+}
+
+} // namespace

@@ -1,0 +1,59 @@
+#include <memory>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/shapes.h"
+
+namespace {
+
+using namespace qev;
+
+std::vector<const CCadObject*> Leaves(const CCadObject* root) {
+    std::vector<const CCadObject*> leaves;
+    TreeWalk walk(root, TreeWalk::AllMembers);
+    for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next())
+        if (step == TreeWalk::Step::kLeaf) leaves.push_back(walk.Object());
+    return leaves;
+}
+
+TEST(TreeWalk, VisitsInDrawingOrderAndPassesOverCycles) {
+    CCadGroup root;
+    auto* a = new CCadDot({1, 1});
+    auto* inner = new CCadGroup;
+    auto* b = new CCadDot({2, 2});
+    auto* text = new CCadText("t");
+    auto* c = new CCadDot({3, 3});
+    auto* d = new CCadDot({4, 4});
+    root.PushBack(a);
+    root.PushBack(inner);
+    inner->PushBack(b);
+    inner->PushBack(text);
+    text->GetTextGroup()->PushBack(c);
+    root.PushBack(d);
+    inner->GetObjectsList().push_front(&root);
+    inner->GetObjectsList().push_front(nullptr);
+    inner->GetObjectsList().push_back(inner);
+    EXPECT_EQ(Leaves(&root), (std::vector<const CCadObject*>{a, b, c, d}));
+    EXPECT_EQ(root.GetBoundRect().width, 3);
+    const std::unique_ptr<CCadObject> clone(root.Clone(true));
+    EXPECT_EQ(clone->GetBoundRect().width, 3);
+    inner->GetObjectsList().pop_back(); // deleting the rest is the group's own business
+}
+
+// Deep nesting is built, walked, measured, cloned and destroyed without recursion, closed to a cycle or not.
+TEST(TreeWalk, ManyLevels) {
+    constexpr int kLevels = 100'000;
+    auto root = std::make_unique<CCadGroup>();
+    CCadGroup* deepest = root.get();
+    for (int i = 0; i < kLevels; ++i) deepest = test::AddGroup(*deepest);
+    deepest->PushBack(new CCadDot({7, 8}));
+    deepest->PushBack(root.get());
+    EXPECT_EQ(Leaves(root.get()).size(), 1u);
+    EXPECT_EQ(root->GetBoundRect().x, 7);
+    EXPECT_TRUE(Hit(root.get(), {7, 8}, 1));
+    const std::unique_ptr<CCadObject> clone(root->Clone(false));
+    EXPECT_EQ(clone->GetBoundRect().y, 8);
+}
+
+} // namespace

@@ -1,0 +1,97 @@
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+#include "support/shapes.h"
+
+#include <qev/geometry.h>
+
+namespace {
+
+using namespace qev;
+using math::DPOINT2;
+using math::kPi;
+using math::kTwoPi;
+
+TEST(CalcArcParam, RoundTripsBetweenBulgeAndCentre) {
+    test::Random random;
+    for (int i = 0; i < 2000; ++i) {
+        const DPOINT2 start = random.Point();
+        const DPOINT2 end = random.Point();
+        double bulge = random.Bulge();
+        if (std::abs(bulge) < 1e-4) bulge = 1e-4; // a far centre cannot give the bulge back to the last digits
+        DPOINT2 centre, again;
+        double radius = 0, from = 0, to = 0, back = 0;
+        bool clockwise = false;
+        ASSERT_TRUE(CalcArcParam(start, end, bulge, centre, radius, from, to));
+        const double tolerance = 1e-10 * (100 + radius);
+        EXPECT_POINT_NEAR(centre + math::Rotated({radius, 0}, from), start, tolerance);
+        EXPECT_POINT_NEAR(centre + math::Rotated({radius, 0}, to), end, tolerance);
+        EXPECT_NEAR(to - from, 4 * std::atan(bulge), 1e-12);
+        EXPECT_LE(to, kTwoPi);
+        ASSERT_TRUE(CalcArcParam(start, end, bulge, again, clockwise));
+        EXPECT_EQ(clockwise, bulge < 0);
+        EXPECT_POINT_NEAR(again, centre, 0);
+        EXPECT_TRUE(CalcArcParam(start, end, centre, clockwise, back));
+        EXPECT_NEAR(back / bulge, 1, 1e-7);
+        double unfolded = 0, unfoldedEnd = 0;
+        RetrieveArcInf(start, end, bulge, &again, &unfolded, &unfoldedEnd, nullptr);
+        EXPECT_NEAR(std::remainder(unfolded - from, kTwoPi), 0, 1e-12);
+        EXPECT_GE(unfolded, 0);
+    }
+}
+
+TEST(CalcArcParam, FoldsOnlyTheUpperSide) {
+    const struct {
+        DPOINT2 start, end;
+        double bulge, from, to, unfolded;
+    } cases[] = {{{0, 0}, {2, 0}, 1, kPi, kTwoPi, kPi},          {{0, 0}, {2, 0}, -1, kPi, 0, kPi},
+                 {{0, -1}, {0, 1}, 1, -kPi / 2, kPi / 2, 3 * kPi / 2}, {{1, 0}, {0, -1}, -std::tan(kPi / 8), 0, -kPi / 2, 0}};
+    for (const auto& c : cases) {
+        DPOINT2 centre;
+        double radius = 0, from = 0, to = 0, unfolded = 0;
+        ASSERT_TRUE(CalcArcParam(c.start, c.end, c.bulge, centre, radius, from, to));
+        EXPECT_NEAR(from, c.from, 1e-12);
+        EXPECT_NEAR(to, c.to, 1e-12);
+        RetrieveArcInf(c.start, c.end, c.bulge, nullptr, &unfolded, nullptr, nullptr);
+        EXPECT_NEAR(unfolded, c.unfolded, 1e-12);
+    }
+}
+
+TEST(CalcArcParam, DegenerateArcs) {
+    DPOINT2 centre{9, 9};
+    double radius = 9, from = 9, to = 9, bulge = 9;
+    bool clockwise = false;
+    for (const double bad : {0.0, 2e-10, test::kNaN, 1e12}) { // 1e12: the half angle's sine vanishes
+        EXPECT_FALSE(CalcArcParam({0, 0}, {1, 0}, bad, centre, radius, from, to));
+        EXPECT_FALSE(CalcArcParam({0, 0}, {1, 0}, bad, centre, clockwise));
+        RetrieveArcInf({0, 0}, {1, 0}, bad, &centre, &from, &to, &radius);
+    }
+    EXPECT_EQ(centre.x + radius + from + to, 36) << "nothing was written";
+    EXPECT_TRUE(CalcArcParam({3, 4}, {3, 4}, 0, centre, radius, from, to));
+    EXPECT_TRUE(centre.x == 3 && radius == 0 && from == 0 && to == 0);
+    EXPECT_TRUE(CalcArcParam({3, 4}, {3, 4}, 1, centre, clockwise) && clockwise);
+    EXPECT_TRUE(CalcArcParam({1, 0}, {2, 0}, {0, 0}, true, bulge));
+    EXPECT_EQ(bulge, 0);
+}
+
+TEST(Angles, OfVectors) {
+    const struct {
+        double dx, dy, angle;
+    } cases[] = {{1, 0, 0},           {0, 0, 0},          {0, -1, 3 * kPi / 2}, {1, -1e-10, 0},         {1, -1e-8, kTwoPi},
+                 {-1, -1e-10, kPi},   {-2, 0, kPi},       {0, 5, kPi / 2},      {test::kNaN, 1, 0}};
+    for (const auto& c : cases) EXPECT_NEAR(ComputeAngle(c.dx, c.dy), c.angle, 2e-8) << c.dx << " " << c.dy;
+    EXPECT_EQ(ComputeAngle(1, -1e-10), 0);
+    test::Random random;
+    for (int i = 0; i < 500; ++i) {
+        const DPOINT2 u = random.Point();
+        const double turn = random.Uniform(-3.1, 3.1);
+        const DPOINT2 v = math::Rotated(u, turn) * 3;
+        EXPECT_NEAR(GetAngleDir(u, v), turn, 1e-7);
+        EXPECT_NEAR(GetAngle(u, v), std::abs(turn), 1e-7);
+    }
+    EXPECT_EQ(GetAngleDir({1, 0}, {-1, 0}), kPi);
+    EXPECT_TRUE(std::isnan(GetAngle({0, 0}, {1, 0})));
+}
+
+} // namespace

@@ -1,0 +1,105 @@
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+#include "support/shapes.h"
+
+#include <qevmath/qevmath.h>
+
+namespace {
+
+using math::CubicBezier;
+using math::DPOINT2;
+
+CubicBezier Random(test::Random& random) {
+    return {random.Point(), random.Point(), random.Point(), random.Point()};
+}
+
+test::CurvePoint Curve(const CubicBezier& b) {
+    return [b](double t) { return b.PointAt(t); };
+}
+
+// Chord sums of n and 2n samples; the extrapolated value is exact to the fourth order of the step.
+double Extrapolated(const CubicBezier& b, int n) {
+    return (4 * test::SampledLength(Curve(b), 2 * n) - test::SampledLength(Curve(b), n)) / 3;
+}
+
+TEST(Bezier, LengthAgainstExtrapolatedChords) {
+    test::Random random;
+    for (int i = 0; i < 100; ++i) {
+        const CubicBezier b = Random(random);
+        EXPECT_NEAR(b.GetLength() / Extrapolated(b, 20000), 1, 1e-10);
+    }
+}
+
+// Closed forms: straight pieces with any spacing, a piece that turns back on itself, and a parabola.
+TEST(Bezier, LengthOfClosedForms) {
+    EXPECT_NEAR((CubicBezier{{0, 0}, {0, 0}, {3, 4}, {3, 4}}).GetLength(), 5, 1e-13);
+    EXPECT_EQ((CubicBezier{{1, 1}, {1, 1}, {1, 1}, {1, 1}}).GetLength(), 0);
+    // x = 3t(1-t)^2 - 3t^2(1-t) ... on a line: out to its extremes and back
+    const CubicBezier back{{0, 0}, {1, 0}, {-1, 0}, {0, 0}};
+    const double extreme = back.PointAt((3 - std::sqrt(3.0)) / 6).x;
+    EXPECT_NEAR(back.GetLength() / (4 * extreme), 1, 1e-10);
+    // y = x^2 on [0, 1], raised to degree three
+    const CubicBezier parabola{{0, 0}, {1 / 3.0, 0}, {2 / 3.0, 1 / 3.0}, {1, 1}};
+    EXPECT_NEAR(parabola.GetLength(), std::sqrt(5.0) / 2 + std::asinh(2.0) / 4, 1e-13);
+    // a cusp in the middle, by symmetry x = y mirrored: twice one smooth half
+    const CubicBezier cusp{{0, 0}, {1, 1}, {0, 1}, {1, 0}};
+    const CubicBezier half{{0, 0}, {0.5, 0.5}, {0.5, 0.75}, {0.5, 0.75}};
+    EXPECT_NEAR(cusp.GetLength() / (2 * Extrapolated(half, 100000)), 1, 1e-9);
+}
+
+TEST(Bezier, ParameterAtLengthInvertsTheLength) {
+    test::Random random;
+    for (int i = 0; i < 100; ++i) {
+        const CubicBezier b = Random(random);
+        const double t = b.ParameterAt(random.Uniform(0, 1));
+        // the first part on its own, by de Casteljau
+        const DPOINT2 p01 = math::Interpolate(b.start, b.ctrl1, t), p12 = math::Interpolate(b.ctrl1, b.ctrl2, t);
+        const CubicBezier part{b.start, p01, math::Interpolate(p01, p12, t), b.PointAt(t)};
+        const double ratio = part.GetLength() / b.GetLength();
+        EXPECT_NEAR(b.ParameterAt(ratio), t, 1e-8);
+        EXPECT_NEAR((CubicBezier{b.end, b.ctrl2, b.ctrl1, b.start}).ParameterAt(1 - ratio), 1 - t, 1e-8);
+    }
+}
+
+TEST(Bezier, NearestBoxAndAreaAgainstSamples) {
+    test::Random random;
+    for (int i = 0; i < 300; ++i) {
+        const CubicBezier b = Random(random);
+        const DPOINT2 p = random.Point();
+        const double distance = math::D2GetDistance(p, b.GetNearest(p));
+        const double sampled = test::SampledDistance(Curve(b), p, 5000);
+        EXPECT_LE(distance, sampled + 1e-9);
+        EXPECT_GE(distance, sampled - 0.1) << "one sample step";
+        test::ExpectBoxFits(b.GetBounds(), Curve(b), 5000, 1e-4);
+        EXPECT_NEAR(b.GetChordArea(), test::SampledArea(Curve(b), 5000), 1e-2);
+    }
+}
+
+// Straight pieces with equally spaced controls have a derivative of lower degree in every coordinate.
+TEST(Bezier, DegenerateBoxes) {
+    const math::Bounds line = CubicBezier{{0, 0}, {1, 1}, {2, 2}, {3, 3}}.GetBounds();
+    EXPECT_POINT_NEAR(line.upper, (DPOINT2{3, 3}), 1e-15);
+    const math::Bounds parabola = CubicBezier{{0, 0}, {1, 2}, {2, 2}, {3, 0}}.GetBounds();
+    EXPECT_NEAR(parabola.upper.y, 1.5, 1e-15);
+}
+
+TEST(Bezier, TangentsWhereTheDerivativeVanishes) {
+    const CubicBezier doubled{{0, 0}, {0, 0}, {3, 4}, {3, 4}};
+    EXPECT_POINT_NEAR(doubled.TangentAt(0), (DPOINT2{0.6, 0.8}), 1e-12);
+    EXPECT_POINT_NEAR(doubled.TangentAt(1), (DPOINT2{0.6, 0.8}), 1e-12);
+    EXPECT_POINT_NEAR((CubicBezier{{1, 1}, {1, 1}, {1, 1}, {1, 1}}).TangentAt(0.5), (DPOINT2{0, 0}), 0);
+}
+
+TEST(Bezier, HostileNumbersEnd) {
+    for (const double a : {0.0, 1e-320, 1e300, test::kInf, test::kNaN}) {
+        const CubicBezier b{{a, 0}, {1, a}, {-a, 1}, {a, a}};
+        (void)b.GetLength();
+        (void)b.ParameterAt(0.5);
+        (void)b.GetNearest({a, 1});
+        (void)b.GetBounds();
+    }
+}
+
+} // namespace
