@@ -4,12 +4,7 @@
 add_library(qev_options INTERFACE)
 target_compile_options(qev_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wold-style-cast -Wnon-virtual-dtor
-  -Woverloaded-virtual -Wnull-dereference -Werror -ffp-contract=off)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # the sanitizers' instrumentation makes this warning guess wrong
-  target_compile_options(qev_options INTERFACE $<$<CONFIG:Debug>:-Wno-null-dereference>)
-endif()
-
+  -Woverloaded-virtual -Werror -ffp-contract=off)
 # qev_library(NAME SOURCE...): one of the installed shared libraries. Its headers stand in include/<name in lower case>
 # beside its sources.
 function(qev_library name)

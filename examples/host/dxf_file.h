@@ -1,0 +1,63 @@
+/// \file
+/// The entities and blocks of a DXF file, not yet turned into objects.
+#pragma once
+
+#include <map>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "drawing_error.h"
+#include "dxf_groups.h"
+
+namespace host {
+
+/// An entity with its groups. A POLYLINE carries the groups of its vertices too, each led by its group 0.
+struct DxfEntity {
+    std::string_view type;
+    std::size_t firstGroup = 0;
+    std::size_t groupCount = 0;
+    std::string where; ///< "line 12"
+};
+
+struct DxfBlock {
+    double baseX = 0;
+    double baseY = 0;
+    std::vector<DxfEntity> entities;
+};
+
+/// A DXF file in memory. What it holds points into its bytes.
+class DxfFile {
+public:
+    /// Reads a file into memory; a DrawingError when there is none, it is empty or larger than 256 MB.
+    static std::string Load(const std::string& path);
+
+    /// Takes the file apart. What is wrong goes to the log; a strict log throws it.
+    DxfFile(std::string_view bytes, ErrorLog& log);
+
+    const std::vector<DxfEntity>& Entities() const { return m_entities; }
+    const DxfBlock* FindBlock(std::string_view name) const;
+    std::span<const DxfGroup> GroupsOf(const DxfEntity& entity) const {
+        return std::span(m_groups).subspan(entity.firstGroup, entity.groupCount);
+    }
+
+private:
+    void Read(std::string_view bytes);
+    void StartEntity(const DxfGroup& group);
+    void AddGroup(const DxfGroup& group);
+
+    enum class Section { kNone, kSkipped, kBlocks, kEntities };
+    Section m_section = Section::kNone;
+    DxfBlock* m_block = nullptr;  // the open block
+    DxfBlock m_newBlock;          // until its name is known
+    bool m_inBlockHeader = false;
+    DxfEntity* m_entity = nullptr; // the entity that takes groups
+    bool m_inVertices = false;
+
+    std::vector<DxfGroup> m_groups;
+    std::vector<DxfEntity> m_entities;
+    std::map<std::string, DxfBlock, std::less<>> m_blocks;
+};
+
+} // namespace host

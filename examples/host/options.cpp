@@ -1,0 +1,67 @@
+#include "options.h"
+
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+namespace host {
+
+const char* const kUsage =
+    R"(usage: qev_host DRAWING.dxf [option ...]
+  --svg FILE          draw the picture: outlines, start points, directions, sharp corners
+  --rows N            print at most N rows of the table (40)
+  --join MM           join open pieces whose ends lie this near (0.01; 0 joins nothing)
+  --lenient           report what was readable of a damaged drawing
+  --polyline ERROR    convert every object to lines and arcs within ERROR mm, draw them over it
+  --cut OBJ:FROM:TO   cut a stretch out of object OBJ; positions are segment index + ratio
+)";
+
+namespace {
+
+template <class T>
+T Parse(std::string_view text, const std::string& option) {
+    T value{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool whole = error == std::errc() && end == text.data() + text.size();
+    if (!whole) throw UsageError(option + " takes a number, not '" + std::string(text) + "'");
+    return value;
+}
+
+CutOption ParseCut(std::string_view text) {
+    const std::size_t first = text.find(':');
+    const std::size_t second = first == std::string_view::npos ? first : text.find(':', first + 1);
+    if (second == std::string_view::npos) throw UsageError("--cut takes OBJECT:FROM:TO");
+    return {Parse<int>(text.substr(0, first), "--cut"), Parse<double>(text.substr(first + 1, second - first - 1), "--cut"),
+            Parse<double>(text.substr(second + 1), "--cut")};
+}
+
+double NotNegative(double value, const std::string& option) {
+    if (!(value >= 0 && std::isfinite(value))) throw UsageError(option + " takes a number that is not negative");
+    return value;
+}
+
+} // namespace
+
+Options ParseOptions(int argc, const char* const* argv) {
+    Options options;
+    for (int i = 1; i < argc; ++i) {
+        const std::string option = argv[i];
+        const auto value = [&]() -> std::string_view {
+            if (++i >= argc) throw UsageError(option + " takes a value");
+            return argv[i];
+        };
+        if (option == "--svg") options.svg = value();
+        else if (option == "--rows") options.rows = static_cast<int>(NotNegative(Parse<int>(value(), option), option));
+        else if (option == "--join") options.joinTolerance = NotNegative(Parse<double>(value(), option), option);
+        else if (option == "--lenient") options.lenient = true;
+        else if (option == "--polyline") options.polylineError = NotNegative(Parse<double>(value(), option), option);
+        else if (option == "--cut") options.cut = ParseCut(value());
+        else if (option.starts_with("-")) throw UsageError("there is no option " + option);
+        else if (!options.drawing.empty()) throw UsageError("only one drawing can be read");
+        else options.drawing = option;
+    }
+    if (options.drawing.empty()) throw UsageError("no drawing is named");
+    return options;
+}
+
+} // namespace host

@@ -1,0 +1,39 @@
+/// \file
+/// The host's command line.
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace host {
+
+/// OBJECT:FROM:TO, positions as segment index + ratio.
+struct CutOption {
+    int object = 0;
+    double from = 0;
+    double to = 0;
+};
+
+struct Options {
+    std::string drawing;
+    std::string svg;          ///< where the picture goes; empty for none
+    bool lenient = false;
+    double joinTolerance = 0.01; ///< mm; 0 joins nothing
+    int rows = 40;
+    std::optional<double> polylineError;
+    std::optional<CutOption> cut;
+};
+
+/// The command line cannot be used; the text says why.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+extern const char* const kUsage;
+
+/// Throws UsageError.
+Options ParseOptions(int argc, const char* const* argv);
+
+} // namespace host

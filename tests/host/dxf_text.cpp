@@ -1,0 +1,49 @@
+#include "host/dxf_text.h"
+
+#include <cstring>
+#include <sstream>
+
+namespace test {
+
+std::string Groups(const std::string& text) {
+    std::istringstream in(text);
+    std::string lines;
+    for (std::string word; in >> word;) lines += word + "\n";
+    return lines;
+}
+
+std::string DxfFile(const std::string& entities, const std::string& blocks) {
+    return Groups("999 a_test 0 SECTION 2 BLOCKS " + blocks + " 0 ENDSEC 0 SECTION 2 ENTITIES " + entities + " 0 ENDSEC 0 EOF");
+}
+
+std::string BinaryFile(const std::string& asciiFile) {
+    std::string bytes("AutoCAD Binary DXF\r\n\x1a\0", 22);
+    std::istringstream in(asciiFile);
+    std::string code, value;
+    while (std::getline(in, code) && std::getline(in, value)) {
+        const int number = std::stoi(code);
+        bytes += static_cast<char>(number & 255);
+        bytes += static_cast<char>(number >> 8);
+        const double asDouble = std::strtod(value.c_str(), nullptr);
+        const auto asInteger = static_cast<std::int64_t>(asDouble);
+        const auto append = [&](const void* data, std::size_t size) { bytes.append(static_cast<const char*>(data), size); };
+        if ((number >= 10 && number <= 59) || (number >= 210 && number <= 239)) append(&asDouble, 8);
+        else if ((number >= 60 && number <= 79)) append(&asInteger, 2);
+        else if (number >= 90 && number <= 99) append(&asInteger, 4);
+        else append(value.c_str(), value.size() + 1);
+    }
+    return bytes;
+}
+
+std::string ErrorOf(const std::string& bytes) {
+    host::ErrorLog log(false);
+    host::Drawing drawing;
+    try {
+        host::ReadDxfBytes(bytes, log, drawing);
+    } catch (const host::DrawingError& error) {
+        return error.what();
+    }
+    return "";
+}
+
+} // namespace test
