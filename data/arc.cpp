@@ -9,8 +9,8 @@
 namespace qev {
 namespace {
 
-// A bulge above this closes all but 0.04 radians of the circle; the rounding of the short chord is multiplied by
-// half the bulge in the radius.
+// A bulge above this closes all but 0.04 radians of the circle; the rounding of the short chord is multiplied
+// by half the bulge in the radius.
 constexpr double kMaxPieceBulge = 100;
 
 CContourDirection::ContourDirection_T DirectionOf(bool counterClockwise) {
@@ -20,7 +20,8 @@ CContourDirection::ContourDirection_T DirectionOf(bool counterClockwise) {
 } // namespace
 
 CCadCircle::CCadCircle(const math::DPOINT2& centre, double radius, bool counterClockwise, bool newId)
-    : CCadObject(newId), m_ptCenter(centre), m_dRadius(std::abs(radius)), m_bCounterClockwise(counterClockwise) {}
+    : CCadObject(newId), m_ptCenter(centre), m_dRadius(std::abs(radius)),
+      m_bCounterClockwise(counterClockwise) {}
 
 math::DPOINT2 CCadCircle::GetPoint(double angle) const {
     return m_ptCenter + math::Rotated({m_dRadius, 0}, angle);
@@ -86,7 +87,8 @@ int CCadArc::GetPieceCount() const {
 
 OutlinePiece CCadArc::GetPiece(int index) const {
     const double pieceAngle = m_dCentralAngle / GetPieceCount();
-    return SEGMENT(GetPoint(index * pieceAngle), GetPoint((index + 1) * pieceAngle), Sign() * std::tan(pieceAngle / 4));
+    return SEGMENT(GetPoint(index * pieceAngle), GetPoint((index + 1) * pieceAngle),
+                   Sign() * std::tan(pieceAngle / 4));
 }
 
 CContourDirection::ContourDirection_T CCadArc::GetDirection() const {

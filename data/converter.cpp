@@ -19,7 +19,8 @@ namespace {
 constexpr double kSmallestError = 1e-6;
 // More pieces than this are refused: a plain polyline of them fills 24 MB.
 constexpr std::size_t kMaxPieces = 1'000'000;
-// Radians, half the angle of a chord: however large the error, a circle does not fall below a triangle's chords.
+// Radians, half the angle of a chord: however large the error, a circle does not fall below a triangle's
+// chords.
 constexpr double kWidestChord = math::kPi / 3;
 
 bool IsFinite(const SEGMENT& segment) {
@@ -100,7 +101,8 @@ private:
         for (double quadrant = std::floor(phase) + 1; from < end; ++quadrant) {
             const double to = std::min(end, (quadrant - phase) * math::kHalfPi);
             if (!Fit(curve, from, to)) return false;
-            for (const FitNode& node : m_vecNodes) m_out.AddArc(arc.PointAt(arc.GetStart() + sign * node.u), node.bulge);
+            for (const FitNode& node : m_vecNodes)
+                m_out.AddArc(arc.PointAt(arc.GetStart() + sign * node.u), node.bulge);
             from = to;
         }
         return true;
@@ -108,14 +110,18 @@ private:
 
     // One quadrant is fitted; the others are its mirror images, run forward and backward in turn.
     bool AddWholeEllipse(const math::EllipticArc& arc) {
-        if (!Fit(FitEllipse(arc), 0, math::kHalfPi) || !HasRoomFor(4.0 * static_cast<double>(m_vecNodes.size()))) return false;
+        if (!Fit(FitEllipse(arc), 0, math::kHalfPi)
+            || !HasRoomFor(4.0 * static_cast<double>(m_vecNodes.size())))
+            return false;
         const double sign = arc.GetSweep() < 0 ? -1 : 1;
         const int count = static_cast<int>(m_vecNodes.size());
         for (int half = 0; half < 2; ++half) {
             const double passed = half * math::kPi;
-            for (const FitNode& node : m_vecNodes) m_out.AddArc(arc.PointAt(sign * (passed + node.u)), node.bulge);
+            for (const FitNode& node : m_vecNodes)
+                m_out.AddArc(arc.PointAt(sign * (passed + node.u)), node.bulge);
             for (int i = count - 1; i > 0; --i)
-                m_out.AddArc(arc.PointAt(sign * (passed + math::kPi - m_vecNodes[i - 1].u)), m_vecNodes[i].bulge);
+                m_out.AddArc(arc.PointAt(sign * (passed + math::kPi - m_vecNodes[i - 1].u)),
+                             m_vecNodes[i].bulge);
             m_out.AddArc(half == 0 ? arc.PointAt(sign * math::kPi) : arc.PointAt(0), m_vecNodes[0].bulge);
         }
         return true;
@@ -132,7 +138,8 @@ CConvertCadObjectToCadPolyline::CConvertCadObjectToCadPolyline(const char* setti
     const auto word = CParam::FindKey(settings ? settings : "", "SegmentType");
     const double error = CParam::GetKey_DBL_FromString(settings, "AbsoluteError");
     m_bChords = word == "Line";
-    if (std::isfinite(error) && (word == "Both" || word == "Arc" || m_bChords)) m_dError = std::max(error, kSmallestError);
+    if (std::isfinite(error) && (word == "Both" || word == "Arc" || m_bChords))
+        m_dError = std::max(error, kSmallestError);
 }
 
 bool CConvertCadObjectToCadPolyline::operator()(const CCadObject* object, CCadPolyline*& out) const {

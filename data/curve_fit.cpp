@@ -15,8 +15,8 @@ constexpr double kGoodFit = 0.9;
 // Steps are aimed at this part of the error, so that the aim does not overshoot it.
 constexpr double kAim = 0.96;
 
-// The joint of a biarc is searched this far, of the stretch, from its ends: nearer the directions to the ends are
-// blurred by rounding.
+// The joint of a biarc is searched this far, of the stretch, from its ends: nearer the directions to the ends
+// are blurred by rounding.
 constexpr double kJointMargin = 1e-3;
 // Radians. Tangents that make the same angle with the chord to this are met by one arc.
 constexpr double kSameAngle = 1e-9;
@@ -55,9 +55,9 @@ Fit FitChord(const FitCurve& curve, double from, double to) {
     return {{{to, 0}, {}}, 1, Deviation(curve, from, to, chord)};
 }
 
-// The joint of a biarc may lie anywhere on one circle through both ends (Bolton 1975); here it is the point in
-// which that circle meets the curve. There the direction v from the joint to the end has turned against the
-// direction w from the start to the joint by half of what the tangents turn.
+// The joint of a biarc may lie anywhere on one circle through both ends (Bolton 1975); here it is the point
+// in which that circle meets the curve. There the direction v from the joint to the end has turned against
+// the direction w from the start to the joint by half of what the tangents turn.
 std::optional<double> JointOnCurve(const FitCurve& curve, double from, double to, double halfTurn) {
     const math::DPOINT2 start = curve.PointAt(from);
     const math::DPOINT2 end = curve.PointAt(to);
@@ -68,7 +68,8 @@ std::optional<double> JointOnCurve(const FitCurve& curve, double from, double to
         const double turn = std::atan2(math::Cross(w, v), math::Dot(w, v)) - halfTurn;
         const double speed = math::Norm(end - start) / (to - from);
         const math::DPOINT2 travel = curve.TangentAt(u, false) * speed;
-        return std::pair(turn, -math::Cross(v, travel) / math::Dot(v, v) - math::Cross(w, travel) / math::Dot(w, w));
+        return std::pair(turn, -math::Cross(v, travel) / math::Dot(v, v)
+                                   - math::Cross(w, travel) / math::Dot(w, w));
     };
     const double margin = (to - from) * kJointMargin;
     const double low = excess(from + margin).first;
@@ -102,7 +103,8 @@ Fit FitBiarc(const FitCurve& curve, double from, double to) {
     return {{{*u, first}, {to, second}}, 2, deviation};
 }
 
-// A stretch that is shorter than the error is its own chord whatever it does: this ends the steps into a cusp.
+// A stretch that is shorter than the error is its own chord whatever it does: this ends the steps into a
+// cusp.
 Fit FitStep(const FitCurve& curve, double from, double to, const FitSettings& settings) {
     if (curve.GetLengthBound(from, to) <= settings.error) return {{{to, 0}, {}}, 1, 0};
     if (!curve.Advances(from, to)) return kNoFit;
@@ -111,7 +113,8 @@ Fit FitStep(const FitCurve& curve, double from, double to, const FitSettings& se
 
 // The longest step from a parameter that keeps the error, found by the order with which the deviation grows.
 // `step` holds the first guess and then the step taken.
-std::optional<Fit> LongestStep(const FitCurve& curve, double from, double to, double& step, const FitSettings& settings) {
+std::optional<Fit> LongestStep(const FitCurve& curve, double from, double to, double& step,
+                               const FitSettings& settings) {
     constexpr int kMaxTries = 80;
     const double order = settings.chords ? 2 : 3;
     std::optional<Fit> best;
@@ -174,8 +177,8 @@ math::CubicBezier FitBezier::Stretch(double from, double to) const {
 bool FitBezier::Advances(double from, double to) const {
     const math::CubicBezier b = Stretch(from, to);
     const math::DPOINT2 chord = b.end - b.start;
-    return math::Dot(chord, chord) > 0 && math::Dot(b.ctrl1 - b.start, chord) >= 0 && math::Dot(b.ctrl2 - b.ctrl1, chord) >= 0
-           && math::Dot(b.end - b.ctrl2, chord) >= 0;
+    return math::Dot(chord, chord) > 0 && math::Dot(b.ctrl1 - b.start, chord) >= 0
+           && math::Dot(b.ctrl2 - b.ctrl1, chord) >= 0 && math::Dot(b.end - b.ctrl2, chord) >= 0;
 }
 
 double FitBezier::GetLengthBound(double from, double to) const {
@@ -183,7 +186,8 @@ double FitBezier::GetLengthBound(double from, double to) const {
     return math::Norm(b.ctrl1 - b.start) + math::Norm(b.ctrl2 - b.ctrl1) + math::Norm(b.end - b.ctrl2);
 }
 
-bool FitStretch(const FitCurve& curve, double from, double to, const FitSettings& settings, std::vector<FitNode>& nodes) {
+bool FitStretch(const FitCurve& curve, double from, double to, const FitSettings& settings,
+                std::vector<FitNode>& nodes) {
     double step = to - from;
     for (double u = from; u < to;) {
         const auto fit = LongestStep(curve, u, to, step, settings);

@@ -1,9 +1,10 @@
 /// \file
-/// Approximation of a smooth curve by chords or by biarcs under a guaranteed deviation. Private to the data library.
+/// Approximation of a smooth curve by chords or by biarcs under a guaranteed deviation. Private to the data
+/// library.
 ///
-/// A curve is walked greedily: each step is as long as the error allows. The deviation of a step is not sampled.
-/// It is largest where the distance from the fitted line or circle is stationary, and those parameters are the
-/// exact roots of the curve's foot equation (math::FootEquation).
+/// A curve is walked greedily: each step is as long as the error allows. The deviation of a step is not
+/// sampled. It is largest where the distance from the fitted line or circle is stationary, and those
+/// parameters are the exact roots of the curve's foot equation (math::FootEquation).
 #pragma once
 
 #include <vector>
@@ -15,8 +16,8 @@
 
 namespace qev {
 
-/// What the fit has to know of a curve, parametrised by u from 0. It works in a frame with the origin on or in
-/// the curve, so that drawings far from their origin lose no digits.
+/// What the fit has to know of a curve, parametrised by u from 0. It works in a frame with the origin on or
+/// in the curve, so that drawings far from their origin lose no digits.
 class FitCurve {
 public:
     virtual ~FitCurve() = default;
@@ -39,7 +40,9 @@ public:
         : m_arc(arc.Translated(-arc.GetCenter())), m_dSign(arc.GetSweep() < 0 ? -1 : 1) {}
 
     math::DPOINT2 PointAt(double u) const override { return m_arc.PointAt(ParameterAt(u)); }
-    math::DPOINT2 TangentAt(double u, bool) const override { return m_arc.TangentAt(ParameterAt(u)) * m_dSign; }
+    math::DPOINT2 TangentAt(double u, bool) const override {
+        return m_arc.TangentAt(ParameterAt(u)) * m_dSign;
+    }
     math::Parameters SolveFoot(const math::FootEquation& equation, double from, double to) const override;
     bool Advances(double, double) const override { return true; }
     double GetLengthBound(double from, double to) const override;
@@ -82,8 +85,9 @@ struct FitSettings {
     std::size_t maxNodes = 0;
 };
 
-/// Appends the nodes that approximate the curve between two parameters; false when they would be too many or the
-/// curve is not finite.
-bool FitStretch(const FitCurve& curve, double from, double to, const FitSettings& settings, std::vector<FitNode>& nodes);
+/// Appends the nodes that approximate the curve between two parameters; false when they would be too many or
+/// the curve is not finite.
+bool FitStretch(const FitCurve& curve, double from, double to, const FitSettings& settings,
+                std::vector<FitNode>& nodes);
 
 } // namespace qev

@@ -13,7 +13,8 @@ double Directed(double sweep, bool counterClockwise) {
 
 CCadEllipse::CCadEllipse(const math::DPOINT2& centre, double semiAxisA, double semiAxisB, double rotation,
                          bool counterClockwise, bool newId)
-    : CCadObject(newId), m_outline(centre, semiAxisA, semiAxisB, rotation, 0, Directed(math::kTwoPi, counterClockwise)) {}
+    : CCadObject(newId),
+      m_outline(centre, semiAxisA, semiAxisB, rotation, 0, Directed(math::kTwoPi, counterClockwise)) {}
 
 CCadObject* CCadEllipse::Clone(bool newId) const {
     return Cloned(new CCadEllipse(*this), newId);
@@ -23,8 +24,9 @@ CContourDirection::ContourDirection_T CCadEllipse::GetDirection() const {
     return IsCounterClockwise() ? CContourDirection::COUNTERCLOCKWISE : CContourDirection::CLOCKWISE;
 }
 
-CCadEllipseArc::CCadEllipseArc(const math::DPOINT2& centre, double semiAxisA, double semiAxisB, double rotation,
-                               double startParameter, double sweepParameter, bool counterClockwise, bool newId)
+CCadEllipseArc::CCadEllipseArc(const math::DPOINT2& centre, double semiAxisA, double semiAxisB,
+                               double rotation, double startParameter, double sweepParameter,
+                               bool counterClockwise, bool newId)
     : CCadObject(newId), m_outline(centre, semiAxisA, semiAxisB, rotation, startParameter,
                                    Directed(CentralAngle(sweepParameter), counterClockwise)),
       m_bCounterClockwise(counterClockwise) {}

@@ -25,7 +25,8 @@ CadRect CCadMultiSegments::GetBoundRect() const {
     return ToRect(bounds);
 }
 
-// Triangles from the start point, which the closing chord meets in, and what the segments add to their chords.
+// Triangles from the start point, which the closing chord meets in, and what the segments add to their
+// chords.
 CContourDirection::ContourDirection_T CCadMultiSegments::GetDirection() const {
     constexpr double kNoArea = 1e-9; // mm^2: a contour that encloses less runs neither way
     const math::DPOINT2 start = GetStartPoint();

@@ -28,7 +28,8 @@ std::optional<std::string_view> CParam::FindKey(std::string_view text, std::stri
         const std::string_view item = text.substr(0, text.find(';'));
         text.remove_prefix(std::min(text.size(), item.size() + 1));
         const std::size_t sign = item.find('=');
-        if (sign != std::string_view::npos && Trimmed(item.substr(0, sign)) == key) return Trimmed(item.substr(sign + 1));
+        if (sign != std::string_view::npos && Trimmed(item.substr(0, sign)) == key)
+            return Trimmed(item.substr(sign + 1));
     }
     return std::nullopt;
 }

@@ -27,7 +27,8 @@ struct Nearest {
 
 void SearchPieces(const CCadObject& leaf, const math::DPOINT2& p, Nearest& best) {
     for (int i = 0, count = leaf.GetPieceCount(); i < count; ++i) {
-        const math::DPOINT2 point = std::visit([&](const auto& piece) { return piece.GetNearest(p); }, leaf.GetPiece(i));
+        const math::DPOINT2 point =
+            std::visit([&](const auto& piece) { return piece.GetNearest(p); }, leaf.GetPiece(i));
         const double distance = math::D2GetDistance(p, point);
         if (distance < best.distance) best = {distance, point};
     }
@@ -49,7 +50,8 @@ CCadObject* Hit(const CCadGroup* group, const math::DPOINT2& p, double tolerance
     double best = tolerance;
     TreeWalk walk(group, PickedMembers);
     for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
-        if (step != TreeWalk::Step::kLeaf || !MayReach(walk.Object()->GetBoundRect(), p, best + kTie)) continue;
+        if (step != TreeWalk::Step::kLeaf || !MayReach(walk.Object()->GetBoundRect(), p, best + kTie))
+            continue;
         math::DPOINT2 point;
         const double distance = GetMinDistance(walk.Object(), p, point);
         if (math::IsNoPoint(point) || !(distance <= tolerance && (!hit || distance <= best + kTie))) continue;

@@ -70,7 +70,8 @@ math::DPOINT2 CCadPolyline::GetEndPoint() const {
 SEGMENT CCadPolyline::GetSegment(int index) const {
     if (index < 0 || index >= GetNodeCount()) return {};
     const ARCNODE& node = m_vecNodes[index];
-    const math::DPOINT2 start = index > 0 ? math::DPOINT2{m_vecNodes[index - 1].x, m_vecNodes[index - 1].y} : m_ptStart;
+    const math::DPOINT2 start =
+        index > 0 ? math::DPOINT2{m_vecNodes[index - 1].x, m_vecNodes[index - 1].y} : m_ptStart;
     return SEGMENT(start, {node.x, node.y}, node.bulge);
 }
 

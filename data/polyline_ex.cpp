@@ -22,7 +22,8 @@ void CCadPolylineEx::AddArc(const math::DPOINT2& end, double bulge) {
     m_vecNodes.emplace_back(PresentEnd(), end, bulge);
 }
 
-void CCadPolylineEx::AddBezier(const math::DPOINT2& ctrl1, const math::DPOINT2& ctrl2, const math::DPOINT2& end) {
+void CCadPolylineEx::AddBezier(const math::DPOINT2& ctrl1, const math::DPOINT2& ctrl2,
+                               const math::DPOINT2& end) {
     m_vecNodes.emplace_back(PresentEnd(), ctrl1, ctrl2, end);
 }
 

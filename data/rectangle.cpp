@@ -5,14 +5,16 @@
 
 namespace qev {
 
-CCadRectangle::CCadRectangle(const math::DPOINT2& corner, double width, double height, double rotation, bool newId)
+CCadRectangle::CCadRectangle(const math::DPOINT2& corner, double width, double height, double rotation,
+                             bool newId)
     : CCadMultiSegments(newId) {
     const double left = width < 0 ? width : 0;
     const double bottom = height < 0 ? height : 0;
     const double right = left + std::abs(width);
     const double top = bottom + std::abs(height);
     m_ptVertices = {{{left, bottom}, {right, bottom}, {right, top}, {left, top}}};
-    for (math::DPOINT2& vertex : m_ptVertices) vertex = corner + (rotation == 0 ? vertex : math::Rotated(vertex, rotation));
+    for (math::DPOINT2& vertex : m_ptVertices)
+        vertex = corner + (rotation == 0 ? vertex : math::Rotated(vertex, rotation));
 }
 
 math::DPOINT2 CCadRectangle::GetVertex(int index) const {

@@ -95,8 +95,8 @@ double BulgeArc::GetChordArea() const {
     return diameter * diameter * MinusSine(2 * HalfAngle(bulge)) / 8;
 }
 
-// The centre lies on the chord's perpendicular at chord/2 * cot(theta/2) = chord/4 * (1/b - b). The start angle
-// comes from the chord's direction, which a far centre would blur.
+// The centre lies on the chord's perpendicular at chord/2 * cot(theta/2) = chord/4 * (1/b - b). The start
+// angle comes from the chord's direction, which a far centre would blur.
 bool SolveArc(const DPOINT2& start, const DPOINT2& end, double bulge, DPOINT2& centre, double& radius,
               double& startAngle, double& sweep) {
     centre = {};
@@ -106,7 +106,8 @@ bool SolveArc(const DPOINT2& start, const DPOINT2& end, double bulge, DPOINT2& c
     if (!(Norm(chord) >= kZeroLength && std::abs(angle) >= kZeroAngle)) return false;
     centre = (start + end) * 0.5 + LeftOf(chord) * ((1 / bulge - bulge) / 4);
     radius = Norm(chord) / 2 / std::abs(HalfAngleSine(bulge));
-    startAngle = RegularizeRadian(std::atan2(chord.y, chord.x) - HalfAngle(bulge) - std::copysign(kHalfPi, bulge));
+    startAngle =
+        RegularizeRadian(std::atan2(chord.y, chord.x) - HalfAngle(bulge) - std::copysign(kHalfPi, bulge));
     sweep = angle;
     return true;
 }

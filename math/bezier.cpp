@@ -81,7 +81,8 @@ void ForEachExtreme(double p0, double p1, double p2, double p3, const Add& add) 
 }
 
 double ControlExtent(const CubicBezier& bezier) {
-    return Norm(bezier.ctrl1 - bezier.start) + Norm(bezier.ctrl2 - bezier.ctrl1) + Norm(bezier.end - bezier.ctrl2);
+    return Norm(bezier.ctrl1 - bezier.start) + Norm(bezier.ctrl2 - bezier.ctrl1)
+           + Norm(bezier.end - bezier.ctrl2);
 }
 
 } // namespace
@@ -129,7 +130,8 @@ Parameters CubicBezier::SolveFoot(const FootEquation& equation, double from, dou
     Quintic c{};
     for (int i = 0; i < 4; ++i)
         for (int j = 0; j < 3; ++j)
-            c[i + j] += cubicWeight[i] * quadraticWeight[j] / quinticWeight[i + j] * Dot(cubic[i], quadratic[j]);
+            c[i + j] +=
+                cubicWeight[i] * quadraticWeight[j] / quinticWeight[i + j] * Dot(cubic[i], quadratic[j]);
     Parameters roots;
     c = Split(c, from);
     Split(c, (to - from) / (1 - from));

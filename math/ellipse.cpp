@@ -13,9 +13,9 @@ double ClampedSweep(double sweep) {
     return sweep;
 }
 
-// The foot equation in the ellipse's own frame, A sin t - B cos t = D sin t cos t, reflected so that A, B and D
-// are not negative. Then there is one root in the first quadrant and one in the third. The fourth holds two, on
-// both sides of tan^3 t = -B/A, when A^(2/3) + B^(2/3) <= D^(2/3) (inside the evolute), else none.
+// The foot equation in the ellipse's own frame, A sin t - B cos t = D sin t cos t, reflected so that A, B and
+// D are not negative. Then there is one root in the first quadrant and one in the third. The fourth holds
+// two, on both sides of tan^3 t = -B/A, when A^(2/3) + B^(2/3) <= D^(2/3) (inside the evolute), else none.
 struct FootQuartic {
     double a;
     double b;
@@ -40,8 +40,8 @@ struct FootQuartic {
 
 } // namespace
 
-EllipticArc::EllipticArc(const DPOINT2& centre, double semiAxisA, double semiAxisB, double rotation, double start,
-                         double sweep)
+EllipticArc::EllipticArc(const DPOINT2& centre, double semiAxisA, double semiAxisB, double rotation,
+                         double start, double sweep)
     : m_ptCenter(centre), m_vAxisA(Rotated({std::abs(semiAxisA), 0}, rotation)),
       m_vAxisB(Rotated({0, std::abs(semiAxisB)}, rotation)), m_dSemiAxisA(std::abs(semiAxisA)),
       m_dSemiAxisB(std::abs(semiAxisB)), m_dStart(RegularizeRadian(start)), m_dSweep(ClampedSweep(sweep)) {}
@@ -113,7 +113,8 @@ Parameters EllipticArc::SolveFoot(const FootEquation& equation) const {
     double d = equation.curvature * (m_dSemiAxisA - m_dSemiAxisB) * (m_dSemiAxisA + m_dSemiAxisB);
     Parameters roots;
     if (a == 0 && b == 0 && d == 0) return roots;
-    // sin and cos change sign under t -> -t, t -> pi - t and t -> t + pi: pick the one that makes all three positive
+    // sin and cos change sign under t -> -t, t -> pi - t and t -> t + pi: pick the one that makes all three
+    // positive
     const bool turned = d < 0;
     if (turned) {
         a = -a;

@@ -1,6 +1,6 @@
 /// \file
-/// The library's knowledge of kinds: what shape each kind code has, which codes each family of functions serves, and
-/// the one place where an object is used through its class.
+/// The library's knowledge of kinds: what shape each kind code has, which codes each family of functions
+/// serves, and the one place where an object is used through its class.
 #pragma once
 
 #include <array>
@@ -19,7 +19,19 @@
 namespace qev {
 
 /// What an object of a kind is to this library.
-enum class Shape { kNone, kDot, kLine, kCircle, kArc, kEllipse, kEllipseArc, kContour, kGroup, kRelationGroup, kText };
+enum class Shape {
+    kNone,
+    kDot,
+    kLine,
+    kCircle,
+    kArc,
+    kEllipse,
+    kEllipseArc,
+    kContour,
+    kGroup,
+    kRelationGroup,
+    kText
+};
 
 struct KindRow {
     cad_t code;
@@ -72,8 +84,8 @@ private:
     std::uint32_t m_bits = 0;
 };
 
-// The functions do not agree on which kinds are segment contours. That is intended: each set is what its functions
-// have always served, and callers sort their objects by it.
+// The functions do not agree on which kinds are segment contours. That is intended: each set is what its
+// functions have always served, and callers sort their objects by it.
 
 /// Counts, ends, segment lengths, directions: the kinds with a segment interface.
 inline constexpr KindSet kSegmentContours{kCadRectangle, kCad1820, kCad1830, kCadPolyline, kCadPolylineEx};
@@ -82,16 +94,16 @@ inline constexpr KindSet kLengthContours = kSegmentContours + kCad1800 + kCadCur
 /// Direction at a position: written before the extended polyline, with the curve that answers one segment.
 inline constexpr KindSet kDirectionContours = kSegmentContours - kCadPolylineEx + kCadCurve;
 
-/// A contour of a set that a visit asked for, used through the virtual operations of CCadObject: a host's own kinds
-/// need not share a class.
+/// A contour of a set that a visit asked for, used through the virtual operations of CCadObject: a host's own
+/// kinds need not share a class.
 struct Contour {
     const CCadObject& object;
 };
 
 /// The kinds that are one piece.
 template <class T>
-concept SinglePiece = std::same_as<T, CCadLine> || std::same_as<T, CCadCircle> || std::same_as<T, CCadArc>
-                      || std::same_as<T, CCadEllipse> || std::same_as<T, CCadEllipseArc>;
+concept SinglePiece = std::same_as<T, CCadLine> || std::same_as<T, CCadCircle> || std::same_as<
+    T, CCadArc> || std::same_as<T, CCadEllipse> || std::same_as<T, CCadEllipseArc>;
 
 /// Joins handlers for classes into one visitor.
 template <class... Handlers>
@@ -99,34 +111,44 @@ struct Handle : Handlers... {
     using Handlers::operator()...;
 };
 
-/// Calls the handler for what an object is: its class for a dot or a single-piece kind, Contour for a contour of the
-/// set. Null, containers, texts, other kinds and shapes without a handler give the fallback.
+/// Calls the handler for what an object is: its class for a dot or a single-piece kind, Contour for a contour
+/// of the set. Null, containers, texts, other kinds and shapes without a handler give the fallback.
 template <class Result, class Visitor>
 Result VisitCad(const CCadObject* object, KindSet contours, Result fallback, const Visitor& visitor) {
     if (!object) return fallback;
     const auto call = [&]<class T>(const T& served) -> Result {
-        if constexpr (std::is_invocable_v<const Visitor&, const T&>) return visitor(served);
-        else return fallback;
+        if constexpr (std::is_invocable_v<const Visitor&, const T&>)
+            return visitor(served);
+        else
+            return fallback;
     };
     const cad_t code = object->GetType();
     switch (ShapeOf(code)) {
-    case Shape::kDot: return call(static_cast<const CCadDot&>(*object));
-    case Shape::kLine: return call(static_cast<const CCadLine&>(*object));
-    case Shape::kCircle: return call(static_cast<const CCadCircle&>(*object));
-    case Shape::kArc: return call(static_cast<const CCadArc&>(*object));
-    case Shape::kEllipse: return call(static_cast<const CCadEllipse&>(*object));
-    case Shape::kEllipseArc: return call(static_cast<const CCadEllipseArc&>(*object));
-    case Shape::kContour: return contours.Has(code) ? call(Contour{*object}) : fallback;
+    case Shape::kDot:
+        return call(static_cast<const CCadDot&>(*object));
+    case Shape::kLine:
+        return call(static_cast<const CCadLine&>(*object));
+    case Shape::kCircle:
+        return call(static_cast<const CCadCircle&>(*object));
+    case Shape::kArc:
+        return call(static_cast<const CCadArc&>(*object));
+    case Shape::kEllipse:
+        return call(static_cast<const CCadEllipse&>(*object));
+    case Shape::kEllipseArc:
+        return call(static_cast<const CCadEllipseArc&>(*object));
+    case Shape::kContour:
+        return contours.Has(code) ? call(Contour{*object}) : fallback;
     case Shape::kGroup:
     case Shape::kRelationGroup:
     case Shape::kText:
-    case Shape::kNone: return fallback;
+    case Shape::kNone:
+        return fallback;
     }
     return fallback;
 }
 
-/// Whether a code is that of a container by the bits that containers share. 0x1B00 passes and is none, so that the
-/// object's class is looked at before its members are.
+/// Whether a code is that of a container by the bits that containers share. 0x1B00 passes and is none, so
+/// that the object's class is looked at before its members are.
 constexpr bool IsContainerCode(cad_t code) {
     constexpr cad_t kContainerBits = 0x1900;
     return (code & kContainerBits) == kContainerBits;

@@ -8,9 +8,11 @@
 namespace qev {
 namespace {
 
-// Appends the leaves that pass. They are gathered first, so that the output may be a list that is being walked.
+// Appends the leaves that pass. They are gathered first, so that the output may be a list that is being
+// walked.
 template <class Root, class Passes>
-void AppendLeaves(const Root* root, TreeWalk::MembersOf membersOf, std::list<CCadObject*>* out, const Passes& passes) {
+void AppendLeaves(const Root* root, TreeWalk::MembersOf membersOf, std::list<CCadObject*>* out,
+                  const Passes& passes) {
     if (!out) return;
     std::list<CCadObject*> found;
     TreeWalk walk(root, membersOf);
@@ -27,7 +29,8 @@ const std::list<CCadObject*>* NoMembers(const CCadObject&) {
 
 void RemoveCadByType(const std::list<CCadObject*>* selection, std::list<CCadObject*>* out, int mask) {
     if (mask & kCadGroup) {
-        AppendLeaves(selection, NoMembers, out, [](const CCadObject& object) { return !IsPlainGroup(object); });
+        AppendLeaves(selection, NoMembers, out,
+                     [](const CCadObject& object) { return !IsPlainGroup(object); });
     } else {
         AppendLeaves(selection, GroupMembers, out,
                      [mask](const CCadObject& leaf) { return (mask & leaf.GetType()) == 0; });
@@ -36,7 +39,9 @@ void RemoveCadByType(const std::list<CCadObject*>* selection, std::list<CCadObje
 
 void RemoveCadByType(const std::list<CCadObject*>* selection, std::list<CCadObject*>* out,
                      const std::list<cad_t>& kinds) {
-    const auto isListed = [&](cad_t code) { return std::find(kinds.begin(), kinds.end(), code) != kinds.end(); };
+    const auto isListed = [&](cad_t code) {
+        return std::find(kinds.begin(), kinds.end(), code) != kinds.end();
+    };
     const bool dropGroups = isListed(kCadGroup);
     AppendLeaves(selection, dropGroups ? NoMembers : GroupMembers, out,
                  [&](const CCadObject& leaf) { return !isListed(leaf.GetType()) && !IsPlainGroup(leaf); });
@@ -54,7 +59,8 @@ void CollectLeafNode(const std::list<CCadObject*>* selection, std::list<CCadObje
 }
 
 void CollectObject(CCadObject* object, CCadGroup* group) {
-    if (group) AppendLeaves(object, GroupMembers, &group->GetObjectsList(), [](const CCadObject&) { return true; });
+    if (group)
+        AppendLeaves(object, GroupMembers, &group->GetObjectsList(), [](const CCadObject&) { return true; });
 }
 
 } // namespace qev

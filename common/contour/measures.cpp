@@ -28,8 +28,9 @@ math::DPOINT2 EndOfLeaf(const CCadObject* leaf, End end) {
                            [&](const Contour& contour) { return pick(contour.object); }});
 }
 
-// Goes down through first (last) members. A container that holds itself is found by comparing with one remembered on
-// the way, which is renewed after 1, 2, 4, ... steps (Brent's cycle search): no memory, however deep the nesting.
+// Goes down through first (last) members. A container that holds itself is found by comparing with one
+// remembered on the way, which is renewed after 1, 2, 4, ... steps (Brent's cycle search): no memory, however
+// deep the nesting.
 math::DPOINT2 EndOf(const CCadObject* object, End end) {
     const CCadObject* remembered = nullptr;
     for (std::size_t step = 0, renewal = 1; object; ++step) {
@@ -90,7 +91,8 @@ double GetCadLength(const CCadObject* object) {
 }
 
 double GetSegLength(const CCadPolyline* polyline, int i) {
-    if (!polyline || i < 0 || i >= polyline->GetSegmentCount()) return std::numeric_limits<double>::quiet_NaN();
+    if (!polyline || i < 0 || i >= polyline->GetSegmentCount())
+        return std::numeric_limits<double>::quiet_NaN();
     return polyline->GetSegment(i).GetLength();
 }
 
@@ -121,7 +123,8 @@ double GetCadPolylineArea(const CCadMultiSegments* contour, bool bSigned) {
 
 CContourDirection::ContourDirection_T GetCadOBjectDir(const CCadObject* object) {
     const auto byFlag = [](const auto& curve) {
-        return curve.IsCounterClockwise() ? CContourDirection::COUNTERCLOCKWISE : CContourDirection::CLOCKWISE;
+        return curve.IsCounterClockwise() ? CContourDirection::COUNTERCLOCKWISE
+                                          : CContourDirection::CLOCKWISE;
     };
     return VisitCad(object, kSegmentContours, CContourDirection::NONE,
                     Handle{[&](const CCadCircle& circle) { return byFlag(circle); },

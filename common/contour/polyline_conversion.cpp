@@ -19,15 +19,17 @@ CCadPolyline* Convert(const CCadObject* object, const char* segmentType, double 
 
 // Whether all segments of the polyline come from the one piece of a curve.
 bool IsCurve(const CCadObject* object) {
-    return VisitCad(object, kSegmentContours, false,
-                    Handle{[](const SinglePiece auto&) { return true; }, [](const CCadLine&) { return false; }});
+    return VisitCad(
+        object, kSegmentContours, false,
+        Handle{[](const SinglePiece auto&) { return true; }, [](const CCadLine&) { return false; }});
 }
 
 } // namespace
 
 CCadPolyline* Convert2Polyline(const CCadObject* object, int nSegmentType, double dAbsoluteError) {
     constexpr const char* kSegmentTypes[] = {"Both", "Line", "Arc"};
-    if (!object || nSegmentType < 0 || nSegmentType >= static_cast<int>(std::size(kSegmentTypes))) return nullptr;
+    if (!object || nSegmentType < 0 || nSegmentType >= static_cast<int>(std::size(kSegmentTypes)))
+        return nullptr;
     return Convert(object, kSegmentTypes[nSegmentType], dAbsoluteError);
 }
 

@@ -76,8 +76,10 @@ void NormalizePos(const CCadObject* object, math::POLYPOS& pos) {
         pos = {GetNextSegmentIndex(object, pos.nSegIndex), 0.0};
     }
     if (count < 1 || pos.nSegIndex < count) return;
-    if (closed) pos.nSegIndex %= count;
-    else if (pos.nSegIndex == count && IsSame(pos.dRatio, 0)) pos = {count - 1, 1.0};
+    if (closed)
+        pos.nSegIndex %= count;
+    else if (pos.nSegIndex == count && IsSame(pos.dRatio, 0))
+        pos = {count - 1, 1.0};
 }
 
 void NormalizePosRange(const CCadObject* object, math::PosRange& range) {
@@ -91,7 +93,8 @@ double PolyPosToDouble(const math::POLYPOS& pos) {
 
 math::POLYPOS DoubleToPolyPos(const CCadObject* object, double value) {
     const double index = std::floor(value);
-    if (!(index >= std::numeric_limits<int>::min() && index <= std::numeric_limits<int>::max())) return {-1, 0.0};
+    if (!(index >= std::numeric_limits<int>::min() && index <= std::numeric_limits<int>::max()))
+        return {-1, 0.0};
     math::POLYPOS pos{static_cast<int>(index), value - index};
     NormalizePos(object, pos);
     return pos;

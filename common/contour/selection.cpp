@@ -25,8 +25,10 @@ int ClosednessOfLeaf(const CCadObject& leaf) {
 }
 
 void Combine(int& running, int member) {
-    if (running == kNothing) running = member;
-    else if (running != member) running = kMixed;
+    if (running == kNothing)
+        running = member;
+    else if (running != member)
+        running = kMixed;
 }
 
 // Whether every leaf passes; `passes` may also end the walk with an answer.

@@ -43,13 +43,16 @@ private:
         double radius = 0;
         double startAngle = 0;
         double sweep = 0; // stays 0 for a line
-        math::SolveArc(segment.ptStart, segment.ptEnd, segment.GetArc().bulge, centre, radius, startAngle, sweep);
+        math::SolveArc(segment.ptStart, segment.ptEnd, segment.GetArc().bulge, centre, radius, startAngle,
+                       sweep);
         return std::tan(part * sweep * 0.25);
     }
 
     void AddArc(const math::DPOINT2& end, double bulge) {
-        if (m_pExtended) m_pExtended->AddArc(end, bulge);
-        else m_pPlain->AddArc(end, bulge);
+        if (m_pExtended)
+            m_pExtended->AddArc(end, bulge);
+        else
+            m_pPlain->AddArc(end, bulge);
     }
 
     void Extend() {
@@ -87,7 +90,8 @@ double SpanInSegments(const math::PosRange& range, int count) {
 CCadMultiSegments* GetMultiSementsByRange(const CCadMultiSegments* contour, const math::PosRange& range) {
     if (IsInvalidRange(contour, range)) return nullptr;
     const int count = contour->GetSegmentCount();
-    const bool runsRound = range.start.nSegIndex == range.end.nSegIndex && !(range.end.dRatio > range.start.dRatio);
+    const bool runsRound =
+        range.start.nSegIndex == range.end.nSegIndex && !(range.end.dRatio > range.start.dRatio);
     int i = range.start.nSegIndex;
     double from = range.start.dRatio;
     Cut cut(contour->GetSegment(i).GetPoint(from));
@@ -104,7 +108,8 @@ CCadMultiSegments* GetPolylineByRange(const CCadMultiSegments* contour, const ma
     return GetMultiSementsByRange(contour, range);
 }
 
-CCadMultiSegments* GetMultiSementsByRangeRound(const CCadMultiSegments* contour, const math::PosRange& range, int nMode) {
+CCadMultiSegments* GetMultiSementsByRangeRound(const CCadMultiSegments* contour, const math::PosRange& range,
+                                               int nMode) {
     if (IsInvalidRange(contour, range)) return nullptr;
     math::PosRange rounded = range;
     rounded.start.dRatio = RoundedRatio(range.start.dRatio, nMode, true);

@@ -62,17 +62,19 @@ bool CalcArcParam(const math::DPOINT2& start, const math::DPOINT2& end, double b
     return true;
 }
 
-bool CalcArcParam(const math::DPOINT2& start, const math::DPOINT2& end, const math::DPOINT2& centre, bool clockwise,
-                  double& bulge) {
+bool CalcArcParam(const math::DPOINT2& start, const math::DPOINT2& end, const math::DPOINT2& centre,
+                  bool clockwise, double& bulge) {
     double angle = IntersectionAngle(start - centre, end - centre);
-    if (angle < 0 && !clockwise) angle += math::kTwoPi;
-    else if (angle > 0 && clockwise) angle -= math::kTwoPi;
+    if (angle < 0 && !clockwise)
+        angle += math::kTwoPi;
+    else if (angle > 0 && clockwise)
+        angle -= math::kTwoPi;
     bulge = std::tan(angle / 4);
     return true;
 }
 
-void RetrieveArcInf(const math::DPOINT2& start, const math::DPOINT2& end, const double& bulge, math::DPOINT2* centre,
-                    double* startAngle, double* endAngle, double* radius) {
+void RetrieveArcInf(const math::DPOINT2& start, const math::DPOINT2& end, const double& bulge,
+                    math::DPOINT2* centre, double* startAngle, double* endAngle, double* radius) {
     const auto arc = Solve(start, end, bulge);
     if (!arc) return;
     Store(centre, arc->centre);

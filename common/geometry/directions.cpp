@@ -92,10 +92,14 @@ math::DPOINT2 EllipseArcDirection(const CCadEllipseArc& arc, double ratio) {
 } // namespace
 
 void GetVector(const SEGMENT& a, const SEGMENT& b, math::DPOINT2& va, math::DPOINT2& vb) {
-    if (a.nType == SEGMENT::kLine) va = a.ptStart - a.ptEnd;
-    else if (a.nType == SEGMENT::kArc) va = -ForwardAt(a, a.ptEnd);
-    if (b.nType == SEGMENT::kLine) vb = b.ptEnd - b.ptStart;
-    else if (b.nType == SEGMENT::kArc) vb = ForwardAt(b, b.ptStart);
+    if (a.nType == SEGMENT::kLine)
+        va = a.ptStart - a.ptEnd;
+    else if (a.nType == SEGMENT::kArc)
+        va = -ForwardAt(a, a.ptEnd);
+    if (b.nType == SEGMENT::kLine)
+        vb = b.ptEnd - b.ptStart;
+    else if (b.nType == SEGMENT::kArc)
+        vb = ForwardAt(b, b.ptStart);
 }
 
 double GetTangent(SEGMENT segment, double at, math::DPOINT2* tangent) {
@@ -140,7 +144,8 @@ math::DPOINT2 GetVector(const CCadObject* object, int nSegIndex, double dRatio) 
                },
                [&](const CCadArc& arc) {
                    const double sign = arc.IsCounterClockwise() ? 1 : -1;
-                   return OnCircle(arc.GetRadius(), arc.GetStartAngle() + arc.GetCentralAngle() * dRatio * sign, sign);
+                   return OnCircle(arc.GetRadius(),
+                                   arc.GetStartAngle() + arc.GetCentralAngle() * dRatio * sign, sign);
                },
                [&](const CCadEllipse& ellipse) { return EllipseDirection(ellipse, nSegIndex, dRatio); },
                [&](const CCadEllipseArc& arc) { return EllipseArcDirection(arc, dRatio); },

@@ -17,7 +17,9 @@ struct Affine {
     math::DPOINT2 Vector(const math::DPOINT2& v) const { return x * v.x + y * v.y; }
     math::DPOINT2 Point(const math::DPOINT2& p) const { return Vector(p) + shift; }
     /// First `inner`, then this.
-    Affine operator*(const Affine& inner) const { return {Vector(inner.x), Vector(inner.y), Point(inner.shift)}; }
+    Affine operator*(const Affine& inner) const {
+        return {Vector(inner.x), Vector(inner.y), Point(inner.shift)};
+    }
 
     bool IsMirrored() const { return math::Cross(x, y) < 0; }
     /// Whether circles stay circles.
@@ -36,7 +38,9 @@ struct Affine {
 
     static Affine Translation(const math::DPOINT2& shift) { return {{1, 0}, {0, 1}, shift}; }
     static Affine Scale(double sx, double sy) { return {{sx, 0}, {0, sy}, {}}; }
-    static Affine Rotation(double angle) { return {math::Rotated({1, 0}, angle), math::Rotated({0, 1}, angle), {}}; }
+    static Affine Rotation(double angle) {
+        return {math::Rotated({1, 0}, angle), math::Rotated({0, 1}, angle), {}};
+    }
 };
 
 } // namespace host

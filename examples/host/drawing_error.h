@@ -14,8 +14,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Takes the errors of one drawing. A strict reader stops at the first one; a lenient one notes it, leaves the entity
-/// out, and goes on.
+/// Takes the errors of one drawing. A strict reader stops at the first one; a lenient one notes it, leaves
+/// the entity out, and goes on.
 class ErrorLog {
 public:
     explicit ErrorLog(bool lenient) : m_lenient(lenient) {}

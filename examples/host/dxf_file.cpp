@@ -53,7 +53,8 @@ void DxfFile::Read(std::string_view bytes) {
             AddGroup(group);
         }
     }
-    if (m_section == Section::kNone) throw DrawingError(groups.Where() + ": the file holds no section, it is no DXF file");
+    if (m_section == Section::kNone)
+        throw DrawingError(groups.Where() + ": the file holds no section, it is no DXF file");
     throw DrawingError(groups.Where() + ": the file ends before its EOF mark");
 }
 

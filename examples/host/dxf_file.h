@@ -49,8 +49,8 @@ private:
 
     enum class Section { kNone, kSkipped, kBlocks, kEntities };
     Section m_section = Section::kNone;
-    DxfBlock* m_block = nullptr;  // the open block
-    DxfBlock m_newBlock;          // until its name is known
+    DxfBlock* m_block = nullptr; // the open block
+    DxfBlock m_newBlock;         // until its name is known
     bool m_inBlockHeader = false;
     DxfEntity* m_entity = nullptr; // the entity that takes groups
     bool m_inVertices = false;

@@ -10,7 +10,8 @@ namespace host {
 namespace {
 
 constexpr std::string_view kBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
-// mm: a thousand kilometres. What lies beyond is damage, and would only lose the rest of the drawing's digits.
+// mm: a thousand kilometres. What lies beyond is damage, and would only lose the rest of the drawing's
+// digits.
 constexpr double kLargestNumber = 1e9;
 
 std::string_view Trimmed(std::string_view text) {
@@ -42,12 +43,12 @@ ValueType TypeOf(int code) {
         int first, last;
         ValueType type;
     } ranges[] = {
-        {10, 59, ValueType::kDouble},     {60, 79, ValueType::kInt16},    {90, 99, ValueType::kInt32},
-        {110, 149, ValueType::kDouble},   {160, 169, ValueType::kInt64},  {170, 179, ValueType::kInt16},
-        {210, 239, ValueType::kDouble},   {270, 289, ValueType::kInt16},  {290, 299, ValueType::kByte},
-        {310, 319, ValueType::kChunk},    {370, 389, ValueType::kInt16},  {400, 409, ValueType::kInt16},
-        {420, 429, ValueType::kInt32},    {440, 459, ValueType::kInt32},  {460, 469, ValueType::kDouble},
-        {1004, 1004, ValueType::kChunk},  {1010, 1059, ValueType::kDouble}, {1060, 1070, ValueType::kInt16},
+        {10, 59, ValueType::kDouble},    {60, 79, ValueType::kInt16},      {90, 99, ValueType::kInt32},
+        {110, 149, ValueType::kDouble},  {160, 169, ValueType::kInt64},    {170, 179, ValueType::kInt16},
+        {210, 239, ValueType::kDouble},  {270, 289, ValueType::kInt16},    {290, 299, ValueType::kByte},
+        {310, 319, ValueType::kChunk},   {370, 389, ValueType::kInt16},    {400, 409, ValueType::kInt16},
+        {420, 429, ValueType::kInt32},   {440, 459, ValueType::kInt32},    {460, 469, ValueType::kDouble},
+        {1004, 1004, ValueType::kChunk}, {1010, 1059, ValueType::kDouble}, {1060, 1070, ValueType::kInt16},
         {1071, 1071, ValueType::kInt32},
     };
     for (const auto& range : ranges)
@@ -63,7 +64,8 @@ std::string DxfGroup::Where() const {
 
 double DxfGroup::AsNumber() const {
     double value = number;
-    if (!isBinary && !Parse(text, value)) throw DrawingError(Where() + ": " + Quoted(text) + " is not a number");
+    if (!isBinary && !Parse(text, value))
+        throw DrawingError(Where() + ": " + Quoted(text) + " is not a number");
     if (!(std::abs(value) <= kLargestNumber)) {
         const std::string shown = isBinary ? std::to_string(value) : Quoted(text);
         throw DrawingError(Where() + ": the number " + shown + " is out of range");
@@ -73,7 +75,8 @@ double DxfGroup::AsNumber() const {
 
 int DxfGroup::AsInteger() const {
     const double value = AsNumber();
-    if (value != std::floor(value)) throw DrawingError(Where() + ": " + Quoted(text) + " is not a whole number");
+    if (value != std::floor(value))
+        throw DrawingError(Where() + ": " + Quoted(text) + " is not a whole number");
     return static_cast<int>(value);
 }
 
@@ -134,8 +137,10 @@ bool DxfGroups::NextBinary(DxfGroup& group) {
     group.place = static_cast<std::uint32_t>(m_at);
     const auto codeBytes = Take(m_codeSize);
     group.code = static_cast<unsigned char>(codeBytes[0]);
-    if (m_codeSize == 2) group.code |= static_cast<unsigned char>(codeBytes[1]) << 8;
-    else if (group.code == 255) group.code = static_cast<int>(TakeInteger(2)); // extended data of old files
+    if (m_codeSize == 2)
+        group.code |= static_cast<unsigned char>(codeBytes[1]) << 8;
+    else if (group.code == 255)
+        group.code = static_cast<int>(TakeInteger(2)); // extended data of old files
     const ValueType type = TypeOf(group.code);
     group.isBinary = type != ValueType::kText && type != ValueType::kChunk;
     switch (type) {
@@ -148,11 +153,21 @@ bool DxfGroups::NextBinary(DxfGroup& group) {
         std::memcpy(&group.number, bytes.data(), sizeof group.number);
         break;
     }
-    case ValueType::kInt16: group.number = TakeInteger(2); break;
-    case ValueType::kInt32: group.number = TakeInteger(4); break;
-    case ValueType::kInt64: group.number = TakeInteger(8); break;
-    case ValueType::kByte: group.number = TakeInteger(1); break;
-    case ValueType::kChunk: group.text = Take(static_cast<unsigned char>(Take(1)[0])); break;
+    case ValueType::kInt16:
+        group.number = TakeInteger(2);
+        break;
+    case ValueType::kInt32:
+        group.number = TakeInteger(4);
+        break;
+    case ValueType::kInt64:
+        group.number = TakeInteger(8);
+        break;
+    case ValueType::kByte:
+        group.number = TakeInteger(1);
+        break;
+    case ValueType::kChunk:
+        group.text = Take(static_cast<unsigned char>(Take(1)[0]));
+        break;
     }
     return true;
 }

@@ -11,8 +11,8 @@ namespace host {
 /// One group. The text points into the file's bytes.
 struct DxfGroup {
     int code = 0;
-    bool isBinary = false;    ///< the value is in `number`
-    std::uint32_t place = 0;  ///< line of the value, or byte of the group in a binary file
+    bool isBinary = false;   ///< the value is in `number`
+    std::uint32_t place = 0; ///< line of the value, or byte of the group in a binary file
     std::string_view text;
     double number = 0;
 

@@ -103,7 +103,8 @@ public:
 // Builds the objects of a file under its limits.
 class Builder {
 public:
-    Builder(const DxfFile& file, ErrorLog& log, Drawing& drawing) : m_file(file), m_log(log), m_drawing(drawing) {}
+    Builder(const DxfFile& file, ErrorLog& log, Drawing& drawing)
+        : m_file(file), m_log(log), m_drawing(drawing) {}
 
     void AddAll(const std::vector<DxfEntity>& entities, const Affine& map, qev::CCadGroup& into, int depth) {
         for (const DxfEntity& entity : entities) {
@@ -125,12 +126,12 @@ private:
 
     void Add(const Fields& fields, const Affine& map, qev::CCadGroup& into, int depth) {
         static constexpr Row kRows[] = {
-            {"LINE", &Builder::AddLine, false},         {"POINT", &Builder::AddPoint, false},
-            {"CIRCLE", &Builder::AddCircle, true},      {"ARC", &Builder::AddArc, true},
-            {"ELLIPSE", &Builder::AddEllipse, false},   {"LWPOLYLINE", &Builder::AddLwPolyline, true},
-            {"POLYLINE", &Builder::AddPolyline, true},  {"SPLINE", &Builder::AddSpline, false},
-            {"TEXT", &Builder::AddText, true},          {"MTEXT", &Builder::AddText, false},
-            {"INSERT", &Builder::AddInsert, true},      {"SEQEND", nullptr, false},
+            {"LINE", &Builder::AddLine, false},        {"POINT", &Builder::AddPoint, false},
+            {"CIRCLE", &Builder::AddCircle, true},     {"ARC", &Builder::AddArc, true},
+            {"ELLIPSE", &Builder::AddEllipse, false},  {"LWPOLYLINE", &Builder::AddLwPolyline, true},
+            {"POLYLINE", &Builder::AddPolyline, true}, {"SPLINE", &Builder::AddSpline, false},
+            {"TEXT", &Builder::AddText, true},         {"MTEXT", &Builder::AddText, false},
+            {"INSERT", &Builder::AddInsert, true},     {"SEQEND", nullptr, false},
         };
         constexpr int kInPaperSpace = 67;
         if (fields.Integer(kInPaperSpace, 0) == 1) return;
@@ -144,7 +145,8 @@ private:
         ++m_drawing.skipped[std::string(fields.Entity().type)];
     }
 
-    // The plane of the entity's normal: seen from below its x axis is turned round. Tilted planes are not drawn.
+    // The plane of the entity's normal: seen from below its x axis is turned round. Tilted planes are not
+    // drawn.
     static std::optional<Affine> OwnAxes(const Fields& fields) {
         const double z = fields.Number(230, 1);
         if (std::abs(z) < kUpright) return std::nullopt;
@@ -153,7 +155,8 @@ private:
 
     void Give(const Fields& fields, std::unique_ptr<qev::CCadObject> object, qev::CCadGroup& into) {
         m_segments += std::max(1, object->GetPieceCount());
-        if (m_segments > kMostSegments) Fail(fields, "makes the drawing larger than " + std::to_string(kMostSegments) + " segments");
+        if (m_segments > kMostSegments)
+            Fail(fields, "makes the drawing larger than " + std::to_string(kMostSegments) + " segments");
         object->SetKey("Layer", std::string(fields.Text(8)).c_str());
         into.PushBack(object.release());
     }
@@ -179,7 +182,9 @@ private:
         const double radius = f.Number(40);
         const double start = math::AngleToRadian(f.Number(50));
         const double sweep = math::RegularizeRadian(math::AngleToRadian(f.Number(51)) - start);
-        Give(f, MakeArc({f.Point(10), {radius, 0}, {0, radius}, start, sweep == 0 ? math::kTwoPi : sweep}, map), into);
+        Give(f,
+             MakeArc({f.Point(10), {radius, 0}, {0, radius}, start, sweep == 0 ? math::kTwoPi : sweep}, map),
+             into);
     }
 
     void AddEllipse(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
@@ -189,11 +194,15 @@ private:
         const double sweep = f.Number(42, math::kTwoPi) - start;
         constexpr double kWhole = 1e-9; // radians
         const bool whole = std::abs(std::abs(sweep) - math::kTwoPi) < kWhole || sweep == 0;
-        Give(f, MakeArc({f.Point(10), major, math::LeftOf(major) * (f.Number(40) * up), start,
-                         whole ? math::kTwoPi : math::RegularizeRadian(sweep)}, map), into);
+        Give(f,
+             MakeArc({f.Point(10), major, math::LeftOf(major) * (f.Number(40) * up), start,
+                      whole ? math::kTwoPi : math::RegularizeRadian(sweep)},
+                     map),
+             into);
     }
 
-    void AddContour(const Fields& f, const std::vector<SEGMENT>& segments, const Affine& map, qev::CCadGroup& into) {
+    void AddContour(const Fields& f, const std::vector<SEGMENT>& segments, const Affine& map,
+                    qev::CCadGroup& into) {
         if (segments.empty()) f.Fail("has fewer than two points");
         Give(f, MakeContour(segments, map), into);
     }
@@ -204,12 +213,14 @@ private:
 
     void AddPolyline(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
         constexpr int kMeshFlags = 16 | 64;
-        constexpr int kFrameVertex = 16; // a control point of a smoothed polyline, beside the points of the curve
+        constexpr int kFrameVertex =
+            16; // a control point of a smoothed polyline, beside the points of the curve
         if (f.Integer(70, 0) & kMeshFlags) {
             ++m_drawing.skipped["POLYLINE mesh"];
             return;
         }
-        const auto firstVertex = std::find_if(f.Groups().begin(), f.Groups().end(), [](const DxfGroup& g) { return g.code == 0; });
+        const auto firstVertex =
+            std::find_if(f.Groups().begin(), f.Groups().end(), [](const DxfGroup& g) { return g.code == 0; });
         auto vertices = VerticesOf({firstVertex, f.Groups().end()}, 10, 42);
         std::erase_if(vertices, [](const Vertex& v) { return (v.flags & kFrameVertex) != 0; });
         AddContour(f, SegmentsOf(vertices, (f.Integer(70, 0) & 1) != 0), map, into);
@@ -229,7 +240,8 @@ private:
         if (!byFitPoints)
             if (const char* fault = FaultOf(spline)) f.Fail(fault);
         std::vector<SEGMENT> segments;
-        for (const math::CubicBezier& b : byFitPoints ? ThroughPoints(fit, (f.Integer(70, 0) & 1) != 0) : ToBeziers(spline))
+        for (const math::CubicBezier& b :
+             byFitPoints ? ThroughPoints(fit, (f.Integer(70, 0) & 1) != 0) : ToBeziers(spline))
             segments.emplace_back(b.start, b.ctrl1, b.ctrl2, b.end);
         AddContour(f, segments, map, into);
     }
@@ -242,11 +254,13 @@ private:
         const double angle = f.Find(11) && f.Entity().type == "MTEXT" ? math::D2GetNormalAngle(f.Point(11))
                                                                       : math::AngleToRadian(f.Number(50, 0));
         const double height = f.Number(40);
-        const Affine place = map * Affine::Translation(f.Point(10)) * Affine::Rotation(angle) * Affine::Scale(height, height);
+        const Affine place =
+            map * Affine::Translation(f.Point(10)) * Affine::Rotation(angle) * Affine::Scale(height, height);
         auto object = std::make_unique<qev::CCadText>(text.c_str());
         for (const Stroke& stroke : StrokesOf(text)) {
             std::vector<SEGMENT> segments;
-            for (std::size_t i = 0; i + 1 < stroke.size(); ++i) segments.emplace_back(stroke[i], stroke[i + 1]);
+            for (std::size_t i = 0; i + 1 < stroke.size(); ++i)
+                segments.emplace_back(stroke[i], stroke[i + 1]);
             Give(f, MakeContour(segments, place), *object->GetTextGroup());
         }
         Give(f, std::move(object), into);
@@ -255,16 +269,21 @@ private:
     void AddInsert(const Fields& f, const Affine& map, qev::CCadGroup& into, int depth) {
         const DxfBlock* block = m_file.FindBlock(f.Text(2));
         if (!block) f.Fail("names the block '" + std::string(f.Text(2)) + "', which does not exist");
-        if (depth >= kDeepestInsert) Fail(f, "lies deeper than " + std::to_string(kDeepestInsert) + " inserts: blocks that hold themselves?");
+        if (depth >= kDeepestInsert)
+            Fail(f, "lies deeper than " + std::to_string(kDeepestInsert)
+                        + " inserts: blocks that hold themselves?");
         const int columns = std::max(1, f.Integer(70, 1));
         const int rows = std::max(1, f.Integer(71, 1));
         const Affine turn = Affine::Rotation(math::AngleToRadian(f.Number(50, 0)));
-        const Affine fit = Affine::Scale(f.Number(41, 1), f.Number(42, 1)) * Affine::Translation({-block->baseX, -block->baseY});
+        const Affine fit = Affine::Scale(f.Number(41, 1), f.Number(42, 1))
+                           * Affine::Translation({-block->baseX, -block->baseY});
         for (int row = 0; row < rows; ++row)
             for (int column = 0; column < columns; ++column) {
-                if (++m_inserts > kMostInserts) Fail(f, "makes more than " + std::to_string(kMostInserts) + " inserts");
+                if (++m_inserts > kMostInserts)
+                    Fail(f, "makes more than " + std::to_string(kMostInserts) + " inserts");
                 const DPOINT2 cell{column * f.Number(44, 0), row * f.Number(45, 0)};
-                const Affine placed = map * Affine::Translation(f.Point(10)) * turn * Affine::Translation(cell) * fit;
+                const Affine placed =
+                    map * Affine::Translation(f.Point(10)) * turn * Affine::Translation(cell) * fit;
                 if (!placed.IsUsable()) f.Fail("scales or moves its block out of range");
                 auto group = std::make_unique<qev::CCadGroup>();
                 qev::CCadGroup& members = *group;

@@ -48,7 +48,8 @@ public:
             for (int end = 0; end < 2; ++end) m_cells[CellOf(pieces[i].ends[end], 0, 0)].push_back({i, end});
     }
 
-    /// The nearest end of an unused piece of the same layer within the tolerance; a piece of -1 when there is none.
+    /// The nearest end of an unused piece of the same layer within the tolerance; a piece of -1 when there is
+    /// none.
     EndRef Nearest(const DPOINT2& p, const CString& layer) const {
         EndRef best{-1, 0};
         double bestDistance = m_tolerance;
@@ -59,7 +60,8 @@ public:
                 for (const EndRef& ref : cell->second) {
                     const Piece& piece = m_pieces[ref.piece];
                     const double distance = math::D2GetDistance(p, piece.ends[ref.end]);
-                    if (piece.used || distance > bestDistance || piece.object->GetKey("Layer") != layer) continue;
+                    if (piece.used || distance > bestDistance || piece.object->GetKey("Layer") != layer)
+                        continue;
                     if (best.piece >= 0 && distance == bestDistance && ref.piece > best.piece) continue;
                     best = ref;
                     bestDistance = distance;
@@ -85,8 +87,10 @@ std::vector<SEGMENT> SegmentsOf(const Piece& piece, bool reversed) {
     std::vector<SEGMENT> segments;
     for (int i = 0; i < piece.object->GetPieceCount(); ++i) {
         const qev::OutlinePiece outline = piece.object->GetPiece(i);
-        if (const auto* segment = std::get_if<SEGMENT>(&outline)) segments.push_back(*segment);
-        else AppendBeziers(std::get<math::EllipticArc>(outline), segments);
+        if (const auto* segment = std::get_if<SEGMENT>(&outline))
+            segments.push_back(*segment);
+        else
+            AppendBeziers(std::get<math::EllipticArc>(outline), segments);
     }
     if (!reversed) return segments;
     std::reverse(segments.begin(), segments.end());
@@ -95,7 +99,8 @@ std::vector<SEGMENT> SegmentsOf(const Piece& piece, bool reversed) {
 }
 
 // A chain of pieces: each is entered at the end that is named.
-std::vector<EndRef> ChainFrom(int first, std::vector<Piece>& pieces, const EndIndex& index, double tolerance) {
+std::vector<EndRef> ChainFrom(int first, std::vector<Piece>& pieces, const EndIndex& index,
+                              double tolerance) {
     const CString layer = pieces[first].object->GetKey("Layer");
     std::vector<EndRef> chain{{first, 0}};
     pieces[first].used = true;
@@ -121,7 +126,8 @@ std::vector<EndRef> ChainFrom(int first, std::vector<Piece>& pieces, const EndIn
     return chain;
 }
 
-void Replace(qev::CCadGroup& group, std::vector<Piece>& pieces, const std::vector<EndRef>& chain, double tolerance) {
+void Replace(qev::CCadGroup& group, std::vector<Piece>& pieces, const std::vector<EndRef>& chain,
+             double tolerance) {
     std::vector<SEGMENT> segments;
     for (const EndRef& ref : chain) {
         const std::vector<SEGMENT> more = SegmentsOf(pieces[ref.piece], ref.end == 1);
@@ -129,7 +135,8 @@ void Replace(qev::CCadGroup& group, std::vector<Piece>& pieces, const std::vecto
     }
     if (math::D2GetDistance(segments.back().ptEnd, segments.front().ptStart) <= tolerance)
         segments.back().ptEnd = segments.front().ptStart;
-    const auto firstDrawn = std::min_element(chain.begin(), chain.end(), [](const EndRef& a, const EndRef& b) { return a.piece < b.piece; });
+    const auto firstDrawn = std::min_element(
+        chain.begin(), chain.end(), [](const EndRef& a, const EndRef& b) { return a.piece < b.piece; });
     auto contour = MakeContour(segments, {});
     contour->SetKey("Layer", pieces[firstDrawn->piece].object->GetKey("Layer"));
     group.GetObjectsList().insert(pieces[firstDrawn->piece].place, contour.release());

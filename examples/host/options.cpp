@@ -31,12 +31,14 @@ CutOption ParseCut(std::string_view text) {
     const std::size_t first = text.find(':');
     const std::size_t second = first == std::string_view::npos ? first : text.find(':', first + 1);
     if (second == std::string_view::npos) throw UsageError("--cut takes OBJECT:FROM:TO");
-    return {Parse<int>(text.substr(0, first), "--cut"), Parse<double>(text.substr(first + 1, second - first - 1), "--cut"),
+    return {Parse<int>(text.substr(0, first), "--cut"),
+            Parse<double>(text.substr(first + 1, second - first - 1), "--cut"),
             Parse<double>(text.substr(second + 1), "--cut")};
 }
 
 double NotNegative(double value, const std::string& option) {
-    if (!(value >= 0 && std::isfinite(value))) throw UsageError(option + " takes a number that is not negative");
+    if (!(value >= 0 && std::isfinite(value)))
+        throw UsageError(option + " takes a number that is not negative");
     return value;
 }
 
@@ -50,15 +52,24 @@ Options ParseOptions(int argc, const char* const* argv) {
             if (++i >= argc) throw UsageError(option + " takes a value");
             return argv[i];
         };
-        if (option == "--svg") options.svg = value();
-        else if (option == "--rows") options.rows = static_cast<int>(NotNegative(Parse<int>(value(), option), option));
-        else if (option == "--join") options.joinTolerance = NotNegative(Parse<double>(value(), option), option);
-        else if (option == "--lenient") options.lenient = true;
-        else if (option == "--polyline") options.polylineError = NotNegative(Parse<double>(value(), option), option);
-        else if (option == "--cut") options.cut = ParseCut(value());
-        else if (option.starts_with("-")) throw UsageError("there is no option " + option);
-        else if (!options.drawing.empty()) throw UsageError("only one drawing can be read");
-        else options.drawing = option;
+        if (option == "--svg")
+            options.svg = value();
+        else if (option == "--rows")
+            options.rows = static_cast<int>(NotNegative(Parse<int>(value(), option), option));
+        else if (option == "--join")
+            options.joinTolerance = NotNegative(Parse<double>(value(), option), option);
+        else if (option == "--lenient")
+            options.lenient = true;
+        else if (option == "--polyline")
+            options.polylineError = NotNegative(Parse<double>(value(), option), option);
+        else if (option == "--cut")
+            options.cut = ParseCut(value());
+        else if (option.starts_with("-"))
+            throw UsageError("there is no option " + option);
+        else if (!options.drawing.empty())
+            throw UsageError("only one drawing can be read");
+        else
+            options.drawing = option;
     }
     if (options.drawing.empty()) throw UsageError("no drawing is named");
     return options;

@@ -17,7 +17,7 @@ struct CutOption {
 
 struct Options {
     std::string drawing;
-    std::string svg;          ///< where the picture goes; empty for none
+    std::string svg; ///< where the picture goes; empty for none
     bool lenient = false;
     double joinTolerance = 0.01; ///< mm; 0 joins nothing
     int rows = 40;

@@ -51,7 +51,9 @@ std::unique_ptr<qev::CCadObject> MakeArc(const ConjugateArc& arc, const Affine& 
     const DPOINT2 b = v * std::cos(toAxis) - u * std::sin(toAxis);
     const double rotation = math::D2GetNormalAngle(a);
     const double start = (arc.start - toAxis) * (turned ? -1 : 1);
-    if (whole) return std::make_unique<qev::CCadEllipse>(centre, math::Norm(a), math::Norm(b), rotation, counterClockwise);
+    if (whole)
+        return std::make_unique<qev::CCadEllipse>(centre, math::Norm(a), math::Norm(b), rotation,
+                                                  counterClockwise);
     return std::make_unique<qev::CCadEllipseArc>(centre, math::Norm(a), math::Norm(b), rotation, start,
                                                  std::abs(arc.sweep), counterClockwise);
 }
@@ -73,23 +75,26 @@ std::unique_ptr<qev::CCadMultiSegments> MakeContour(const std::vector<SEGMENT>& 
     const bool keepsArcs = map.IsSimilarity();
     std::vector<SEGMENT> bent;
     for (const SEGMENT& segment : segments) {
-        if (segment.nType == SEGMENT::kArc && !keepsArcs) AppendBeziers(CircleOf(segment), bent);
-        else bent.push_back(segment);
+        if (segment.nType == SEGMENT::kArc && !keepsArcs)
+            AppendBeziers(CircleOf(segment), bent);
+        else
+            bent.push_back(segment);
     }
     const auto build = [&](auto contour, const auto& addBezier) -> std::unique_ptr<qev::CCadMultiSegments> {
         contour->SetStartPoint(map.Point(bent.empty() ? DPOINT2{} : bent.front().ptStart));
         for (const SEGMENT& segment : bent) {
             const SEGMENT moved = Mapped(segment, map);
-            if (moved.nType == SEGMENT::kBezier) addBezier(*contour, moved);
-            else contour->AddArc(moved.ptEnd, moved.dBulge);
+            if (moved.nType == SEGMENT::kBezier)
+                addBezier(*contour, moved);
+            else
+                contour->AddArc(moved.ptEnd, moved.dBulge);
         }
         return contour;
     };
     if (std::none_of(bent.begin(), bent.end(), [](const SEGMENT& s) { return s.nType == SEGMENT::kBezier; }))
         return build(std::make_unique<qev::CCadPolyline>(), [](auto&, const SEGMENT&) {});
-    return build(std::make_unique<qev::CCadPolylineEx>(), [](auto& contour, const SEGMENT& s) {
-        contour.AddBezier(s.ptCtrl1, s.ptCtrl2, s.ptEnd);
-    });
+    return build(std::make_unique<qev::CCadPolylineEx>(),
+                 [](auto& contour, const SEGMENT& s) { contour.AddBezier(s.ptCtrl1, s.ptCtrl2, s.ptEnd); });
 }
 
 } // namespace host

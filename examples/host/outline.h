@@ -20,12 +20,14 @@ struct ConjugateArc {
     double sweep = math::kTwoPi; ///< signed
 };
 
-/// The map of the arc as an object: a circle or an arc where it has become round, else an ellipse or an elliptic arc.
+/// The map of the arc as an object: a circle or an arc where it has become round, else an ellipse or an
+/// elliptic arc.
 std::unique_ptr<qev::CCadObject> MakeArc(const ConjugateArc& arc, const Affine& map);
 
-/// The map of segments that join end to start: a polyline, or an extended one when a Bezier piece is among them. An arc that the
-/// map squeezes into an elliptic one is given as Bezier pieces.
-std::unique_ptr<qev::CCadMultiSegments> MakeContour(const std::vector<qev::SEGMENT>& segments, const Affine& map);
+/// The map of segments that join end to start: a polyline, or an extended one when a Bezier piece is among
+/// them. An arc that the map squeezes into an elliptic one is given as Bezier pieces.
+std::unique_ptr<qev::CCadMultiSegments> MakeContour(const std::vector<qev::SEGMENT>& segments,
+                                                    const Affine& map);
 
 /// Appends an elliptic arc as Bezier pieces that deviate by less than 1e-7 of its size.
 void AppendBeziers(const math::EllipticArc& arc, std::vector<qev::SEGMENT>& segments);

@@ -32,12 +32,18 @@ const char* NameOf(qev::cad_t kind) {
 void CollectCorners(const qev::CCadPolyline& polyline, std::vector<math::DPOINT2>& corners) {
     const int count = polyline.GetSegmentCount();
     for (int i = polyline.IsClose() ? 0 : 1; i < count; ++i)
-        if (std::abs(qev::GetCornerAngle(&polyline, i)) >= kSharpCorner) corners.push_back(polyline.GetSegment(i).ptStart);
+        if (std::abs(qev::GetCornerAngle(&polyline, i)) >= kSharpCorner)
+            corners.push_back(polyline.GetSegment(i).ptStart);
 }
 
 ObjectReport ReportOfObject(const qev::CCadObject* object) {
-    ObjectReport report{object, qev::GetCadSegments(object), qev::GetCadLength(object), qev::IsClose(object),
-                        qev::GetCadOBjectDir(object), 0, {}};
+    ObjectReport report{object,
+                        qev::GetCadSegments(object),
+                        qev::GetCadLength(object),
+                        qev::IsClose(object),
+                        qev::GetCadOBjectDir(object),
+                        0,
+                        {}};
     const std::unique_ptr<qev::CCadPolyline> polyline(qev::Convert2Polyline(object, kConversionError));
     if (!polyline) return report;
     if (object->IsClose()) report.area = qev::GetCadPolylineArea(polyline.get(), false);
@@ -64,19 +70,21 @@ std::vector<ObjectReport> ReportOf(const Drawing& drawing) {
 
 void PrintTable(std::ostream& out, const std::vector<ObjectReport>& reports, int rows) {
     const char* const directions[] = {"", "cw", "ccw"};
-    Print(out, "%6s  %-20s %8s %14s  %-6s %-9s %16s %7s\n", "object", "kind", "segments", "length mm", "closed", "direction", "area mm2", "corners");
+    Print(out, "%6s  %-20s %8s %14s  %-6s %-9s %16s %7s\n", "object", "kind", "segments", "length mm",
+          "closed", "direction", "area mm2", "corners");
     const int count = static_cast<int>(reports.size());
     for (int i = 0; i < std::min(rows, count); ++i) {
         const ObjectReport& r = reports[i];
         std::array<char, 32> area{};
         if (r.area > 0) std::snprintf(area.data(), area.size(), "%.3f", r.area);
-        Print(out, "%6d  %-20s %8d %14.3f  %-6s %-9s %16s %7zu\n", i, NameOf(r.object->GetType()), r.segments, r.length,
-              r.closed == 1 ? "yes" : "no", directions[r.direction], area.data(), r.corners.size());
+        Print(out, "%6d  %-20s %8d %14.3f  %-6s %-9s %16s %7zu\n", i, NameOf(r.object->GetType()), r.segments,
+              r.length, r.closed == 1 ? "yes" : "no", directions[r.direction], area.data(), r.corners.size());
     }
     if (rows < count) Print(out, "        ... and %d more\n", count - rows);
 }
 
-void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<ObjectReport>& reports, int joined) {
+void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<ObjectReport>& reports,
+                  int joined) {
     std::map<std::string, int> kinds;
     double length = 0;
     int closed = 0;
@@ -89,12 +97,15 @@ void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<O
         corners += r.corners.size();
     }
     Print(out, "%zu objects:", reports.size());
-    for (const auto& [name, count] : kinds) Print(out, " %d %s%s", count, name.c_str(), name == kinds.rbegin()->first ? "" : ",");
-    Print(out, "\n%d closed contours, %.3f mm of contour, %zu sharp corners, %d pieces joined\n", closed, length, corners, joined);
+    for (const auto& [name, count] : kinds)
+        Print(out, " %d %s%s", count, name.c_str(), name == kinds.rbegin()->first ? "" : ",");
+    Print(out, "\n%d closed contours, %.3f mm of contour, %zu sharp corners, %d pieces joined\n", closed,
+          length, corners, joined);
     const math::DPOINT2 low = qev::GetCornerPoint(&drawing.root.GetObjectsList(), "BL");
     const math::DPOINT2 high = qev::GetCornerPoint(&drawing.root.GetObjectsList(), "TR");
     Print(out, "from (%.3f, %.3f) to (%.3f, %.3f)\n", low.x, low.y, high.x, high.y);
-    for (const auto& [type, count] : drawing.skipped) Print(out, "not drawn: %d %s\n", count, type.substr(0, 60).c_str());
+    for (const auto& [type, count] : drawing.skipped)
+        Print(out, "not drawn: %d %s\n", count, type.substr(0, 60).c_str());
 }
 
 } // namespace host

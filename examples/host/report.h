@@ -14,11 +14,11 @@ namespace host {
 /// One object of the drawing as the table shows it.
 struct ObjectReport {
     const qev::CCadObject* object = nullptr;
-    int segments = 0;      ///< -1 for what is no contour
-    double length = 0;     ///< mm
-    int closed = 0;        ///< as qev::IsClose answers
-    int direction = 0;     ///< as qev::GetCadOBjectDir answers
-    double area = 0;       ///< mm^2, of closed contours
+    int segments = 0;                   ///< -1 for what is no contour
+    double length = 0;                  ///< mm
+    int closed = 0;                     ///< as qev::IsClose answers
+    int direction = 0;                  ///< as qev::GetCadOBjectDir answers
+    double area = 0;                    ///< mm^2, of closed contours
     std::vector<math::DPOINT2> corners; ///< joints that turn by 30 degrees or more
 };
 
@@ -27,6 +27,7 @@ std::vector<ObjectReport> ReportOf(const Drawing& drawing);
 
 /// Prints at most `rows` rows (the rest as their number) and the summary.
 void PrintTable(std::ostream& out, const std::vector<ObjectReport>& reports, int rows);
-void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<ObjectReport>& reports, int joined);
+void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<ObjectReport>& reports,
+                  int joined);
 
 } // namespace host

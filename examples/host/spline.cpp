@@ -17,8 +17,8 @@ Homogeneous Mix(const Homogeneous& a, const Homogeneous& b, double t) {
     return {a.p + (b.p - a.p) * t, a.w + (b.w - a.w) * t};
 }
 
-// De Boor's scheme on one knot span. With all arguments equal it gives the curve's point, with different ones the
-// blossom, whose values at the span's ends are the Bezier points of the span.
+// De Boor's scheme on one knot span. With all arguments equal it gives the curve's point, with different ones
+// the blossom, whose values at the span's ends are the Bezier points of the span.
 class Span {
 public:
     Span(const Spline& spline, int span) : m_spline(spline), m_span(span) {}
@@ -56,7 +56,8 @@ public:
             b.push_back(Blossom(arguments).p);
         }
         if (b.size() == 2) return {b[0], b[0] + (b[1] - b[0]) / 3, b[1] + (b[0] - b[1]) / 3, b[1]};
-        if (b.size() == 3) return {b[0], b[0] + (b[1] - b[0]) * (2 / 3.0), b[2] + (b[1] - b[2]) * (2 / 3.0), b[2]};
+        if (b.size() == 3)
+            return {b[0], b[0] + (b[1] - b[0]) * (2 / 3.0), b[2] + (b[1] - b[2]) * (2 / 3.0), b[2]};
         return {b[0], b[1], b[2], b[3]};
     }
 
@@ -88,7 +89,8 @@ const char* FaultOf(const Spline& spline) {
     if (controls <= degree) return "has too few control points";
     if (spline.knots.size() != controls + degree + 1) return "has the wrong number of knots";
     if (!std::is_sorted(spline.knots.begin(), spline.knots.end())) return "has knots that fall";
-    if (!spline.weights.empty() && spline.weights.size() != controls) return "has the wrong number of weights";
+    if (!spline.weights.empty() && spline.weights.size() != controls)
+        return "has the wrong number of weights";
     if (std::any_of(spline.weights.begin(), spline.weights.end(), [](double w) { return !(w > 0); }))
         return "has a weight that is not positive";
     return nullptr;
@@ -96,8 +98,9 @@ const char* FaultOf(const Spline& spline) {
 
 std::vector<math::CubicBezier> ToBeziers(const Spline& spline) {
     constexpr int kPiecesOfSpan = 32; // the error of an arc of a quarter turn is then 1e-7 of its radius
-    const bool sameWeights = std::adjacent_find(spline.weights.begin(), spline.weights.end(), std::not_equal_to<>())
-                             == spline.weights.end();
+    const bool sameWeights =
+        std::adjacent_find(spline.weights.begin(), spline.weights.end(), std::not_equal_to<>())
+        == spline.weights.end();
     Spline plain = spline;
     if (sameWeights) plain.weights.clear();
     std::vector<math::CubicBezier> pieces;
@@ -118,10 +121,13 @@ std::vector<math::CubicBezier> ToBeziers(const Spline& spline) {
 std::vector<math::CubicBezier> ThroughPoints(const std::vector<DPOINT2>& points, bool closed) {
     const int count = static_cast<int>(points.size());
     const int spans = closed ? count : count - 1;
-    const auto at = [&](int i) { return closed ? points[(i + count) % count] : points[std::clamp(i, 0, count - 1)]; };
+    const auto at = [&](int i) {
+        return closed ? points[(i + count) % count] : points[std::clamp(i, 0, count - 1)];
+    };
     std::vector<math::CubicBezier> pieces;
     for (int i = 0; i < spans; ++i)
-        pieces.push_back({at(i), at(i) + (at(i + 1) - at(i - 1)) / 6, at(i + 1) - (at(i + 2) - at(i)) / 6, at(i + 1)});
+        pieces.push_back(
+            {at(i), at(i) + (at(i + 1) - at(i - 1)) / 6, at(i + 1) - (at(i + 2) - at(i)) / 6, at(i + 1)});
     return pieces;
 }
 

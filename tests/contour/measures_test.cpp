@@ -1,11 +1,11 @@
 #include <climits>
 #include <cmath>
 
+#include <qev/contour.h>
+
 #include <gtest/gtest.h>
 
 #include "support/shapes.h"
-
-#include <qev/contour.h>
 
 namespace {
 
@@ -35,9 +35,11 @@ TEST(Measures, KindTable) {
         int segments;
         double length, segmentLength;
         bool hasEnds;
-    } cases[] = {{0x1800, -1, 5, 0, false}, {0x1810, 1, 5, 7, true}, {0x1820, 1, 5, 7, true}, {0x1830, 1, 5, 7, true}, {0x1840, 1, 5, 7, true},
-                 {0x1850, -1, 5, 0, false}, {0x1860, 1, 5, 7, true}, {0x1300, -1, 0, 0, false}, {0x1870, -1, 0, 0, false}, {0x1811, -1, 0, 0, false},
-                 {0x1B00, -1, 0, 0, false}, {0x1C00, -1, 0, 0, false}, {0, -1, 0, 0, false}, {INT_MIN, -1, 0, 0, false}};
+    } cases[] = {{0x1800, -1, 5, 0, false}, {0x1810, 1, 5, 7, true},   {0x1820, 1, 5, 7, true},
+                 {0x1830, 1, 5, 7, true},   {0x1840, 1, 5, 7, true},   {0x1850, -1, 5, 0, false},
+                 {0x1860, 1, 5, 7, true},   {0x1300, -1, 0, 0, false}, {0x1870, -1, 0, 0, false},
+                 {0x1811, -1, 0, 0, false}, {0x1B00, -1, 0, 0, false}, {0x1C00, -1, 0, 0, false},
+                 {0, -1, 0, 0, false},      {INT_MIN, -1, 0, 0, false}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.code);
         const Coded object(c.code);
@@ -56,7 +58,8 @@ TEST(Measures, LengthsOfSinglePiecesAndContainers) {
     auto* relation = new CCadRelationGroup;
     relation->GetRelationPaths().push_back(circle);
     CCadGroup group;
-    for (CCadObject* o : {static_cast<CCadObject*>(circle), static_cast<CCadObject*>(text), static_cast<CCadObject*>(relation), static_cast<CCadObject*>(new CCadDot({9, 9}))})
+    for (CCadObject* o : {static_cast<CCadObject*>(circle), static_cast<CCadObject*>(text),
+                          static_cast<CCadObject*>(relation), static_cast<CCadObject*>(new CCadDot({9, 9}))})
         group.PushBack(o);
     EXPECT_NEAR(GetCadLength(&group), 4 * kPi + 5, 1e-12);
     EXPECT_EQ(GetSegLength(static_cast<const CCadObject*>(circle), 7), circle->GetLength());
@@ -96,11 +99,14 @@ TEST(Measures, AreaAgainstAFinePolygon) {
         for (int k = 0; k < n; ++k) {
             const SEGMENT segment = contour->GetSegment(k);
             fine += test::SampledArea([&](double r) { return segment.GetPoint(r); }, 2000);
-            fine += math::Cross(segment.ptStart - contour->GetStartPoint(), segment.ptEnd - contour->GetStartPoint()) / 2;
+            fine += math::Cross(segment.ptStart - contour->GetStartPoint(),
+                                segment.ptEnd - contour->GetStartPoint())
+                    / 2;
         }
         const double size = 1 + contour->GetLength() * contour->GetLength();
         EXPECT_NEAR(GetCadPolylineArea(contour.get(), true), -fine, 1e-6 * size);
-        EXPECT_EQ(GetCadPolylineArea(contour.get(), false), std::abs(GetCadPolylineArea(contour.get(), true)));
+        EXPECT_EQ(GetCadPolylineArea(contour.get(), false),
+                  std::abs(GetCadPolylineArea(contour.get(), true)));
         if (std::abs(fine) > 1e-5 * size) EXPECT_EQ(GetCadOBjectDir(contour.get()), fine > 0 ? 2 : 1);
     }
     EXPECT_DOUBLE_EQ(GetCadPolylineArea(test::Polyline("0 0 L 1 0 L 1 0 L 1 1 L 0 1 L 0 0").get(), true), -1);
@@ -114,7 +120,8 @@ TEST(Measures, Directions) {
     const CCadArc arc({0, 0}, 1, 0, 1, false);
     const CCadLine line({0, 0}, {1, 0});
     const Coded curve(0x1850);
-    const std::pair<const CCadObject*, int> cases[] = {{&circle, 1}, {&ellipse, 2}, {&arc, 1}, {&line, 0}, {&curve, 0}, {nullptr, 0}};
+    const std::pair<const CCadObject*, int> cases[] = {{&circle, 1}, {&ellipse, 2}, {&arc, 1},
+                                                       {&line, 0},   {&curve, 0},   {nullptr, 0}};
     for (const auto& [object, direction] : cases) EXPECT_EQ(GetCadOBjectDir(object), direction);
 }
 
@@ -123,14 +130,17 @@ TEST(PointTests, RectangleLineAndArc) {
     const struct {
         DPOINT2 p;
         bool inside;
-    } cases[] = {{{3, 2}, true},          {{1, 1}, true},           {{5, 3}, true},         {{3, 3}, true},
-                 {{3, 3 + 1e-6}, false},  {{1 - 1e-6, 2}, false},   {{5 + 1e-6, 2}, false}, {{3, 1 - 1e-6}, false},
-                 {{3, 3 + 5e-10}, true},  {math::NoPoint(), false}};
-    for (const auto& c : cases) EXPECT_EQ(IsPointInRectangle(c.p, &rectangle), c.inside) << c.p.x << " " << c.p.y;
+    } cases[] = {{{3, 2}, true},          {{1, 1}, true},         {{5, 3}, true},
+                 {{3, 3}, true},          {{3, 3 + 1e-6}, false}, {{1 - 1e-6, 2}, false},
+                 {{5 + 1e-6, 2}, false},  {{3, 1 - 1e-6}, false}, {{3, 3 + 5e-10}, true},
+                 {math::NoPoint(), false}};
+    for (const auto& c : cases)
+        EXPECT_EQ(IsPointInRectangle(c.p, &rectangle), c.inside) << c.p.x << " " << c.p.y;
     const CCadLine line({0, 0}, {1, 0});
     const CCadArc arc = GetCadArcFromSeg(SEGMENT({0, 0}, {2, 0}, -1));
     EXPECT_TRUE(IsPointInLine({0.5, 0}, &line) && IsPointInArc({1, 1}, &arc) && !IsPointInArc({1, -1}, &arc));
-    EXPECT_FALSE(IsPointInLine({0, 0}, nullptr) || IsPointInArc({0, 0}, nullptr) || IsPointInRectangle({0, 0}, nullptr));
+    EXPECT_FALSE(IsPointInLine({0, 0}, nullptr) || IsPointInArc({0, 0}, nullptr)
+                 || IsPointInRectangle({0, 0}, nullptr));
     EXPECT_EQ(GetCadArcFromSeg(SEGMENT({0, 0}, {2, 0})).GetRadius(), 0);
 }
 

@@ -2,13 +2,12 @@
 #include <memory>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
-
 #include <qev/contour.h>
 
+#include <gtest/gtest.h>
+
 #include "../../common/contour/conversion_settings.h"
+#include "support/shapes.h"
 
 namespace {
 
@@ -18,7 +17,8 @@ TEST(Convert2Polyline, SettingsTextInAnyLocale) {
     std::setlocale(LC_ALL, "de_DE.UTF-8"); // where there is one, it writes a comma
     EXPECT_EQ(ConversionSettings("Line", 0.01), "SegmentType=Line;AbsoluteError=      0.010000;");
     EXPECT_EQ(ConversionSettings("Both", 1e9), "SegmentType=Both;AbsoluteError=1000000000.000000;");
-    EXPECT_EQ(ConversionSettings("Both", -1e300).size(), std::string("SegmentType=Both;AbsoluteError=;").size() + 309);
+    EXPECT_EQ(ConversionSettings("Both", -1e300).size(),
+              std::string("SegmentType=Both;AbsoluteError=;").size() + 309);
     std::setlocale(LC_ALL, "C");
 }
 

@@ -1,11 +1,11 @@
 #include <climits>
 #include <cmath>
 
+#include <qev/contour.h>
+
 #include <gtest/gtest.h>
 
 #include "support/shapes.h"
-
-#include <qev/contour.h>
 
 namespace {
 
@@ -22,7 +22,8 @@ TEST(Positions, SegmentCounts) {
     const CCadDot dot({0, 0});
     const CCadCircle circle({0, 0}, 1);
     const CCadEllipseArc arc({0, 0}, 2, 1, 0, 0, 1, true);
-    const std::pair<const CCadObject*, int> counts[] = {{nullptr, -1}, {&group, -1}, {&text, -1}, {&dot, -1}, {&circle, 1}, {&arc, 1}, {kOpen.get(), 3}};
+    const std::pair<const CCadObject*, int> counts[] = {
+        {nullptr, -1}, {&group, -1}, {&text, -1}, {&dot, -1}, {&circle, 1}, {&arc, 1}, {kOpen.get(), 3}};
     for (const auto& [object, count] : counts) EXPECT_EQ(GetCadSegments(object), count);
 }
 
@@ -30,8 +31,14 @@ TEST(Positions, Neighbours) {
     const struct {
         const CCadObject* object;
         int i, before, after;
-    } cases[] = {{kOpen.get(), 0, -1, 1}, {kOpen.get(), 2, 1, -1},    {kClosed.get(), 0, 2, 1},       {kClosed.get(), 2, 1, 0},
-                 {nullptr, 1, -1, -1},    {kOpen.get(), -1, -2, 0},   {kClosed.get(), INT_MAX, 0, 2}, {kOpen.get(), INT_MAX, INT_MAX - 1, -1},
+    } cases[] = {{kOpen.get(), 0, -1, 1},
+                 {kOpen.get(), 2, 1, -1},
+                 {kClosed.get(), 0, 2, 1},
+                 {kClosed.get(), 2, 1, 0},
+                 {nullptr, 1, -1, -1},
+                 {kOpen.get(), -1, -2, 0},
+                 {kClosed.get(), INT_MAX, 0, 2},
+                 {kOpen.get(), INT_MAX, INT_MAX - 1, -1},
                  {kOpen.get(), INT_MIN, INT_MIN, INT_MIN + 1}};
     for (const auto& c : cases) {
         EXPECT_EQ(GetPreSegmentIndex(c.object, c.i), c.before) << c.i;
@@ -65,7 +72,8 @@ TEST(Positions, ValidityAndNormalForm) {
         EXPECT_EQ(IsInvalidPos(c.pos), c.malformed);
         EXPECT_EQ(IsInvalidPos(kOpen.get(), c.pos), c.badOpen);
         EXPECT_EQ(IsInvalidPos(kClosed.get(), c.pos), c.badClosed);
-        for (const auto& [contour, normal] : {std::pair{kOpen.get(), c.normalOpen}, std::pair{kClosed.get(), c.normalClosed}}) {
+        for (const auto& [contour, normal] :
+             {std::pair{kOpen.get(), c.normalOpen}, std::pair{kClosed.get(), c.normalClosed}}) {
             PosRange range{c.pos, c.pos};
             NormalizePosRange(contour, range);
             EXPECT_EQ(range.start.nSegIndex, normal.nSegIndex);
@@ -85,8 +93,12 @@ TEST(Positions, Ranges) {
     const struct {
         PosRange range;
         bool invalid, invalidOpen;
-    } cases[] = {{{{0, 0}, {0, 1}}, false, true},     {{{0, 0.5}, {0, 0.5 + 9e-10}}, true, true}, {{{0, 0.5}, {0, 0.5 + 2e-9}}, false, false},
-                 {{{2, 0.5}, {0, 0.5}}, false, false}, {{{0, 0}, {2, 1}}, false, false},           {{{0, 0}, {5, 0}}, false, true},
+    } cases[] = {{{{0, 0}, {0, 1}}, false, true},
+                 {{{0, 0.5}, {0, 0.5 + 9e-10}}, true, true},
+                 {{{0, 0.5}, {0, 0.5 + 2e-9}}, false, false},
+                 {{{2, 0.5}, {0, 0.5}}, false, false},
+                 {{{0, 0}, {2, 1}}, false, false},
+                 {{{0, 0}, {5, 0}}, false, true},
                  {{{0, -1}, {1, 0}}, true, true}};
     for (const auto& c : cases) {
         EXPECT_EQ(IsInvalidRange(c.range), c.invalid);

@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
+#include <qev/contour.h>
+
 #include <gtest/gtest.h>
 
 #include "support/shapes.h"
-
-#include <qev/contour.h>
 
 namespace {
 
@@ -19,9 +19,12 @@ public:
     explicit Selection(const std::string& letters) {
         std::vector<CCadGroup*> open{&m_root};
         for (const char letter : letters) {
-            if (letter == '(') open.push_back(test::AddGroup(*open.back()));
-            else if (letter == ')') open.pop_back();
-            else open.back()->PushBack(Make(letter));
+            if (letter == '(')
+                open.push_back(test::AddGroup(*open.back()));
+            else if (letter == ')')
+                open.pop_back();
+            else
+                open.back()->PushBack(Make(letter));
         }
     }
     const std::list<CCadObject*>* List() const { return &m_root.GetObjectsList(); }
@@ -60,8 +63,9 @@ TEST(Selection, Closedness) {
     const struct {
         const char* members;
         int closed;
-    } cases[] = {{"", -2},  {"()", -2},    {"c", 1},      {"o", 0},       {"t", 1},          {"co", -1},   {"()c", 1},
-                 {"c()", -1}, {"(co)", -1}, {"(co)c", -1}, {"(c)(c)", 1},  {"(())((o)o)", 0}, {"ct(c)", 1}, {"(co)(co)", -1}};
+    } cases[] = {{"", -2},      {"()", -2},        {"c", 1},     {"o", 0},        {"t", 1},
+                 {"co", -1},    {"()c", 1},        {"c()", -1},  {"(co)", -1},    {"(co)c", -1},
+                 {"(c)(c)", 1}, {"(())((o)o)", 0}, {"ct(c)", 1}, {"(co)(co)", -1}};
     for (const auto& c : cases) EXPECT_EQ(IsClose(Selection(c.members).Root()), c.closed) << c.members;
     EXPECT_EQ(IsClose(static_cast<const CCadObject*>(nullptr)), 0);
     const CCadRelationGroup relation;
@@ -73,10 +77,12 @@ TEST(Selection, AllOfOneSort) {
         const char* members;
         bool unclosed, closed, dots, texts;
         int textCount;
-    } cases[] = {{"", true, true, true, false, 0},    {"()", true, true, true, false, 0}, {"o", true, false, false, false, 0},
-                 {"ot", false, false, false, false, 1}, {"to", false, true, false, false, 1}, {"(t)o", false, true, false, false, 1},
-                 {"c(c)", false, true, false, false, 0}, {"d(d)", true, false, true, false, 0}, {"t(t)", false, true, false, true, 2},
-                 {"t()", false, true, false, false, 1},  {"(tt)t", false, true, false, true, 3}};
+    } cases[] = {{"", true, true, true, false, 0},       {"()", true, true, true, false, 0},
+                 {"o", true, false, false, false, 0},    {"ot", false, false, false, false, 1},
+                 {"to", false, true, false, false, 1},   {"(t)o", false, true, false, false, 1},
+                 {"c(c)", false, true, false, false, 0}, {"d(d)", true, false, true, false, 0},
+                 {"t(t)", false, true, false, true, 2},  {"t()", false, true, false, false, 1},
+                 {"(tt)t", false, true, false, true, 3}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.members);
         Selection s(c.members);
@@ -96,7 +102,11 @@ TEST(Selection, Filters) {
         const char* members;
         int mask;
         const char* kept;
-    } masks[] = {{"co(d)t", 0x1200, "cot"}, {"co(d)t", 0x0400, "odt"}, {"co(dt)", 0x0200, "cd"}, {"co(d)", 0, "cod"}, {"", 0x1200, ""}};
+    } masks[] = {{"co(d)t", 0x1200, "cot"},
+                 {"co(d)t", 0x0400, "odt"},
+                 {"co(dt)", 0x0200, "cd"},
+                 {"co(d)", 0, "cod"},
+                 {"", 0x1200, ""}};
     for (const auto& c : masks) {
         std::list<CCadObject*> out;
         Selection s(c.members);
@@ -140,7 +150,8 @@ TEST(Selection, Corners) {
     const struct {
         const char* key;
         math::DPOINT2 corner;
-    } cases[] = {{"TL", {-1, 3}}, {"TR", {2, 3}}, {"BL", {-1, -1}}, {"BR", {2, -1}}, {"tl", {-1, -1}}, {nullptr, {-1, -1}}, {"TRx", {-1, -1}}};
+    } cases[] = {{"TL", {-1, 3}},  {"TR", {2, 3}},      {"BL", {-1, -1}}, {"BR", {2, -1}},
+                 {"tl", {-1, -1}}, {nullptr, {-1, -1}}, {"TRx", {-1, -1}}};
     for (const auto& c : cases) EXPECT_POINT_NEAR(GetCornerPoint(s.List(), c.key), c.corner, 0);
     EXPECT_POINT_NEAR(GetCornerPoint(nullptr, "TR"), (math::DPOINT2{0, 0}), 0);
 }
@@ -150,13 +161,15 @@ TEST(CoEdge, MarksAreExact) {
     CCadLine line({0, 0}, {1, 0});
     EXPECT_FALSE(IsCoEdgeGroup(&group) || IsCoEdgeObject(&line) || IsCoEdgeObject_Tube(&line));
     EXPECT_FALSE(IsCoEdgeGroup(nullptr) || IsCoEdgeObject(nullptr) || IsCoEdgeObject_Tube(nullptr));
-    for (CCadObject* o : {static_cast<CCadObject*>(&group), static_cast<CCadObject*>(&line)}) o->SetKey("GroupType", "1");
+    for (CCadObject* o : {static_cast<CCadObject*>(&group), static_cast<CCadObject*>(&line)})
+        o->SetKey("GroupType", "1");
     EXPECT_TRUE(IsCoEdgeGroup(&group) && !IsCoEdgeGroup(&line));
     const struct {
         const char *key, *value;
         bool coEdge, tube;
-    } cases[] = {{"CoEdge", "1", false, false},      {"CoEdge", "true", true, false},           {"CoEdge", "True", false, false},
-                 {"IsCoedgeEdge", "1", false, true}, {"TubeTrucateCoedge", "1", false, true}, {"TubeTruncateCoedge", "1", false, false},
+    } cases[] = {{"CoEdge", "1", false, false},           {"CoEdge", "true", true, false},
+                 {"CoEdge", "True", false, false},        {"IsCoedgeEdge", "1", false, true},
+                 {"TubeTrucateCoedge", "1", false, true}, {"TubeTruncateCoedge", "1", false, false},
                  {"IsCoedgeEdge", "true", false, false}};
     for (const auto& c : cases) {
         CCadLine marked({0, 0}, {1, 0});

@@ -20,7 +20,8 @@ std::unique_ptr<CCadPolyline> Convert(const CCadObject& object, const std::strin
 }
 
 DPOINT2 PieceAt(const OutlinePiece& piece, double u) {
-    if (const auto* ellipse = std::get_if<math::EllipticArc>(&piece)) return ellipse->PointAt(ellipse->GetStart() + u * ellipse->GetSweep());
+    if (const auto* ellipse = std::get_if<math::EllipticArc>(&piece))
+        return ellipse->PointAt(ellipse->GetStart() + u * ellipse->GetSweep());
     const SEGMENT& segment = std::get<SEGMENT>(piece);
     return segment.nType == SEGMENT::kBezier ? segment.GetBezier().PointAt(u) : segment.GetPoint(u);
 }
@@ -31,10 +32,12 @@ double Deviation(const CCadObject& object, const CCadPolyline& polyline) {
     DPOINT2 nearest;
     for (int i = 0; i < object.GetPieceCount(); ++i)
         for (int k = 0; k <= 300; ++k)
-            worst = std::max(worst, GetMinDistance(&polyline, PieceAt(object.GetPiece(i), k / 300.0), nearest));
+            worst =
+                std::max(worst, GetMinDistance(&polyline, PieceAt(object.GetPiece(i), k / 300.0), nearest));
     for (int i = 0; i < polyline.GetSegmentCount(); ++i)
         for (int k = 0; k <= 8; ++k)
-            worst = std::max(worst, GetMinDistance(&object, polyline.GetSegment(i).GetPoint(k / 8.0), nearest));
+            worst =
+                std::max(worst, GetMinDistance(&object, polyline.GetSegment(i).GetPoint(k / 8.0), nearest));
     return worst;
 }
 
@@ -51,9 +54,11 @@ double LargestKink(const CCadPolyline& polyline) {
 std::unique_ptr<CCadObject> RandomCurve(test::Random& random) {
     const double a = random.Uniform(0.1, 100);
     const double b = a * std::pow(10, random.Uniform(-2, 1));
-    if (random.Coin()) return std::make_unique<CCadEllipse>(random.Point(), a, b, random.Uniform(-4, 4), random.Coin());
     if (random.Coin())
-        return std::make_unique<CCadEllipseArc>(random.Point(), a, b, random.Uniform(-4, 4), random.Uniform(-9, 9), random.Uniform(0, 7), random.Coin());
+        return std::make_unique<CCadEllipse>(random.Point(), a, b, random.Uniform(-4, 4), random.Coin());
+    if (random.Coin())
+        return std::make_unique<CCadEllipseArc>(random.Point(), a, b, random.Uniform(-4, 4),
+                                                random.Uniform(-9, 9), random.Uniform(0, 7), random.Coin());
     auto contour = std::make_unique<CCadPolylineEx>();
     contour->SetStartPoint(random.Point());
     contour->AddBezier(random.Point(), random.Point(), random.Point());
@@ -64,14 +69,16 @@ TEST(Converter, DeviationIsGuaranteedAndArcsJoinTangentially) {
     test::Random random;
     for (int i = 0; i < 60; ++i) {
         const auto object = RandomCurve(random);
-        const double error = std::ceil(std::pow(10, random.Uniform(2, 6))) * 1e-6; // as the settings can say it
+        const double error =
+            std::ceil(std::pow(10, random.Uniform(2, 6))) * 1e-6; // as the settings can say it
         const auto arcs = Convert(*object, "Both", error);
         const auto chords = Convert(*object, "Line", error);
         ASSERT_TRUE(arcs && chords);
         EXPECT_LE(Deviation(*object, *arcs), error * (1 + 1e-9));
         EXPECT_LE(Deviation(*object, *chords), error * (1 + 1e-9));
         EXPECT_LE(arcs->GetSegmentCount(), chords->GetSegmentCount() + 8);
-        if (object->GetType() != kCadPolylineEx) EXPECT_LT(LargestKink(*arcs), 1e-8); // a Bezier piece may have cusps
+        if (object->GetType() != kCadPolylineEx)
+            EXPECT_LT(LargestKink(*arcs), 1e-8); // a Bezier piece may have cusps
         EXPECT_POINT_NEAR(arcs->GetStartPoint(), object->GetStartPoint(), 0);
         EXPECT_POINT_NEAR(arcs->GetEndPoint(), object->GetEndPoint(), 1e-13);
     }
@@ -113,14 +120,17 @@ TEST(Converter, KeepsLinesAndArcs) {
 
 // A step into a cusp, a loop, a doubled control point, a flat and a needle-like ellipse.
 TEST(Converter, DegenerateCurves) {
-    const char* beziers[] = {"0 0 B 1 1 0 1 1 0", "0 0 B 3 2 -2 2 1 0", "0 0 B 0 0 5 5 5 5", "0 0 B 1 0 -1 0 0 0", "1 1 B 1 1 1 1 1 1"};
+    const char* beziers[] = {"0 0 B 1 1 0 1 1 0", "0 0 B 3 2 -2 2 1 0", "0 0 B 0 0 5 5 5 5",
+                             "0 0 B 1 0 -1 0 0 0", "1 1 B 1 1 1 1 1 1"};
     for (const char* text : beziers) {
         const auto object = test::PolylineEx(text);
-        for (const char* word : {"Both", "Line"}) EXPECT_LE(Deviation(*object, *Convert(*object, word, 1e-4)), 1e-4) << text;
+        for (const char* word : {"Both", "Line"})
+            EXPECT_LE(Deviation(*object, *Convert(*object, word, 1e-4)), 1e-4) << text;
     }
     for (const double b : {0.0, 1e-9, 1e-3}) {
         const CCadEllipse ellipse({3, 4}, 50, b, 1);
-        for (const char* word : {"Both", "Line"}) EXPECT_LE(Deviation(ellipse, *Convert(ellipse, word, 1e-4)), 1e-4) << b;
+        for (const char* word : {"Both", "Line"})
+            EXPECT_LE(Deviation(ellipse, *Convert(ellipse, word, 1e-4)), 1e-4) << b;
     }
     EXPECT_EQ(Convert(CCadCircle({0, 0}, 1), "Line", 100)->GetSegmentCount(), 4);
 }
@@ -144,12 +154,16 @@ TEST(Converter, SettingsAndRefusals) {
     };
     for (const auto& c : cases) {
         CCadPolyline* out = nullptr;
-        EXPECT_EQ(CConvertCadObjectToCadPolyline(c.settings)(&circle, out), c.made) << (c.settings ? c.settings : "null");
+        EXPECT_EQ(CConvertCadObjectToCadPolyline(c.settings)(&circle, out), c.made)
+            << (c.settings ? c.settings : "null");
         EXPECT_EQ(out != nullptr, c.made);
         delete out;
     }
-    const auto refused = [](const CCadObject& object) { return !Convert(object, "Line", 1e-6) && !Convert(object, "Line", 0.0); };
-    EXPECT_TRUE(refused(CCadDot({0, 0})) && refused(CCadGroup()) && refused(CCadText("a")) && refused(CCadPolyline()));
+    const auto refused = [](const CCadObject& object) {
+        return !Convert(object, "Line", 1e-6) && !Convert(object, "Line", 0.0);
+    };
+    EXPECT_TRUE(refused(CCadDot({0, 0})) && refused(CCadGroup()) && refused(CCadText("a"))
+                && refused(CCadPolyline()));
     EXPECT_TRUE(refused(CCadCircle({0, 0}, 1e12))) << "too many chords";
     for (const double bad : {test::kNaN, test::kInf, 1e300}) {
         EXPECT_TRUE(refused(CCadCircle({0, 0}, bad)));

@@ -23,18 +23,21 @@ struct Row {
 
 std::vector<Row> OneOfEach() {
     std::vector<Row> rows;
-    const auto add = [&](CCadObject* object, cad_t kind, bool closed, double length, int direction, const CadRect& box) {
+    const auto add = [&](CCadObject* object, cad_t kind, bool closed, double length, int direction,
+                         const CadRect& box) {
         rows.push_back({std::unique_ptr<CCadObject>(object), kind, closed, length,
                         static_cast<CContourDirection::ContourDirection_T>(direction), box});
     };
     add(new CCadDot({1, 2}), 0x1100, false, 0, 0, {1, 2, 0, 0});
     add(new CCadLine({4, 0}, {1, 4}), 0x1200, false, 5, 0, {1, 0, 3, 4});
     add(new CCadCircle({1, 1}, -2, false), 0x1400, true, 4 * kPi, 1, {-1, -1, 4, 4});
-    add(new CCadArc({0, 0}, 2, -kPi / 4, kPi / 2, true), 0x1500, false, kPi, 2, {std::sqrt(2), -std::sqrt(2), 2 - std::sqrt(2), std::sqrt(8)});
+    add(new CCadArc({0, 0}, 2, -kPi / 4, kPi / 2, true), 0x1500, false, kPi, 2,
+        {std::sqrt(2), -std::sqrt(2), 2 - std::sqrt(2), std::sqrt(8)});
     add(new CCadArc({0, 0}, 1, 1, 9, false), 0x1500, true, 2 * kPi, 1, {-1, -1, 2, 2});
     add(new CCadArc({0, 0}, 1, 0, -kPi / 2, true), 0x1500, false, 1.5 * kPi, 2, {-1, -1, 2, 2});
     add(new CCadEllipse({0, 0}, 2, 1, kPi / 2), 0x1600, true, 9.688448220547675, 2, {-1, -2, 2, 4});
-    add(new CCadEllipseArc({0, 0}, 2, 1, 0, 0, kPi, false), 0x1700, false, 9.688448220547675 / 2, 1, {-2, -1, 4, 1});
+    add(new CCadEllipseArc({0, 0}, 2, 1, 0, 0, kPi, false), 0x1700, false, 9.688448220547675 / 2, 1,
+        {-2, -1, 4, 1});
     add(new CCadRectangle({1, 1}, -3, 2), 0x1810, true, 10, 2, {-2, 1, 3, 2});
     add(test::Polyline("0 0 L 2 0 A 0 0 1").release(), 0x1840, true, 2 + kPi, 2, {0, 0, 2, 1});
     add(test::PolylineEx("0 0 B 0 1 2 1 2 0 L 0 0").release(), 0x1860, true, 0, 1, {0, 0, 2, 0.75});
@@ -102,7 +105,8 @@ TEST(Objects, CloneCopiesEverythingButMachining) {
         EXPECT_DOUBLE_EQ(fresh->GetLength(), o.GetLength());
         EXPECT_TRUE(fresh->GetKey("a") == "1" && fresh->IsSelected() && fresh->GetParamIndex() == 4);
         EXPECT_TRUE(fresh->GetInnerObject() && fresh->GetInnerObject() != o.GetInnerObject());
-        EXPECT_TRUE(fresh->GetTechnicsString() == "T={};" && fresh->GetTechnicsList().empty() && fresh->GetToolPathList().empty());
+        EXPECT_TRUE(fresh->GetTechnicsString() == "T={};" && fresh->GetTechnicsList().empty()
+                    && fresh->GetToolPathList().empty());
         EXPECT_EQ(o.GetToolPathBoundRect().width, 1);
     }
 }

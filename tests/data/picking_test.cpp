@@ -56,7 +56,8 @@ TEST(Hit, FindsTheNearestLeaf) {
         std::vector<CCadObject*> leaves;
         CCadGroup* into = &group;
         for (int k = 0; k < 12; ++k) {
-            leaves.push_back(random.Coin() ? static_cast<CCadObject*>(new CCadCircle(random.Point(), random.Uniform(1, 30)))
+            leaves.push_back(random.Coin() ? static_cast<CCadObject*>(
+                                 new CCadCircle(random.Point(), random.Uniform(1, 30)))
                                            : test::RandomPolyline(random, 3).release());
             into->PushBack(leaves.back());
             if (random.Int(0, 3) == 0) into = test::AddGroup(*into);
@@ -84,7 +85,8 @@ TEST(Hit, TiesTextsRelationsAndRefusals) {
     auto* relation = new CCadRelationGroup;
     CCadLine related({0, 9}, {10, 9});
     relation->GetRelationPaths().push_back(&related);
-    for (CCadObject* object : {static_cast<CCadObject*>(first), static_cast<CCadObject*>(text), static_cast<CCadObject*>(relation)})
+    for (CCadObject* object : {static_cast<CCadObject*>(first), static_cast<CCadObject*>(text),
+                               static_cast<CCadObject*>(relation)})
         group.PushBack(object);
     EXPECT_EQ(Hit(&group, {5, 4.5}, 1), text);
     EXPECT_EQ(Hit(&group, {5, 9.5}, 1), &related);

@@ -1,10 +1,10 @@
 #include <cmath>
 
+#include <qev/geometry.h>
+
 #include <gtest/gtest.h>
 
 #include "support/shapes.h"
-
-#include <qev/geometry.h>
 
 namespace {
 
@@ -19,7 +19,8 @@ TEST(CalcArcParam, RoundTripsBetweenBulgeAndCentre) {
         const DPOINT2 start = random.Point();
         const DPOINT2 end = random.Point();
         double bulge = random.Bulge();
-        if (std::abs(bulge) < 1e-4) bulge = 1e-4; // a far centre cannot give the bulge back to the last digits
+        if (std::abs(bulge) < 1e-4)
+            bulge = 1e-4; // a far centre cannot give the bulge back to the last digits
         DPOINT2 centre, again;
         double radius = 0, from = 0, to = 0, back = 0;
         bool clockwise = false;
@@ -45,8 +46,10 @@ TEST(CalcArcParam, FoldsOnlyTheUpperSide) {
     const struct {
         DPOINT2 start, end;
         double bulge, from, to, unfolded;
-    } cases[] = {{{0, 0}, {2, 0}, 1, kPi, kTwoPi, kPi},          {{0, 0}, {2, 0}, -1, kPi, 0, kPi},
-                 {{0, -1}, {0, 1}, 1, -kPi / 2, kPi / 2, 3 * kPi / 2}, {{1, 0}, {0, -1}, -std::tan(kPi / 8), 0, -kPi / 2, 0}};
+    } cases[] = {{{0, 0}, {2, 0}, 1, kPi, kTwoPi, kPi},
+                 {{0, 0}, {2, 0}, -1, kPi, 0, kPi},
+                 {{0, -1}, {0, 1}, 1, -kPi / 2, kPi / 2, 3 * kPi / 2},
+                 {{1, 0}, {0, -1}, -std::tan(kPi / 8), 0, -kPi / 2, 0}};
     for (const auto& c : cases) {
         DPOINT2 centre;
         double radius = 0, from = 0, to = 0, unfolded = 0;
@@ -78,8 +81,8 @@ TEST(CalcArcParam, DegenerateArcs) {
 TEST(Angles, OfVectors) {
     const struct {
         double dx, dy, angle;
-    } cases[] = {{1, 0, 0},           {0, 0, 0},          {0, -1, 3 * kPi / 2}, {1, -1e-10, 0},         {1, -1e-8, kTwoPi},
-                 {-1, -1e-10, kPi},   {-2, 0, kPi},       {0, 5, kPi / 2},      {test::kNaN, 1, 0}};
+    } cases[] = {{1, 0, 0},         {0, 0, 0},    {0, -1, 3 * kPi / 2}, {1, -1e-10, 0},    {1, -1e-8, kTwoPi},
+                 {-1, -1e-10, kPi}, {-2, 0, kPi}, {0, 5, kPi / 2},      {test::kNaN, 1, 0}};
     for (const auto& c : cases) EXPECT_NEAR(ComputeAngle(c.dx, c.dy), c.angle, 2e-8) << c.dx << " " << c.dy;
     EXPECT_EQ(ComputeAngle(1, -1e-10), 0);
     test::Random random;

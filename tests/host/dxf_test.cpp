@@ -2,6 +2,8 @@
 #include <fstream>
 #include <sstream>
 
+#include <qev/qev.h>
+
 #include <gtest/gtest.h>
 
 #include "host/drawing.h"
@@ -9,8 +11,6 @@
 #include "host/host.h"
 #include "host/stroke_font.h"
 #include "support/shapes.h"
-
-#include <qev/qev.h>
 
 namespace {
 
@@ -44,13 +44,34 @@ TEST(Dxf, Entities) {
         {"0 CIRCLE 10 1 20 2 40 3 230 -1", qev::kCadCircle, 6 * math::kPi, {2, 2}, 1}, // seen from below
         {"0 ARC 10 0 20 0 40 2 50 90 51 0", qev::kCadArc, 3 * math::kPi, {0, 2}, 2},
         {"0 ARC 10 0 20 0 40 2 50 90 51 180 230 -1", qev::kCadArc, math::kPi, {0, 2}, 1},
-        {"0 ELLIPSE 10 0 20 0 11 0 21 2 40 0.5 41 0 42 6.283185307179586", qev::kCadEllipse, 9.688448220547675, {0, 2}, 2},
-        {"0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 3.141592653589793 42 6.283185307179586", qev::kCadEllipseArc, 9.688448220547675 / 2, {-2, 0}, 2},
+        {"0 ELLIPSE 10 0 20 0 11 0 21 2 40 0.5 41 0 42 6.283185307179586",
+         qev::kCadEllipse,
+         9.688448220547675,
+         {0, 2},
+         2},
+        {"0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 3.141592653589793 42 6.283185307179586",
+         qev::kCadEllipseArc,
+         9.688448220547675 / 2,
+         {-2, 0},
+         2},
         {"0 ELLIPSE 10 0 20 0 11 2 21 0 40 1 41 0 42 1", qev::kCadArc, 2, {2, 0}, 2},
         {"0 LWPOLYLINE 90 2 70 1 10 0 20 0 42 1 10 2 20 0", qev::kCadPolyline, 2 + math::kPi, {0, 0}, 2},
-        {"0 POLYLINE 70 0 0 VERTEX 10 0 20 0 42 -1 0 VERTEX 10 2 20 0 0 VERTEX 70 16 10 9 20 9 0 VERTEX 10 2 20 1 0 SEQEND", qev::kCadPolyline, 1 + math::kPi, {0, 0}, 0},
-        {"0 SPLINE 70 8 71 1 40 0 40 0 40 1 40 2 40 2 10 0 20 0 10 3 20 4 10 3 20 0", qev::kCadPolylineEx, 9, {0, 0}, 1},
-        {"0 SPLINE 70 8 71 2 40 0 40 0 40 0 40 1 40 1 40 1 10 0 20 0 10 0.5 20 0 10 1 20 1", qev::kCadPolylineEx, std::sqrt(5.0) / 2 + std::asinh(2.0) / 4, {0, 0}, 2},
+        {"0 POLYLINE 70 0 0 VERTEX 10 0 20 0 42 -1 0 VERTEX 10 2 20 0 0 VERTEX 70 16 10 9 20 9 0 VERTEX 10 2 "
+         "20 1 0 SEQEND",
+         qev::kCadPolyline,
+         1 + math::kPi,
+         {0, 0},
+         0},
+        {"0 SPLINE 70 8 71 1 40 0 40 0 40 1 40 2 40 2 10 0 20 0 10 3 20 4 10 3 20 0",
+         qev::kCadPolylineEx,
+         9,
+         {0, 0},
+         1},
+        {"0 SPLINE 70 8 71 2 40 0 40 0 40 0 40 1 40 1 40 1 10 0 20 0 10 0.5 20 0 10 1 20 1",
+         qev::kCadPolylineEx,
+         std::sqrt(5.0) / 2 + std::asinh(2.0) / 4,
+         {0, 0},
+         2},
         {"0 SPLINE 70 0 71 3 11 0 21 0 11 1 21 0 11 5 21 0", qev::kCadPolylineEx, 5, {0, 0}, 0},
     };
     for (const auto& c : cases) {
@@ -68,15 +89,18 @@ TEST(Dxf, Entities) {
 
 // A quarter circle as a rational spline of degree two: every piece lies on the circle.
 TEST(Dxf, RationalSplines) {
-    const Read read(DxfFile("0 SPLINE 71 2 40 0 40 0 40 0 40 1 40 1 40 1 41 1 41 0.7071067811865476 41 1 10 1 20 0 10 1 20 1 10 0 20 1"));
+    const Read read(DxfFile("0 SPLINE 71 2 40 0 40 0 40 0 40 1 40 1 40 1 41 1 41 0.7071067811865476 41 1 10 "
+                            "1 20 0 10 1 20 1 10 0 20 1"));
     const qev::CCadObject& arc = *read.objects.at(0);
     EXPECT_NEAR(arc.GetLength(), math::kPi / 2, 1e-7);
-    for (int i = 0; i < arc.GetSegmentCount(); ++i) EXPECT_NEAR(math::Norm(arc.GetSegment(i).GetPoint(0.5)), 1, 1e-7);
+    for (int i = 0; i < arc.GetSegmentCount(); ++i)
+        EXPECT_NEAR(math::Norm(arc.GetSegment(i).GetPoint(0.5)), 1, 1e-7);
 }
 
 // Inserts nested, scaled, turned and mirrored: the points of the block go where the maps send them.
 TEST(Dxf, Inserts) {
-    const std::string blocks = "0 BLOCK 2 A 10 1 20 0 0 ARC 10 1 20 0 40 1 50 0 51 90 0 LWPOLYLINE 70 0 10 1 20 0 42 1 10 3 20 0 0 ENDBLK "
+    const std::string blocks = "0 BLOCK 2 A 10 1 20 0 0 ARC 10 1 20 0 40 1 50 0 51 90 0 LWPOLYLINE 70 0 10 1 "
+                               "20 0 42 1 10 3 20 0 0 ENDBLK "
                                "0 BLOCK 2 B 10 0 20 0 0 INSERT 2 A 10 5 20 0 50 90 0 ENDBLK";
     const Read mirrored(DxfFile("0 INSERT 2 B 10 100 20 0 41 -2 42 2", blocks));
     ASSERT_EQ(mirrored.objects.size(), 2u);
@@ -114,7 +138,8 @@ TEST(Dxf, TextsAreStrokes) {
 TEST(Dxf, Damage) {
     const std::string good = DxfFile("0 LINE 10 1 20 2 11 4 21 6");
     const std::string loop = "0 BLOCK 2 L 0 INSERT 2 L 10 0 20 0 0 ENDBLK";
-    std::string bomb = "0 BLOCK 2 B0 0 LINE 10 1 20 2 11 4 21 6 0 ENDBLK", emptyBomb = "0 BLOCK 2 B0 0 ENDBLK";
+    std::string bomb = "0 BLOCK 2 B0 0 LINE 10 1 20 2 11 4 21 6 0 ENDBLK",
+                emptyBomb = "0 BLOCK 2 B0 0 ENDBLK";
     for (int i = 1; i < 12; ++i) {
         std::string level = " 0 BLOCK 2 B" + std::to_string(i);
         for (int k = 0; k < 10; ++k) level += " 0 INSERT 10 0 20 0 2 B" + std::to_string(i - 1);
@@ -126,7 +151,9 @@ TEST(Dxf, Damage) {
     const std::string binary = test::BinaryFile(good);
     const std::pair<std::string, const char*> cases[] = {
         {"", "holds no section"},
-        {"\x7f" "ELF\x01\n\n", "line 1: '?ELF?' is no group code"},
+        {"\x7f"
+         "ELF\x01\n\n",
+         "line 1: '?ELF?' is no group code"},
         {good.substr(0, good.size() - 6), "ends before its EOF mark"},
         {good.substr(0, good.size() / 2), "line 17: the file ends"},
         {binary.substr(0, binary.size() - 3), "the file ends within a group"},
@@ -139,7 +166,8 @@ TEST(Dxf, Damage) {
         {DxfFile("0 LINE 10 1 20 2 11 4"), "line 16: LINE lacks its group 21"},
         {DxfFile("0 LWPOLYLINE 90 1 70 0 10 1 20 1"), "LWPOLYLINE has fewer than two points"},
         {DxfFile("0 LWPOLYLINE 70 0.5 10 1 20 1"), "is not a whole number"},
-        {DxfFile("0 SPLINE 71 3 40 0 40 1 10 0 20 0 10 1 20 1 10 1 20 2 10 3 20 3"), "SPLINE has the wrong number of knots"},
+        {DxfFile("0 SPLINE 71 3 40 0 40 1 10 0 20 0 10 1 20 1 10 1 20 2 10 3 20 3"),
+         "SPLINE has the wrong number of knots"},
         {DxfFile("0 SPLINE 71 99 10 0 20 0 10 1 20 1"), "SPLINE has an unusable degree"},
         {DxfFile("0 INSERT 2 nowhere 10 0 20 0"), "INSERT names the block 'nowhere'"},
         {DxfFile("0 INSERT 2 L 10 0 20 0", loop), "deeper than 32 inserts"},
@@ -150,13 +178,17 @@ TEST(Dxf, Damage) {
     };
     for (const auto& [file, message] : cases) {
         const std::string error = ErrorOf(file);
-        EXPECT_NE(error.find(message), std::string::npos) << "got '" << error << "', wanted '" << message << "'";
+        EXPECT_NE(error.find(message), std::string::npos)
+            << "got '" << error << "', wanted '" << message << "'";
         EXPECT_EQ(error.find('\n'), std::string::npos);
     }
 }
 
 TEST(Dxf, LenientReadingKeepsTheRest) {
-    const Read read(DxfFile("0 LINE 10 1 20 2 0 CIRCLE 10 0 20 0 40 1 0 HATCH 10 1 0 CIRCLE 10 0 20 0 40 1 230 0.5").substr(0, 160), true);
+    const Read read(
+        DxfFile("0 LINE 10 1 20 2 0 CIRCLE 10 0 20 0 40 1 0 HATCH 10 1 0 CIRCLE 10 0 20 0 40 1 230 0.5")
+            .substr(0, 160),
+        true);
     EXPECT_EQ(read.objects.size(), 1u);
     ASSERT_EQ(read.log.Errors().size(), 2u);
     EXPECT_NE(read.log.Errors()[0].find("the file ends"), std::string::npos);

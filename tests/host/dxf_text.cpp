@@ -13,7 +13,8 @@ std::string Groups(const std::string& text) {
 }
 
 std::string DxfFile(const std::string& entities, const std::string& blocks) {
-    return Groups("999 a_test 0 SECTION 2 BLOCKS " + blocks + " 0 ENDSEC 0 SECTION 2 ENTITIES " + entities + " 0 ENDSEC 0 EOF");
+    return Groups("999 a_test 0 SECTION 2 BLOCKS " + blocks + " 0 ENDSEC 0 SECTION 2 ENTITIES " + entities
+                  + " 0 ENDSEC 0 EOF");
 }
 
 std::string BinaryFile(const std::string& asciiFile) {
@@ -26,11 +27,17 @@ std::string BinaryFile(const std::string& asciiFile) {
         bytes += static_cast<char>(number >> 8);
         const double asDouble = std::strtod(value.c_str(), nullptr);
         const auto asInteger = static_cast<std::int64_t>(asDouble);
-        const auto append = [&](const void* data, std::size_t size) { bytes.append(static_cast<const char*>(data), size); };
-        if ((number >= 10 && number <= 59) || (number >= 210 && number <= 239)) append(&asDouble, 8);
-        else if ((number >= 60 && number <= 79)) append(&asInteger, 2);
-        else if (number >= 90 && number <= 99) append(&asInteger, 4);
-        else append(value.c_str(), value.size() + 1);
+        const auto append = [&](const void* data, std::size_t size) {
+            bytes.append(static_cast<const char*>(data), size);
+        };
+        if ((number >= 10 && number <= 59) || (number >= 210 && number <= 239))
+            append(&asDouble, 8);
+        else if ((number >= 60 && number <= 79))
+            append(&asInteger, 2);
+        else if (number >= 90 && number <= 99)
+            append(&asInteger, 4);
+        else
+            append(value.c_str(), value.size() + 1);
     }
     return bytes;
 }

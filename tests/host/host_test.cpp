@@ -3,14 +3,14 @@
 #include <fstream>
 #include <sstream>
 
+#include <qev/qev.h>
+
 #include <gtest/gtest.h>
 
 #include "host/dxf_text.h"
 #include "host/host.h"
 #include "host/report.h"
 #include "support/shapes.h"
-
-#include <qev/qev.h>
 
 namespace {
 
@@ -24,7 +24,8 @@ struct Ran {
 Ran RunHost(std::vector<const char*> arguments) {
     arguments.insert(arguments.begin(), "qev_host");
     std::ostringstream out, errors;
-    const int code = host::Run(host::ParseOptions(static_cast<int>(arguments.size()), arguments.data()), out, errors);
+    const int code =
+        host::Run(host::ParseOptions(static_cast<int>(arguments.size()), arguments.data()), out, errors);
     return {code, out.str(), errors.str()};
 }
 
@@ -38,13 +39,15 @@ host::Drawing& Join(host::Drawing& drawing, const std::string& entities, double 
 // A rounded rectangle in pieces of any order and direction comes back as one closed contour.
 TEST(Join, PiecesOfAnyOrderBecomeOneContour) {
     std::vector<std::string> pieces = {
-        "0 LINE 8 a 10 1 20 0 11 9 21 0 ",  "0 LINE 8 a 10 10 20 5 11 10 21 1 ",          "0 ARC 8 a 10 9 20 1 40 1 50 270 51 360 ",
-        "0 ARC 8 a 10 1 20 1 40 1 50 180 51 270 ", "0 LINE 8 a 10 0 20 1.004 11 0 21 5 ", "0 LWPOLYLINE 8 a 70 0 10 10 20 5 10 5 20 8 10 0 20 5 "};
+        "0 LINE 8 a 10 1 20 0 11 9 21 0 ",         "0 LINE 8 a 10 10 20 5 11 10 21 1 ",
+        "0 ARC 8 a 10 9 20 1 40 1 50 270 51 360 ", "0 ARC 8 a 10 1 20 1 40 1 50 180 51 270 ",
+        "0 LINE 8 a 10 0 20 1.004 11 0 21 5 ",     "0 LWPOLYLINE 8 a 70 0 10 10 20 5 10 5 20 8 10 0 20 5 "};
     test::Random random;
     for (int i = 0; i < 50; ++i) {
         std::string entities;
         for (std::size_t left = pieces.size(); left > 0; --left) {
-            std::swap(pieces[left - 1], pieces[static_cast<std::size_t>(random.Int(0, static_cast<int>(left) - 1))]);
+            std::swap(pieces[left - 1],
+                      pieces[static_cast<std::size_t>(random.Int(0, static_cast<int>(left) - 1))]);
             entities += pieces[left - 1];
         }
         host::Drawing drawing;
@@ -59,10 +62,18 @@ TEST(Join, PiecesOfAnyOrderBecomeOneContour) {
 
 TEST(Join, LeavesWhatDoesNotTouch) {
     host::Drawing drawing;
-    const auto& objects = Join(drawing, "0 LINE 10 0 20 0 11 1 21 0 0 LINE 10 1.02 20 0 11 2 21 0 0 CIRCLE 10 0 20 0 40 1 0 LINE 10 5 20 5 11 5 21 5", 0.01).Objects();
+    const auto& objects = Join(drawing,
+                               "0 LINE 10 0 20 0 11 1 21 0 0 LINE 10 1.02 20 0 11 2 21 0 0 CIRCLE 10 0 20 0 "
+                               "40 1 0 LINE 10 5 20 5 11 5 21 5",
+                               0.01)
+                              .Objects();
     EXPECT_EQ(objects.size(), 4u);
     host::Drawing curved;
-    const auto joined = Join(curved, "0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 0 42 3.141592653589793 0 LINE 10 -2 20 0 11 2 21 0", 0.01).Objects();
+    const auto joined =
+        Join(curved,
+             "0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 0 42 3.141592653589793 0 LINE 10 -2 20 0 11 2 21 0",
+             0.01)
+            .Objects();
     ASSERT_EQ(joined.size(), 1u);
     EXPECT_EQ(joined[0]->GetType(), qev::kCadPolylineEx);
     EXPECT_NEAR(joined[0]->GetLength(), 4 + 9.688448220547675 / 2, 1e-6);
@@ -70,8 +81,11 @@ TEST(Join, LeavesWhatDoesNotTouch) {
 
 TEST(Report, AreasCornersAndClosedness) {
     host::Drawing drawing;
-    const auto reports = host::ReportOf(Join(drawing, "0 CIRCLE 10 0 20 0 40 2 0 LWPOLYLINE 70 1 10 0 20 0 10 4 20 0 10 4 20 3 0 LWPOLYLINE 70 0 10 0 20 0 10 4 20 0 10 8 20 1 "
-                                                      "0 ELLIPSE 10 0 20 0 11 4 21 0 40 0.5 41 0 42 6.283185307179586", 0));
+    const auto reports = host::ReportOf(Join(drawing,
+                                             "0 CIRCLE 10 0 20 0 40 2 0 LWPOLYLINE 70 1 10 0 20 0 10 4 20 0 "
+                                             "10 4 20 3 0 LWPOLYLINE 70 0 10 0 20 0 10 4 20 0 10 8 20 1 "
+                                             "0 ELLIPSE 10 0 20 0 11 4 21 0 40 0.5 41 0 42 6.283185307179586",
+                                             0));
     ASSERT_EQ(reports.size(), 4u);
     EXPECT_NEAR(reports[0].area, 4 * math::kPi, 1e-9);
     EXPECT_NEAR(reports[1].area, 6, 1e-9);
@@ -99,18 +113,26 @@ protected:
 };
 
 TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
-    Write(test::DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 0 CIRCLE 10 5 20 5 40 2 0 TEXT 10 1 20 1 40 1 1 A"));
-    const Ran ran = RunHost({m_drawing.c_str(), "--svg", m_picture.c_str(), "--polyline", "0.01", "--cut", "0:3.5:1.25", "--rows", "2"});
+    Write(test::DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 0 CIRCLE 10 5 20 5 40 "
+                        "2 0 TEXT 10 1 20 1 40 1 1 A"));
+    const Ran ran = RunHost({m_drawing.c_str(), "--svg", m_picture.c_str(), "--polyline", "0.01", "--cut",
+                             "0:3.5:1.25", "--rows", "2"});
     EXPECT_EQ(ran.code, 0) << ran.errors;
-    for (const char* expected : {"polyline                    4         40.000  yes    ccw                100.000       4", "... and 1 more",
-                                 "3 objects: 1 circle, 1 polyline, 1 text", "2 objects converted within 0.01 mm: 6 lines and arcs",
-                                 "cut: 3 segments, 17.5 mm of 40 mm", "picture: "})
+    for (const char* expected :
+         {"polyline                    4         40.000  yes    ccw                100.000       4",
+          "... and 1 more", "3 objects: 1 circle, 1 polyline, 1 text",
+          "2 objects converted within 0.01 mm: 6 lines and arcs", "cut: 3 segments, 17.5 mm of 40 mm",
+          "picture: "})
         EXPECT_NE(ran.out.find(expected), std::string::npos) << expected << "\n" << ran.out;
     const std::string picture = Picture();
-    for (const char* expected : {"class='outline' d='M0 0L10 0L10 10L0 10L0 0'", "class='cut' d='M0 5L0 0L10 0L10 2.5'", "class='converted'", "class='corner'", "A2 2 0 0 1 3 5"})
+    for (const char* expected :
+         {"class='outline' d='M0 0L10 0L10 10L0 10L0 0'", "class='cut' d='M0 5L0 0L10 0L10 2.5'",
+          "class='converted'", "class='corner'", "A2 2 0 0 1 3 5"})
         EXPECT_NE(picture.find(expected), std::string::npos) << expected;
-    EXPECT_EQ(RunHost({m_drawing.c_str(), "--cut", "1:0.25:0.75"}).code, 0) << "a circle is cut out of its polyline";
-    for (const char* cut : {"7:0:1", "0:0:9", "0:1:1", "2:0:1", "-1:0:1"}) EXPECT_EQ(RunHost({m_drawing.c_str(), "--cut", cut}).code, 1) << cut;
+    EXPECT_EQ(RunHost({m_drawing.c_str(), "--cut", "1:0.25:0.75"}).code, 0)
+        << "a circle is cut out of its polyline";
+    for (const char* cut : {"7:0:1", "0:0:9", "0:1:1", "2:0:1", "-1:0:1"})
+        EXPECT_EQ(RunHost({m_drawing.c_str(), "--cut", cut}).code, 1) << cut;
     EXPECT_EQ(RunHost({m_drawing.c_str(), "--svg", "/nowhere/x.svg"}).code, 1);
 }
 
@@ -130,8 +152,16 @@ TEST_F(HostRun, DamageEndsInOneLineAndExitCodeOne) {
 }
 
 TEST(Options, Refusals) {
-    for (const auto& arguments : std::vector<std::vector<const char*>>{{}, {"a", "b"}, {"a", "--what"}, {"a", "--svg"}, {"a", "--rows", "x"}, {"a", "--rows", "-1"},
-                                                                       {"a", "--join", "nan"}, {"a", "--polyline", "-1"}, {"a", "--cut", "1:2"}, {"a", "--cut", "1:x:2"}})
+    for (const auto& arguments : std::vector<std::vector<const char*>>{{},
+                                                                       {"a", "b"},
+                                                                       {"a", "--what"},
+                                                                       {"a", "--svg"},
+                                                                       {"a", "--rows", "x"},
+                                                                       {"a", "--rows", "-1"},
+                                                                       {"a", "--join", "nan"},
+                                                                       {"a", "--polyline", "-1"},
+                                                                       {"a", "--cut", "1:2"},
+                                                                       {"a", "--cut", "1:x:2"}})
         EXPECT_THROW(RunHost(arguments), host::UsageError);
 }
 

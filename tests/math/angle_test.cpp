@@ -1,11 +1,11 @@
 #include <cmath>
 
+#include <qevmath/qevmath.h>
+
 #include <gp_Vec2d.hxx>
 #include <gtest/gtest.h>
 
 #include "support/shapes.h"
-
-#include <qevmath/qevmath.h>
 
 namespace {
 
@@ -32,7 +32,8 @@ TEST(Angle, NormalAngleCoversTheAxes) {
     const struct {
         DPOINT2 v;
         double angle;
-    } cases[] = {{{0, 0}, 0}, {{2, 0}, 0}, {{0, 3}, kPi / 2}, {{-1, 0}, kPi}, {{-1, -0.0}, kPi}, {{0, -1}, 3 * kPi / 2},
+    } cases[] = {{{0, 0}, 0},    {{2, 0}, 0},           {{0, 3}, kPi / 2},
+                 {{-1, 0}, kPi}, {{-1, -0.0}, kPi},     {{0, -1}, 3 * kPi / 2},
                  {{1, -0.0}, 0}, {{1, -1}, 7 * kPi / 4}};
     for (const auto& c : cases) {
         EXPECT_DOUBLE_EQ(math::D2GetNormalAngle(c.v), c.angle);
@@ -58,9 +59,10 @@ TEST(Line, FootAndMembership) {
     const struct {
         DPOINT2 p;
         bool inside;
-    } cases[] = {{{1, 0}, true},        {{1, 0.9e-6}, true}, {{1, 1.1e-6}, false}, {{-0.9e-6, 0}, true},
+    } cases[] = {{{1, 0}, true},        {{1, 0.9e-6}, true}, {{1, 1.1e-6}, false},    {{-0.9e-6, 0}, true},
                  {{-1.1e-6, 0}, false}, {{3, 0}, false},     {math::NoPoint(), false}};
-    for (const auto& c : cases) EXPECT_EQ(math::IsPointInLine(c.p, {0, 0}, {2, 0}), c.inside) << c.p.x << " " << c.p.y;
+    for (const auto& c : cases)
+        EXPECT_EQ(math::IsPointInLine(c.p, {0, 0}, {2, 0}), c.inside) << c.p.x << " " << c.p.y;
 }
 
 TEST(Line, InterpolationMeetsBothEndsExactly) {

@@ -1,11 +1,11 @@
 #include <cmath>
 #include <limits>
 
+#include <qevmath/qevmath.h>
+
 #include <gtest/gtest.h>
 
 #include "support/shapes.h"
-
-#include <qevmath/qevmath.h>
 
 namespace {
 
@@ -38,7 +38,8 @@ TEST(Arc, ChordFormAgreesWithCentreForm) {
         ASSERT_TRUE(s.ok == (std::abs(arc.bulge) > 0.25e-9));
         const double tolerance = 1e-12 * (100 + s.radius);
         const double ratio = random.Uniform(0, 1);
-        EXPECT_POINT_NEAR(arc.PointAt(ratio), s.centre + math::Rotated({s.radius, 0}, s.start + ratio * s.sweep), tolerance);
+        EXPECT_POINT_NEAR(arc.PointAt(ratio),
+                          s.centre + math::Rotated({s.radius, 0}, s.start + ratio * s.sweep), tolerance);
         EXPECT_POINT_NEAR(arc.PointAt(0), arc.start, 0);
         EXPECT_POINT_NEAR(arc.PointAt(1), arc.end, 0);
         EXPECT_NEAR(arc.GetLength(), s.radius * std::abs(s.sweep), tolerance * (1 + std::abs(s.sweep)));
@@ -70,14 +71,17 @@ TEST(Arc, FootIsTheNearestSample) {
         const double sampled = test::SampledDistance(curve, p, 2000);
         EXPECT_LE(distance, sampled + 1e-9);
         EXPECT_GE(distance, sampled - arc.GetLength() / 4000);
-        test::ExpectBoxFits(arc.GetBounds(), curve, 2000, arc.GetLength() * arc.GetLength() * std::abs(arc.GetCurvature()) / 3e7 + 1e-12);
-        EXPECT_NEAR(arc.GetChordArea(), test::SampledArea(curve, 2000), 1e-5 * arc.GetLength() * arc.GetLength());
+        test::ExpectBoxFits(arc.GetBounds(), curve, 2000,
+                            arc.GetLength() * arc.GetLength() * std::abs(arc.GetCurvature()) / 3e7 + 1e-12);
+        EXPECT_NEAR(arc.GetChordArea(), test::SampledArea(curve, 2000),
+                    1e-5 * arc.GetLength() * arc.GetLength());
     }
 }
 
 TEST(Arc, SolveRefusesWhatIsNoArc) {
-    for (const BulgeArc& arc : {BulgeArc{{1, 1}, {1, 1}, 1}, BulgeArc{{0, 0}, {0.9e-9, 0}, 1}, BulgeArc{{0, 0}, {1, 0}, 0},
-                                BulgeArc{{0, 0}, {1, 0}, 2e-10}, BulgeArc{{test::kNaN, 0}, {1, 0}, 1}, BulgeArc{{0, 0}, {1, 0}, test::kNaN}}) {
+    for (const BulgeArc& arc : {BulgeArc{{1, 1}, {1, 1}, 1}, BulgeArc{{0, 0}, {0.9e-9, 0}, 1},
+                                BulgeArc{{0, 0}, {1, 0}, 0}, BulgeArc{{0, 0}, {1, 0}, 2e-10},
+                                BulgeArc{{test::kNaN, 0}, {1, 0}, 1}, BulgeArc{{0, 0}, {1, 0}, test::kNaN}}) {
         const Solved s = Solve(arc);
         EXPECT_FALSE(s.ok);
         EXPECT_EQ(std::abs(s.centre.x) + std::abs(s.centre.y) + s.radius + s.start + std::abs(s.sweep), 0);
@@ -94,14 +98,17 @@ TEST(Arc, Membership) {
         double start, central;
         bool ccw, inside;
     } cases[] = {
-        {{10, 0}, 0, 1, true, true},          {{10.0000009, 0}, 0, 1, true, true},  {{10.0000011, 0}, 0, 1, true, false},
-        {{0, 10}, 0, 1, true, false},         {{0, 10}, 0, kPi / 2, true, true},    {{0, 10}, 0, kPi / 2, false, false},
-        {{0, -10}, 0, kPi / 2, false, true},  {{10, -9e-7}, 0, 1, true, true},      {{10, -2e-6}, 0, 1, true, false},
-        {{-10, 0}, 3, 7, true, true},         {{0, 0}, 0, 7, true, false},          {{test::kNaN, 0}, 0, 7, true, false},
+        {{10, 0}, 0, 1, true, true},          {{10.0000009, 0}, 0, 1, true, true},
+        {{10.0000011, 0}, 0, 1, true, false}, {{0, 10}, 0, 1, true, false},
+        {{0, 10}, 0, kPi / 2, true, true},    {{0, 10}, 0, kPi / 2, false, false},
+        {{0, -10}, 0, kPi / 2, false, true},  {{10, -9e-7}, 0, 1, true, true},
+        {{10, -2e-6}, 0, 1, true, false},     {{-10, 0}, 3, 7, true, true},
+        {{0, 0}, 0, 7, true, false},          {{test::kNaN, 0}, 0, 7, true, false},
         {{10, 0}, 6.2, 0.2, true, true},      {{10, 0}, 0.1, 0.2, false, true},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(math::IsPointInArc(c.p, {0, 0}, 10, c.start, c.central, c.ccw), c.inside) << c.p.x << " " << c.p.y << " " << c.start;
+        EXPECT_EQ(math::IsPointInArc(c.p, {0, 0}, 10, c.start, c.central, c.ccw), c.inside)
+            << c.p.x << " " << c.p.y << " " << c.start;
 }
 
 TEST(Arc, HostileNumbersEnd) {

@@ -1,10 +1,10 @@
 #include <cmath>
 
+#include <qevmath/qevmath.h>
+
 #include <gtest/gtest.h>
 
 #include "support/shapes.h"
-
-#include <qevmath/qevmath.h>
 
 namespace {
 
@@ -55,7 +55,8 @@ TEST(Bezier, ParameterAtLengthInvertsTheLength) {
         const CubicBezier b = Random(random);
         const double t = b.ParameterAt(random.Uniform(0, 1));
         // the first part on its own, by de Casteljau
-        const DPOINT2 p01 = math::Interpolate(b.start, b.ctrl1, t), p12 = math::Interpolate(b.ctrl1, b.ctrl2, t);
+        const DPOINT2 p01 = math::Interpolate(b.start, b.ctrl1, t),
+                      p12 = math::Interpolate(b.ctrl1, b.ctrl2, t);
         const CubicBezier part{b.start, p01, math::Interpolate(p01, p12, t), b.PointAt(t)};
         const double ratio = part.GetLength() / b.GetLength();
         EXPECT_NEAR(b.ParameterAt(ratio), t, 1e-8);

@@ -1,10 +1,10 @@
 #include <cmath>
 
+#include <qevmath/qevmath.h>
+
 #include <gtest/gtest.h>
 
 #include "support/shapes.h"
-
-#include <qevmath/qevmath.h>
 
 namespace {
 
@@ -39,8 +39,8 @@ EllipticArc RandomArc(test::Random& random) {
     const double ratio = std::pow(10, random.Uniform(-4, 0));
     const double a = random.Uniform(1, 100);
     const double b = a * ratio;
-    return {random.Point(), random.Coin() ? a : b, random.Coin() ? b : a, random.Uniform(-4, 4), random.Uniform(-4, 4),
-            random.Uniform(-7, 7)};
+    return {random.Point(),        random.Coin() ? a : b, random.Coin() ? b : a,
+            random.Uniform(-4, 4), random.Uniform(-4, 4), random.Uniform(-7, 7)};
 }
 
 test::CurvePoint Curve(const EllipticArc& arc) {
@@ -63,7 +63,8 @@ TEST(Ellipse, PartialLengthsToOnePartInTenToTheTen) {
         const EllipticArc arc = RandomArc(random);
         const long double a = arc.GetSemiAxisA();
         const long double b = arc.GetSemiAxisB();
-        const auto exact = static_cast<double>(std::abs(LongLength(a, b, arc.GetEnd()) - LongLength(a, b, arc.GetStart())));
+        const auto exact =
+            static_cast<double>(std::abs(LongLength(a, b, arc.GetEnd()) - LongLength(a, b, arc.GetStart())));
         worst = std::max(worst, std::abs(arc.GetLength() / exact - 1));
     }
     EXPECT_LT(worst, 1e-10);
@@ -92,7 +93,8 @@ TEST(Ellipse, NearestAndBoxAgainstSamples) {
         EXPECT_LE(distance, sampled + 1e-10);
         EXPECT_GE(distance, sampled - 0.12) << "one sample step";
         test::ExpectBoxFits(arc.GetBounds(), Curve(arc), 3000, 1e-3);
-        EXPECT_NEAR(arc.GetChordArea(), test::SampledArea(Curve(arc), 3000), 1e-4 * arc.GetSemiAxisA() * arc.GetSemiAxisB() + 1e-9);
+        EXPECT_NEAR(arc.GetChordArea(), test::SampledArea(Curve(arc), 3000),
+                    1e-4 * arc.GetSemiAxisA() * arc.GetSemiAxisB() + 1e-9);
     }
 }
 
@@ -102,10 +104,19 @@ TEST(Ellipse, NearestOnTheAxes) {
     const struct {
         DPOINT2 p;
         double distance;
-    } cases[] = {{{1, 2}, 3},          {{1 + 9, 2}, 4},      {{1 - 9, 2}, 4},      {{1, 2 + 4}, 1},
-                 {{1, 2 - 4}, 1},      {{1, 2 + 2.9}, 0.1},  {{1 + 4.9, 2}, 0.1},  {{1 - 4.9, 2}, 0.1},
-                 {{1 + 1e-12, 2}, 3},  {{1, 2 - 1e-12}, 3},  {{1 + 1.6, 2}, 3 * std::sqrt(1 - 1.6 * 1.6 / 16)}};
-    for (const auto& c : cases) EXPECT_NEAR(math::D2GetDistance(c.p, whole.GetNearest(c.p)), c.distance, 1e-11) << c.p.x;
+    } cases[] = {{{1, 2}, 3},
+                 {{1 + 9, 2}, 4},
+                 {{1 - 9, 2}, 4},
+                 {{1, 2 + 4}, 1},
+                 {{1, 2 - 4}, 1},
+                 {{1, 2 + 2.9}, 0.1},
+                 {{1 + 4.9, 2}, 0.1},
+                 {{1 - 4.9, 2}, 0.1},
+                 {{1 + 1e-12, 2}, 3},
+                 {{1, 2 - 1e-12}, 3},
+                 {{1 + 1.6, 2}, 3 * std::sqrt(1 - 1.6 * 1.6 / 16)}};
+    for (const auto& c : cases)
+        EXPECT_NEAR(math::D2GetDistance(c.p, whole.GetNearest(c.p)), c.distance, 1e-11) << c.p.x;
     // the lower half alone, from a point whose nearest point lies above as well as below
     const EllipticArc lower({0, 0}, 5, 3, 0, math::kPi, math::kPi);
     EXPECT_NEAR(math::D2GetDistance({1.6, 0}, lower.GetNearest({1.6, 0})), 3 * std::sqrt(1 - 0.16), 1e-11);

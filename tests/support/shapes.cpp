@@ -22,10 +22,14 @@ std::unique_ptr<Contour> Parse(const std::string& text) {
             if (kind == 'B') in >> c1.x >> c1.y >> c2.x >> c2.y;
         in >> p.x >> p.y;
         if (kind == 'A') in >> bulge;
-        if (kind == 'L') contour->AddLine(p);
-        else if (kind == 'A') contour->AddArc(p, bulge);
-        else if constexpr (std::is_same_v<Contour, qev::CCadPolylineEx>) contour->AddBezier(c1, c2, p);
-        else ADD_FAILURE() << "no such segment: " << kind;
+        if (kind == 'L')
+            contour->AddLine(p);
+        else if (kind == 'A')
+            contour->AddArc(p, bulge);
+        else if constexpr (std::is_same_v<Contour, qev::CCadPolylineEx>)
+            contour->AddBezier(c1, c2, p);
+        else
+            ADD_FAILURE() << "no such segment: " << kind;
     }
     return contour;
 }
@@ -39,8 +43,10 @@ void AddRandom(Random& random, Contour& contour, int segments) {
         if (random.Int(0, 9) != 0) end = random.Point(); // one in ten has no length
         if (i + 1 == count && random.Coin()) end = start;
         const int kind = random.Int(0, 2);
-        if (kind == 0) contour.AddLine(end);
-        else if (kind == 1 || std::is_same_v<Contour, qev::CCadPolyline>) contour.AddArc(end, random.Bulge());
+        if (kind == 0)
+            contour.AddLine(end);
+        else if (kind == 1 || std::is_same_v<Contour, qev::CCadPolyline>)
+            contour.AddArc(end, random.Bulge());
         else if constexpr (std::is_same_v<Contour, qev::CCadPolylineEx>)
             contour.AddBezier(random.Point(), random.Point(), end);
     }
@@ -83,7 +89,8 @@ double SampledLength(const CurvePoint& curve, int samples) {
 
 double SampledDistance(const CurvePoint& curve, const math::DPOINT2& p, int samples) {
     double distance = std::numeric_limits<double>::infinity();
-    for (int i = 0; i <= samples; ++i) distance = std::min(distance, math::D2GetDistance(p, curve(i / double(samples))));
+    for (int i = 0; i <= samples; ++i)
+        distance = std::min(distance, math::D2GetDistance(p, curve(i / double(samples))));
     return distance;
 }
 
@@ -104,8 +111,8 @@ double SampledArea(const CurvePoint& curve, int samples) {
 void ExpectBoxFits(const math::Bounds& box, const CurvePoint& curve, int samples, double slack) {
     const math::Bounds sampled = SampledBounds(curve, samples);
     const double rounding = 1e-12 * (1 + math::Norm(box.lower) + math::Norm(box.upper));
-    const double gaps[] = {sampled.lower.x - box.lower.x, sampled.lower.y - box.lower.y, box.upper.x - sampled.upper.x,
-                           box.upper.y - sampled.upper.y};
+    const double gaps[] = {sampled.lower.x - box.lower.x, sampled.lower.y - box.lower.y,
+                           box.upper.x - sampled.upper.x, box.upper.y - sampled.upper.y};
     for (const double gap : gaps) {
         EXPECT_GE(gap, -rounding);
         EXPECT_LE(gap, slack);

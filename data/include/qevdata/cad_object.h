@@ -22,7 +22,8 @@ namespace qev {
 /// One piece of an outline: what length, distance, boxes and conversion are computed from.
 using OutlinePiece = std::variant<SEGMENT, math::EllipticArc>;
 
-/// A CAD object: an outline (or members), an identity, named attributes, flags and what machining hangs on it.
+/// A CAD object: an outline (or members), an identity, named attributes, flags and what machining hangs on
+/// it.
 ///
 /// Every virtual operation has a default, so that a host's own kind overrides what it has. An object owns its
 /// technics, tool paths and inner object and deletes them; deleting an object never touches the list that
@@ -39,16 +40,16 @@ public:
     /// Where the contour starts and ends; math::NoPoint() when it has no such point, which is the default.
     virtual math::DPOINT2 GetStartPoint() const;
     virtual math::DPOINT2 GetEndPoint() const;
-    /// Number of segments of a segment contour and the segment at an index; 0 and SEGMENT() by default and for
-    /// an index out of range.
+    /// Number of segments of a segment contour and the segment at an index; 0 and SEGMENT() by default and
+    /// for an index out of range.
     virtual int GetSegmentCount() const;
     virtual SEGMENT GetSegment(int index) const;
     /// Length in mm; 0 by default.
     virtual double GetLength() const;
     /// The exact bounding box; the empty box by default.
     virtual CadRect GetBoundRect() const;
-    /// A new object with the same geometry, attributes, flags and inner object, owned by the caller; with a fresh
-    /// id, or with this one's. Technics and tool paths are not copied, their text is. Null by default.
+    /// A new object with the same geometry, attributes, flags and inner object, owned by the caller; with a
+    /// fresh id, or with this one's. Technics and tool paths are not copied, their text is. Null by default.
     virtual CCadObject* Clone(bool newId) const;
 
     /// The pieces of the outline in order; by default the segments. Containers have none of their own.
@@ -62,8 +63,8 @@ public:
     unsigned int GetID() const { return m_nID; }
     void SetID(unsigned int id) { m_nID = id; }
 
-    /// The value of a named attribute, empty when there is none; SetKey replaces it. A null key has no value, a
-    /// null value is the empty one.
+    /// The value of a named attribute, empty when there is none; SetKey replaces it. A null key has no value,
+    /// a null value is the empty one.
     CString GetKey(const char* key) const;
     void SetKey(const char* key, const char* value);
 
@@ -80,8 +81,8 @@ public:
     const std::list<CCadObject*>& GetToolPathList() const { return m_listToolPaths; }
     CadRect GetToolPathBoundRect() const;
 
-    /// One owned inner object, null when there is none. SetInnerObject takes ownership and deletes the old one;
-    /// ClearInnerObject deletes it. An object is never its own inner object.
+    /// One owned inner object, null when there is none. SetInnerObject takes ownership and deletes the old
+    /// one; ClearInnerObject deletes it. An object is never its own inner object.
     CCadObject* GetInnerObject() const { return m_pInner.get(); }
     void SetInnerObject(CCadObject* inner);
     void ClearInnerObject() { m_pInner.reset(); }

@@ -6,8 +6,8 @@
 
 namespace qev {
 
-/// A contour made of segments. What it answers it computes from GetSegmentCount and GetSegment, so a host's own
-/// kind needs to override only those and GetType.
+/// A contour made of segments. What it answers it computes from GetSegmentCount and GetSegment, so a host's
+/// own kind needs to override only those and GetType.
 class QEVDATA_API CCadMultiSegments : public CCadObject {
 public:
     bool IsClose() const override { return EndsMeet(*this); }

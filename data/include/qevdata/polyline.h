@@ -10,8 +10,8 @@ class gp_Trsf2d;
 
 namespace qev {
 
-/// A contour of lines and circular arcs. The start point is held apart from the nodes: node k is the end point
-/// of segment k together with that segment's bulge.
+/// A contour of lines and circular arcs. The start point is held apart from the nodes: node k is the end
+/// point of segment k together with that segment's bulge.
 class QEVDATA_API CCadPolyline : public CCadMultiSegments {
 public:
     struct ARCNODE {
@@ -32,8 +32,8 @@ public:
     void Reserve(int nodes);
 
     int GetNodeCount() const { return static_cast<int>(m_vecNodes.size()); }
-    /// The node at an index; a node at math::NoPoint() when there is none. The reference lasts until the contour
-    /// is changed.
+    /// The node at an index; a node at math::NoPoint() when there is none. The reference lasts until the
+    /// contour is changed.
     const ARCNODE& GetAt(int index) const;
     const std::vector<ARCNODE>& GetNodes() const { return m_vecNodes; }
 

@@ -10,8 +10,8 @@ class gp_Trsf2d;
 
 namespace qev {
 
-/// A contour of lines, circular arcs and cubic Bezier pieces, held as segments that join end to start. What it
-/// shares with CCadPolyline behaves the same.
+/// A contour of lines, circular arcs and cubic Bezier pieces, held as segments that join end to start. What
+/// it shares with CCadPolyline behaves the same.
 class QEVDATA_API CCadPolylineEx : public CCadMultiSegments {
 public:
     explicit CCadPolylineEx(bool newId = true);
@@ -24,7 +24,8 @@ public:
     void AddBezier(const math::DPOINT2& ctrl1, const math::DPOINT2& ctrl2, const math::DPOINT2& end);
 
     int GetNodeCount() const { return static_cast<int>(m_vecNodes.size()); }
-    /// The segment at an index; SEGMENT() when there is none. The reference lasts until the contour is changed.
+    /// The segment at an index; SEGMENT() when there is none. The reference lasts until the contour is
+    /// changed.
     const SEGMENT& GetAt(int index) const;
     const std::vector<SEGMENT>& GetNodes() const { return m_vecNodes; }
 

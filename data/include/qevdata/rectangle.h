@@ -11,9 +11,10 @@ namespace qev {
 /// A rectangle as a closed contour of four lines, counter-clockwise from its corner.
 class QEVDATA_API CCadRectangle : public CCadMultiSegments {
 public:
-    /// The corner is the lower left one before the rectangle is turned by `rotation` round it. A negative width or
-    /// height extends to the other side; the vertices stay counter-clockwise.
-    CCadRectangle(const math::DPOINT2& corner, double width, double height, double rotation = 0, bool newId = true);
+    /// The corner is the lower left one before the rectangle is turned by `rotation` round it. A negative
+    /// width or height extends to the other side; the vertices stay counter-clockwise.
+    CCadRectangle(const math::DPOINT2& corner, double width, double height, double rotation = 0,
+                  bool newId = true);
 
     /// Vertices 0 to 3, counter-clockwise; math::NoPoint() for any other index.
     math::DPOINT2 GetVertex(int index) const;

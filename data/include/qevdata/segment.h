@@ -15,12 +15,12 @@ class SEGMENT {
 public:
     enum Type { kLine = 1, kArc = 2, kBezier = 3 };
 
-    int nType = kLine;           ///< one of Type
+    int nType = kLine; ///< one of Type
     math::DPOINT2 ptStart;
     math::DPOINT2 ptEnd;
-    double dBulge = 0;           ///< arcs only, 0 for the others
-    math::DPOINT2 ptCtrl1;       ///< Bezier pieces only
-    math::DPOINT2 ptCtrl2;       ///< Bezier pieces only
+    double dBulge = 0;     ///< arcs only, 0 for the others
+    math::DPOINT2 ptCtrl1; ///< Bezier pieces only
+    math::DPOINT2 ptCtrl2; ///< Bezier pieces only
 
     /// A line of no length at the origin.
     SEGMENT() = default;
@@ -31,8 +31,8 @@ public:
             const math::DPOINT2& end)
         : nType(kBezier), ptStart(start), ptEnd(end), ptCtrl1(ctrl1), ptCtrl2(ctrl2) {}
 
-    /// The point at a fraction of the length, 0 the start and 1 the end (exactly). Beyond the ends a line and an
-    /// arc go on, a Bezier piece stops.
+    /// The point at a fraction of the length, 0 the start and 1 the end (exactly). Beyond the ends a line and
+    /// an arc go on, a Bezier piece stops.
     QEVDATA_API math::DPOINT2 GetPoint(double ratio) const;
     /// Length in mm, to 1e-10 relative for Bezier pieces.
     QEVDATA_API double GetLength() const;

@@ -21,8 +21,8 @@ QEVCOMMON_API bool IsPointInRectangle(const math::DPOINT2& p, const CCadRectangl
 /// The arc of an arc segment, with a fresh id. A straight segment gives an arc of zeros.
 QEVCOMMON_API CCadArc GetCadArcFromSeg(const SEGMENT& segment);
 
-/// The signed angle from u to v in radians, in [-pi, pi]; exactly opposite vectors give -pi. Not a number for a zero
-/// vector.
+/// The signed angle from u to v in radians, in [-pi, pi]; exactly opposite vectors give -pi. Not a number for
+/// a zero vector.
 QEVCOMMON_API double IntersectionAngle(const math::DPOINT2& u, const math::DPOINT2& v);
 
 } // namespace qev

@@ -15,8 +15,8 @@ namespace qev {
 /// Number of segments: 1 for single-piece kinds, GetSegmentCount() for segment contours, -1 otherwise.
 QEVCOMMON_API int GetCadSegments(const CCadObject* object);
 
-/// The segment before (after) segment i: cyclic on a closed contour; -1 before the first (after the last) of an
-/// open one, and when the object has no segments.
+/// The segment before (after) segment i: cyclic on a closed contour; -1 before the first (after the last) of
+/// an open one, and when the object has no segments.
 QEVCOMMON_API int GetPreSegmentIndex(const CCadObject* object, int i);
 QEVCOMMON_API int GetNextSegmentIndex(const CCadObject* object, int i);
 
@@ -29,8 +29,9 @@ QEVCOMMON_API bool IsInvalidPos(const CCadObject* object, const math::POLYPOS& p
 QEVCOMMON_API bool IsInvalidRange(const math::PosRange& range);
 QEVCOMMON_API bool IsInvalidRange(const CCadObject* object, const math::PosRange& range);
 
-/// Rewrites a position (both positions of a range) into normal form. On an object without segments a position stays
-/// as it is, or gets the index -1 when its ratio is 1; past the end of an open contour the index becomes -1.
+/// Rewrites a position (both positions of a range) into normal form. On an object without segments a position
+/// stays as it is, or gets the index -1 when its ratio is 1; past the end of an open contour the index
+/// becomes -1.
 QEVCOMMON_API void NormalizePos(const CCadObject* object, math::POLYPOS& pos);
 QEVCOMMON_API void NormalizePosRange(const CCadObject* object, math::PosRange& range);
 

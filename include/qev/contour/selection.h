@@ -11,16 +11,17 @@ namespace qev {
 
 class CCadObject;
 
-/// A corner of the box round a selection: "TL", "TR", "BL" or "BR" (T is the larger y); any other key, null included,
-/// gives the lower left corner. (0, 0) for an empty or null selection.
+/// A corner of the box round a selection: "TL", "TR", "BL" or "BR" (T is the larger y); any other key, null
+/// included, gives the lower left corner. (0, 0) for an empty or null selection.
 QEVCOMMON_API math::DPOINT2 GetCornerPoint(const std::list<CCadObject*>* selection, const char* corner);
 
-/// 1 closed, 0 open; a text is closed. A plain group answers what its members agree on, -1 when they do not, -2 when
-/// it holds nothing. An empty group before the others is passed over, behind them it disagrees: kept so.
+/// 1 closed, 0 open; a text is closed. A plain group answers what its members agree on, -1 when they do not,
+/// -2 when it holds nothing. An empty group before the others is passed over, behind them it disagrees: kept
+/// so.
 QEVCOMMON_API int IsClose(const CCadObject* object);
 
-/// Whether no contour of the selection is closed (a text counts as closed), plain groups searched. True for an
-/// empty selection, false for null; so for the next two.
+/// Whether no contour of the selection is closed (a text counts as closed), plain groups searched. True for
+/// an empty selection, false for null; so for the next two.
 QEVCOMMON_API bool IsAllUnClosed(const std::list<CCadObject*>* selection);
 /// Whether every contour is closed. A text ends the scan with true, whatever follows it: kept so.
 QEVCOMMON_API bool IsAllClosed(const std::list<CCadObject*>* selection);

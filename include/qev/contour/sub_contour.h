@@ -9,17 +9,20 @@ namespace qev {
 
 class CCadMultiSegments;
 
-/// A new contour that holds the stretch of a range, owned by the caller: a polyline, or an extended one as soon as a
-/// Bezier piece is met. A range that ends on its own segment at or before its start runs once round. Of a Bezier
-/// piece that is not taken whole nothing is added: kept so. Null when the contour is null, the range is empty or
-/// one of its positions is invalid on the contour. `GetMultiSementsByRange` keeps its old spelling.
-QEVCOMMON_API CCadMultiSegments* GetMultiSementsByRange(const CCadMultiSegments* contour, const math::PosRange& range);
+/// A new contour that holds the stretch of a range, owned by the caller: a polyline, or an extended one as
+/// soon as a Bezier piece is met. A range that ends on its own segment at or before its start runs once
+/// round. Of a Bezier piece that is not taken whole nothing is added: kept so. Null when the contour is null,
+/// the range is empty or one of its positions is invalid on the contour. `GetMultiSementsByRange` keeps its
+/// old spelling.
+QEVCOMMON_API CCadMultiSegments* GetMultiSementsByRange(const CCadMultiSegments* contour,
+                                                        const math::PosRange& range);
 /// The same under its other name.
-QEVCOMMON_API CCadMultiSegments* GetPolylineByRange(const CCadMultiSegments* contour, const math::PosRange& range);
+QEVCOMMON_API CCadMultiSegments* GetPolylineByRange(const CCadMultiSegments* contour,
+                                                    const math::PosRange& range);
 
-/// The same cut with its ends moved to joints first: 1 each to the nearer joint, 2 outward, 3 inward; any other value
-/// cuts exactly. So does a mode that would leave nothing of the stretch, or more than the contour. Coordinates are
-/// never rounded.
+/// The same cut with its ends moved to joints first: 1 each to the nearer joint, 2 outward, 3 inward; any
+/// other value cuts exactly. So does a mode that would leave nothing of the stretch, or more than the
+/// contour. Coordinates are never rounded.
 QEVCOMMON_API CCadMultiSegments* GetMultiSementsByRangeRound(const CCadMultiSegments* contour,
                                                              const math::PosRange& range, int nMode);
 

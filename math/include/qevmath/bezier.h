@@ -17,8 +17,8 @@ struct CubicBezier {
 
     QEVMATH_API DPOINT2 PointAt(double t) const;
     QEVMATH_API DPOINT2 DerivativeAt(double t) const;
-    /// Unit vector of travel at t. Where the derivative vanishes (an end with a doubled control point, a cusp)
-    /// it is the direction in which the piece leaves; (0, 0) when the piece is a single point.
+    /// Unit vector of travel at t. Where the derivative vanishes (an end with a doubled control point, a
+    /// cusp) it is the direction in which the piece leaves; (0, 0) when the piece is a single point.
     QEVMATH_API DPOINT2 TangentAt(double t) const;
 
     /// Length in mm to 1e-10 relative, by adaptive quadrature of the speed.
@@ -26,7 +26,8 @@ struct CubicBezier {
     /// The parameter at a fraction of the length (clamped to [0, 1]).
     QEVMATH_API double ParameterAt(double ratio) const;
 
-    /// The parameters in (from, to) at which the foot equation holds, at most five; none when it holds all along.
+    /// The parameters in (from, to) at which the foot equation holds, at most five; none when it holds all
+    /// along.
     QEVMATH_API Parameters SolveFoot(const FootEquation& equation, double from = 0, double to = 1) const;
     /// The point of the piece that is nearest to p.
     QEVMATH_API DPOINT2 GetNearest(const DPOINT2& p) const;

@@ -14,8 +14,8 @@ namespace math {
 /// t is the parameter of the ellipse in radians, not a polar angle. Axes of any ratio, 0 included.
 class EllipticArc {
 public:
-    /// rotation: angle from the x axis to the axis A. Negative semi-axes count as positive, start is taken modulo
-    /// 2*pi, a sweep of more than a whole turn is one turn.
+    /// rotation: angle from the x axis to the axis A. Negative semi-axes count as positive, start is taken
+    /// modulo 2*pi, a sweep of more than a whole turn is one turn.
     QEVMATH_API EllipticArc(const DPOINT2& centre, double semiAxisA, double semiAxisB, double rotation,
                             double start = 0, double sweep = kTwoPi);
 
@@ -24,7 +24,8 @@ public:
     const DPOINT2& GetCenter() const { return m_ptCenter; }
     const DPOINT2& GetAxisA() const { return m_vAxisA; }
     const DPOINT2& GetAxisB() const { return m_vAxisB; }
-    /// Parameter where the arc starts and where it ends; the second is below the first when it runs clockwise.
+    /// Parameter where the arc starts and where it ends; the second is below the first when it runs
+    /// clockwise.
     double GetStart() const { return m_dStart; }
     double GetEnd() const { return m_dStart + m_dSweep; }
     double GetSweep() const { return m_dSweep; }
