@@ -23,6 +23,7 @@ MAY_INCLUDE = {
     "common/contour": (STANDARD, OCCT, PUBLIC, r"<qev(math|data)/\w+\.h>"),
     "common/geometry": (STANDARD, OCCT, PUBLIC, r"<qev(math|data)/\w+\.h>", r'"\.\./contour/(cad_kinds|tolerance)\.h"'),
     "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>"),
+    "fuzz": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
     "tests": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>", r"<gtest/gtest\.h>", r'"(host|support)/\w+\.h"',
               r'"(\.\./)+(math|data|common)/[\w/]+\.h"'),
 }
