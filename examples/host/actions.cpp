@@ -27,14 +27,6 @@ std::string Shown(const math::POLYPOS& pos) {
     return "segment " + std::to_string(pos.nSegIndex) + ", ratio " + std::to_string(pos.dRatio);
 }
 
-// The contour that positions of an object refer to: the object itself, or the polyline it converts to.
-std::unique_ptr<qev::CCadMultiSegments> ContourOf(const qev::CCadObject& object) {
-    if (dynamic_cast<const qev::CCadMultiSegments*>(&object))
-        return std::unique_ptr<qev::CCadMultiSegments>(
-            static_cast<qev::CCadMultiSegments*>(object.Clone(false)));
-    return std::unique_ptr<qev::CCadMultiSegments>(qev::Convert2Polyline(&object, kCutError));
-}
-
 } // namespace
 
 void DrawConverted(const std::vector<ObjectReport>& reports, double error, SvgPicture& picture,
@@ -50,6 +42,13 @@ void DrawConverted(const std::vector<ObjectReport>& reports, double error, SvgPi
         picture.MarkJoints(*polyline, "joint");
     }
     out << converted << " objects converted within " << error << " mm: " << segments << " lines and arcs\n";
+}
+
+std::unique_ptr<qev::CCadMultiSegments> ContourOf(const qev::CCadObject& object) {
+    if (const auto* polyline = dynamic_cast<const qev::CCadPolyline*>(&object))
+        return std::unique_ptr<qev::CCadMultiSegments>(
+            static_cast<qev::CCadPolyline*>(polyline->Clone(false)));
+    return std::unique_ptr<qev::CCadMultiSegments>(qev::Convert2Polyline(&object, kCutError));
 }
 
 void DrawCut(const std::vector<ObjectReport>& reports, const CutOption& cut, SvgPicture& picture,

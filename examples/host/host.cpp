@@ -6,6 +6,7 @@
 #include "actions.h"
 #include "drawing.h"
 #include "report.h"
+#include "start_zones.h"
 #include "svg.h"
 
 namespace host {
@@ -28,6 +29,7 @@ void Show(const Options& options, const Drawing& drawing, int joined, std::ostre
         picture.Draw(*report.object, report.object->GetType() == qev::kCadText ? "text" : "outline");
     if (options.polylineError) DrawConverted(reports, *options.polylineError, picture, out);
     for (const ObjectReport& report : reports) picture.Mark(report);
+    if (options.startZones) DrawStartZones(reports, *options.startZones, options.cornerDegrees, picture, out);
     if (options.cut) DrawCut(reports, *options.cut, picture, out);
     const int picked = options.pick ? DrawPick(drawing, reports, *options.pick, picture, out) : 0;
     if (options.walk) DrawWalk(reports, picked, *options.walk, picture, out);

@@ -18,6 +18,8 @@ const char* const kUsage =
   --cut OBJ:FROM:TO   cut a stretch out of object OBJ; positions are segment index + ratio
   --pick X,Y          pick the object nearest to a point: object, segment, ratio, nearest point
   --walk SEG:RATIO:MM walk from a position of the picked object (else of object 0) by a signed length
+  --start-zones MM    zones of MM round the sharp corners of closed contours, and where to start between them
+  --corner DEGREES    the least turn of a sharp corner there (30)
 )";
 
 namespace {
@@ -91,6 +93,10 @@ Options ParseOptions(int argc, const char* const* argv) {
             options.cut = ParseCut(value());
         else if (option == "--pick")
             options.pick = ParsePick(value());
+        else if (option == "--start-zones")
+            options.startZones = NotNegative(Parse<double>(value(), option), option);
+        else if (option == "--corner")
+            options.cornerDegrees = NotNegative(Parse<double>(value(), option), option);
         else if (option == "--walk")
             options.walk = ParseWalk(value());
         else if (option.starts_with("-"))

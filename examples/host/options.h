@@ -33,7 +33,9 @@ struct Options {
     std::optional<double> polylineError;
     std::optional<CutOption> cut;
     std::optional<math::DPOINT2> pick;
-    std::optional<WalkOption> walk; ///< on the object that was picked, else on the first one
+    std::optional<double> startZones; ///< mm round each sharp corner
+    double cornerDegrees = 30;        ///< the least turn of a sharp corner
+    std::optional<WalkOption> walk;   ///< on the object that was picked, else on the first one
 };
 
 /// The command line cannot be used; the text says why.
