@@ -10,10 +10,10 @@
 namespace qev {
 
 /// Pushes a text that was pushed before without asking Lua for memory, and so without a protected call: Lua
-/// finds an equal text only by hashing it and may have to make it, which may raise. A slot, chosen by the
-/// address of the caller's text, points to Lua's own copy, which the registry holds under the slot's address.
-/// (Not under a number: a table of Lua 5.2 may lose numbers when it is refused memory while it grows.) The
-/// object lies in a userdata in the registry, so that it ends with the state.
+/// itself finds an equal text only by hashing it, and may have to make it, which may raise. A slot is chosen
+/// by the address of the caller's text and knows the text of the value with its number on the stack of a
+/// thread, which holds nothing else. (A table would take longer, and one of Lua 5.2 may lose values when
+/// memory is refused while it grows.) The thread and this object lie in the registry and end with the state.
 class LuaTexts {
 public:
     /// The state's, or null. Needs a free stack slot.
@@ -23,23 +23,28 @@ public:
 
     /// Pushes a text that was kept, or pushes nothing and answers false.
     bool TryPush(lua_State* L, const char* text) const {
-        const Slot& slot = m_slots[SlotOf(text)];
-        if (!slot || std::strcmp(slot, text) != 0) return false;
-        lua_rawgetp(L, LUA_REGISTRYINDEX, &slot);
+        const int slot = SlotOf(text);
+        if (!m_texts[slot] || std::strcmp(m_texts[slot], text) != 0) return false;
+        lua_pushvalue(m_pThread, kFirstText + slot);
+        lua_xmove(m_pThread, L, 1);
         return true;
     }
 
 private:
-    using Slot = const char*;
-    static constexpr std::size_t kSlots = 256;
+    static constexpr int kSlots = 256;
+    static constexpr int kObject = 1; // on the thread's stack; the texts follow
+    static constexpr int kFirstText = 2;
 
-    static std::size_t SlotOf(const char* text) {
+    explicit LuaTexts(lua_State* thread) : m_pThread(thread) {}
+    static int SlotOf(const char* text) {
         const auto address = reinterpret_cast<std::uintptr_t>(text);
-        return (address ^ (address >> 8)) % kSlots;
+        return static_cast<int>((address ^ (address >> 8)) % kSlots);
     }
+    static LuaTexts* Make(lua_State* L);
     void Keep(lua_State* L, const char* text);
 
-    Slot m_slots[kSlots];
+    lua_State* m_pThread;
+    const char* m_texts[kSlots] = {};
 };
 
 } // namespace qev

@@ -65,7 +65,7 @@ TEST_F(Refusal, Read) {
         access.Enter(2);
         access.Read(text, sizeof text, "c");
     });
-    EXPECT_GE(refused, 6);
+    EXPECT_GE(refused, 4);
     RecordProperty("refused", refused);
 }
 
@@ -96,7 +96,7 @@ TEST_F(Refusal, Call) {
         access.CallLuaFunc("string", "rep", "si>S", "z", 4, &buffer, 4);
         access.CallLuaFunc("math", "abs", "d>S", -0.5, &buffer, 4);
     });
-    EXPECT_GE(refused, 6);
+    EXPECT_GE(refused, 4);
     RecordProperty("refused", refused);
 }
 
