@@ -14,6 +14,7 @@ function(qev_library name)
   add_library(QevCommon::${name} ALIAS ${name})
   set_target_properties(${name} PROPERTIES
     OUTPUT_NAME $<IF:$<PLATFORM_ID:Windows>,${name},${lower}>
+    INSTALL_RPATH $ORIGIN # its siblings stand beside it
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:qev_options>)
   target_compile_features(${name} PUBLIC cxx_std_20)
