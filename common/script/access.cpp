@@ -12,7 +12,7 @@ struct CLuaAccess::PathName {
     char text[128];
 };
 
-CLuaAccess::CLuaAccess(lua_State* L) : m_pLuaState(L), m_nBaseTop(lua_gettop(L)), m_pTexts(nullptr) {
+CLuaAccess::CLuaAccess(lua_State* L) : m_pLuaState(L), m_nBaseTop(lua_gettop(L)) {
     if (lua_checkstack(L, 1)) m_pTexts = LuaTexts::Find(L);
 }
 
@@ -25,7 +25,7 @@ CLuaAccess::~CLuaAccess() {
 }
 
 // The next level's name, to be written to: a new one if there is none or a copy of the cursor shares it.
-CLuaAccess::PathName& CLuaAccess::_OwnLevel() try {
+CLuaAccess::PathName& CLuaAccess::OwnLevel() try {
     std::shared_ptr<PathName>& level = m_szPath[m_nDepth];
     if (level.use_count() != 1) level = std::make_shared<PathName>();
     ++m_nDepth;
@@ -34,23 +34,24 @@ CLuaAccess::PathName& CLuaAccess::_OwnLevel() try {
     ErrorHandle("", nullptr, message::kNoMemory);
 }
 
-void CLuaAccess::_SetLevel(const char* name) {
-    PathName& level = _OwnLevel();
+void CLuaAccess::SetLevel(const char* name) {
+    PathName& level = OwnLevel();
     if (!name) name = "";
     const std::size_t length = std::min(std::strlen(name), sizeof level.text - 1);
     std::memcpy(level.text, name, length);
     level.text[length] = '\0';
 }
 
-void CLuaAccess::_SetLevel(int index) {
-    std::strcpy(_OwnLevel().text, KeyText(index));
+void CLuaAccess::SetLevel(int index) {
+    const KeyText text(index);
+    std::memcpy(OwnLevel().text, text, std::strlen(text) + 1);
 }
 
 template <class Key>
-bool CLuaAccess::_Enter(Key key, const char* shown) {
+bool CLuaAccess::EnterKey(Key key, const char* shown) {
     if (m_nDepth < 0 || m_nDepth >= kMaxDepth) ErrorHandle(shown, nullptr, message::kTooDeep);
     LuaFields fields(*this);
-    _SetLevel(key);
+    SetLevel(key);
     if (!fields.Fetch(key)) {
         lua_pushnil(m_pLuaState);
         return false;
@@ -65,11 +66,11 @@ bool CLuaAccess::_Enter(Key key, const char* shown) {
 }
 
 bool CLuaAccess::Enter(const char* name) {
-    return _Enter(name, name);
+    return EnterKey(name, name);
 }
 
 bool CLuaAccess::Enter(int index) {
-    return _Enter(index, nullptr);
+    return EnterKey(index, nullptr);
 }
 
 void CLuaAccess::Leave() {
@@ -77,7 +78,7 @@ void CLuaAccess::Leave() {
     if (lua_gettop(m_pLuaState) > 0) lua_pop(m_pLuaState, 1);
 }
 
-void CLuaAccess::_ComposeError(const char* key, const char* value, const char* message) {
+void CLuaAccess::ComposeError(const char* key, const char* value, const char* message) {
     std::size_t length = 0;
     const auto append = [&](const char* text) {
         const std::size_t fits = std::min(std::strlen(text), sizeof m_szError - 1 - length);
@@ -99,7 +100,7 @@ void CLuaAccess::_ComposeError(const char* key, const char* value, const char* m
 }
 
 void CLuaAccess::ErrorHandle(const char* key, const char* value, const char* message) {
-    _ComposeError(key, value, message);
+    ComposeError(key, value, message);
     ThrowText(m_szError);
 }
 

@@ -14,7 +14,7 @@ namespace qev {
 // yielded goes on. Lua refuses it while a function runs in the state and after a resume has failed once,
 // which is the ordinary case. It would then only push a text, to be dropped again, and set the state's count
 // of nested calls to 0, so that such a state is not asked.
-void CLuaAccess::_ResumeIdly() {
+void CLuaAccess::ResumeIdly() {
     lua_State* const L = m_pLuaState;
     const int status = lua_status(L);
     lua_Debug running;
@@ -26,7 +26,7 @@ void CLuaAccess::_ResumeIdly() {
 }
 
 // Pushes a global, nil for a null name.
-void CLuaAccess::_PushGlobal(const char* name) {
+void CLuaAccess::PushGlobal(const char* name) {
     const LuaFields fields(*this);
     lua_rawgeti(m_pLuaState, LUA_REGISTRYINDEX, LUA_RIDX_GLOBALS);
     if (!fields.Fetch(name)) lua_pushnil(m_pLuaState);
@@ -39,9 +39,9 @@ bool CLuaAccess::StartCall(const char* table, const char* func, int resultCount)
     m_bAutoCreate = true;
     m_nResultCount = resultCount;
     m_nPushLevel = 0;
-    _ResumeIdly();
+    ResumeIdly();
     if (!func) ErrorHandle("", nullptr, message::kNoFunction);
-    _PushGlobal(table ? table : func);
+    PushGlobal(table ? table : func);
     if (table) {
         if (!lua_istable(m_pLuaState, -1)) ErrorHandle("", nullptr, message::kStartCallNoTable);
         LuaFields(*this).Fetch(func);
@@ -68,7 +68,7 @@ bool CLuaAccess::EndCall() {
 
 // Pushes a value of the call being prepared, or nothing before there is one.
 template <class Pusher>
-bool CLuaAccess::_Push(Pusher push) {
+bool CLuaAccess::PushWith(Pusher push) {
     if (!m_bCallReady) return true;
     push(LuaFields(*this));
     ++m_nPushCount[m_nPushLevel];
@@ -76,7 +76,7 @@ bool CLuaAccess::_Push(Pusher push) {
 }
 
 bool CLuaAccess::Push(bool value) {
-    return _Push([value](const LuaFields& fields) { lua_pushboolean(fields.L, value); });
+    return PushWith([value](const LuaFields& fields) { lua_pushboolean(fields.L, value); });
 }
 
 bool CLuaAccess::Push(int value) {
@@ -84,15 +84,16 @@ bool CLuaAccess::Push(int value) {
 }
 
 bool CLuaAccess::Push(double value) {
-    return _Push([value](const LuaFields& fields) { lua_pushnumber(fields.L, value); });
+    return PushWith([value](const LuaFields& fields) { lua_pushnumber(fields.L, value); });
 }
 
 bool CLuaAccess::Push(const char* text) {
-    return _Push([text](const LuaFields& fields) { text ? fields.PushText(text) : lua_pushnil(fields.L); });
+    return PushWith(
+        [text](const LuaFields& fields) { text ? fields.PushText(text) : lua_pushnil(fields.L); });
 }
 
 // Pushes the key, a name or else the count, and the table.
-bool CLuaAccess::_PushTable(const char* name) {
+bool CLuaAccess::PushNewTable(const char* name) {
     if (m_nDepth >= kMaxDepth) ErrorHandle("", nullptr, message::kTooDeep);
     if (!m_bCallReady) return false;
     if (m_nPushLevel == kMaxDepth - 1) ErrorHandle("", nullptr, message::kTooDeep);
@@ -109,11 +110,11 @@ bool CLuaAccess::_PushTable(const char* name) {
 }
 
 bool CLuaAccess::PushTable() {
-    return _PushTable(nullptr);
+    return PushNewTable(nullptr);
 }
 
 bool CLuaAccess::PushTable(const char* name) {
-    return name && _PushTable(name);
+    return name && PushNewTable(name);
 }
 
 bool CLuaAccess::PushTableLeave() {
@@ -150,7 +151,7 @@ bool CLuaAccess::Pop(double& value, int index) {
 }
 
 // Turns the number in a stack slot into its text.
-void CLuaAccess::_MakeText(int index) {
+void CLuaAccess::MakeText(int index) {
     const LuaFields fields(*this);
     lua_pushvalue(m_pLuaState, index);
     fields.Protected("", 1, 1, [](lua_State* inner) {
@@ -163,7 +164,7 @@ void CLuaAccess::_MakeText(int index) {
 
 bool CLuaAccess::Pop(const char*& text, int index) {
     if (!lua_isstring(m_pLuaState, index)) ErrorHandle("", nullptr, message::kPopNoText);
-    if (lua_type(m_pLuaState, index) == LUA_TNUMBER) _MakeText(lua_absindex(m_pLuaState, index));
+    if (lua_type(m_pLuaState, index) == LUA_TNUMBER) MakeText(lua_absindex(m_pLuaState, index));
     text = lua_tostring(m_pLuaState, index);
     return true;
 }
@@ -178,7 +179,7 @@ struct CLuaAccess::Arguments {
     va_list list;
 };
 
-void CLuaAccess::_PushArgument(char letter, Arguments& arguments) {
+void CLuaAccess::PushArgument(char letter, Arguments& arguments) {
     switch (letter) {
     case 'b':
         Push(arguments.Next<int>() != 0);
@@ -199,23 +200,23 @@ void CLuaAccess::_PushArgument(char letter, Arguments& arguments) {
 
 // Reads a result into what the caller's pointer points to.
 template <class T>
-void CLuaAccess::_PopInto(T* value, int index) {
+void CLuaAccess::PopInto(T* value, int index) {
     if (!value) ErrorHandle("", nullptr, message::kWrongResult);
     Pop(*value, index);
 }
 
-void CLuaAccess::_PopCopy(char** copy, int index) {
+void CLuaAccess::PopCopy(char** copy, int index) {
     const char* text = nullptr;
-    _PopInto(copy ? &text : nullptr, index);
+    PopInto(copy ? &text : nullptr, index);
     const std::size_t size = std::strlen(text) + 1;
     auto* memory = static_cast<char*>(std::malloc(size)); // the caller calls free()
     if (!memory) ErrorHandle("", nullptr, message::kNoMemory);
     *copy = static_cast<char*>(std::memcpy(memory, text, size));
 }
 
-void CLuaAccess::_PopInBuffer(char** buffer, int size, int index) {
+void CLuaAccess::PopInBuffer(char** buffer, int size, int index) {
     const char* text = nullptr;
-    _PopInto(buffer && *buffer ? &text : nullptr, index);
+    PopInto(buffer && *buffer ? &text : nullptr, index);
     const std::size_t length = std::strlen(text);
     if (size < 0 || length > static_cast<std::size_t>(size))
         ErrorHandle("", nullptr, message::kBufferTooShort);
@@ -223,19 +224,19 @@ void CLuaAccess::_PopInBuffer(char** buffer, int size, int index) {
     std::memcpy(*buffer, text, length);
 }
 
-void CLuaAccess::_PopResult(char letter, int index, Arguments& arguments) {
+void CLuaAccess::PopResult(char letter, int index, Arguments& arguments) {
     switch (letter) {
     case 'b':
-        return _PopInto(arguments.Next<bool*>(), index);
+        return PopInto(arguments.Next<bool*>(), index);
     case 'i':
-        return _PopInto(arguments.Next<int*>(), index);
+        return PopInto(arguments.Next<int*>(), index);
     case 'd':
-        return _PopInto(arguments.Next<double*>(), index);
+        return PopInto(arguments.Next<double*>(), index);
     case 's':
-        return _PopCopy(arguments.Next<char**>(), index);
+        return PopCopy(arguments.Next<char**>(), index);
     case 'S': {
         char** buffer = arguments.Next<char**>();
-        return _PopInBuffer(buffer, arguments.Next<int>(), index);
+        return PopInBuffer(buffer, arguments.Next<int>(), index);
     }
     default:
         ErrorHandle("", nullptr, message::kWrongResult);
@@ -251,9 +252,9 @@ bool CLuaAccess::CallLuaFunc(const char* table, const char* func, const char* fo
     const std::string_view results = isTyped ? letters.substr(sign + 1) : "";
     const int count = static_cast<int>(results.size());
     StartCall(table, func, count);
-    for (const char letter : letters.substr(0, isTyped ? sign : 0)) _PushArgument(letter, arguments);
+    for (const char letter : letters.substr(0, isTyped ? sign : 0)) PushArgument(letter, arguments);
     if (!EndCall()) return false;
-    for (int i = 0; i < count; ++i) _PopResult(results[i], i - count, arguments);
+    for (int i = 0; i < count; ++i) PopResult(results[i], i - count, arguments);
     lua_pop(m_pLuaState, count);
     return true;
 }

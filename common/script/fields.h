@@ -188,7 +188,7 @@ private:
 
     // Throws the error on top and drops it.
     [[noreturn]] void RaiseFromTop(const char* key) const {
-        m_cursor._ComposeError(key, nullptr, ErrorText(L));
+        m_cursor.ComposeError(key, nullptr, ErrorText(L));
         lua_pop(L, 1);
         ThrowText(m_cursor.m_szError);
     }

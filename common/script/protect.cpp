@@ -21,7 +21,7 @@ const char* ErrorText(lua_State* L) {
 void ThrowText(const char* text) {
     static thread_local char thrown[256];
     std::snprintf(thrown, sizeof thrown, "%s", text);
-    throw static_cast<char*>(thrown);
+    throw static_cast<char*>(thrown); // NOLINT(misc-throw-by-value-catch-by-reference): hosts catch char*
 }
 
 } // namespace qev

@@ -23,6 +23,7 @@ int LoadAndRun(lua_State* L, const char* source, Load load) {
 
 } // namespace
 
+CScriptEngine::CScriptEngine(const std::string& language) : m_strLanguage(language) {}
 CScriptEngine::~CScriptEngine() = default;
 
 // In this order: the holder deletes the instance when the library is unloaded.

@@ -1,11 +1,9 @@
 /// \file
-/// A Lua state for tests, which counts what it has allocated, refuses memory on request, and watches the
-/// stack.
+/// A Lua state for tests, which refuses memory on request and watches the height of the stack.
 #pragma once
 
 #include <climits>
 #include <cstdlib>
-#include <memory>
 #include <string>
 
 #include <qev/lua.h>
@@ -22,17 +20,13 @@ struct Memory {
 
     static void* Allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize) {
         auto& memory = *static_cast<Memory*>(self);
-        if (!block) oldSize = 0; // it is a type code then
-        if (newSize > oldSize && memory.left-- <= 0) {
-            memory.left = 0;
-            return nullptr;
-        }
-        memory.inUse += static_cast<long long>(newSize) - static_cast<long long>(oldSize);
-        if (newSize == 0) {
-            std::free(block);
-            return nullptr;
-        }
-        return std::realloc(block, newSize);
+        const auto growth = static_cast<long long>(newSize) - static_cast<long long>(block ? oldSize : 0);
+        if (growth > 0 && memory.left <= 0) return nullptr;
+        if (growth > 0) --memory.left;
+        memory.inUse += growth;
+        if (newSize != 0) return std::realloc(block, newSize);
+        std::free(block);
+        return nullptr;
     }
 };
 
@@ -41,67 +35,50 @@ template <class Step>
 std::string Thrown(Step step) {
     try {
         step();
+        return "";
     } catch (char* text) {
         return text;
     }
-    return "";
 }
 
 class LuaTest : public testing::Test {
 protected:
-    LuaTest() { Open(); }
-    ~LuaTest() override { Close(); }
-    /// Goes on with a fresh state.
-    void Reopen() {
-        Close();
-        Open();
-    }
-
-    /// Runs a text, which works, and drops what it returns.
-    void Run(const std::string& text, lua_State* state = nullptr) {
-        if (!state) state = L;
-        const int top = lua_gettop(state);
-        ASSERT_EQ(luaL_dostring(state, text.c_str()), 0) << lua_tostring(state, -1);
-        lua_settop(state, top);
-    }
-    /// Whether a Lua expression holds.
-    bool Holds(const std::string& expression, lua_State* state = nullptr) {
-        if (!state) state = L;
-        const bool works = luaL_dostring(state, ("return " + expression).c_str()) == 0;
-        const bool holds = works && lua_toboolean(state, -1);
-        lua_pop(state, 1);
-        return holds;
-    }
-    /// What a step answers; it leaves the stack as much higher as stated.
-    template <class Step>
-    auto Do(Step step, int growth = 0) {
-        const int top = lua_gettop(L);
-        const auto result = step();
-        EXPECT_EQ(lua_gettop(L), top + growth);
-        return result;
-    }
-    /// What a step throws; the stack is then as much higher as stated, and is brought back.
-    template <class Step>
-    std::string Fault(Step step, int growth = 0) {
-        const int top = lua_gettop(L);
-        const std::string text = Thrown(step);
-        EXPECT_EQ(lua_gettop(L), top + growth) << text;
-        lua_settop(L, top);
-        return text;
-    }
-
-    Memory m_memory;
-    lua_State* L = nullptr;
-
-private:
-    void Open() {
-        L = lua_newstate(Memory::Allocate, &m_memory);
-        luaL_openlibs(L);
-    }
-    void Close() {
+    LuaTest() { luaL_openlibs(L); }
+    ~LuaTest() override {
         lua_close(L);
         EXPECT_EQ(m_memory.inUse, 0);
     }
+    /// Runs a text and puts the global T on the stack, alone.
+    void Put(const std::string& text) {
+        lua_settop(L, 0);
+        ASSERT_EQ(luaL_dostring(L, text.c_str()), 0) << lua_tostring(L, -1);
+        lua_getglobal(L, "T");
+    }
+    /// Whether an expression holds.
+    static bool Holds(lua_State* L, const std::string& expression) {
+        const bool holds = luaL_dostring(L, ("return " + expression).c_str()) == 0 && lua_toboolean(L, -1);
+        lua_pop(L, 1);
+        return holds;
+    }
+    /// What a step throws; it is to leave the stack as much higher as stated.
+    template <class Step>
+    std::string Run(int growth, Step step) {
+        const int top = lua_gettop(L);
+        const std::string thrown = Thrown(step);
+        EXPECT_EQ(lua_gettop(L), top + growth) << thrown;
+        return thrown;
+    }
+
+    Memory m_memory;
+    lua_State* const L = lua_newstate(Memory::Allocate, &m_memory);
 };
+
+/// A step works, and gives true or false, or throws a text; the stack grows as stated.
+#define EXPECT_STEP(growth, result, ...)                                                                     \
+    EXPECT_EQ(Run(growth, [&] { EXPECT_EQ(__VA_ARGS__, result) << #__VA_ARGS__; }), "") << #__VA_ARGS__
+#define EXPECT_FAULT(growth, text, ...)                                                                      \
+    EXPECT_EQ(Run(growth, [&] { __VA_ARGS__; }), text) << #__VA_ARGS__;                                      \
+    lua_settop(L, lua_gettop(L) - (growth))
+#define EXPECT_HOLDS(expression) EXPECT_TRUE(Holds(L, expression)) << (expression)
 
 } // namespace qev::test

@@ -26,8 +26,7 @@ protected:
 
 // What hosts show, byte by byte.
 TEST_F(Messages, AreTheirChineseTexts) {
-    Run("T = { Tool = { [2] = { Speed = 5000, Mode = 'x', Name = 'long' } } }");
-    lua_getglobal(L, "T");
+    Put("T = { Tool = { [2] = { Speed = 5000, Mode = 'x', Name = 'long' } } }");
     CLuaAccess access(L);
     const CLuaAccess::EnumItem modes[] = {{nullptr, 0}};
     double number = 0;

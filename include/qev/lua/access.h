@@ -135,23 +135,23 @@ private:
     struct PathName;
 
     template <class Key>
-    bool _Enter(Key key, const char* shown);
+    bool EnterKey(Key key, const char* shown);
     template <class Pusher>
-    bool _Push(Pusher push);
+    bool PushWith(Pusher push);
     template <class T>
-    void _PopInto(T* value, int index);
-    bool _PushTable(const char* name);
-    void _SetLevel(const char* name);
-    void _SetLevel(int index);
-    PathName& _OwnLevel();
-    void _ComposeError(const char* key, const char* value, const char* message);
-    void _ResumeIdly();
-    void _PushGlobal(const char* name);
-    void _PushArgument(char letter, Arguments& arguments);
-    void _PopResult(char letter, int index, Arguments& arguments);
-    void _PopCopy(char** copy, int index);
-    void _PopInBuffer(char** buffer, int size, int index);
-    void _MakeText(int index);
+    void PopInto(T* value, int index);
+    bool PushNewTable(const char* name);
+    void SetLevel(const char* name);
+    void SetLevel(int index);
+    PathName& OwnLevel();
+    void ComposeError(const char* key, const char* value, const char* message);
+    void ResumeIdly();
+    void PushGlobal(const char* name);
+    void PushArgument(char letter, Arguments& arguments);
+    void PopResult(char letter, int index, Arguments& arguments);
+    void PopCopy(char** copy, int index);
+    void PopInBuffer(char** buffer, int size, int index);
+    void MakeText(int index);
     bool Pop(bool& value, int index);
     bool Pop(int& value, int index);
     bool Pop(double& value, int index);
@@ -170,7 +170,7 @@ private:
     int m_nPushLevel = 0;
     bool m_bCallReady = false;
     bool m_bSavedAutoCreate = false;
-    LuaTexts* m_pTexts; // the state's own; null until a text has been needed
+    LuaTexts* m_pTexts = nullptr; // the state's own; null until a text has been needed
 };
 
 } // namespace qev

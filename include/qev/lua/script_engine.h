@@ -16,7 +16,7 @@ class CLuaAccess;
 /// What every script engine has: the name of its language.
 class QEVCOMMON_API CScriptEngine {
 public:
-    explicit CScriptEngine(const std::string& language) : m_strLanguage(language) {}
+    explicit CScriptEngine(const std::string& language);
     CScriptEngine(const CScriptEngine&) = default;
     CScriptEngine& operator=(const CScriptEngine&) = default;
     virtual ~CScriptEngine();
