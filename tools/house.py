@@ -26,7 +26,7 @@ MAY_INCLUDE = {
     "common/script": (STANDARD, LUA, r"<qev/lua/\w+\.h>"),
     "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"support/\w+\.h"'),
     "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>"),
-    "fuzz": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
+    "fuzz": (STANDARD, LUA, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
     "examples/settings": (STANDARD, LUA, PUBLIC),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"script/\w+\.h"'),
     "tests": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>", r"<gtest/gtest\.h>", r'"(host|support)/\w+\.h"',

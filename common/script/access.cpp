@@ -16,7 +16,7 @@ CLuaAccess::CLuaAccess(lua_State* L) : m_pLuaState(L), m_nBaseTop(lua_gettop(L))
     if (lua_checkstack(L, 1)) m_pTexts = LuaTexts::Find(L);
 }
 
-CLuaAccess::CLuaAccess(const CLuaAccess&) = default;
+CLuaAccess::CLuaAccess(const CLuaAccess&) = default; // NOLINT(bugprone-reserved-identifier): the compiler's
 CLuaAccess& CLuaAccess::operator=(const CLuaAccess&) = default;
 
 CLuaAccess::~CLuaAccess() {

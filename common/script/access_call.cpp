@@ -23,6 +23,7 @@ void CLuaAccess::ResumeIdly() {
     const int result = lua_resume(L, nullptr, 0);
     const bool failed = result != LUA_OK && result != LUA_YIELD;
     if (failed && lua_gettop(L) > top) lua_settop(L, top);
+    if (lua_gettop(L) < 0) lua_settop(L, 0); // a script has made nil callable, and the stack was empty
 }
 
 // Pushes a global, nil for a null name.
@@ -97,7 +98,7 @@ bool CLuaAccess::PushNewTable(const char* name) {
     if (m_nDepth >= kMaxDepth) ErrorHandle("", nullptr, message::kTooDeep);
     if (!m_bCallReady) return false;
     if (m_nPushLevel == kMaxDepth - 1) ErrorHandle("", nullptr, message::kTooDeep);
-    LuaFields(*this).Protected("", 0, LUA_MULTRET, [this, name](lua_State* inner) {
+    LuaFields(*this).Protected("", 0, LUA_MULTRET, [&](lua_State* inner) {
         if (name)
             lua_pushstring(inner, name);
         else

@@ -61,7 +61,7 @@ public:
 
     void PushText(const char* text) const {
         if (TryPush(text)) return;
-        Protected("", 0, 1, [this, text](lua_State* inner) {
+        Protected("", 0, 1, [&](lua_State* inner) {
             Push(inner, text);
             return 1;
         });
@@ -70,7 +70,7 @@ public:
     /// Pushes a new table and writes it under a key of the table on top.
     template <class Key>
     void CreateTable(Key key) const {
-        Protected("", 1, 1, [this, key](lua_State* inner) {
+        Protected("", 1, 1, [&](lua_State* inner) {
             lua_createtable(inner, 0, 0);
             lua_pushvalue(inner, -1);
             SetNew(inner, key);
@@ -138,7 +138,7 @@ private:
     // The protected ways. No object with a destructor may live in these bodies.
     template <class Key>
     void FetchProtected(Key key) const {
-        Protected(KeyText(key), 1, 1, [this, key](lua_State* inner) {
+        Protected(KeyText(key), 1, 1, [&](lua_State* inner) {
             Push(inner, key);
             lua_gettable(inner, 2);
             return 1;
@@ -147,7 +147,7 @@ private:
     template <class Key, class Value>
     bool StoreProtected(Key key, Value value) const {
         bool stored = false;
-        Protected(KeyText(key), 1, 0, [&, key, value](lua_State* inner) {
+        Protected(KeyText(key), 1, 0, [&](lua_State* inner) {
             Push(inner, key);
             if (!m_cursor.m_bAutoCreate) {
                 lua_pushvalue(inner, -1);

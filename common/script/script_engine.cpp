@@ -13,7 +13,7 @@ namespace {
 template <class Load>
 int LoadAndRun(lua_State* L, const char* source, Load load) {
     if (!L || !lua_checkstack(L, 2)) return 1;
-    auto body = [source, load](lua_State* inner) {
+    auto body = [&](lua_State* inner) {
         if (!source) return luaL_error(inner, "nothing to run");
         return load(inner, source) == LUA_OK ? 1 : lua_error(inner);
     };
@@ -23,6 +23,7 @@ int LoadAndRun(lua_State* L, const char* source, Load load) {
 
 } // namespace
 
+// NOLINTNEXTLINE(modernize-pass-by-value): hosts link to this signature
 CScriptEngine::CScriptEngine(const std::string& language) : m_strLanguage(language) {}
 CScriptEngine::~CScriptEngine() = default;
 

@@ -112,6 +112,9 @@ TEST_F(Call, IdleResume) {
     luaL_loadstring(L, "Ran = true return 1, 2");
     EXPECT_STEP(2, true, access.StartCall(nullptr, "sum", 0)); // two results for the function, and sum
     EXPECT_HOLDS("Ran");
+    Put("debug.setmetatable(nil, { __call = function() end })"); // then nil on an empty stack runs too
+    lua_State* empty = lua_newthread(L);
+    EXPECT_TRUE(CLuaAccess(empty).StartCall(nullptr, "sum", 0) && lua_gettop(empty) == 0);
     lua_State* script = lua_newthread(L); // one that yields goes on
     CLuaAccess inner(script);
     luaL_loadstring(script, "Step = 1 coroutine.yield() Step = 2 coroutine.yield() Step = 3");
