@@ -114,7 +114,7 @@ TEST_F(Call, IdleResume) {
     EXPECT_HOLDS("Ran");
     Put("debug.setmetatable(nil, { __call = function() end })"); // then nil on an empty stack runs too
     lua_State* empty = lua_newthread(L);
-    EXPECT_TRUE(CLuaAccess(empty).StartCall(nullptr, "sum", 0) && lua_gettop(empty) == 0);
+    EXPECT_TRUE(CLuaAccess(empty).StartCall(nullptr, "sum", 0) && lua_gettop(empty) == 1);
     lua_State* script = lua_newthread(L); // one that yields goes on
     CLuaAccess inner(script);
     luaL_loadstring(script, "Step = 1 coroutine.yield() Step = 2 coroutine.yield() Step = 3");
