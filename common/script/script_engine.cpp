@@ -51,7 +51,6 @@ void CLuaScriptEngine::initialize() {
 }
 
 bool CLuaScriptEngine::InitLuaEnv() try {
-    CLuaScriptEngine::UnInitLuaEnv();
     lua_State* opened = luaL_newstate();
     if (!opened) return false;
     std::shared_ptr<lua_State> state(opened, lua_close);

@@ -21,23 +21,21 @@ TEST_F(Read, Numbers) {
         double min, max, number; // -9: not read
         int integer;
         const char* shown = ""; // in the error
-    } cases[] = {
-        {"7.9", 0, 10, 7.9, 7},
-        {"-7.9", -10, 10, -7.9, -7},
-        {"'12'", 0, 12, 12, 12},
-        {"'0x10'", 16, 16, 16, 16},
-        {"'1 mm'", 0, 100, -9, -9},
-        {"true", 0, 10, -9, -9},
-        {"nil", 0, 10, -9, -9},
-        {"11", 0, 10, 11, 11, "11"},
-        {"11", kNaN, kNaN, 11, 11},
-        {"-0.5", 0, 10, -0.5, 0, "-0.5"},
-        {"0/0", 0, 10, kNaN, 0},
-        {"1234567", 0, 9, 1234567, 0, "1.23457e+06"},
-        {"1e6", 0, 1e6, 1e6, 1000000},
-        {"1e300", 0, 1e300, 1e300, INT_MAX},
-        {"-1/0", -INFINITY, 0, -INFINITY, INT_MIN},
-    };
+    } cases[] = {{"7.9", 0, 10, 7.9, 7},
+                 {"-7.9", -10, 10, -7.9, -7},
+                 {"'12'", 0, 12, 12, 12},
+                 {"'0x10'", 16, 16, 16, 16},
+                 {"'1 mm'", 0, 100, -9, -9},
+                 {"true", 0, 10, -9, -9},
+                 {"nil", 0, 10, -9, -9},
+                 {"11", 0, 10, 11, 11, "11"},
+                 {"11", kNaN, kNaN, 11, 11},
+                 {"-0.5", 0, 10, -0.5, 0, "-0.5"},
+                 {"0/0", 0, 10, kNaN, 0},
+                 {"1234567", 0, 9, 1234567, 0, "1.23457e+06"},
+                 {"1e6", 0, 1e6, 1e6, 1000000},
+                 {"1e300", 0, 1e300, 1e300, INT_MAX},
+                 {"-1/0", -INFINITY, 0, -INFINITY, INT_MIN}};
     for (const auto& c : cases) {
         Put("local v = " + std::string(c.value) + " T = { k = v, v }");
         CLuaAccess access(L);
@@ -49,10 +47,8 @@ TEST_F(Read, Numbers) {
         };
         EXPECT_PRED2(fault, "k",
                      Run(isFault, [&] { EXPECT_EQ(access.Read(byName, "k", c.min, c.max), isRead); }));
-        lua_settop(L, 1);
         EXPECT_PRED2(fault, "[1]",
                      Run(isFault, [&] { EXPECT_EQ(access.Read(byIndex, 1, c.min, c.max), isRead); }));
-        lua_settop(L, 1);
         EXPECT_PRED2(fault, "k",
                      Run(isFault, [&] { EXPECT_EQ(access.Read(integer, "k", c.min, c.max), isRead); }));
         EXPECT_TRUE(Same(byName, c.number) && Same(byIndex, c.number))
@@ -69,19 +65,17 @@ TEST_F(Read, OtherTypes) {
         double mode;      // -9: not read, NaN: a fault
         const char* text; // in 5 bytes; "~": not read
         bool isCut = false;
-    } cases[] = {
-        {"true", 1, -9, "~"},
-        {"false", 0, -9, "~"},
-        {"nil", -9, -9, "~"},
-        {"{}", -9, -9, "~"},
-        {"'Fast'", -9, 1.9, "Fast"},
-        {"'fast'", -9, kNaN, "fast"},
-        {"''", -9, kNaN, ""},
-        {"'Faster'", -9, kNaN, "Fast", true},
-        {"7", -9, 3, "7"},
-        {"print", -9, -9, "~"},
-        {"1/3", -9, kNaN, "0.33", true},
-    };
+    } cases[] = {{"true", 1, -9, "~"},
+                 {"false", 0, -9, "~"},
+                 {"nil", -9, -9, "~"},
+                 {"{}", -9, -9, "~"},
+                 {"'Fast'", -9, 1.9, "Fast"},
+                 {"'fast'", -9, kNaN, "fast"},
+                 {"''", -9, kNaN, ""},
+                 {"'Faster'", -9, kNaN, "Fast", true},
+                 {"7", -9, 3, "7"},
+                 {"print", -9, -9, "~"},
+                 {"1/3", -9, kNaN, "0.33", true}};
     for (const auto& c : cases) {
         Put("local v = " + std::string(c.value) + " T = { k = v, v, type = type(v) }");
         CLuaAccess access(L);
@@ -92,14 +86,11 @@ TEST_F(Read, OtherTypes) {
         double mode = -9;
         int integer = -9;
         EXPECT_EQ(Run(isFault, [&] { access.Read(mode, "k", modes); }).empty(), !isFault);
-        lua_settop(L, 1);
         EXPECT_EQ(Run(isFault, [&] { access.Read(integer, "k", modes); }).empty(), !isFault);
-        lua_settop(L, 1);
         EXPECT_TRUE(mode == (isFault ? -9 : c.mode) && integer == static_cast<int>(mode)) << c.value;
         char byName[5] = "~", byIndex[5] = "~";
         EXPECT_EQ(Run(c.isCut, [&] { access.Read(byName, 5, "k"); }).find(std::string("k = ") + c.text) == 0,
                   c.isCut);
-        lua_settop(L, 1);
         EXPECT_EQ(Run(c.isCut, [&] { access.Read(byIndex, 5, 1); }).find(std::string("[1] = ") + c.text) == 0,
                   c.isCut);
         EXPECT_TRUE(std::string(byName) == c.text && std::string(byIndex) == c.text) << byName << byIndex;

@@ -15,22 +15,20 @@ TEST_F(Write, EveryForm) {
     const struct {
         bool (*write)(CLuaAccess&);
         const char* holds;
-    } cases[] = {
-        {[](CLuaAccess& a) { return a.Write(true, "k"); }, "T.k == true"},
-        {[](CLuaAccess& a) { return a.Write(false, 1); }, "T[1] == false"},
-        {[](CLuaAccess& a) { return a.Write(1.5, "k"); }, "T.k == 1.5"},
-        {[](CLuaAccess& a) { return a.Write(1.5, 1); }, "T[1] == 1.5"},
-        {[](CLuaAccess& a) { return a.Write(3, "k"); }, "T.k == 3"},
-        {[](CLuaAccess& a) { return a.Write(3, 1); }, "T[1] == 3 and T['1'] == nil"},
-        {[](CLuaAccess& a) { return a.Write("text", "k"); }, "T.k == 'text'"},
-        {[](CLuaAccess& a) { return a.Write("", 1); }, "T[1] == ''"},
-        {[](CLuaAccess& a) { return a.Write(std::string(999, 'x').c_str(), 1); }, "#T[1] == 999"},
-        {[](CLuaAccess& a) { return a.Write(1.0, "k", kModes); }, "T.k == 'Fast'"},
-        {[](CLuaAccess& a) { return a.Write(2.0, "k", kModes); }, "T.k == 'Slow'"},
-        {[](CLuaAccess& a) { return a.Write(&a, "k"); }, "type(T.k) == 'userdata'"},
-        {[](CLuaAccess& a) { return a.Write(std::nan(""), "k"); }, "T.k == nil"},
-        {[](CLuaAccess& a) { return a.Write(std::nan(""), 1); }, "T[1] == nil"},
-    };
+    } cases[] = {{[](CLuaAccess& a) { return a.Write(true, "k"); }, "T.k == true"},
+                 {[](CLuaAccess& a) { return a.Write(false, 1); }, "T[1] == false"},
+                 {[](CLuaAccess& a) { return a.Write(1.5, "k"); }, "T.k == 1.5"},
+                 {[](CLuaAccess& a) { return a.Write(1.5, 1); }, "T[1] == 1.5"},
+                 {[](CLuaAccess& a) { return a.Write(3, "k"); }, "T.k == 3"},
+                 {[](CLuaAccess& a) { return a.Write(3, 1); }, "T[1] == 3 and T['1'] == nil"},
+                 {[](CLuaAccess& a) { return a.Write("text", "k"); }, "T.k == 'text'"},
+                 {[](CLuaAccess& a) { return a.Write("", 1); }, "T[1] == ''"},
+                 {[](CLuaAccess& a) { return a.Write(std::string(999, 'x').c_str(), 1); }, "#T[1] == 999"},
+                 {[](CLuaAccess& a) { return a.Write(1.0, "k", kModes); }, "T.k == 'Fast'"},
+                 {[](CLuaAccess& a) { return a.Write(2.0, "k", kModes); }, "T.k == 'Slow'"},
+                 {[](CLuaAccess& a) { return a.Write(&a, "k"); }, "type(T.k) == 'userdata'"},
+                 {[](CLuaAccess& a) { return a.Write(std::nan(""), "k"); }, "T.k == nil"},
+                 {[](CLuaAccess& a) { return a.Write(std::nan(""), 1); }, "T[1] == nil"}};
     for (const auto& c : cases)
         for (int pass = 0; pass < 2; ++pass) {
             Put("T = { other = 1 }");

@@ -42,8 +42,7 @@ TEST_F(Copy, Entries) {
         {"{ [true] = 1 }", "{}", "true", "Lua Unknow key type!"},
         {"{ {} }", "5", "true", "Enter Lua Table Error!"},
         {"{ a = 1 }", "setmetatable({}, { __newindex = function() error('closed', 0) end })", "true",
-         "a closed"},
-    };
+         "a closed"}};
     for (const auto& c : cases) {
         EXPECT_EQ(Apply(c.source, c.target), c.thrown) << c.source;
         EXPECT_TRUE(Holds(m_target, c.holds)) << c.source;

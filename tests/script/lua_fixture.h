@@ -60,12 +60,14 @@ protected:
         lua_pop(L, 1);
         return holds;
     }
-    /// What a step throws; it is to leave the stack as much higher as stated.
+    /// What a step throws; it is to leave the stack as much higher as stated, which then is cut back if it
+    /// threw.
     template <class Step>
     std::string Run(int growth, Step step) {
         const int top = lua_gettop(L);
         const std::string thrown = Thrown(step);
         EXPECT_EQ(lua_gettop(L), top + growth) << thrown;
+        if (!thrown.empty()) lua_settop(L, top);
         return thrown;
     }
 
@@ -76,9 +78,7 @@ protected:
 /// A step works, and gives true or false, or throws a text; the stack grows as stated.
 #define EXPECT_STEP(growth, result, ...)                                                                     \
     EXPECT_EQ(Run(growth, [&] { EXPECT_EQ(__VA_ARGS__, result) << #__VA_ARGS__; }), "") << #__VA_ARGS__
-#define EXPECT_FAULT(growth, text, ...)                                                                      \
-    EXPECT_EQ(Run(growth, [&] { __VA_ARGS__; }), text) << #__VA_ARGS__;                                      \
-    lua_settop(L, lua_gettop(L) - (growth))
+#define EXPECT_FAULT(growth, text, ...) EXPECT_EQ(Run(growth, [&] { __VA_ARGS__; }), text) << #__VA_ARGS__
 #define EXPECT_HOLDS(expression) EXPECT_TRUE(Holds(L, expression)) << (expression)
 
 } // namespace qev::test

@@ -91,14 +91,12 @@ TEST(Refusal, Steps) {
              access.CallLuaFunc("string", "rep", "si>S", "z", 4, &buffer, 4);
              access.CallLuaFunc("math", "abs", "d>S", -0.5, &buffer, 4);
          }},
-        {"copy", 10,
-         [](CLuaAccess&, lua_State* L) {
+        {"copy", 10, [](CLuaAccess&, lua_State* L) {
              const std::unique_ptr<lua_State, void (*)(lua_State*)> source(luaL_newstate(), lua_close);
              luaL_dostring(source.get(),
                            "return { 1, 2, 'text', x = { y = { z = true } }, [9] = 'another text' }");
              CopyLuaTable(source.get(), L);
-         }},
-    };
+         }}};
     for (const auto& c : cases) {
         const int refused = Sweep(c.step);
         EXPECT_GE(refused, c.atLeast) << c.name;
