@@ -16,7 +16,8 @@ CLuaAccess::CLuaAccess(lua_State* L) : m_pLuaState(L), m_nBaseTop(lua_gettop(L))
     if (lua_checkstack(L, 1)) m_pTexts = LuaTexts::Find(L);
 }
 
-CLuaAccess::CLuaAccess(const CLuaAccess&) = default; // NOLINT(bugprone-reserved-identifier): the compiler's
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the compiler copies an array
+CLuaAccess::CLuaAccess(const CLuaAccess&) = default;
 CLuaAccess& CLuaAccess::operator=(const CLuaAccess&) = default;
 
 CLuaAccess::~CLuaAccess() {

@@ -31,6 +31,7 @@ private:
     const char* m_text;
 };
 
+/// Works on the stack of a cursor; made for each operation.
 class LuaFields {
 public:
     /// Makes sure of the stack slots that an operation needs, or throws.
@@ -59,6 +60,7 @@ public:
         return TryReplace(key, value) || StoreProtected(key, value);
     }
 
+    /// Pushes a text.
     void PushText(const char* text) const {
         if (TryPush(text)) return;
         Protected("", 0, 1, [&](lua_State* inner) {
@@ -90,7 +92,7 @@ public:
         if (!lua_checkstack(L, slots)) m_cursor.ErrorHandle("", nullptr, message::kStackFull);
     }
 
-    lua_State* const L;
+    lua_State* const L; ///< the cursor's
 
 private:
     static constexpr int kSlots = 8;

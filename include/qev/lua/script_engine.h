@@ -56,8 +56,8 @@ public:
 protected:
     /// Calls InitLuaEnv.
     void initialize();
-    /// Opens a fresh interpreter and its cursor and lets go of the one before, or keeps that and answers false
-    /// when memory is refused.
+    /// Opens a fresh interpreter and its cursor and lets go of the one before, or keeps that and answers
+    /// false when memory is refused.
     virtual bool InitLuaEnv();
     /// Lets go of the cursor and the interpreter.
     virtual void UnInitLuaEnv();
