@@ -16,10 +16,6 @@ CLuaAccess::CLuaAccess(lua_State* L) : m_pLuaState(L), m_nBaseTop(lua_gettop(L))
     if (lua_checkstack(L, 1)) m_pTexts = LuaTexts::Find(L);
 }
 
-// NOLINTNEXTLINE(bugprone-reserved-identifier): the compiler copies an array
-CLuaAccess::CLuaAccess(const CLuaAccess&) = default;
-CLuaAccess& CLuaAccess::operator=(const CLuaAccess&) = default;
-
 CLuaAccess::~CLuaAccess() {
     // The stack may be lower than it was, and grows then.
     if (lua_checkstack(m_pLuaState, m_nBaseTop)) lua_settop(m_pLuaState, m_nBaseTop);

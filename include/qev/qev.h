@@ -5,4 +5,5 @@
 #include <qev/contour.h>
 #include <qev/geometry.h>
 #include <qev/lua.h>
+#include <qev/ranges.h>
 #include <qev/types.h>

@@ -34,8 +34,8 @@ public:
     };
 
     explicit CLuaAccess(lua_State* L);
-    CLuaAccess(const CLuaAccess&);
-    CLuaAccess& operator=(const CLuaAccess&);
+    CLuaAccess(const CLuaAccess&) = default;
+    CLuaAccess& operator=(const CLuaAccess&) = default;
     /// Brings the stack back to the height that it had at construction.
     virtual ~CLuaAccess();
 
