@@ -20,7 +20,7 @@ need() {
 }
 
 need_for_build() {
-    need g++ cmake ninja-build libgtest-dev libocct-foundation-dev
+    need g++ cmake ninja-build libgtest-dev liblua5.2-dev libocct-foundation-dev
 }
 
 # build PRESET [TARGET...]: configures and builds; the output is shown when something fails.
