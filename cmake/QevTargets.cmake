@@ -12,6 +12,7 @@ function(qev_library name)
   add_library(${name} SHARED ${ARGN})
   add_library(QevCommon::${name} ALIAS ${name})
   set_target_properties(${name} PROPERTIES
+    PREFIX $<$<NOT:$<PLATFORM_ID:Windows>>:lib>
     OUTPUT_NAME $<IF:$<PLATFORM_ID:Windows>,${name},${lower}>
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:qev_options>)
