@@ -5,7 +5,8 @@
 namespace host {
 namespace {
 
-constexpr std::streamoff kLargestFile = 256 << 20; // bytes; its groups take about four times as much memory
+constexpr std::streamoff kLargestFile = 256 << 20; // bytes
+constexpr std::size_t kMostGroups = 1 << 23;       // of entities; they take a third of a gigabyte
 
 } // namespace
 
@@ -68,13 +69,16 @@ void DxfFile::StartEntity(const DxfGroup& group) {
     if (m_inBlockHeader) m_newBlock = {};
     if (m_section != Section::kEntities && !m_block) return;
     std::vector<DxfEntity>& owner = m_block ? m_block->entities : m_entities;
-    owner.push_back({group.text, m_groups.size(), 0, group.Where()});
+    owner.push_back({static_cast<std::uint32_t>(m_groups.size()), 0});
     m_entity = &owner.back();
+    AddGroup(group);
     m_inVertices = group.text == "POLYLINE";
 }
 
 void DxfFile::AddGroup(const DxfGroup& group) {
     if (m_entity) {
+        if (m_groups.size() == kMostGroups)
+            throw DrawingError(group.Where() + ": the file holds too many groups");
         m_groups.push_back(group);
         ++m_entity->groupCount;
     } else if (m_inBlockHeader) {

@@ -2,6 +2,7 @@
 /// The entities and blocks of a DXF file, not yet turned into objects.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <span>
 #include <string>
@@ -13,12 +14,11 @@
 
 namespace host {
 
-/// An entity with its groups. A POLYLINE carries the groups of its vertices too, each led by its group 0.
+/// An entity as a run of groups: group 0 with its type, then its own. A POLYLINE carries its vertices too,
+/// each led by its group 0.
 struct DxfEntity {
-    std::string_view type;
-    std::size_t firstGroup = 0;
-    std::size_t groupCount = 0;
-    std::string where; ///< "line 12"
+    std::uint32_t firstGroup = 0;
+    std::uint32_t groupCount = 0;
 };
 
 struct DxfBlock {

@@ -28,13 +28,6 @@ bool Parse(std::string_view text, T& value) {
     return error == std::errc() && end == text.data() + text.size();
 }
 
-// A value as an error message can show it.
-std::string Quoted(std::string_view text) {
-    std::string shown;
-    for (const char c : text.substr(0, 40)) shown += c >= ' ' && c <= '~' ? c : '?';
-    return "'" + shown + "'";
-}
-
 enum class ValueType { kText, kDouble, kInt16, kInt32, kInt64, kByte, kChunk };
 
 // The ranges of group codes and the value types that binary files store for them.
@@ -65,9 +58,9 @@ std::string DxfGroup::Where() const {
 double DxfGroup::AsNumber() const {
     double value = number;
     if (!isBinary && !Parse(text, value))
-        throw DrawingError(Where() + ": " + Quoted(text) + " is not a number");
+        throw DrawingError(Where() + ": " + "'" + Printable(text) + "'" + " is not a number");
     if (!(std::abs(value) <= kLargestNumber)) {
-        const std::string shown = isBinary ? std::to_string(value) : Quoted(text);
+        const std::string shown = isBinary ? std::to_string(value) : "'" + Printable(text) + "'";
         throw DrawingError(Where() + ": the number " + shown + " is out of range");
     }
     return value;
@@ -76,7 +69,7 @@ double DxfGroup::AsNumber() const {
 int DxfGroup::AsInteger() const {
     const double value = AsNumber();
     if (value != std::floor(value))
-        throw DrawingError(Where() + ": " + Quoted(text) + " is not a whole number");
+        throw DrawingError(Where() + ": " + "'" + Printable(text) + "'" + " is not a whole number");
     return static_cast<int>(value);
 }
 
@@ -108,7 +101,8 @@ std::string_view DxfGroups::NextLine() {
 bool DxfGroups::NextAscii(DxfGroup& group) {
     if (m_bytes.find_first_not_of(" \t\r\n", m_at) == std::string_view::npos) return false;
     const std::string_view code = NextLine();
-    if (!Parse(code, group.code)) throw DrawingError(Where() + ": " + Quoted(code) + " is no group code");
+    if (!Parse(code, group.code))
+        throw DrawingError(Where() + ": " + "'" + Printable(code) + "'" + " is no group code");
     if (m_at >= m_bytes.size()) throw DrawingError(Where() + ": the file ends within a group");
     group.text = NextLine();
     group.place = m_line;

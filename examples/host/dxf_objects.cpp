@@ -18,6 +18,9 @@ using qev::SEGMENT;
 // What a drawing may hold at most: its objects then stay below half a gigabyte. Inserts of inserts multiply.
 constexpr int kMostSegments = 500'000;
 constexpr int kMostInserts = 100'000;
+constexpr std::size_t kMostGroups = 1 << 25; // looked at, also of entities that give nothing,
+constexpr std::size_t kEntityCost = 16;      // each of which costs as much as this many groups
+constexpr std::size_t kLongestText = 10'000; // bytes
 constexpr int kDeepestInsert = 32;
 // A unit normal whose z is at least this lies across the drawing plane.
 constexpr double kUpright = 0.999999;
@@ -25,9 +28,9 @@ constexpr double kUpright = 0.999999;
 // The groups of one entity by code.
 class Fields {
 public:
-    Fields(const DxfEntity& entity, std::span<const DxfGroup> groups) : m_entity(entity), m_groups(groups) {}
+    explicit Fields(std::span<const DxfGroup> groups) : m_head(groups.front()), m_groups(groups.subspan(1)) {}
 
-    const DxfEntity& Entity() const { return m_entity; }
+    std::string_view Type() const { return m_head.text; }
     std::span<const DxfGroup> Groups() const { return m_groups; }
 
     const DxfGroup* Find(int code) const {
@@ -51,9 +54,11 @@ public:
         const DxfGroup* group = Find(code);
         return group ? group->text : std::string_view();
     }
-    [[noreturn]] void Fail(const std::string& what) const {
-        throw DrawingError(m_entity.where + ": " + std::string(m_entity.type) + " " + what);
+    /// The message for what is wrong with the entity.
+    std::string Message(const std::string& what) const {
+        return m_head.Where() + ": " + Printable(Type()) + " " + what;
     }
+    [[noreturn]] void Fail(const std::string& what) const { throw DrawingError(Message(what)); }
 
 private:
     const DxfGroup& Required(int code) const {
@@ -62,35 +67,45 @@ private:
         return *group;
     }
 
-    const DxfEntity& m_entity;
+    const DxfGroup& m_head;
     std::span<const DxfGroup> m_groups;
 };
 
-// Points that a run of groups lists, each with the value of `withCode` that follows it.
 struct Vertex {
     DPOINT2 point;
-    double value = 0;
+    double bulge = 0;
     int flags = 0;
 };
 
-std::vector<Vertex> VerticesOf(std::span<const DxfGroup> groups, int xCode, int withCode) {
+// The points that a run of groups lists. Each begins with its x, or with another group where that is given.
+std::vector<Vertex> VerticesOf(std::span<const DxfGroup> groups, int xCode, int firstCode) {
     std::vector<Vertex> vertices;
     for (const DxfGroup& group : groups) {
-        if (group.code == xCode) vertices.push_back({{group.AsNumber(), 0}});
+        if (group.code == firstCode) vertices.push_back({});
         if (vertices.empty()) continue;
+        if (group.code == xCode) vertices.back().point.x = group.AsNumber();
         if (group.code == xCode + 10) vertices.back().point.y = group.AsNumber();
-        if (group.code == withCode) vertices.back().value = group.AsNumber();
+        if (group.code == 42) vertices.back().bulge = group.AsNumber();
         if (group.code == 70) vertices.back().flags = group.AsInteger();
     }
     return vertices;
 }
 
+std::vector<DPOINT2> PointsOf(std::span<const DxfGroup> groups, int xCode) {
+    std::vector<DPOINT2> points;
+    for (const DxfGroup& group : groups) {
+        if (group.code == xCode) points.push_back({group.AsNumber(), 0});
+        if (group.code == xCode + 10 && !points.empty()) points.back().y = group.AsNumber();
+    }
+    return points;
+}
+
 std::vector<SEGMENT> SegmentsOf(const std::vector<Vertex>& vertices, bool closed) {
     std::vector<SEGMENT> segments;
     for (std::size_t i = 0; i + 1 < vertices.size(); ++i)
-        segments.emplace_back(vertices[i].point, vertices[i + 1].point, vertices[i].value);
+        segments.emplace_back(vertices[i].point, vertices[i + 1].point, vertices[i].bulge);
     if (closed && vertices.size() > 1)
-        segments.emplace_back(vertices.back().point, vertices.front().point, vertices.back().value);
+        segments.emplace_back(vertices.back().point, vertices.front().point, vertices.back().bulge);
     return segments;
 }
 
@@ -109,7 +124,7 @@ public:
     void AddAll(const std::vector<DxfEntity>& entities, const Affine& map, qev::CCadGroup& into, int depth) {
         for (const DxfEntity& entity : entities) {
             try {
-                Add(Fields(entity, m_file.GroupsOf(entity)), map, into, depth);
+                Add(Fields(m_file.GroupsOf(entity)), map, into, depth);
             } catch (const DrawingError& error) {
                 m_log.Note(error);
             }
@@ -125,6 +140,9 @@ private:
     };
 
     void Add(const Fields& fields, const Affine& map, qev::CCadGroup& into, int depth) {
+        m_groups += fields.Groups().size() + kEntityCost;
+        if (m_groups > kMostGroups)
+            throw LimitError(fields.Message("is one entity too many in the inserted blocks"));
         static constexpr Row kRows[] = {
             {"LINE", &Builder::AddLine, false},        {"POINT", &Builder::AddPoint, false},
             {"CIRCLE", &Builder::AddCircle, true},     {"ARC", &Builder::AddArc, true},
@@ -136,13 +154,13 @@ private:
         constexpr int kInPaperSpace = 67;
         if (fields.Integer(kInPaperSpace, 0) == 1) return;
         for (const Row& row : kRows) {
-            if (row.type != fields.Entity().type) continue;
+            if (row.type != fields.Type()) continue;
             const auto plane = row.hasOwnAxes ? OwnAxes(fields) : Affine();
             if (!plane) break;
             if (row.make) (this->*row.make)(fields, map * *plane, into, depth);
             return;
         }
-        ++m_drawing.skipped[std::string(fields.Entity().type)];
+        ++m_drawing.skipped[Printable(fields.Type())];
     }
 
     // The plane of the entity's normal: seen from below its x axis is turned round. Tilted planes are not
@@ -156,13 +174,10 @@ private:
     void Give(const Fields& fields, std::unique_ptr<qev::CCadObject> object, qev::CCadGroup& into) {
         m_segments += std::max(1, object->GetPieceCount());
         if (m_segments > kMostSegments)
-            Fail(fields, "makes the drawing larger than " + std::to_string(kMostSegments) + " segments");
+            throw LimitError(fields.Message("makes the drawing larger than " + std::to_string(kMostSegments)
+                                            + " segments"));
         object->SetKey("Layer", std::string(fields.Text(8)).c_str());
         into.PushBack(object.release());
-    }
-
-    [[noreturn]] static void Fail(const Fields& fields, const std::string& what) {
-        throw LimitError(fields.Entity().where + ": " + std::string(fields.Entity().type) + " " + what);
     }
 
     void AddPoint(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
@@ -208,20 +223,17 @@ private:
     }
 
     void AddLwPolyline(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
-        AddContour(f, SegmentsOf(VerticesOf(f.Groups(), 10, 42), (f.Integer(70, 0) & 1) != 0), map, into);
+        AddContour(f, SegmentsOf(VerticesOf(f.Groups(), 10, 10), (f.Integer(70, 0) & 1) != 0), map, into);
     }
 
     void AddPolyline(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
         constexpr int kMeshFlags = 16 | 64;
-        constexpr int kFrameVertex =
-            16; // a control point of a smoothed polyline, beside the points of the curve
+        constexpr int kFrameVertex = 16; // a control point of a smoothed polyline, not of its curve
         if (f.Integer(70, 0) & kMeshFlags) {
             ++m_drawing.skipped["POLYLINE mesh"];
             return;
         }
-        const auto firstVertex =
-            std::find_if(f.Groups().begin(), f.Groups().end(), [](const DxfGroup& g) { return g.code == 0; });
-        auto vertices = VerticesOf({firstVertex, f.Groups().end()}, 10, 42);
+        auto vertices = VerticesOf(f.Groups(), 10, 0); // each VERTEX begins with its group 0
         std::erase_if(vertices, [](const Vertex& v) { return (v.flags & kFrameVertex) != 0; });
         AddContour(f, SegmentsOf(vertices, (f.Integer(70, 0) & 1) != 0), map, into);
     }
@@ -229,13 +241,12 @@ private:
     void AddSpline(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
         Spline spline;
         spline.degree = f.Integer(71, 3);
-        for (const Vertex& v : VerticesOf(f.Groups(), 10, 0)) spline.controls.push_back(v.point);
+        spline.controls = PointsOf(f.Groups(), 10);
         for (const DxfGroup& group : f.Groups()) {
             if (group.code == 40) spline.knots.push_back(group.AsNumber());
             if (group.code == 41) spline.weights.push_back(group.AsNumber());
         }
-        std::vector<DPOINT2> fit;
-        for (const Vertex& v : VerticesOf(f.Groups(), 11, 0)) fit.push_back(v.point);
+        const std::vector<DPOINT2> fit = PointsOf(f.Groups(), 11);
         const bool byFitPoints = spline.controls.empty() && fit.size() > 1;
         if (!byFitPoints)
             if (const char* fault = FaultOf(spline)) f.Fail(fault);
@@ -250,9 +261,11 @@ private:
         std::string text;
         for (const DxfGroup& group : f.Groups())
             if (group.code == 1 || group.code == 3) text += group.text;
+        if (text.size() > kLongestText)
+            f.Fail("has a text of " + std::to_string(text.size()) + " characters");
         text = PlainText(text);
-        const double angle = f.Find(11) && f.Entity().type == "MTEXT" ? math::D2GetNormalAngle(f.Point(11))
-                                                                      : math::AngleToRadian(f.Number(50, 0));
+        const double angle = f.Find(11) && f.Type() == "MTEXT" ? math::D2GetNormalAngle(f.Point(11))
+                                                               : math::AngleToRadian(f.Number(50, 0));
         const double height = f.Number(40);
         const Affine place =
             map * Affine::Translation(f.Point(10)) * Affine::Rotation(angle) * Affine::Scale(height, height);
@@ -268,10 +281,10 @@ private:
 
     void AddInsert(const Fields& f, const Affine& map, qev::CCadGroup& into, int depth) {
         const DxfBlock* block = m_file.FindBlock(f.Text(2));
-        if (!block) f.Fail("names the block '" + std::string(f.Text(2)) + "', which does not exist");
+        if (!block) f.Fail("names the block '" + Printable(f.Text(2)) + "', which does not exist");
         if (depth >= kDeepestInsert)
-            Fail(f, "lies deeper than " + std::to_string(kDeepestInsert)
-                        + " inserts: blocks that hold themselves?");
+            throw LimitError(f.Message("lies deeper than " + std::to_string(kDeepestInsert)
+                                       + " inserts: blocks that hold themselves?"));
         const int columns = std::max(1, f.Integer(70, 1));
         const int rows = std::max(1, f.Integer(71, 1));
         const Affine turn = Affine::Rotation(math::AngleToRadian(f.Number(50, 0)));
@@ -280,7 +293,8 @@ private:
         for (int row = 0; row < rows; ++row)
             for (int column = 0; column < columns; ++column) {
                 if (++m_inserts > kMostInserts)
-                    Fail(f, "makes more than " + std::to_string(kMostInserts) + " inserts");
+                    throw LimitError(
+                        f.Message("makes more than " + std::to_string(kMostInserts) + " inserts"));
                 const DPOINT2 cell{column * f.Number(44, 0), row * f.Number(45, 0)};
                 const Affine placed =
                     map * Affine::Translation(f.Point(10)) * turn * Affine::Translation(cell) * fit;
@@ -298,6 +312,7 @@ private:
     Drawing& m_drawing;
     int m_segments = 0;
     int m_inserts = 0;
+    std::size_t m_groups = 0;
 };
 
 } // namespace

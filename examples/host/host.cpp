@@ -92,6 +92,7 @@ int Run(const Options& options, std::ostream& out, std::ostream& errors) {
         return 1;
     }
     for (const std::string& error : log.Errors()) errors << options.drawing << ": " << error << "\n";
+    if (log.Unkept()) errors << options.drawing << ": and " << log.Unkept() << " more errors\n";
     return log.Errors().empty() ? 0 : 1;
 }
 

@@ -131,7 +131,7 @@ TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
         EXPECT_NE(picture.find(expected), std::string::npos) << expected;
     EXPECT_EQ(RunHost({m_drawing.c_str(), "--cut", "1:0.25:0.75"}).code, 0)
         << "a circle is cut out of its polyline";
-    for (const char* cut : {"7:0:1", "0:0:9", "0:1:1", "2:0:1", "-1:0:1"})
+    for (const char* cut : {"7:0:1", "0:-1:1", "0:1:1", "2:0:1", "-1:0:1"})
         EXPECT_EQ(RunHost({m_drawing.c_str(), "--cut", cut}).code, 1) << cut;
     EXPECT_EQ(RunHost({m_drawing.c_str(), "--svg", "/nowhere/x.svg"}).code, 1);
 }
