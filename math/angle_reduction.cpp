@@ -81,9 +81,10 @@ ReducedAngle ReduceExactly(double angle) {
     }
     constexpr double kHalfPiHigh = 0x1.921fb54442d18p+0;
     constexpr double kHalfPiLow = 0x1.1a62633145c07p-54;
-    const double value = turn * kHalfPiHigh;
-    return {value, ProductError(turn, kHalfPiHigh, value) + turn * kHalfPiLow + rest * kHalfPiHigh,
-            quadrant & 3};
+    const double product = turn * kHalfPiHigh;
+    const double lacking = ProductError(turn, kHalfPiHigh, product) + turn * kHalfPiLow + rest * kHalfPiHigh;
+    const double value = product + lacking;
+    return {value, (product - value) + lacking, quadrant & 3};
 }
 
 } // namespace

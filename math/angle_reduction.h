@@ -7,7 +7,7 @@ namespace math {
 /// angle = value + tail + quadrant * pi/2 (mod 2*pi).
 struct ReducedAngle {
     double value; ///< radians, in [-pi/4, pi/4] up to rounding
-    double tail;  ///< what value lacks, below its last bit
+    double tail;  ///< what value lacks, at most half its last bit
     int quadrant; ///< 0 to 3
 };
 
