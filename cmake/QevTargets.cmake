@@ -12,7 +12,9 @@ function(qev_library name)
   add_library(${name} SHARED ${ARGN})
   add_library(QevCommon::${name} ALIAS ${name})
   set_target_properties(${name} PROPERTIES
-    OUTPUT_NAME ${lower} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    OUTPUT_NAME ${lower}
+    INSTALL_RPATH $ORIGIN # its siblings stand beside it
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   if(WIN32)
     set_target_properties(${name} PROPERTIES PREFIX "" OUTPUT_NAME ${name})
   endif()

@@ -77,9 +77,10 @@ private:
         if (!CanExpressError(arc.GetBounds())) return false;
         const double sine = std::sqrt(m_settings.error * std::abs(arc.GetCurvature()) / 2);
         const double delta = sine < math::Sin(kWidestChord / 2) ? 2 * math::Asin(sine) : kWidestChord;
-        const double count = std::max(1.0, std::ceil(2 * std::abs(math::Atan(arc.bulge)) / delta));
-        if (!HasRoomFor(count)) return false;
-        for (double i = 1; i < count; ++i) m_out.AddLine(arc.PointAt(i / count));
+        const double chords = std::ceil(2 * std::abs(math::Atan(arc.bulge)) / delta);
+        if (!HasRoomFor(chords)) return false;
+        const int count = static_cast<int>(chords);
+        for (int i = 1; i < count; ++i) m_out.AddLine(arc.PointAt(static_cast<double>(i) / count));
         m_out.AddLine(arc.end);
         return true;
     }

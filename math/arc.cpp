@@ -83,9 +83,11 @@ Bounds BulgeArc::GetBounds() const {
     if (IsStraight()) return bounds;
     const double half = HalfAngle(bulge);
     const double chordAngle = Atan2(end.y - start.y, end.x - start.x);
-    const double last = std::floor((chordAngle + std::abs(half)) / kHalfPi);
-    for (double k = std::ceil((chordAngle - std::abs(half)) / kHalfPi); k <= last; ++k)
-        bounds.Add(PointAt(0.5 + (k * kHalfPi - chordAngle) / (2 * half)));
+    // the turn stays within chordAngle +- pi, so these quarters cover it
+    for (int quarter = -4; quarter <= 4; ++quarter) {
+        const double fromMiddle = quarter * kHalfPi - chordAngle;
+        if (std::abs(fromMiddle) <= std::abs(half)) bounds.Add(PointAt(0.5 + fromMiddle / (2 * half)));
+    }
     return bounds;
 }
 

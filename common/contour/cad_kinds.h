@@ -110,6 +110,8 @@ template <class... Handlers>
 struct Handle : Handlers... {
     using Handlers::operator()...;
 };
+template <class... Handlers>
+Handle(Handlers...) -> Handle<Handlers...>; // deduced for aggregates from gcc 11 and clang 17 on
 
 /// Calls the handler for what an object is: its class for a dot or a single-piece kind, Contour for a contour
 /// of the set. Null, containers, texts, other kinds and shapes without a handler give the fallback.

@@ -13,7 +13,7 @@ inline std::string ConversionSettings(std::string_view segmentType, double absol
     constexpr std::size_t kWidth = 14;
     constexpr int kDecimals = 6;
     char digits[400]; // the largest double takes 309 digits before its point
-    const auto end =
+    char* const end =
         std::to_chars(digits, digits + sizeof digits, absoluteError, std::chars_format::fixed, kDecimals).ptr;
     const auto length = static_cast<std::size_t>(end - digits);
     std::string text = "SegmentType=";

@@ -125,6 +125,7 @@ std::vector<math::CubicBezier> ThroughPoints(const std::vector<DPOINT2>& points,
         return closed ? points[(i + count) % count] : points[std::clamp(i, 0, count - 1)];
     };
     std::vector<math::CubicBezier> pieces;
+    pieces.reserve(static_cast<std::size_t>(spans));
     for (int i = 0; i < spans; ++i)
         pieces.push_back(
             {at(i), at(i) + (at(i + 1) - at(i - 1)) / 6, at(i + 1) - (at(i + 2) - at(i)) / 6, at(i + 1)});

@@ -12,7 +12,7 @@ using qev::SEGMENT;
 
 std::string Number(double value) {
     char digits[32];
-    const auto end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 9).ptr;
+    char* const end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 9).ptr;
     return {digits, end};
 }
 

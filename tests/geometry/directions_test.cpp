@@ -66,7 +66,6 @@ TEST(Directions, Corners) {
     for (const int i : {INT_MIN, INT_MAX}) EXPECT_TRUE(std::isfinite(GetCornerAngle(contour.get(), i)));
     const CCadPolyline empty;
     EXPECT_EQ(GetCornerAngle(nullptr, 0) + GetCornerAngle(&empty, 0), 0);
-    DPOINT2 tangent;
     EXPECT_EQ(GetTangent(SEGMENT({0, 0}, {1, 0}, {1, 1}, {2, 1}), 0, nullptr), -test::kInf)
         << "a Bezier piece has no bulge";
 }

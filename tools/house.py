@@ -1,0 +1,120 @@
+#!/usr/bin/env python3
+"""Checks the house rules that a compiler does not: format, ASCII, who includes whom, the share of tests.
+
+Prints one line for each fault and exits with 1 when there is one."""
+
+import itertools
+import pathlib
+import re
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+TEST_SHARE = (0.25, 0.38)  # lines of tests for each other line of code
+
+STANDARD = r"<[a-z_0-9]+>"
+OCCT = r"<gp_\w+\.hxx>"
+PUBLIC = r"<qev/[\w/]+\.h>"
+# What the files under a folder may include besides the private headers beside them. The longest folder counts.
+MAY_INCLUDE = {
+    "math": (STANDARD, OCCT, r"<qevmath/\w+\.h>", r"<qev/export\.h>"),
+    "data": (STANDARD, OCCT, r"<qev(math|data)/\w+\.h>", r"<qev/(export|platform)\.h>"),
+    "include": (STANDARD, PUBLIC, r"<qev(math|data)/\w+\.h>"),
+    "common/contour": (STANDARD, OCCT, PUBLIC, r"<qev(math|data)/\w+\.h>"),
+    "common/geometry": (STANDARD, OCCT, PUBLIC, r"<qev(math|data)/\w+\.h>", r'"\.\./contour/(cad_kinds|tolerance)\.h"'),
+    "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>"),
+    "fuzz": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
+    "tests": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>", r"<gtest/gtest\.h>", r'"(host|support)/\w+\.h"',
+              r'"(\.\./)+(math|data|common)/[\w/]+\.h"'),
+}
+# The contour and geometry families need each other, so their order is by file: each uses what stands before it.
+ORDER = (
+    "positions measures point_tests selection filters co_edge",
+    "sub_contour arc_math polyline_conversion hull",
+    "directions nearest_position",
+    "position_conversion",
+    "offset_walk segment_map",
+    "ranges",
+    "invalid_ranges",
+)
+RANK = {name: rank for rank, names in enumerate(ORDER) for name in names.split()}
+
+
+def tracked(*patterns):
+    listed = subprocess.run(["git", "ls-files", "-z", "-co", "--exclude-standard", *patterns], cwd=ROOT, check=True, capture_output=True, text=True)
+    return [name for name in listed.stdout.split("\0") if name and (ROOT / name).exists()]
+
+
+def format_faults(sources):
+    run = subprocess.run(["clang-format", "--dry-run", "-Werror", *sources], cwd=ROOT, capture_output=True, text=True)
+    for line in run.stderr.splitlines():
+        if "error:" in line:
+            yield line
+
+
+def ascii_faults(names):
+    for name in names:
+        for number, line in enumerate((ROOT / name).read_bytes().splitlines(), 1):
+            if not line.isascii():
+                yield f"{name}:{number}: not ASCII"
+
+
+def folder_of(name):
+    folders = [folder for folder in MAY_INCLUDE if name.startswith(folder + "/")]
+    return max(folders, key=len, default=None)
+
+
+def is_private_header(name, included):
+    return included[0] == '"' and "/" not in included and (ROOT / name).with_name(included.strip('"')).exists()
+
+
+def order_fault(name, included):
+    """Whether a file of the contour and geometry families looks at one that does not stand before it."""
+    subject = re.fullmatch(r"<qev/(?:contour|geometry)/(\w+)\.h>", included)
+    own = pathlib.PurePath(name).stem
+    if not subject or not name.startswith(("common/contour/", "common/geometry/")) or subject[1] == own:
+        return False
+    return own not in RANK or subject[1] not in RANK or RANK[subject[1]] >= RANK[own]
+
+
+def include_faults(sources):
+    for name in sources:
+        folder = folder_of(name)
+        if not folder:
+            yield f"{name}: its folder has no row in MAY_INCLUDE"
+            continue
+        for number, line in enumerate((ROOT / name).read_text().splitlines(), 1):
+            match = re.match(r'\s*#\s*include\s*(<[^>]+>|"[^"]+")', line)
+            if not match:
+                continue
+            included = match[1]
+            allowed = any(re.fullmatch(pattern, included) for pattern in MAY_INCLUDE[folder])
+            if not (allowed or is_private_header(name, included)) or order_fault(name, included):
+                yield f"{name}:{number}: may not include {included}"
+
+
+def lines_of_code(name):
+    text = re.sub(r"/\*.*?\*/", "", (ROOT / name).read_text(), flags=re.S)
+    return sum(1 for line in text.splitlines() if (code := line.strip()) and not code.startswith("//"))
+
+
+def share_faults(sources):
+    counts = {True: 0, False: 0}
+    for name in sources:
+        counts[name.startswith("tests/")] += lines_of_code(name)
+    share = counts[True] / counts[False]
+    print(f"tests: {counts[True]} lines, other code: {counts[False]} lines, share {share:.2f}")
+    if not TEST_SHARE[0] <= share <= TEST_SHARE[1]:
+        yield f"the share of tests is outside {TEST_SHARE[0]} to {TEST_SHARE[1]}"
+
+
+def main():
+    sources = tracked("*.h", "*.cpp")
+    texts = sources + tracked("*.py", "*.cmake", "*.txt", "*.md", "*.json", "check", "demo", "bench", "tools/*", ".ci/*")
+    faults = list(itertools.chain(format_faults(sources), ascii_faults(texts), include_faults(sources), share_faults(sources)))
+    print("\n".join(faults) or f"{len(sources)} sources keep the house rules")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

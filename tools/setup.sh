@@ -1,0 +1,38 @@
+# Sourced: installs Debian packages that are missing.
+
+# need PACKAGE...: returns when all are installed; one line on standard error and exit code 1 otherwise.
+need() {
+    local missing=() package as_root=
+    for package; do
+        dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    [ "$(id -u)" -eq 0 ] || as_root=sudo
+    local log
+    log=$(mktemp)
+    if ! { $as_root apt-get update && $as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
+        echo "cannot install: apt-get install ${missing[*]} ($(grep -m1 '^E:' "$log" || tail -n 1 "$log"))" >&2
+        rm -f "$log"
+        exit 1
+    fi
+    rm -f "$log"
+}
+
+need_for_build() {
+    need g++ cmake ninja-build libgtest-dev libocct-foundation-dev
+}
+
+# build PRESET [TARGET...]: configures and builds; the output is shown when something fails.
+build() {
+    local preset=$1 target targets=()
+    shift
+    for target; do targets+=(--target "$target"); done
+    local log=build/$preset.log
+    mkdir -p build
+    if ! { cmake --preset "$preset" && cmake --build --preset "$preset" "${targets[@]}"; } >"$log" 2>&1; then
+        grep -E -A5 'error|FAILED' "$log" | head -n 60 >&2
+        echo "the build of '$preset' failed; its whole log is $log" >&2
+        exit 1
+    fi
+}
