@@ -46,12 +46,18 @@ double GetMinDistance(const CCadObject* object, const math::DPOINT2& p, math::DP
 }
 
 CCadObject* Hit(const CCadGroup* group, const math::DPOINT2& p, double tolerance, math::DPOINT2* hitPoint) {
+    return Hit(group, p, tolerance, false, hitPoint);
+}
+
+CCadObject* Hit(const CCadObject* root, const math::DPOINT2& p, double tolerance, bool closedOnly,
+                math::DPOINT2* hitPoint) {
     CCadObject* hit = nullptr;
     double best = tolerance;
-    TreeWalk walk(group, PickedMembers);
+    TreeWalk walk(root, PickedMembers);
     for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
         if (step != TreeWalk::Step::kLeaf || !MayReach(walk.Object()->GetBoundRect(), p, best + kTie))
             continue;
+        if (closedOnly && !walk.Object()->IsClose()) continue;
         math::DPOINT2 point;
         const double distance = GetMinDistance(walk.Object(), p, point);
         if (math::IsNoPoint(point) || !(distance <= tolerance && (!hit || distance <= best + kTie))) continue;

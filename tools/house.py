@@ -33,11 +33,11 @@ MAY_INCLUDE = {
 }
 # The contour and geometry families need each other, so their order is by file: each uses what stands before it.
 ORDER = (
-    "positions measures point_tests selection filters co_edge",
-    "sub_contour arc_math polyline_conversion hull",
+    "positions measures point_tests selection filters co_edge stock",
+    "sub_contour arc_math polyline_conversion converted_position length_between hull",
     "directions nearest_position",
     "position_conversion",
-    "offset_walk segment_map",
+    "offset_walk sharp_joints segment_map",
     "ranges",
     "invalid_ranges",
 )

@@ -91,8 +91,17 @@ private:
 inline constexpr KindSet kSegmentContours{kCadRectangle, kCad1820, kCad1830, kCadPolyline, kCadPolylineEx};
 /// Total length: 0x1800 and 0x1850 know theirs though they have no segments.
 inline constexpr KindSet kLengthContours = kSegmentContours + kCad1800 + kCadCurve;
-/// Direction at a position: written before the extended polyline, with the curve that answers one segment.
+/// Direction at a position and length up to it: written before the extended polyline, with the curve that
+/// answers one segment.
 inline constexpr KindSet kDirectionContours = kSegmentContours - kCadPolylineEx + kCadCurve;
+/// Point at a position: whatever answers GetSegment, 0x1800 included.
+inline constexpr KindSet kPointContours = kSegmentContours + kCad1800;
+/// Picking: a curve is picked by the segment that it answers.
+inline constexpr KindSet kPickedContours = kSegmentContours + kCadCurve;
+/// Ratio of a point on one segment: lines and arcs only, so that the extended polyline is left out.
+inline constexpr KindSet kRatioContours = kSegmentContours - kCadPolylineEx;
+/// Length between two positions: as kRatioContours, and 0x1800.
+inline constexpr KindSet kBetweenContours = kRatioContours + kCad1800;
 
 /// A contour of a set that a visit asked for, used through the virtual operations of CCadObject: a host's own
 /// kinds need not share a class.
@@ -156,6 +165,11 @@ constexpr bool IsContainerCode(cad_t code) {
     return (code & kContainerBits) == kContainerBits;
 }
 
+/// Whether a code is that of a group or a relation group.
+constexpr bool IsGroupCode(cad_t code) {
+    return ShapeOf(code) == Shape::kGroup || ShapeOf(code) == Shape::kRelationGroup;
+}
+
 /// Whether an object is a plain group.
 inline bool IsPlainGroup(const CCadObject& object) {
     return object.GetType() == kCadGroup && dynamic_cast<const CCadGroup*>(&object);
@@ -170,6 +184,10 @@ inline const std::list<CCadObject*>* GroupMembers(const CCadObject& object) {
 /// Plain groups and texts.
 inline const std::list<CCadObject*>* GroupAndTextMembers(const CCadObject& object) {
     return ShapeOf(object.GetType()) == Shape::kText ? object.GetMembers() : GroupMembers(object);
+}
+/// Groups and relation groups: what picking looks into.
+inline const std::list<CCadObject*>* PickedMembers(const CCadObject& object) {
+    return IsGroupCode(object.GetType()) ? object.GetMembers() : nullptr;
 }
 /// Every container and text.
 inline const std::list<CCadObject*>* ContainerMembers(const CCadObject& object) {

@@ -21,8 +21,6 @@ namespace {
 
 // Below this cosine of a corner the contour turns back on itself.
 constexpr double kReversal = -0.999999999;
-// mm: how far the polyline may lie from an ellipse whose direction it answers.
-constexpr double kEllipseError = 0.001;
 
 double SignOf(double bulge) {
     return bulge > 0 ? 1 : -1;

@@ -8,11 +8,15 @@
 
 #include <qev/contour/co_edge.h>
 #include <qev/contour/filters.h>
+#include <qev/contour/length_between.h>
 #include <qev/contour/measures.h>
+#include <qev/contour/offset_walk.h>
 #include <qev/contour/point_tests.h>
 #include <qev/contour/polyline_conversion.h>
+#include <qev/contour/position_conversion.h>
 #include <qev/contour/positions.h>
 #include <qev/contour/selection.h>
+#include <qev/contour/sharp_joints.h>
 #include <qev/contour/sub_contour.h>
 #include <qev/types.h>
 #include <qevdata/qevdata.h>

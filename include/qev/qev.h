@@ -4,4 +4,5 @@
 
 #include <qev/contour.h>
 #include <qev/geometry.h>
+#include <qev/ranges.h>
 #include <qev/types.h>

@@ -19,6 +19,11 @@ class CCadObject;
 QEVDATA_API CCadObject* Hit(const CCadGroup* group, const math::DPOINT2& p, double tolerance,
                             math::DPOINT2* hitPoint = nullptr);
 
+/// The same below any object, which may itself be the leaf that is hit; with the flag, open objects are
+/// passed over.
+QEVDATA_API CCadObject* Hit(const CCadObject* root, const math::DPOINT2& p, double tolerance, bool closedOnly,
+                            math::DPOINT2* hitPoint = nullptr);
+
 /// Distance from a point to an object's outline in mm, and the nearest point on it; containers and texts are
 /// measured through their members. Infinity and math::NoPoint() for an object without an outline and for
 /// null.

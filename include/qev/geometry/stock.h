@@ -1,0 +1,33 @@
+/// \file
+/// Rectangular plate stock: making it, reading it back, comparing outlines.
+#pragma once
+
+#include <qev/export.h>
+
+namespace qev {
+
+class Adobe;
+class CCadGroup;
+
+/// The kind of a rectangular plate stock.
+inline constexpr int kRectPlaneStock = 0x1001;
+
+/// A new plate, owned by the caller: its section is one rectangle of width x height mm about the origin, its
+/// scalar parameter is the third value.
+QEVCOMMON_API Adobe* Make_RectPlane(double width, double height, double thickness);
+
+/// Appends that rectangle to a section group, which owns it: a closed polyline of four lines,
+/// counter-clockwise from the lower left corner. Nothing for null.
+QEVCOMMON_API void MakeSectionData_RectPlane(CCadGroup* section, double width, double height);
+
+/// Reads a plate back. Always false: callers judge by the stock's kind. Nothing is written for null, another
+/// kind, or a section that is not exactly one polyline of two nodes or more.
+QEVCOMMON_API bool GetRectPlaneParam(const Adobe* stock, double& width, double& height, double& thickness);
+
+struct QEVCOMMON_API CAdobeHelper {
+    /// Whether two sections hold the same contours in the same order, from the same start in the same
+    /// direction: points within 1e-6 mm, bulges within 1e-9. False for null.
+    static bool IsSameProjectContour(const CCadGroup* a, const CCadGroup* b);
+};
+
+} // namespace qev
