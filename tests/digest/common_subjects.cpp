@@ -57,4 +57,29 @@ void AddDirections(Sequence& random, Digest& results) {
     }
 }
 
+void AddPositions(Sequence& random, Digest& results) {
+    for (int i = 0; i < 200; ++i) {
+        const auto object = random.Object();
+        math::DPOINT2 p;
+        results.Add(qev::PosToCoor(object.get(), 0, random.Uniform(0, 1), p));
+        math::POLYPOS pos;
+        math::POLYPOS walked;
+        double length = 0;
+        results.Add(qev::CoorToPos(object.get(), p, pos));
+        results.Add(qev::GetLengthStartToPos(object.get(), pos, length));
+        results.Add(qev::GetPosByOffset(object.get(), pos, random.Uniform(-50, 50), walked));
+        for (const double value : {p.x, p.y, length, qev::PolyPosToDouble(pos), qev::PolyPosToDouble(walked)})
+            results.Add(value);
+    }
+}
+
+void AddHulls(Sequence& random, Digest& results) {
+    for (int i = 0; i < 20; ++i) {
+        std::vector<qev::CConvexHelper::Point> points;
+        for (int k = 0; k < 50; ++k) points.push_back({random.Uniform(-9, 9), random.Uniform(-9, 9), k});
+        qev::CConvexHelper::ConvexGrahamScan(points, points);
+        for (const auto& point : points) results.Add(point.nTag);
+    }
+}
+
 } // namespace digest

@@ -67,5 +67,7 @@ void AddContourQueries(Sequence& random, Digest& results);
 void AddCuts(Sequence& random, Digest& results);
 void AddArcMath(Sequence& random, Digest& results);
 void AddDirections(Sequence& random, Digest& results);
+void AddPositions(Sequence& random, Digest& results);
+void AddHulls(Sequence& random, Digest& results);
 
 } // namespace digest

@@ -15,7 +15,9 @@ int main() {
                                              {"contour queries", digest::AddContourQueries},
                                              {"cuts", digest::AddCuts},
                                              {"arc math", digest::AddArcMath},
-                                             {"directions", digest::AddDirections}};
+                                             {"directions", digest::AddDirections},
+                                             {"positions", digest::AddPositions},
+                                             {"hulls", digest::AddHulls}};
     for (const digest::Subject& subject : kSubjects) {
         digest::Sequence random;
         digest::Digest results;

@@ -36,7 +36,7 @@ extern "C" QEV_EXPORT const void* CodeOf(int library) {
     case 0:
         return reinterpret_cast<const void*>(&math::RegularizeRadian);
     case 1:
-        return reinterpret_cast<const void*>(&qev::Hit);
+        return reinterpret_cast<const void*>(&qev::GetContourDirectionEx);
     case 2:
         return reinterpret_cast<const void*>(&qev::PolyPosToDouble);
     default:
