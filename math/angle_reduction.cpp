@@ -65,13 +65,13 @@ ReducedAngle ReduceExactly(double angle) {
     const int window = exponent + 10; // the first bit of weight below four quarter turns
     Wide low = Wide{integer} * TwoOverPiBits(window + 128);
     const Wide middle = Wide{integer} * TwoOverPiBits(window + 64) + (low >> 64);
-    const Wide high = (Wide{integer * TwoOverPiBits(window)} << 64) + middle;
+    const Wide high = (Wide{integer} * TwoOverPiBits(window) << 64) + middle;
     low = high << 2 | static_cast<std::uint64_t>(low) >> 62;
 
     const auto fraction = static_cast<SignedWide>(low); // from half a quarter turn on of the next one
     int quadrant = static_cast<int>(high >> 126) + (fraction < 0 ? 1 : 0);
     constexpr double kUnit = 0x1p-128;
-    double turn = static_cast<double>(fraction);
+    auto turn = static_cast<double>(fraction);
     double rest = static_cast<double>(fraction - static_cast<SignedWide>(turn)) * kUnit;
     turn *= kUnit;
     if (angle < 0) {

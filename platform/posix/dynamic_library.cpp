@@ -8,8 +8,8 @@
 namespace platform {
 
 HMODULE LoadDynamicLibrary(const char* path, std::string* why) {
-    const HMODULE module = dlopen(path, RTLD_NOW | RTLD_LOCAL);
-    if (!module && why) *why = dlerror();
+    HMODULE module = dlopen(path, RTLD_NOW | RTLD_LOCAL);
+    if (!module && why) *why = dlerror(); // NOLINT(concurrency-mt-unsafe): each thread has its own text
     return module;
 }
 
