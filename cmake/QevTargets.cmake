@@ -13,9 +13,12 @@ function(qev_library name)
   add_library(${name} SHARED ${ARGN})
   add_library(QevCommon::${name} ALIAS ${name})
   set_target_properties(${name} PROPERTIES
-    OUTPUT_NAME $<IF:$<PLATFORM_ID:Windows>,${name},${lower}>
+    OUTPUT_NAME ${lower}
     INSTALL_RPATH $ORIGIN # its siblings stand beside it
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  if(WIN32)
+    set_target_properties(${name} PROPERTIES PREFIX "" OUTPUT_NAME ${name})
+  endif()
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:qev_options>)
   target_compile_features(${name} PUBLIC cxx_std_20)
   target_include_directories(${name} PUBLIC

@@ -3,6 +3,7 @@
 
 #include <qevdata/arc.h>
 #include <qevmath/angle.h>
+#include <qevmath/elementary.h>
 
 #include "central_angle.h"
 
@@ -58,7 +59,7 @@ void CCadArc::SetEndAngle(double angle) {
 }
 
 double CCadArc::GetBulge() const {
-    return Sign() * std::tan(m_dCentralAngle / 4);
+    return Sign() * math::Tan(m_dCentralAngle / 4);
 }
 
 math::DPOINT2 CCadArc::GetPoint(double travelled) const {
@@ -88,7 +89,7 @@ int CCadArc::GetPieceCount() const {
 OutlinePiece CCadArc::GetPiece(int index) const {
     const double pieceAngle = m_dCentralAngle / GetPieceCount();
     return SEGMENT(GetPoint(index * pieceAngle), GetPoint((index + 1) * pieceAngle),
-                   Sign() * std::tan(pieceAngle / 4));
+                   Sign() * math::Tan(pieceAngle / 4));
 }
 
 CContourDirection::ContourDirection_T CCadArc::GetDirection() const {

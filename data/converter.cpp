@@ -9,6 +9,7 @@
 #include <qevdata/param.h>
 #include <qevdata/polyline.h>
 #include <qevmath/angle.h>
+#include <qevmath/elementary.h>
 
 #include "curve_fit.h"
 
@@ -75,8 +76,8 @@ private:
     bool AddChords(const math::BulgeArc& arc) {
         if (!CanExpressError(arc.GetBounds())) return false;
         const double sine = std::sqrt(m_settings.error * std::abs(arc.GetCurvature()) / 2);
-        const double delta = sine < std::sin(kWidestChord / 2) ? 2 * std::asin(sine) : kWidestChord;
-        const double chords = std::ceil(2 * std::abs(std::atan(arc.bulge)) / delta);
+        const double delta = sine < math::Sin(kWidestChord / 2) ? 2 * math::Asin(sine) : kWidestChord;
+        const double chords = std::ceil(2 * std::abs(math::Atan(arc.bulge)) / delta);
         if (!HasRoomFor(chords)) return false;
         const int count = static_cast<int>(chords);
         for (int i = 1; i < count; ++i) m_out.AddLine(arc.PointAt(static_cast<double>(i) / count));

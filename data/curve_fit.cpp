@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 
+#include <qevmath/elementary.h>
 #include <qevmath/root.h>
 
 namespace qev {
@@ -38,7 +39,7 @@ double Deviation(const FitCurve& curve, double from, double to, const math::Bulg
 
 // tan(angle / 2) of the angle from u to v: the bulge of the arc with the tangent u and the chord v.
 double BulgeBetween(const math::DPOINT2& u, const math::DPOINT2& v) {
-    return std::tan(std::atan2(math::Cross(u, v), math::Dot(u, v)) / 2);
+    return math::Tan(math::Atan2(math::Cross(u, v), math::Dot(u, v)) / 2);
 }
 
 struct Fit {
@@ -65,7 +66,7 @@ std::optional<double> JointOnCurve(const FitCurve& curve, double from, double to
         const math::DPOINT2 joint = curve.PointAt(u);
         const math::DPOINT2 w = joint - start;
         const math::DPOINT2 v = end - joint;
-        const double turn = std::atan2(math::Cross(w, v), math::Dot(w, v)) - halfTurn;
+        const double turn = math::Atan2(math::Cross(w, v), math::Dot(w, v)) - halfTurn;
         const double speed = math::Norm(end - start) / (to - from);
         const math::DPOINT2 travel = curve.TangentAt(u, false) * speed;
         return std::pair(turn, -math::Cross(v, travel) / math::Dot(v, v)
@@ -87,10 +88,10 @@ Fit FitBiarc(const FitCurve& curve, double from, double to) {
     const math::DPOINT2 arriving = curve.TangentAt(to, true);
     if (!(math::Dot(leaving, chord) >= 0 && math::Dot(arriving, chord) >= 0)) return kNoFit;
 
-    const double alpha = std::atan2(math::Cross(leaving, chord), math::Dot(leaving, chord));
-    const double beta = std::atan2(math::Cross(chord, arriving), math::Dot(chord, arriving));
+    const double alpha = math::Atan2(math::Cross(leaving, chord), math::Dot(leaving, chord));
+    const double beta = math::Atan2(math::Cross(chord, arriving), math::Dot(chord, arriving));
     if (std::abs(alpha - beta) < kSameAngle) {
-        const double bulge = std::tan(alpha / 2);
+        const double bulge = math::Tan(alpha / 2);
         return {{{to, bulge}, {}}, 1, Deviation(curve, from, to, {start, end, bulge})};
     }
     const auto u = JointOnCurve(curve, from, to, (alpha + beta) / 2);
@@ -116,7 +117,7 @@ Fit FitStep(const FitCurve& curve, double from, double to, const FitSettings& se
 std::optional<Fit> LongestStep(const FitCurve& curve, double from, double to, double& step,
                                const FitSettings& settings) {
     constexpr int kMaxTries = 80;
-    const double order = settings.chords ? 2 : 3;
+    const double order = settings.chords ? 2 : 3; // with which the deviation grows
     std::optional<Fit> best;
     double fits = 0;
     double tooLong = to - from;
@@ -135,7 +136,8 @@ std::optional<Fit> LongestStep(const FitCurve& curve, double from, double to, do
             limitTried = true;
         }
         if (best && tooLong - fits <= (1 - kGoodFit) / order * tooLong && limitTried) break;
-        length *= std::pow(kAim * settings.error / fit.deviation, 1 / order);
+        const double room = kAim * settings.error / fit.deviation;
+        length *= settings.chords ? std::sqrt(room) : math::Cbrt(room);
         if (length >= tooLong && !limitTried) length = tooLong;
         if (!(length > fits && (length < tooLong || !limitTried))) length = 0.5 * (fits + tooLong);
     }

@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include <qevmath/angle.h>
+#include <qevmath/elementary.h>
 
 #include <gp_Vec2d.hxx>
 
@@ -17,7 +18,7 @@ double AngleToRadian(double degrees) {
 }
 
 double D2GetNormalAngle(double dx, double dy) {
-    return dx == 0 && dy == 0 ? 0 : RegularizeRadian(std::atan2(dy, dx));
+    return dx == 0 && dy == 0 ? 0 : RegularizeRadian(Atan2(dy, dx));
 }
 
 double D2GetNormalAngle(const DPOINT2& vector) {
@@ -29,12 +30,11 @@ double D2CrossMultiply(const gp_Vec2d& u, const gp_Vec2d& v) {
 }
 
 double D2GetIncludeAngle(const gp_Vec2d& u, const gp_Vec2d& v) {
-    return std::atan2(std::abs(u.Crossed(v)), u.Dot(v)); // precise near 0 and pi, where the cosine is flat
+    return Atan2(std::abs(u.Crossed(v)), u.Dot(v)); // precise near 0 and pi, where the cosine is flat
 }
 
 DPOINT2 Rotated(const DPOINT2& v, double angle) {
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
+    const auto [s, c] = SinCos(angle);
     return {c * v.x - s * v.y, s * v.x + c * v.y};
 }
 

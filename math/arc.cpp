@@ -2,6 +2,7 @@
 
 #include <qevmath/angle.h>
 #include <qevmath/arc.h>
+#include <qevmath/elementary.h>
 #include <qevmath/line.h>
 #include <qevmath/tolerance.h>
 
@@ -10,7 +11,7 @@ namespace {
 
 // Half the included angle, signed: the angle between the chord and the tangents at both ends.
 double HalfAngle(double bulge) {
-    return 2 * std::atan(bulge);
+    return 2 * Atan(bulge);
 }
 
 // Its sine, 2b/(1 + b^2), in a form that neither overflows nor loses digits near a full turn.
@@ -21,7 +22,7 @@ double HalfAngleSine(double bulge) {
 // x - sin(x) to full relative precision.
 double MinusSine(double x) {
     const double kSeriesBelow = 0.1; // radians: four terms of the series reach 1e-15 there
-    if (std::abs(x) > kSeriesBelow) return x - std::sin(x);
+    if (std::abs(x) > kSeriesBelow) return x - Sin(x);
     const double q = x * x;
     return x * q / 6 * (1 - q / 20 * (1 - q / 42 * (1 - q / 72)));
 }
@@ -39,7 +40,7 @@ DPOINT2 BulgeArc::PointAt(double ratio) const {
     const double half = HalfAngle(bulge);
     const bool fromStart = ratio < 0.5;
     const double r = fromStart ? ratio : 1 - ratio;
-    const double scale = std::sin(r * half) / HalfAngleSine(bulge);
+    const double scale = Sin(r * half) / HalfAngleSine(bulge);
     const DPOINT2 leg = Rotated((end - start) * scale, (fromStart ? r - 1 : 1 - r) * half);
     return fromStart ? start + leg : end - leg;
 }
@@ -68,7 +69,7 @@ double BulgeArc::GetFootRatio(const DPOINT2& p) const {
     const DPOINT2 along = DirectionAt(0.5);
     const DPOINT2 fromMiddle = p - PointAt(0.5);
     const double k = GetCurvature();
-    const double angle = std::atan2(k * Dot(fromMiddle, along), 1 - k * Cross(along, fromMiddle));
+    const double angle = Atan2(k * Dot(fromMiddle, along), 1 - k * Cross(along, fromMiddle));
     const double ratio = 0.5 + angle / (2 * HalfAngle(bulge));
     if (ratio <= 0) return 0;
     return ratio < 1 ? ratio : 1;
@@ -81,7 +82,7 @@ Bounds BulgeArc::GetBounds() const {
     bounds.Add(end);
     if (IsStraight()) return bounds;
     const double half = HalfAngle(bulge);
-    const double chordAngle = std::atan2(end.y - start.y, end.x - start.x);
+    const double chordAngle = Atan2(end.y - start.y, end.x - start.x);
     // the turn stays within chordAngle +- pi, so these quarters cover it
     for (int quarter = -4; quarter <= 4; ++quarter) {
         const double fromMiddle = quarter * kHalfPi - chordAngle;
@@ -104,12 +105,11 @@ bool SolveArc(const DPOINT2& start, const DPOINT2& end, double bulge, DPOINT2& c
     centre = {};
     radius = startAngle = sweep = 0;
     const DPOINT2 chord = end - start;
-    const double angle = 4 * std::atan(bulge);
+    const double angle = 4 * Atan(bulge);
     if (!(Norm(chord) >= kZeroLength && std::abs(angle) >= kZeroAngle)) return false;
     centre = (start + end) * 0.5 + LeftOf(chord) * ((1 / bulge - bulge) / 4);
     radius = Norm(chord) / 2 / std::abs(HalfAngleSine(bulge));
-    startAngle =
-        RegularizeRadian(std::atan2(chord.y, chord.x) - HalfAngle(bulge) - std::copysign(kHalfPi, bulge));
+    startAngle = RegularizeRadian(Atan2(chord.y, chord.x) - HalfAngle(bulge) - std::copysign(kHalfPi, bulge));
     sweep = angle;
     return true;
 }

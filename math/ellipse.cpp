@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <qevmath/elementary.h>
 #include <qevmath/ellipse.h>
 
 #include "quadrature.h"
@@ -13,6 +14,26 @@ double ClampedSweep(double sweep) {
     return sweep;
 }
 
+// Length of a quadrant of the ellipse with the semi-axes 1 and b, 0 <= b <= 1, by Gauss's
+// arithmetic-geometric mean: pi/2 * ((1 + b^2)/2 - sum of 2^(n-1) c_n^2) / mean, with c_n half the difference
+// of the two means before. They agree to the last bit after at most sixteen steps, also for the smallest b.
+// To 1e-13.
+double QuadrantOfUnitEllipse(double b) {
+    constexpr double kAgree = 1e-8; // the next step squares it
+    if (b == 0) return 1;
+    double a = 1;
+    double weight = 1;
+    double squares = (1 + b * b) / 2;
+    for (bool agree = false; !agree; weight *= 2) {
+        const double c = (a - b) / 2;
+        agree = c <= kAgree * a;
+        b = std::sqrt(a * b);
+        a -= c;
+        squares -= weight * c * c;
+    }
+    return kHalfPi * squares / a;
+}
+
 // The foot equation in the ellipse's own frame, A sin t - B cos t = D sin t cos t, reflected so that A, B and
 // D are not negative. Then there is one root in the first quadrant and one in the third. The fourth holds
 // two, on both sides of tan^3 t = -B/A, when A^(2/3) + B^(2/3) <= D^(2/3) (inside the evolute), else none.
@@ -22,8 +43,7 @@ struct FootQuartic {
     double d;
 
     std::pair<double, double> operator()(double t) const {
-        const double s = std::sin(t);
-        const double c = std::cos(t);
+        const auto [s, c] = SinCos(t);
         return {a * s - b * c - d * s * c, a * c + b * s - d * (c * c - s * s)};
     }
 
@@ -31,8 +51,8 @@ struct FootQuartic {
     void ForEachRoot(const Add& add) const {
         add(FindRoot(*this, 0, kHalfPi, true));
         add(FindRoot(*this, kPi, 3 * kHalfPi, false));
-        if (!(std::cbrt(a * a) + std::cbrt(b * b) <= std::cbrt(d * d))) return;
-        const double peak = kTwoPi - std::atan2(std::cbrt(b), std::cbrt(a));
+        if (!(Cbrt(a * a) + Cbrt(b * b) <= Cbrt(d * d))) return;
+        const double peak = kTwoPi - Atan2(Cbrt(b), Cbrt(a));
         add(FindRoot(*this, 3 * kHalfPi, peak, true));
         add(FindRoot(*this, peak, kTwoPi, false));
     }
@@ -53,11 +73,13 @@ EllipticArc EllipticArc::Translated(const DPOINT2& shift) const {
 }
 
 DPOINT2 EllipticArc::PointAt(double t) const {
-    return m_ptCenter + m_vAxisA * std::cos(t) + m_vAxisB * std::sin(t);
+    const auto [s, c] = SinCos(t);
+    return m_ptCenter + m_vAxisA * c + m_vAxisB * s;
 }
 
 DPOINT2 EllipticArc::DerivativeAt(double t) const {
-    return m_vAxisB * std::cos(t) - m_vAxisA * std::sin(t);
+    const auto [s, c] = SinCos(t);
+    return m_vAxisB * c - m_vAxisA * s;
 }
 
 DPOINT2 EllipticArc::TangentAt(double t) const {
@@ -67,16 +89,15 @@ DPOINT2 EllipticArc::TangentAt(double t) const {
 }
 
 double EllipticArc::Speed(double t) const {
-    const double s = m_dSemiAxisA * std::sin(t);
-    const double c = m_dSemiAxisB * std::cos(t);
-    return std::sqrt(s * s + c * c);
+    const auto [s, c] = SinCos(t);
+    return Norm({m_dSemiAxisA * s, m_dSemiAxisB * c});
 }
 
 double EllipticArc::QuadrantLength() const {
     const double major = std::max(m_dSemiAxisA, m_dSemiAxisB);
     const double ratio = std::min(m_dSemiAxisA, m_dSemiAxisB) / major;
     if (!std::isfinite(ratio)) return major;
-    return major * std::comp_ellint_2(std::sqrt((1 - ratio) * (1 + ratio)));
+    return major * QuadrantOfUnitEllipse(ratio);
 }
 
 double EllipticArc::GetLength() const {
@@ -147,7 +168,7 @@ Bounds EllipticArc::GetBounds() const {
     Bounds bounds;
     bounds.Add(PointAt(m_dStart));
     bounds.Add(PointAt(GetEnd()));
-    const double extremes[] = {std::atan2(m_vAxisB.x, m_vAxisA.x), std::atan2(m_vAxisB.y, m_vAxisA.y)};
+    const double extremes[] = {Atan2(m_vAxisB.x, m_vAxisA.x), Atan2(m_vAxisB.y, m_vAxisA.y)};
     for (const double t : extremes)
         for (const double opposite : {t, t + kPi})
             if (Contains(opposite)) bounds.Add(PointAt(opposite));
@@ -155,7 +176,7 @@ Bounds EllipticArc::GetBounds() const {
 }
 
 double EllipticArc::GetChordArea() const {
-    return m_dSemiAxisA * m_dSemiAxisB * (m_dSweep - std::sin(m_dSweep)) / 2;
+    return m_dSemiAxisA * m_dSemiAxisB * (m_dSweep - Sin(m_dSweep)) / 2;
 }
 
 } // namespace math

@@ -20,7 +20,10 @@ PUBLIC = r"<qev/[\w/]+\.h>"
 MAY_INCLUDE = {
     "math": (STANDARD, OCCT, r"<qevmath/\w+\.h>", r"<qev/export\.h>"),
     "data": (STANDARD, OCCT, r"<qev(math|data)/\w+\.h>", r"<qev/(export|platform)\.h>"),
-    "include": (STANDARD, PUBLIC, r"<qev(math|data)/\w+\.h>"),
+    "platform": (STANDARD, r"<qev/platform\.h>", r'"\.\./\w+\.h"'),
+    "platform/win32": (STANDARD, r"<(windows|shlwapi|gdiplus)\.h>", r'"\.\./\w+\.h"'),
+    "platform/posix": (STANDARD, r"<(dlfcn|gdk-pixbuf/gdk-pixbuf)\.h>", r'"\.\./\w+\.h"'),
+    "include": (STANDARD, r"<(afxwin|atlimage)\.h>", PUBLIC, r"<qev(math|data)/\w+\.h>"),
     "common/contour": (STANDARD, OCCT, PUBLIC, r"<qev(math|data)/\w+\.h>"),
     "common/geometry": (STANDARD, OCCT, PUBLIC, r"<qev(math|data)/\w+\.h>", r'"\.\./contour/(cad_kinds|tolerance)\.h"'),
     "common/script": (STANDARD, LUA, r"<qev/lua/\w+\.h>"),
@@ -29,8 +32,9 @@ MAY_INCLUDE = {
     "fuzz": (STANDARD, LUA, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
     "examples/settings": (STANDARD, LUA, PUBLIC),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"script/\w+\.h"'),
-    "tests": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>", r"<gtest/gtest\.h>", r'"(host|support)/\w+\.h"',
+    "tests": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>", r"<gtest/gtest\.h>", r'"(host|support|platform)/\w+\.h"',
               r'"(\.\./)+(math|data|common)/[\w/]+\.h"'),
+    "tests/support/win32": (STANDARD, r"<windows\.h>", r'"support/\w+\.h"'),
 }
 # The contour and geometry families need each other, so their order is by file: each uses what stands before it.
 ORDER = (

@@ -5,6 +5,7 @@
 #include <qevdata/multi_segments.h>
 #include <qevdata/polyline.h>
 #include <qevdata/tree_walk.h>
+#include <qevmath/elementary.h>
 
 #include "cad_kinds.h"
 #include "tolerance.h"
@@ -57,7 +58,7 @@ double ArcTerm(double chord, double bulge) {
     if (IsSame(chord, 0) || IsSame(bulge, 0)) return 0;
     const double h = chord * 0.5;
     const double radius = (h / bulge + h * bulge) * 0.5;
-    return -(std::atan(bulge) * 2 * radius * radius - (radius - h * bulge) * h);
+    return -(math::Atan(bulge) * 2 * radius * radius - (radius - h * bulge) * h);
 }
 
 double Trapezoid(const math::DPOINT2& from, const math::DPOINT2& to) {

@@ -4,6 +4,7 @@
 #include <qevdata/line.h>
 #include <qevdata/rectangle.h>
 #include <qevdata/segment.h>
+#include <qevmath/elementary.h>
 #include <qevmath/qevmath.h>
 
 #include "tolerance.h"
@@ -49,9 +50,9 @@ double IntersectionAngle(const math::DPOINT2& u, const math::DPOINT2& v) {
     const double norms = math::Norm(u) * math::Norm(v);
     const double c = math::Dot(u, v) / norms;
     const double s = math::Cross(u, v) / norms;
-    if (c > -kSwitch && c < kSwitch) return s > 0 ? std::acos(c) : -std::acos(c);
-    if (c > 0) return std::asin(s);
-    return s > 0 ? math::kPi - std::asin(s) : -math::kPi - std::asin(s);
+    if (c > -kSwitch && c < kSwitch) return s > 0 ? math::Acos(c) : -math::Acos(c);
+    if (c > 0) return math::Asin(s);
+    return s > 0 ? math::kPi - math::Asin(s) : -math::kPi - math::Asin(s);
 }
 
 } // namespace qev

@@ -6,6 +6,7 @@
 #include <qevdata/polyline.h>
 #include <qevdata/polyline_ex.h>
 #include <qevmath/arc.h>
+#include <qevmath/elementary.h>
 
 #include "tolerance.h"
 
@@ -45,7 +46,7 @@ private:
         double sweep = 0; // stays 0 for a line
         math::SolveArc(segment.ptStart, segment.ptEnd, segment.GetArc().bulge, centre, radius, startAngle,
                        sweep);
-        return std::tan(part * sweep * 0.25);
+        return math::Tan(part * sweep * 0.25);
     }
 
     void AddArc(const math::DPOINT2& end, double bulge) {

@@ -5,6 +5,7 @@
 #include <qev/contour/point_tests.h>
 #include <qev/geometry/arc_math.h>
 #include <qevmath/angle.h>
+#include <qevmath/elementary.h>
 
 #include "../contour/tolerance.h"
 
@@ -23,8 +24,8 @@ std::optional<SolvedArc> Solve(const math::DPOINT2& start, const math::DPOINT2& 
     const math::DPOINT2 chord = end - start;
     const double c = math::Norm(chord);
     if (c < kSame) return SolvedArc{start, 0, 0, 0};
-    const double theta = 4 * std::atan(bulge);
-    const double h = std::sin(theta / 2);
+    const double theta = 4 * math::Atan(bulge);
+    const double h = math::Sin(theta / 2);
     if (!(std::abs(theta) >= kSame && std::abs(h) >= kSame)) return std::nullopt;
     const double r = c / 2 / h;
     const math::DPOINT2 centre = start + math::Rotated(chord * (r / c), (math::kPi - theta) / 2);
@@ -69,7 +70,7 @@ bool CalcArcParam(const math::DPOINT2& start, const math::DPOINT2& end, const ma
         angle += math::kTwoPi;
     else if (angle > 0 && clockwise)
         angle -= math::kTwoPi;
-    bulge = std::tan(angle / 4);
+    bulge = math::Tan(angle / 4);
     return true;
 }
 
@@ -86,13 +87,13 @@ void RetrieveArcInf(const math::DPOINT2& start, const math::DPOINT2& end, const 
 double ComputeAngle(double dx, double dy) {
     const double length = std::sqrt(dx * dx + dy * dy);
     if (!(length > 0)) return 0;
-    const double angle = std::acos(std::clamp(dx / length, -1.0, 1.0));
+    const double angle = math::Acos(std::clamp(dx / length, -1.0, 1.0));
     return dy >= -kSame ? angle : math::kTwoPi - angle;
 }
 
 double GetAngle(const math::DPOINT2& u, const math::DPOINT2& v) {
     const double cosine = math::Dot(u, v) / (math::Norm(u) * math::Norm(v));
-    return std::acos(std::abs(cosine) > 1 ? std::copysign(1.0, cosine) : cosine);
+    return math::Acos(std::abs(cosine) > 1 ? std::copysign(1.0, cosine) : cosine);
 }
 
 double GetAngleDir(const math::DPOINT2& u, const math::DPOINT2& v) {

@@ -11,6 +11,7 @@
 #include <qevdata/polyline.h>
 #include <qevmath/angle.h>
 #include <qevmath/arc.h>
+#include <qevmath/elementary.h>
 
 #include "../contour/cad_kinds.h"
 #include "../contour/tolerance.h"
@@ -27,7 +28,8 @@ double SignOf(double bulge) {
 
 // Direction of travel at a point of a circle, as long as the radius.
 math::DPOINT2 OnCircle(double radius, double angle, double sign) {
-    return {-sign * radius * std::sin(angle), sign * radius * std::cos(angle)};
+    const auto [sine, cosine] = math::SinCos(angle);
+    return {-sign * radius * sine, sign * radius * cosine};
 }
 
 // Forward direction at the end of an arc's radius that leads to `at`.
@@ -126,7 +128,7 @@ double GetCornerAngle(const CCadMultiSegments* contour, int i) {
     const double curvature = GetTangent(previous, 1, &in) + GetTangent(current, 0, &out);
     const double cosine = math::Dot(in, out) / std::sqrt(math::Dot(in, in) * math::Dot(out, out));
     if (!(cosine < 1) || std::abs(cosine - 1) < kSame) return 0;
-    const double angle = std::acos(std::max(cosine, -1.0));
+    const double angle = math::Acos(std::max(cosine, -1.0));
     const bool hasArc = previous.dBulge != 0 || current.dBulge != 0;
     if (cosine < kReversal && hasArc) return curvature < 0 ? angle : -angle;
     return math::Cross(in, out) < 0 ? -angle : angle;

@@ -77,8 +77,9 @@ void PrintTable(std::ostream& out, const std::vector<ObjectReport>& reports, int
         const ObjectReport& r = reports[i];
         std::array<char, 32> area{};
         if (r.area > 0) std::snprintf(area.data(), area.size(), "%.3f", r.area);
-        Print(out, "%6d  %-20s %8d %14.3f  %-6s %-9s %16s %7zu\n", i, NameOf(r.object->GetType()), r.segments,
-              r.length, r.closed == 1 ? "yes" : "no", directions[r.direction], area.data(), r.corners.size());
+        Print(out, "%6d  %-20s %8d %14.3f  %-6s %-9s %16s %7d\n", i, NameOf(r.object->GetType()), r.segments,
+              r.length, r.closed == 1 ? "yes" : "no", directions[r.direction], area.data(),
+              static_cast<int>(r.corners.size()));
     }
     if (rows < count) Print(out, "        ... and %d more\n", count - rows);
 }
@@ -88,18 +89,18 @@ void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<O
     std::map<std::string, int> kinds;
     double length = 0;
     int closed = 0;
-    std::size_t corners = 0;
+    int corners = 0;
     for (const ObjectReport& r : reports) {
         ++kinds[NameOf(r.object->GetType())];
         const bool isContour = r.segments > 0;
         if (isContour) length += r.length;
         if (isContour && r.closed == 1) ++closed;
-        corners += r.corners.size();
+        corners += static_cast<int>(r.corners.size());
     }
-    Print(out, "%zu objects:", reports.size());
+    Print(out, "%d objects:", static_cast<int>(reports.size()));
     for (const auto& [name, count] : kinds)
         Print(out, " %d %s%s", count, name.c_str(), name == kinds.rbegin()->first ? "" : ",");
-    Print(out, "\n%d closed contours, %.3f mm of contour, %zu sharp corners, %d pieces joined\n", closed,
+    Print(out, "\n%d closed contours, %.3f mm of contour, %d sharp corners, %d pieces joined\n", closed,
           length, corners, joined);
     const math::DPOINT2 low = qev::GetCornerPoint(&drawing.root.GetObjectsList(), "BL");
     const math::DPOINT2 high = qev::GetCornerPoint(&drawing.root.GetObjectsList(), "TR");

@@ -1,9 +1,19 @@
 /// \file
-/// What the interface needs of the application framework where that framework is absent.
+/// The framework's and the system's types that the interface uses: the real ones where the application
+/// framework is present, our own elsewhere. Only this header decides which.
 #pragma once
+
+#if defined(_MSC_VER) && __has_include(<afxwin.h>)
+
+#include <afxwin.h>
+#include <atlimage.h>
+
+#else
 
 #include <compare>
 #include <string>
+#include <utility>
+#include <vector>
 
 /// Text result of the interface: a byte string in the host's multi-byte code page. A value type.
 class CString {
@@ -27,3 +37,57 @@ public:
 private:
     std::string m_text;
 };
+
+/// A picture in memory, one without pixels at first.
+class CImage {
+public:
+    CImage() = default;
+    CImage(const CImage&) = delete;
+    CImage& operator=(const CImage&) = delete;
+
+    bool IsNull() const { return m_bgra.empty(); }
+    /// Size in pixels; 0 without a picture.
+    int GetWidth() const { return m_nWidth; }
+    int GetHeight() const { return m_nHeight; }
+    /// Four bytes a pixel (blue, green, red, alpha), rows from the top without gaps; null without a picture.
+    const unsigned char* GetBits() const { return m_bgra.data(); }
+
+    /// Takes the pixels over; bgra holds width * height * 4 bytes.
+    void Assign(int width, int height, std::vector<unsigned char> bgra) {
+        m_nWidth = width;
+        m_nHeight = height;
+        m_bgra = std::move(bgra);
+    }
+
+private:
+    int m_nWidth = 0;
+    int m_nHeight = 0;
+    std::vector<unsigned char> m_bgra;
+};
+
+#if defined(_WIN32)
+
+// As the system's own headers declare them, so that they may come before or after this one.
+struct HWND__;
+using HWND = HWND__*;
+struct HINSTANCE__;
+using HINSTANCE = HINSTANCE__*;
+using HMODULE = HINSTANCE;
+
+#else
+
+/// A dialog as the host shows it: texts that are reached by the number of their control.
+class CIDialog {
+public:
+    virtual ~CIDialog() = default;
+    /// Nothing happens when there is no such item. The text is copied.
+    virtual void SetItemText(int id, const char* text) = 0;
+    /// The empty text when there is no such item.
+    virtual CString GetItemText(int id) const = 0;
+};
+using HWND = CIDialog*;
+using HMODULE = void*; ///< of a dynamic library
+using HINSTANCE = void*;
+
+#endif
+#endif

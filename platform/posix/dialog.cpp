@@ -1,0 +1,13 @@
+#include "../dialog.h"
+
+namespace platform {
+
+void SetItemText(HWND dialog, int id, const char* text) {
+    if (dialog) dialog->SetItemText(id, text ? text : "");
+}
+
+CString GetItemText(HWND dialog, int id) {
+    return dialog ? dialog->GetItemText(id) : CString();
+}
+
+} // namespace platform

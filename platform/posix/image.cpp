@@ -1,0 +1,48 @@
+#include "../image.h"
+
+#include <memory>
+#include <new>
+
+#include <gdk-pixbuf/gdk-pixbuf.h>
+
+namespace platform {
+namespace {
+
+struct Unref {
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+using Loader = std::unique_ptr<GdkPixbufLoader, Unref>;
+
+void CopyPixels(const GdkPixbuf* source, CImage& image) {
+    const int width = gdk_pixbuf_get_width(source);
+    const int height = gdk_pixbuf_get_height(source);
+    const int channels = gdk_pixbuf_get_n_channels(source);
+    std::vector<unsigned char> bgra;
+    bgra.reserve(std::size_t{4} * width * height);
+    for (int y = 0; y < height; ++y) {
+        const guint8* pixel =
+            gdk_pixbuf_read_pixels(source) + std::size_t{1} * y * gdk_pixbuf_get_rowstride(source);
+        for (int x = 0; x < width; ++x, pixel += channels)
+            bgra.insert(bgra.end(), {pixel[2], pixel[1], pixel[0], channels == 4 ? pixel[3] : guint8{255}});
+    }
+    image.Assign(width, height, std::move(bgra));
+}
+
+} // namespace
+
+bool LoadImageBytes(const void* bytes, std::size_t size, CImage& image) {
+    const Loader loader(gdk_pixbuf_loader_new());
+    const bool written =
+        gdk_pixbuf_loader_write(loader.get(), static_cast<const guchar*>(bytes), size, nullptr);
+    const bool closed = gdk_pixbuf_loader_close(loader.get(), nullptr); // also after a failure
+    const GdkPixbuf* picture = written && closed ? gdk_pixbuf_loader_get_pixbuf(loader.get()) : nullptr;
+    if (!picture) return false;
+    try {
+        CopyPixels(picture, image);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    return true;
+}
+
+} // namespace platform

@@ -1,0 +1,85 @@
+#include <qev/contour.h>
+#include <qev/geometry.h>
+
+#include "digest.h"
+
+namespace digest {
+
+void AddContourQueries(Sequence& random, Digest& results) {
+    for (int i = 0; i < 200; ++i) {
+        const auto object = random.Object();
+        results.Add(qev::GetCadSegments(object.get()));
+        results.Add(qev::GetCadLength(object.get()));
+        results.Add(qev::GetSegLength(object.get(), 0));
+        results.Add(qev::GetCadOBjectDir(object.get()));
+        results.Add(qev::GetCadPolylineArea(dynamic_cast<qev::CCadMultiSegments*>(object.get()), true));
+        const math::DPOINT2 p = random.Point();
+        results.Add(qev::IntersectionAngle(p, random.Point()));
+    }
+}
+
+void AddCuts(Sequence& random, Digest& results) {
+    for (int i = 0; i < 100; ++i) {
+        const auto contour = random.PolylineEx(5);
+        const math::POLYPOS from{random.Int(5), random.Uniform(0, 1)};
+        const math::PosRange range(from, {random.Int(5), random.Uniform(0, 1)});
+        const std::unique_ptr<qev::CCadMultiSegments> cut(
+            qev::GetMultiSementsByRangeRound(contour.get(), range, i % 4));
+        if (!cut) continue;
+        for (int k = 0; k < cut->GetSegmentCount(); ++k) results.Add(cut->GetSegment(k));
+    }
+}
+
+void AddArcMath(Sequence& random, Digest& results) {
+    for (int i = 0; i < 100; ++i) {
+        const math::DPOINT2 p = random.Point();
+        const math::DPOINT2 q = random.Point();
+        math::DPOINT2 centre;
+        double radius = 0, from = 0, to = 0, bulge = 0;
+        results.Add(qev::CalcArcParam(p, q, random.Bulge(), centre, radius, from, to));
+        results.Add(centre);
+        qev::CalcArcParam(p, q, centre, i % 2 == 0, bulge);
+        for (const double value :
+             {radius, from, to, bulge, qev::ComputeAngle(p.x, p.y), qev::GetAngleDir(p, q)})
+            results.Add(value);
+    }
+}
+
+void AddDirections(Sequence& random, Digest& results) {
+    for (int i = 0; i < 150; ++i) {
+        const auto object = random.Object();
+        results.Add(qev::GetVector(object.get(), 0, random.Uniform(0, 1)));
+        const auto contour = random.Polyline(3);
+        results.Add(qev::GetCornerAngle(contour.get(), 1));
+        math::DPOINT2 tangent;
+        results.Add(qev::GetTangent(contour->GetSegment(0), 1, &tangent));
+        results.Add(tangent);
+    }
+}
+
+void AddPositions(Sequence& random, Digest& results) {
+    for (int i = 0; i < 200; ++i) {
+        const auto object = random.Object();
+        math::DPOINT2 p;
+        results.Add(qev::PosToCoor(object.get(), 0, random.Uniform(0, 1), p));
+        math::POLYPOS pos;
+        math::POLYPOS walked;
+        double length = 0;
+        results.Add(qev::CoorToPos(object.get(), p, pos));
+        results.Add(qev::GetLengthStartToPos(object.get(), pos, length));
+        results.Add(qev::GetPosByOffset(object.get(), pos, random.Uniform(-50, 50), walked));
+        for (const double value : {p.x, p.y, length, qev::PolyPosToDouble(pos), qev::PolyPosToDouble(walked)})
+            results.Add(value);
+    }
+}
+
+void AddHulls(Sequence& random, Digest& results) {
+    for (int i = 0; i < 20; ++i) {
+        std::vector<qev::CConvexHelper::Point> points;
+        for (int k = 0; k < 50; ++k) points.push_back({random.Uniform(-9, 9), random.Uniform(-9, 9), k});
+        qev::CConvexHelper::ConvexGrahamScan(points, points);
+        for (const auto& point : points) results.Add(point.nTag);
+    }
+}
+
+} // namespace digest

@@ -1,0 +1,27 @@
+// Prints one line for each subject: its name, the number of results and their hash.
+#include <cinttypes>
+#include <cstdio>
+
+#include "digest.h"
+
+int main() {
+    constexpr digest::Subject kSubjects[] = {{"elementary", digest::AddElementary},
+                                             {"arcs", digest::AddArcs},
+                                             {"ellipses", digest::AddEllipses},
+                                             {"beziers", digest::AddBeziers},
+                                             {"objects", digest::AddObjects},
+                                             {"conversions", digest::AddConversions},
+                                             {"picks", digest::AddPicks},
+                                             {"contour queries", digest::AddContourQueries},
+                                             {"cuts", digest::AddCuts},
+                                             {"arc math", digest::AddArcMath},
+                                             {"directions", digest::AddDirections},
+                                             {"positions", digest::AddPositions},
+                                             {"hulls", digest::AddHulls}};
+    for (const digest::Subject& subject : kSubjects) {
+        digest::Sequence random;
+        digest::Digest results;
+        subject.add(random, results);
+        std::printf("%-16s %6d %016" PRIx64 "\n", subject.name, results.GetCount(), results.GetHash());
+    }
+}

@@ -1,0 +1,88 @@
+// Loads and unloads libraries that hold singletons, as a host does. This program links none of them.
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "log.h"
+#include "platform/dynamic_library.h"
+#include "platform/path.h"
+
+namespace {
+
+#ifdef _WIN32
+constexpr char kExtension[] = ".dll";
+#else
+constexpr char kExtension[] = ".so";
+#endif
+
+// Loads a library that stands beside this program.
+HMODULE Load(const std::string& name) {
+    static const char inHere = 0;
+    const std::string folder = platform::RemoveFileSpec(platform::ModulePathOf(&inHere));
+    std::string why;
+    const HMODULE module =
+        platform::LoadDynamicLibrary(platform::AppendPath(folder, name + kExtension).c_str(), &why);
+    EXPECT_NE(module, nullptr) << why;
+    return module;
+}
+
+void Use(HMODULE plugin) {
+    reinterpret_cast<void (*)()>(platform::FindSymbol(plugin, "Use"))();
+}
+
+void ExpectCounts(int created, int deleted, int calls) {
+    const LifetimeCounts& counts = GetLifetimeCounts();
+    EXPECT_EQ(counts.created, created);
+    EXPECT_EQ(counts.deleted, deleted);
+    EXPECT_EQ(counts.calls, calls);
+}
+
+struct Lifetime : testing::Test {
+    void SetUp() override { GetLifetimeCounts() = {}; }
+};
+
+TEST_F(Lifetime, FromLoadToUnload) {
+    const HMODULE probe = Load("lifetime_probe");
+    ExpectCounts(1, 0, 0);
+    platform::FreeDynamicLibrary(probe);
+    ExpectCounts(1, 1, 0);
+}
+
+TEST_F(Lifetime, PluginOutlivesTheHostsUse) {
+    const HMODULE probe = Load("lifetime_probe");
+    const HMODULE plugin = Load("lifetime_plugin");
+    platform::FreeDynamicLibrary(probe);
+    Use(plugin);
+    ExpectCounts(1, 0, 1);
+    platform::FreeDynamicLibrary(plugin);
+    ExpectCounts(1, 1, 2);
+}
+
+TEST_F(Lifetime, HostsUseOutlivesThePlugin) {
+    const HMODULE plugin = Load("lifetime_plugin");
+    const HMODULE probe = Load("lifetime_probe");
+    Use(plugin);
+    platform::FreeDynamicLibrary(plugin);
+    ExpectCounts(1, 0, 2);
+    platform::FreeDynamicLibrary(probe);
+    ExpectCounts(1, 1, 2);
+}
+
+// A library that stays behind (an inline static that others see is enough on Linux) keeps its code mapped.
+TEST_F(Lifetime, LibrariesLeaveNothingBehind) {
+    const HMODULE probe = Load("lifetime_probe");
+    const auto codeOf = reinterpret_cast<const void* (*)(int)>(platform::FindSymbol(probe, "CodeOf"));
+    std::vector<const void*> codes;
+    for (int library = 0; codeOf(library); ++library) codes.push_back(codeOf(library));
+    for (const void* code : codes) EXPECT_NE(platform::ModulePathOf(code), "");
+    platform::FreeDynamicLibrary(probe);
+    for (const void* code : codes) EXPECT_EQ(platform::ModulePathOf(code), "");
+}
+
+TEST_F(Lifetime, ManyRounds) {
+    constexpr int kRounds = 1100; // a runtime that is not shared dies after about a thousand
+    for (int i = 0; i < kRounds; ++i) platform::FreeDynamicLibrary(Load("lifetime_plugin"));
+    ExpectCounts(kRounds, kRounds, kRounds);
+}
+
+} // namespace

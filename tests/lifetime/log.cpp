@@ -1,0 +1,6 @@
+#include "log.h"
+
+LifetimeCounts& GetLifetimeCounts() {
+    static LifetimeCounts counts;
+    return counts;
+}

@@ -1,0 +1,45 @@
+#include "probe.h"
+
+#include <qev/qev.h>
+
+#include "log.h"
+
+struct Probe::AutoRelease {
+    ~AutoRelease() {
+        delete ms_pInstance;
+        ms_pInstance = nullptr;
+    }
+};
+
+Probe* Probe::ms_pInstance = new Probe;
+Probe::AutoRelease Probe::ms_autoRelease;
+
+Probe::Probe() {
+    ++GetLifetimeCounts().created;
+}
+
+Probe::~Probe() {
+    ++GetLifetimeCounts().deleted;
+}
+
+Probe* Probe::GetInstance() {
+    return ms_pInstance;
+}
+
+void Probe::Call() {
+    ++GetLifetimeCounts().calls;
+}
+
+// Code of each library that must go with this one.
+extern "C" QEV_EXPORT const void* CodeOf(int library) {
+    switch (library) {
+    case 0:
+        return reinterpret_cast<const void*>(&math::RegularizeRadian);
+    case 1:
+        return reinterpret_cast<const void*>(&qev::GetContourDirectionEx);
+    case 2:
+        return reinterpret_cast<const void*>(&qev::PolyPosToDouble);
+    default:
+        return nullptr;
+    }
+}

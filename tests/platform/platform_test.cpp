@@ -1,0 +1,84 @@
+#include <mutex>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "platform/dynamic_library.h"
+#include "platform/path.h"
+#include "platform/recursive_lock.h"
+
+namespace {
+
+#ifdef _WIN32
+constexpr char kFolder[] = "C:\\plug.ins";
+constexpr char kInFolder[] = "C:\\plug.ins\\cut.tar.dll";
+#else
+constexpr char kFolder[] = "/plug.ins";
+constexpr char kInFolder[] = "/plug.ins/cut.tar.dll";
+#endif
+
+TEST(Path, Parts) {
+    EXPECT_EQ(platform::StripPath(kInFolder), "cut.tar.dll");
+    EXPECT_EQ(platform::StripPath("cut"), "cut");
+    EXPECT_EQ(platform::RemoveExtension("cut.tar.dll"), "cut.tar");
+    EXPECT_EQ(platform::RemoveExtension("cut"), "cut");
+    const std::string bare = platform::AppendPath(kFolder, "cut"); // the dot is the folder's
+    EXPECT_EQ(platform::RemoveExtension(bare), bare);
+    EXPECT_EQ(platform::RemoveFileSpec(kInFolder), kFolder);
+    EXPECT_EQ(platform::RemoveFileSpec("cut.dll"), "");
+    EXPECT_EQ(platform::AppendPath(kFolder, "cut.tar.dll"), kInFolder);
+    EXPECT_TRUE(platform::IsRelativePath("sub/cut.dll"));
+    EXPECT_TRUE(platform::IsRelativePath(""));
+    EXPECT_FALSE(platform::IsRelativePath(kInFolder));
+}
+
+TEST(Path, LengthLimit) {
+    const std::string longest(platform::kLongestPath, 'x');
+    EXPECT_EQ(platform::StripPath(longest), longest);
+    for (const auto part : {platform::StripPath, platform::RemoveExtension, platform::RemoveFileSpec})
+        EXPECT_EQ(part(kInFolder + longest), "");
+    EXPECT_EQ(platform::AppendPath(kFolder, longest), "");
+    EXPECT_TRUE(platform::IsRelativePath(kInFolder + longest));
+}
+
+TEST(DynamicLibrary, SaysWhyItRefuses) {
+    std::string why;
+    EXPECT_EQ(platform::LoadDynamicLibrary("no such library", &why), nullptr);
+    EXPECT_FALSE(why.empty());
+    EXPECT_EQ(platform::FindSymbol(nullptr, "main"), nullptr);
+    platform::FreeDynamicLibrary(nullptr);
+}
+
+TEST(DynamicLibrary, PathOfThisProgram) {
+    static const char inHere = 0;
+    const std::string path = platform::ModulePathOf(&inHere);
+    EXPECT_FALSE(platform::IsRelativePath(path));
+    EXPECT_EQ(platform::RemoveExtension(platform::StripPath(path)), "platform_tests");
+    EXPECT_EQ(platform::ModulePathOf(nullptr), "");
+}
+
+// The same thread takes it again, another one only after as many releases.
+TEST(RecursiveLock, Recursion) {
+    platform::RecursiveLock lock;
+    const auto freeForAnother = [&] {
+        bool taken = false;
+        std::thread([&] {
+            taken = lock.try_lock();
+            if (taken) lock.unlock();
+        }).join();
+        return taken;
+    };
+    const std::lock_guard outer(lock);
+    {
+        const std::lock_guard inner(lock);
+        EXPECT_TRUE(lock.try_lock());
+        lock.unlock();
+        EXPECT_FALSE(freeForAnother());
+    }
+    EXPECT_FALSE(freeForAnother());
+    lock.unlock();
+    EXPECT_TRUE(freeForAnother());
+    lock.lock();
+}
+
+} // namespace
