@@ -1,10 +1,11 @@
 # What all targets of the project have in common.
 
-# Warnings are errors; results do not depend on fused multiply-add.
+# Warnings are errors; results do not depend on fused multiply-add; calls into other libraries go straight through the
+# address table, which a call of the bridge makes ten times.
 add_library(qev_options INTERFACE)
 target_compile_options(qev_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wold-style-cast -Wnon-virtual-dtor
-  -Woverloaded-virtual -Werror -ffp-contract=off
+  -Woverloaded-virtual -Werror -ffp-contract=off -fno-plt
   $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>) # one unique symbol, an inline static, keeps a library from unloading
 # qev_library(NAME SOURCE...): one of the installed shared libraries. Its headers stand in include/<name in lower case>
 # beside its sources.

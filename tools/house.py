@@ -14,6 +14,7 @@ TEST_SHARE = (0.25, 0.38)  # lines of tests for each other line of code
 
 STANDARD = r"<[a-z_0-9]+>"
 OCCT = r"<gp_\w+\.hxx>"
+LUA = r"<lua\.hpp>"
 PUBLIC = r"<qev/[\w/]+\.h>"
 # What the files under a folder may include besides the private headers beside them. The longest folder counts.
 MAY_INCLUDE = {
@@ -25,8 +26,12 @@ MAY_INCLUDE = {
     "include": (STANDARD, r"<(afxwin|atlimage)\.h>", PUBLIC, r"<qev(math|data)/\w+\.h>"),
     "common/contour": (STANDARD, OCCT, PUBLIC, r"<qev(math|data)/\w+\.h>"),
     "common/geometry": (STANDARD, OCCT, PUBLIC, r"<qev(math|data)/\w+\.h>", r'"\.\./contour/(cad_kinds|tolerance)\.h"'),
+    "common/script": (STANDARD, LUA, r"<qev/lua/\w+\.h>"),
+    "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"support/\w+\.h"'),
     "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>"),
-    "fuzz": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
+    "fuzz": (STANDARD, LUA, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
+    "examples/settings": (STANDARD, LUA, PUBLIC),
+    "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"script/\w+\.h"'),
     "tests": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>", r"<gtest/gtest\.h>", r'"(host|support|platform)/\w+\.h"',
               r'"(\.\./)+(math|data|common)/[\w/]+\.h"'),
     "tests/support/win32": (STANDARD, r"<windows\.h>", r'"support/\w+\.h"'),
@@ -114,7 +119,7 @@ def share_faults(sources):
 
 def main():
     sources = tracked("*.h", "*.cpp")
-    texts = sources + tracked("*.py", "*.cmake", "*.txt", "*.md", "*.json", "check", "demo", "bench", "tools/*", ".ci/*")
+    texts = sources + tracked("*.py", "*.cmake", "*.txt", "*.md", "*.json", "check", "demo", "bench/run", "tools/*", ".ci/*")
     faults = list(itertools.chain(format_faults(sources), ascii_faults(texts), include_faults(sources), share_faults(sources)))
     print("\n".join(faults) or f"{len(sources)} sources keep the house rules")
     return 1 if faults else 0

@@ -20,7 +20,7 @@ need() {
 }
 
 need_for_build() {
-    need g++ cmake ninja-build pkg-config libgtest-dev libocct-foundation-dev libgdk-pixbuf-2.0-dev
+    need g++ cmake ninja-build pkg-config libgtest-dev liblua5.2-dev libocct-foundation-dev libgdk-pixbuf-2.0-dev
 }
 
 # build PRESET [TARGET...]: configures and builds; the output is shown when something fails.

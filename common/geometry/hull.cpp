@@ -66,8 +66,10 @@ void StartAtLowest(std::vector<Point>& hull) {
     std::rotate(hull.begin(), first, hull.end());
 }
 
-// Drops corners that are nearly on the line of the corners beside them; the first one stays.
+// Drops corners that are nearly on the line of the corners beside them; the first one stays, and so do the
+// ends of points that all lie on a line.
 void DropFlatCorners(std::vector<Point>& hull) {
+    if (hull.size() < 3) return;
     std::size_t kept = 1;
     for (std::size_t i = 1; i < hull.size(); ++i) {
         const Point& next = i + 1 < hull.size() ? hull[i + 1] : hull[0];

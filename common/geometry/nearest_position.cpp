@@ -42,6 +42,13 @@ struct SolvedArc {
     double AngleOf(const DPOINT2& p) const { return math::D2GetNormalAngle(p - centre); }
 };
 
+// Whether an arc is so flat that angles about its far centre do not tell 1e-9 mm of a drawing apart. Its
+// chord does.
+bool IsFlat(double bulge) {
+    constexpr double kFlat = 1e-4;
+    return std::abs(bulge) < kFlat;
+}
+
 double ArcDistance(const DPOINT2& p, const SolvedArc& arc, double toNearerEnd) {
     const double angle = arc.AngleOf(p);
     const bool beside =
@@ -241,6 +248,8 @@ double CPosCalculator::GetMinDistance(const DPOINT2& p, const DPOINT2& a, const 
     if (length < kSame) return da;
     if (da < kSame || db < kSame) return 0;
     if (std::abs(bulge) < kSame) return LineDistance(da, db, length);
+    const math::BulgeArc arc{a, b, bulge};
+    if (IsFlat(bulge)) return math::D2GetDistance(p, arc.PointAt(arc.GetFootRatio(p)));
     return ArcDistance(p, SolvedArc(a, b, bulge), std::min(da, db));
 }
 
@@ -251,7 +260,8 @@ double CPosCalculator::GetPerpendicularFootRatio(const DPOINT2& p, const DPOINT2
     const DPOINT2 chord = b - a;
     double ratio = 0;
     if (!(std::abs(bulge) < kSame))
-        ratio = ArcFootRatio(p, SolvedArc(a, b, bulge));
+        ratio = IsFlat(bulge) ? math::BulgeArc{a, b, bulge}.GetFootRatio(p)
+                              : ArcFootRatio(p, SolvedArc(a, b, bulge));
     else if (!(math::Dot(chord, chord) < kSame))
         ratio = math::Dot(p - a, chord) / math::Dot(chord, chord);
     if (ratio >= 1) return 1;

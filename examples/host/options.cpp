@@ -1,5 +1,7 @@
 #include "options.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -14,6 +16,10 @@ const char* const kUsage =
   --lenient           report what was readable of a damaged drawing
   --polyline ERROR    convert every object to lines and arcs within ERROR mm, draw them over it
   --cut OBJ:FROM:TO   cut a stretch out of object OBJ; positions are segment index + ratio
+  --pick X,Y          pick the object nearest to a point: object, segment, ratio, nearest point
+  --walk SEG:RATIO:MM walk from a position of the picked object (else of object 0) by a signed length
+  --start-zones MM    zones of MM round the sharp corners of closed contours, and where to start between them
+  --corner DEGREES    the least turn of a sharp corner there (30)
 )";
 
 namespace {
@@ -27,13 +33,34 @@ T Parse(std::string_view text, const std::string& option) {
     return value;
 }
 
+// The parts of a value between its separators.
+template <std::size_t kCount>
+std::array<std::string_view, kCount> Split(std::string_view text, char separator, const char* usage) {
+    std::array<std::string_view, kCount> parts;
+    for (std::size_t i = 0; i < kCount; ++i) {
+        const std::size_t end = std::min(text.find(separator), text.size());
+        if ((end == text.size()) != (i + 1 == kCount)) throw UsageError(usage);
+        parts[i] = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return parts;
+}
+
 CutOption ParseCut(std::string_view text) {
-    const std::size_t first = text.find(':');
-    const std::size_t second = first == std::string_view::npos ? first : text.find(':', first + 1);
-    if (second == std::string_view::npos) throw UsageError("--cut takes OBJECT:FROM:TO");
-    return {Parse<int>(text.substr(0, first), "--cut"),
-            Parse<double>(text.substr(first + 1, second - first - 1), "--cut"),
-            Parse<double>(text.substr(second + 1), "--cut")};
+    const auto parts = Split<3>(text, ':', "--cut takes OBJECT:FROM:TO");
+    return {Parse<int>(parts[0], "--cut"), Parse<double>(parts[1], "--cut"),
+            Parse<double>(parts[2], "--cut")};
+}
+
+math::DPOINT2 ParsePick(std::string_view text) {
+    const auto parts = Split<2>(text, ',', "--pick takes X,Y");
+    return {Parse<double>(parts[0], "--pick"), Parse<double>(parts[1], "--pick")};
+}
+
+WalkOption ParseWalk(std::string_view text) {
+    const auto parts = Split<3>(text, ':', "--walk takes SEGMENT:RATIO:OFFSET");
+    return {{Parse<int>(parts[0], "--walk"), Parse<double>(parts[1], "--walk")},
+            Parse<double>(parts[2], "--walk")};
 }
 
 double NotNegative(double value, const std::string& option) {
@@ -64,6 +91,14 @@ Options ParseOptions(int argc, const char* const* argv) {
             options.polylineError = NotNegative(Parse<double>(value(), option), option);
         else if (option == "--cut")
             options.cut = ParseCut(value());
+        else if (option == "--pick")
+            options.pick = ParsePick(value());
+        else if (option == "--start-zones")
+            options.startZones = NotNegative(Parse<double>(value(), option), option);
+        else if (option == "--corner")
+            options.cornerDegrees = NotNegative(Parse<double>(value(), option), option);
+        else if (option == "--walk")
+            options.walk = ParseWalk(value());
         else if (option.starts_with("-"))
             throw UsageError("there is no option " + option);
         else if (!options.drawing.empty())

@@ -6,6 +6,9 @@
 #include <stdexcept>
 #include <string>
 
+#include <qev/types.h>
+#include <qevmath/point.h>
+
 namespace host {
 
 /// OBJECT:FROM:TO, positions as segment index + ratio.
@@ -13,6 +16,12 @@ struct CutOption {
     int object = 0;
     double from = 0;
     double to = 0;
+};
+
+/// SEGMENT:RATIO:OFFSET, a position and how far to walk from it in mm.
+struct WalkOption {
+    math::POLYPOS from;
+    double offset = 0;
 };
 
 struct Options {
@@ -23,6 +32,10 @@ struct Options {
     int rows = 40;
     std::optional<double> polylineError;
     std::optional<CutOption> cut;
+    std::optional<math::DPOINT2> pick;
+    std::optional<double> startZones; ///< mm round each sharp corner
+    double cornerDegrees = 30;        ///< the least turn of a sharp corner
+    std::optional<WalkOption> walk;   ///< on the object that was picked, else on the first one
 };
 
 /// The command line cannot be used; the text says why.

@@ -111,6 +111,10 @@ void SvgPicture::Mark(const ObjectReport& report) {
                   + Number(size * 2 / 3) + "'/>\n";
 }
 
+void SvgPicture::MarkPoint(const DPOINT2& p, const char* style) {
+    Ring(p, 4 * m_unit, style);
+}
+
 void SvgPicture::MarkJoints(const qev::CCadMultiSegments& contour, const char* style) {
     for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i)
         Ring(contour.GetSegment(i).ptStart, m_unit / 2, style);
@@ -126,7 +130,9 @@ void SvgPicture::Write(std::ostream& out) const {
         << "'>\n<style>path,circle,rect{fill:none;stroke-width:" << Number(m_unit * 0.8)
         << "}.outline{stroke:#234}.text{stroke:#888}.start{stroke:#080}.way{fill:#06c}.corner{stroke:#c00}"
            ".converted{stroke:#f80;stroke-dasharray:"
-        << Number(m_unit * 4) << "}.joint{fill:#f80}.cut{stroke:#c0c;stroke-width:" << Number(m_unit * 2.5)
+        << Number(m_unit * 4) << "}.joint{fill:#f80}.zone{stroke:#e22;stroke-width:" << Number(m_unit * 2)
+        << "}.free{stroke:#2a2;stroke-width:" << Number(m_unit * 2)
+        << "}.chosen{fill:#2a2}.pick{fill:#c0c}.cut{stroke:#c0c;stroke-width:" << Number(m_unit * 2.5)
         << "}</style>\n"
         << "<rect x='" << Number(m_box.x) << "' y='" << Number(-m_box.y - m_box.height) << "' width='"
         << Number(m_box.width) << "' height='" << Number(m_box.height)

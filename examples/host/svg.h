@@ -21,6 +21,8 @@ public:
     void Draw(const qev::CCadObject& object, const char* style);
     /// Marks of a contour: a ring at its start, an arrow along its direction, a square at each sharp corner.
     void Mark(const ObjectReport& report);
+    /// A dot of the size of a corner's mark.
+    void MarkPoint(const math::DPOINT2& p, const char* style);
     /// Small rings at the ends of all segments.
     void MarkJoints(const qev::CCadMultiSegments& contour, const char* style);
 

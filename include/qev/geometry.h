@@ -7,4 +7,5 @@
 #include <qev/geometry/hull.h>
 #include <qev/geometry/nearest_position.h>
 #include <qev/geometry/stock.h>
+#include <qev/geometry/topo_polyline.h>
 #include <qevdata/qevdata.h>

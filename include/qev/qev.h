@@ -4,5 +4,6 @@
 
 #include <qev/contour.h>
 #include <qev/geometry.h>
+#include <qev/lua.h>
 #include <qev/ranges.h>
 #include <qev/types.h>

@@ -134,6 +134,21 @@ TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
     for (const char* cut : {"7:0:1", "0:-1:1", "0:1:1", "2:0:1", "-1:0:1"})
         EXPECT_EQ(RunHost({m_drawing.c_str(), "--cut", cut}).code, 1) << cut;
     EXPECT_EQ(RunHost({m_drawing.c_str(), "--svg", "/nowhere/x.svg"}).code, 1);
+    const Ran picked = RunHost({m_drawing.c_str(), "--pick", "10.5,4", "--walk", "0:0.5:42"});
+    for (const char* expected :
+         {"picked: object 0, segment 1, ratio 0.400000, 0.5 mm away at (10.000000, 4.000000)",
+          "walked: object 0 by 42 mm to segment 0, ratio 0.700000 at (7.000000, 0.000000), 1 laps"})
+        EXPECT_NE(picked.out.find(expected), std::string::npos) << picked.out << picked.errors;
+    EXPECT_EQ(RunHost({m_drawing.c_str(), "--walk", "9:0.5:42"}).code, 1);
+    const Ran zones = RunHost({m_drawing.c_str(), "--start-zones", "2", "--svg", m_picture.c_str()});
+    EXPECT_NE(zones.out.find("     0      4      4        6.000     1 + 0.5000  (10.000, 5.000)\n"
+                             "     1      0      1       12.566     1 + 0.0000  (3.000, 5.000)"),
+              std::string::npos)
+        << zones.out;
+    EXPECT_NE(Picture().find("class='zone' d='M0 2L0 0L2 0'"), std::string::npos);
+    EXPECT_NE(
+        RunHost({m_drawing.c_str(), "--start-zones", "5.1"}).out.find("     0      1      0        0.000\n"),
+        std::string::npos);
 }
 
 TEST_F(HostRun, DamageEndsInOneLineAndExitCodeOne) {
@@ -161,6 +176,8 @@ TEST(Options, Refusals) {
                                                                        {"a", "--join", "nan"},
                                                                        {"a", "--polyline", "-1"},
                                                                        {"a", "--cut", "1:2"},
+                                                                       {"a", "--pick", "1,2,3"},
+                                                                       {"a", "--walk", "1:0.5"},
                                                                        {"a", "--cut", "1:x:2"}})
         EXPECT_THROW(RunHost(arguments), host::UsageError);
 }

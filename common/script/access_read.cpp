@@ -1,0 +1,139 @@
+#include <algorithm>
+#include <cfloat>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+
+#include <qev/lua/access.h>
+
+#include "fields.h"
+
+namespace qev {
+namespace {
+
+template <class Key>
+bool ReadBool(const LuaFields& fields, bool& value, Key key) {
+    if (!fields.Fetch(key)) return false;
+    const bool isBoolean = lua_isboolean(fields.L, -1);
+    if (isBoolean) value = lua_toboolean(fields.L, -1) != 0;
+    lua_pop(fields.L, 1);
+    return isBoolean;
+}
+
+[[noreturn]] void RaiseRange(CLuaAccess& cursor, const char* key, double value, double min, double max,
+                             const char* format) {
+    char shown[32], text[96];
+    std::snprintf(shown, sizeof shown, "%g", value);
+    std::snprintf(text, sizeof text, format, min, max);
+    cursor.ErrorHandle(key, shown, text);
+}
+
+template <class Key>
+bool ReadNumber(CLuaAccess& cursor, double& value, Key key, double min, double max, const char* format) {
+    const LuaFields fields(cursor);
+    if (!fields.Fetch(key)) return false;
+    int isNumber = 0;
+    const double number = lua_tonumberx(fields.L, -1, &isNumber);
+    if (isNumber) {
+        value = number;
+        if (min > number || number > max) RaiseRange(cursor, KeyText(key), number, min, max, format);
+    }
+    lua_pop(fields.L, 1);
+    return isNumber != 0;
+}
+
+template <class Key>
+bool ReadText(CLuaAccess& cursor, char* buffer, unsigned long long size, Key key) {
+    const LuaFields fields(cursor);
+    if (!buffer || size == 0 || !fields.Fetch(key)) return false;
+    char number[LUAI_MAXNUMBER2STR];
+    const char* text = TextOf(fields.L, -1, number);
+    if (text) {
+        const std::size_t length = std::strlen(text);
+        const std::size_t fits = std::min<unsigned long long>(length, size - 1);
+        std::memcpy(buffer, text, fits);
+        buffer[fits] = '\0';
+        if (fits < length) cursor.ErrorHandle(KeyText(key), buffer, message::kTextTooLong);
+    }
+    lua_pop(fields.L, 1);
+    return text != nullptr;
+}
+
+// Cut towards zero, and to the nearest int outside the range of int; a NaN is 0.
+int ToInt(double value) {
+    if (value != value) return 0;
+    return static_cast<int>(std::clamp<double>(value, INT_MIN, INT_MAX));
+}
+
+} // namespace
+
+bool CLuaAccess::Read(bool& value, const char* name) {
+    return ReadBool(LuaFields(*this), value, name);
+}
+
+bool CLuaAccess::Read(bool& value, int index) {
+    return ReadBool(LuaFields(*this), value, index);
+}
+
+bool CLuaAccess::Read(double& value, const char* name, double min, double max) {
+    return ReadNumber(*this, value, name, min, max, message::kRangeByName);
+}
+
+bool CLuaAccess::Read(double& value, int index, double min, double max) {
+    return ReadNumber(*this, value, index, min, max, message::kRangeByIndex);
+}
+
+bool CLuaAccess::Read(int& value, const char* name, double min, double max) {
+    double number = 0;
+    if (!Read(number, name, min, max)) return false;
+    value = ToInt(number);
+    return true;
+}
+
+bool CLuaAccess::Read(int& value, int index) {
+    double number = 0;
+    if (!Read(number, index, -DBL_MAX, DBL_MAX)) return false;
+    value = ToInt(number);
+    return true;
+}
+
+bool CLuaAccess::Read(double& value, const char* name, const EnumItem* items) {
+    const LuaFields fields(*this);
+    if (!fields.Fetch(name)) return false;
+    char number[LUAI_MAXNUMBER2STR];
+    const char* text = TextOf(fields.L, -1, number);
+    if (text) {
+        const EnumItem* item = items;
+        while (item && item->name && std::strcmp(item->name, text) != 0) ++item;
+        if (!item || !item->name) ErrorHandle(name, text, message::kUnknownName);
+        value = item->value;
+    }
+    lua_pop(fields.L, 1);
+    return text != nullptr;
+}
+
+bool CLuaAccess::Read(int& value, const char* name, const EnumItem* items) {
+    double number = 0;
+    if (!Read(number, name, items)) return false;
+    value = ToInt(number);
+    return true;
+}
+
+bool CLuaAccess::Read(char* buffer, unsigned long long size, const char* name) {
+    return ReadText(*this, buffer, size, name);
+}
+
+bool CLuaAccess::Read(char* buffer, unsigned long long size, int index) {
+    return ReadText(*this, buffer, size, index);
+}
+
+bool CLuaAccess::Read(void** pointer, const char* name) {
+    const LuaFields fields(*this);
+    if (!pointer || !fields.Fetch(name)) return false;
+    const bool isUserdata = lua_isuserdata(fields.L, -1);
+    if (isUserdata) *pointer = lua_touserdata(fields.L, -1);
+    lua_pop(fields.L, 1);
+    return isUserdata;
+}
+
+} // namespace qev

@@ -1,0 +1,27 @@
+#include "protect.h"
+
+#include <cstdio>
+
+namespace qev {
+
+const char* TextOf(lua_State* L, int index, char* buffer) {
+    if (lua_type(L, index) == LUA_TSTRING) return lua_tostring(L, index);
+    if (lua_type(L, index) != LUA_TNUMBER) return nullptr;
+    std::snprintf(buffer, LUAI_MAXNUMBER2STR, LUA_NUMBER_FMT, lua_tonumber(L, index));
+    return buffer;
+}
+
+const char* ErrorText(lua_State* L) {
+    static thread_local char buffer[64];
+    if (const char* text = TextOf(L, -1, buffer)) return text;
+    std::snprintf(buffer, sizeof buffer, "(error object is a %s value)", luaL_typename(L, -1));
+    return buffer;
+}
+
+void ThrowText(const char* text) {
+    static thread_local char thrown[256];
+    std::snprintf(thrown, sizeof thrown, "%s", text);
+    throw static_cast<char*>(thrown); // NOLINT(misc-throw-by-value-catch-by-reference): hosts catch char*
+}
+
+} // namespace qev

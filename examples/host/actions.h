@@ -1,0 +1,37 @@
+/// \file
+/// What the host shows of the library on request: each prints a line and draws on the picture. A request that
+/// does not fit the drawing throws a DrawingError.
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <vector>
+
+#include "drawing.h"
+#include "options.h"
+#include "report.h"
+#include "svg.h"
+
+namespace host {
+
+/// The contour that positions of an object refer to: a copy of a contour of lines and arcs, or the polyline
+/// that another object converts to. Null when it converts to none.
+std::unique_ptr<qev::CCadMultiSegments> ContourOf(const qev::CCadObject& object);
+
+/// Every object converted to lines and arcs within an error in mm.
+void DrawConverted(const std::vector<ObjectReport>& reports, double error, SvgPicture& picture,
+                   std::ostream& out);
+
+/// A stretch of an object; what is no segment contour is cut out of its polyline.
+void DrawCut(const std::vector<ObjectReport>& reports, const CutOption& cut, SvgPicture& picture,
+             std::ostream& out);
+
+/// The object nearest to a point and the position on it. Answers the object's number.
+int DrawPick(const Drawing& drawing, const std::vector<ObjectReport>& reports, const math::DPOINT2& point,
+             SvgPicture& picture, std::ostream& out);
+
+/// A walk along an object.
+void DrawWalk(const std::vector<ObjectReport>& reports, int object, const WalkOption& walk,
+              SvgPicture& picture, std::ostream& out);
+
+} // namespace host

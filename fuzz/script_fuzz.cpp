@@ -1,0 +1,75 @@
+// Any bytes as a script, whose tables are then read, written, copied and called.
+#include <cfloat>
+#include <cstring>
+#include <string>
+
+#include <qev/lua.h>
+
+#include <lua.hpp>
+
+namespace {
+
+using qev::CLuaAccess;
+
+constexpr CLuaAccess::EnumItem kModes[] = {{"Fast", 1}, {"Slow", 2}, {nullptr, 0}};
+
+// No files and no processes, and an end after some thousand steps.
+lua_State* Open() {
+    lua_State* L = luaL_newstate();
+    luaL_requiref(L, "_G", luaopen_base, 1);
+    luaL_requiref(L, "string", luaopen_string, 1);
+    luaL_requiref(L, "table", luaopen_table, 1);
+    luaL_requiref(L, "coroutine", luaopen_coroutine, 1);
+    luaL_requiref(L, "debug", luaopen_debug, 1);
+    for (const char* name : {"dofile", "loadfile", "print"}) {
+        lua_pushnil(L);
+        lua_setglobal(L, name);
+    }
+    lua_settop(L, 0);
+    lua_sethook(
+        L, [](lua_State* hooked, lua_Debug*) { luaL_error(hooked, "too long"); }, LUA_MASKCOUNT, 5000);
+    return L;
+}
+
+template <class Step>
+void Try(Step step) {
+    try {
+        step();
+    } catch (char* text) {
+        if (std::strlen(text) > 255) __builtin_trap();
+    }
+}
+
+void Exercise(lua_State* L, lua_State* target) {
+    CLuaAccess access(L);
+    access.m_bAutoCreate = true;
+    lua_getglobal(L, "T");
+    double number = 0;
+    char text[8], *buffer = text;
+    Try([&] { access.Read(number, "Speed", 0, 10); });
+    Try([&] { access.Read(number, "Mode", kModes); });
+    Try([&] { access.Read(text, sizeof text, 1); });
+    Try([&] { access.Write("text", "Name"); });
+    Try([&] { access.Write(1.0, 2); });
+    Try([&] { access.Enter("Tool"); });
+    Try([&] { access.Read(number, 3, -DBL_MAX, DBL_MAX); });
+    access.Leave();
+    Try([&] { access.CallLuaFunc(nullptr, "f", "ds>S", 0.5, "text", &buffer, 8); });
+    Try([&] { access.CallLuaFunc("T", "f", "i>b", 1, reinterpret_cast<bool*>(text)); });
+    lua_getglobal(L, "T");
+    lua_newtable(target);
+    Try([&] { qev::CopyLuaTable(L, target); });
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+    const std::string script(reinterpret_cast<const char*>(data), size);
+    lua_State* L = Open();
+    lua_State* target = Open();
+    if (luaL_loadbufferx(L, script.data(), size, "script", "t") == LUA_OK) lua_pcall(L, 0, 1, 0);
+    Exercise(L, target);
+    lua_close(target);
+    lua_close(L);
+    return 0;
+}

@@ -1,0 +1,92 @@
+/// \file
+/// A polyline regrouped into lines, arcs, runs of either, and curves.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <qev/export.h>
+#include <qevdata/polyline.h>
+
+class gp_Vec2d;
+
+namespace qev {
+
+/// The segments of a polyline in groups that a machine treats as one. The shape is the source's: a group
+/// keeps the polyline's own nodes. It owns its groups; copies are deep.
+class QEVCOMMON_API CTopoMultiPolyline {
+public:
+    enum Kind {
+        kLine = 0,
+        kArc = 1,
+        kLines = 2, ///< collinear lines
+        kArcs = 3,  ///< arcs on one circle
+        kCurve = 4  ///< short lines that turn gently, as a flattened spline leaves them
+    };
+
+    struct CompoundNode {
+        int nKind = kLine;
+        std::vector<CCadPolyline::ARCNODE> vecNodes; ///< end point and bulge of each segment
+        math::DPOINT2 ptEnd;                         ///< the last node's point
+    };
+
+    /// Where a group came from. Its kind may differ from the node's: a run merged over the start of a closed
+    /// source gives its kind to the record, and the node keeps its own.
+    struct TopoInfo {
+        int nKind = kLine;
+        int nFirst = 0; ///< first source segment
+        int nLast = 0;  ///< last source segment
+        double dLength = 0;
+    };
+
+    /// Groups a polyline; the caller owns the answer. Null for null. Lines and arcs of no length are left
+    /// out, their records stay.
+    static CTopoMultiPolyline* CreateTopoMultiPolyline(const CCadPolyline* source);
+
+    CTopoMultiPolyline(const CTopoMultiPolyline& other);
+    CTopoMultiPolyline& operator=(const CTopoMultiPolyline& other);
+    virtual ~CTopoMultiPolyline();
+
+    /// The group at an index, null when there is none. It stays with the polyline.
+    CompoundNode* GetAt(int index) const;
+    int GetNodeCount() const { return static_cast<int>(m_vecNodes.size()); }
+    /// One record for each group as it was made; reversing leaves them as they are.
+    const std::vector<TopoInfo>& GetTopoInfo() const { return m_vecTopoInfo; }
+
+    math::DPOINT2 GetStartPoint() const { return m_ptStart; }
+    void SetStartPoint(const math::DPOINT2& start) { m_ptStart = start; }
+    /// The last group's end, or the start point without groups.
+    math::DPOINT2 GetEndPoint() const;
+    /// The point at a fraction of a group's length; (0, 0) beyond its ends and for an index without a group.
+    math::DPOINT2 GetPoint(int node, double ratio) const;
+
+    void ReverseDir();
+    void Translate(const gp_Vec2d& offset);
+    /// Turns everything by an angle in radians; nothing for 0 and 2*pi (within 1e-9).
+    void Rotate(const math::DPOINT2& centre, double angle);
+    /// Mirrors about the line through a point at an angle in [0, pi). False with nothing changed for other
+    /// angles and for a point that is no number.
+    bool Mirror(const math::DPOINT2& onLine, double angle);
+
+private:
+    struct Run;
+
+    CTopoMultiPolyline() = default;
+    math::DPOINT2 BeginOf(int node) const;
+    void AddLine(const math::DPOINT2& end);
+    void AddArc(const math::DPOINT2& end, double bulge);
+    void AddLines(const std::vector<CCadPolyline::ARCNODE>& nodes);
+    void AddArcs(const std::vector<CCadPolyline::ARCNODE>& nodes);
+    void AddCurve(const std::vector<CCadPolyline::ARCNODE>& nodes);
+    void Append(int kind, const std::vector<CCadPolyline::ARCNODE>& nodes);
+    void Emit(const Run& run);
+    void MergeIntoFirst(const Run& run);
+    template <class Map>
+    void MapPoints(const Map& map);
+
+    std::vector<std::unique_ptr<CompoundNode>> m_vecNodes;
+    std::vector<TopoInfo> m_vecTopoInfo;
+    math::DPOINT2 m_ptStart;
+};
+
+} // namespace qev

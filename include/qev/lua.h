@@ -1,0 +1,9 @@
+/// \file
+/// The Lua bridge: a cursor over tables, calls, copying between states, the script engine.
+///
+/// Include Lua's own lua.h where its functions are called; these headers only know that there is a lua_State.
+#pragma once
+
+#include <qev/lua/access.h>
+#include <qev/lua/copy_table.h>
+#include <qev/lua/script_engine.h>

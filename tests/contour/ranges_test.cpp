@@ -1,0 +1,276 @@
+#include <algorithm>
+#include <climits>
+#include <cmath>
+
+#include <qev/qev.h>
+
+#include <gtest/gtest.h>
+
+#include "support/shapes.h"
+
+namespace {
+
+using namespace qev;
+using math::POLYPOS;
+using math::PosRange;
+using Ranges = std::vector<PosRange>;
+
+// Positions on a contour of six segments, in quarters, so that ends meet often.
+constexpr int kSegments = 6;
+
+POLYPOS QuarterPos(test::Random& random) {
+    return {random.Int(0, kSegments - 1), random.Int(0, 3) / 4.0};
+}
+
+Ranges RandomRanges(test::Random& random, int most) {
+    Ranges ranges;
+    for (int i = 0, count = random.Int(1, most); i < count; ++i)
+        ranges.emplace_back(QuarterPos(random), QuarterPos(random), i);
+    return ranges;
+}
+
+// Which of the eighths of the contour a range covers, sampled in their middles.
+bool Covers(const PosRange& range, double at) {
+    const double start = PolyPosToDouble(range.start), end = PolyPosToDouble(range.end);
+    return start < end ? start <= at && at <= end : start > end && (at >= start || at <= end);
+}
+bool Covers(const Ranges& ranges, double at) {
+    return std::any_of(ranges.begin(), ranges.end(),
+                       [at](const PosRange& range) { return Covers(range, at); });
+}
+
+TEST(Ranges, SortingLeavesTheOrderOfTheExchangeSort) {
+    test::Random random;
+    for (int round = 0; round < 500; ++round) {
+        Ranges sorted = RandomRanges(random, 12), literal = sorted;
+        if (round % 9 == 0) literal[0].start.dRatio = sorted[0].start.dRatio = test::kNaN;
+        for (std::size_t i = 0; i + 1 < literal.size(); ++i)
+            for (std::size_t j = i + 1; j < literal.size(); ++j) {
+                const POLYPOS &a = literal[i].start, &b = literal[j].start;
+                if (b.nSegIndex < a.nSegIndex || (b.nSegIndex == a.nSegIndex && b.dRatio < a.dRatio))
+                    std::swap(literal[i], literal[j]);
+            }
+        SortRange(&sorted);
+        for (std::size_t i = 0; i < literal.size(); ++i) ASSERT_EQ(sorted[i].nTag, literal[i].nTag) << round;
+    }
+    SortRange(nullptr);
+}
+
+// The merged list covers what the list covered, and its ranges are apart.
+TEST(Ranges, MergingKeepsWhatIsCovered) {
+    test::Random random;
+    for (int round = 0; round < 2000; ++round) {
+        Ranges ranges = RandomRanges(random, 6);
+        std::erase_if(ranges, [](const PosRange& range) { return IsInvalidRange(range); });
+        SortRange(&ranges);
+        const Ranges before = ranges;
+        CombineRange(&ranges, kSegments);
+        for (double at = 0.125; at < kSegments; at += 0.25)
+            ASSERT_EQ(Covers(ranges, at), Covers(before, at)) << round << " " << at;
+        for (std::size_t i = 0; i + 1 < ranges.size(); ++i)
+            EXPECT_TRUE(PolyPosToDouble(ranges[i].end) < PolyPosToDouble(ranges[i + 1].start));
+    }
+}
+
+TEST(Ranges, MergingInDetail) {
+    const struct {
+        Ranges in, out;
+    } cases[] = {
+        {{{{0, 0.2}, {0, 0.5}, 7}, {{0, 0.5}, {1, 0.3}, 8}}, {{{0, 0.2}, {1, 0.3}, 7}}},
+        {{{{0, 0.2}, {0, 0.5}}, {{0, 0.5000001}, {1, 0.3}}},
+         {{{0, 0.2}, {0, 0.5}}, {{0, 0.5000001}, {1, 0.3}}}},
+        {{{{1, 0.0}, {1, 0.5}}, {{3, 0.5}, {0, 0.5}, 9}}, {{{1, 0.0}, {1, 0.5}}, {{3, 0.5}, {0, 0.5}, 9}}},
+        {{{{0, 0.5}, {3, 0.6}}, {{3, 0.5}, {0, 0.5}}}, {{{0, 0.0}, {4, 0.0}}}}, // the whole contour
+        {{{{3, 0.5}, {0, 0.5}}}, {{{3, 0.5}, {0, 0.5}}}},                       // one alone stays
+        {{{{0, 0.5}, {0, 0.5}}, {{-1, 2}, {0, 0.7}}}, {{{0, 0.5}, {0, 0.7}}}},  // invalid ones take part
+    };
+    for (const auto& c : cases) {
+        Ranges ranges = c.in;
+        CombineRange(&ranges, 4);
+        ASSERT_EQ(ranges.size(), c.out.size());
+        for (std::size_t i = 0; i < ranges.size(); ++i) {
+            EXPECT_EQ(PolyPosToDouble(ranges[i].start), PolyPosToDouble(c.out[i].start));
+            EXPECT_EQ(PolyPosToDouble(ranges[i].end), PolyPosToDouble(c.out[i].end));
+            EXPECT_EQ(ranges[i].nTag, c.out[i].nTag);
+        }
+        CombineRange(&(ranges = c.in), 0);
+        EXPECT_EQ(ranges.size(), c.in.size()) << "no segments";
+    }
+    Ranges many;
+    for (int i = 0; i < 100'000; ++i) many.emplace_back(POLYPOS{i, 0.0}, POLYPOS{i, i % 2 ? 0.5 : 1.0});
+    CombineRange(&many, INT_MAX);
+    EXPECT_EQ(many.size(), 100'000u) << "compared exactly: (i, 1) lies before (i + 1, 0)";
+    CombineRange(nullptr, 4);
+}
+
+// Every test against membership of dense samples; ends are in quarters, so that samples in eighths decide.
+TEST(Ranges, IntersectionsAgainstSamples) {
+    test::Random random;
+    for (int round = 0; round < 5000; ++round) {
+        const PosRange a(QuarterPos(random), QuarterPos(random)), b(QuarterPos(random), QuarterPos(random));
+        const POLYPOS pos = QuarterPos(random);
+        const double at = PolyPosToDouble(pos);
+        const bool valid = !IsInvalidRange(a), wraps = IsOverStartPoint(a);
+        const bool atEnd = at == PolyPosToDouble(a.start) || at == PolyPosToDouble(a.end);
+        EXPECT_EQ(IsRangeIntersected(a, pos), valid && (wraps ? atEnd : Covers(a, at)));
+        EXPECT_EQ(IsRangeIntersected(pos, a), Covers(a, at) || atEnd) << "invalid ranges are not refused";
+        EXPECT_EQ(IsRangeIntersectedWithoutEndpoint(a, pos), valid && Covers(a, at) && !atEnd);
+        bool shared = false, overlap = false;
+        for (double x = 0; valid && !IsInvalidRange(b) && x <= kSegments; x += 0.125) {
+            const bool both = Covers(a, x) && Covers(b, x);
+            shared = shared || both;
+            overlap = overlap || (both && std::fmod(x, 0.25) != 0);
+        }
+        EXPECT_EQ(IsRangeIntersected(a, b), shared) << round;
+        EXPECT_EQ(IsRangeIntersectedBoundary(a, b), overlap) << round;
+        const Ranges list{a}, other{b}, none;
+        EXPECT_EQ(IsRangeIntersected(&list, b), shared);
+        EXPECT_EQ(IsRangeIntersected(&other, &list), shared);
+        EXPECT_EQ(IsRangeIntersected(&list, pos), IsRangeIntersected(pos, a));
+        EXPECT_FALSE(IsRangeIntersected(&none, b) || IsRangeIntersected(&list, &none));
+    }
+    const PosRange touching({0, 0.5}, {0, 0.75 + 5e-10}), range({0, 0.75}, {1, 0});
+    EXPECT_TRUE(IsRangeIntersected(touching, range) && !IsRangeIntersectedBoundary(touching, range));
+    const Ranges list{range};
+    EXPECT_FALSE(IsRangeIntersected(&list, POLYPOS{0, test::kNaN}));
+}
+
+// The zone holds exactly the positions whose distance along the contour is in reach.
+TEST(InvalidRanges, ZonesAgainstDistances) {
+    test::Random random;
+    for (int round = 0; round < 300; ++round) {
+        const auto contour = test::RandomPolyline(random, 6);
+        const double total = contour->GetLength(), back = total * random.Uniform(0, 0.7),
+                     on = total * random.Uniform(0, 0.7);
+        if (!contour->IsClose() || total < 1 || GetCadSegments(contour.get()) < 2) continue;
+        const POLYPOS pos{random.Int(0, GetCadSegments(contour.get()) - 1), random.Uniform(0, 0.99)};
+        PosRange zone;
+        zone.nTag = 7;
+        const bool made = GenerateInvalidRange(contour.get(), pos, back, on, zone);
+        ASSERT_EQ(made, !IsInvalidRange(contour.get(), zone) || back + on >= total);
+        double here = 0, there = 0;
+        GetLengthStartToPos(contour.get(), pos, here);
+        const POLYPOS probe{random.Int(0, GetCadSegments(contour.get()) - 1), random.Uniform(0, 0.99)};
+        GetLengthStartToPos(contour.get(), probe, there);
+        const double ahead = std::fmod(there - here + total, total);
+        const bool reached = ahead <= on || total - ahead <= back || back + on >= total;
+        const bool inside = IsRangeIntersected(probe, zone);
+        if (std::abs(ahead - on) > 1e-6 && std::abs(total - ahead - back) > 1e-6)
+            EXPECT_EQ(inside, reached) << round;
+        EXPECT_EQ(zone.nTag, 7);
+    }
+}
+
+TEST(InvalidRanges, FallbacksAndCorners) {
+    const auto square = test::Polyline("0 0 L 10 0 L 10 10 L 0 10 L 0 0");
+    PosRange zone({9, 0}, {9, 0});
+    EXPECT_FALSE(GenerateInvalidRange(square.get(), {1, 0.2}, 0, 0, zone));
+    EXPECT_TRUE(zone.start.nSegIndex == 1 && zone.end.dRatio == 0.2) << "empty, but written";
+    EXPECT_FALSE(GenerateInvalidRange(square.get(), {4, 0}, 1, 1, zone)
+                 || GenerateInvalidRange(nullptr, {0, 0}, 1, 1, zone));
+    for (const auto& [back, on] : {std::pair{20.0, 20.0}, {100.0, 1.0}, {1.0, 40.0}}) {
+        EXPECT_TRUE(GenerateInvalidRange(square.get(), {1, 0.2}, back, on, zone));
+        EXPECT_TRUE(PolyPosToDouble(zone.start) == 0 && zone.end.nSegIndex == 3 && zone.end.dRatio == 1);
+    }
+    EXPECT_TRUE(IsRangeIntersected(square.get(), {7, 0}, 1, 1, {{0, 0.4}, {0, 0.6}}))
+        << "the fallback is (0, 0) to (0, 0.5)";
+    EXPECT_FALSE(IsRangeIntersected(square.get(), {2, 0.5}, 1, 1, {{0, 0.4}, {0, 0.6}}));
+    const struct {
+        double distance, angle;
+        std::vector<std::pair<double, double>> zones;
+    } cases[] = {{2, 90, {{0.8, 1.2}, {1.8, 2.2}, {2.8, 3.2}, {3.8, 0.2}}},
+                 {5, 90, {{0.5, 1.5}, {1.5, 2.5}, {2.5, 3.5}, {3.5, 0.5}}},
+                 {6, 90, {{0, 4}}},
+                 {2, 95, {}}};
+    for (const auto& c : cases) {
+        Ranges zones;
+        EXPECT_TRUE(GenerateCornerInvalidRange(square.get(), c.distance, c.angle, &zones));
+        if (c.distance == 5) continue; // whether exact neighbours merge is a matter of the last bit
+        ASSERT_EQ(zones.size(), c.zones.size()) << c.distance;
+        for (std::size_t i = 0; i < zones.size(); ++i) {
+            EXPECT_NEAR(PolyPosToDouble(zones[i].start), c.zones[i].first, 1e-12);
+            EXPECT_NEAR(PolyPosToDouble(zones[i].end), c.zones[i].second, 1e-12);
+        }
+    }
+    Ranges kept{{{0, 0.5}, {0, 0.6}}, {{0, 0.1}, {0, 0.2}}};
+    EXPECT_FALSE(GenerateCornerInvalidRange(square.get(), 0, 90, &kept)) << "zones without length";
+    EXPECT_EQ(kept[0].start.dRatio, 0.5) << "unsorted";
+    EXPECT_TRUE(GenerateCornerInvalidRange(square.get(), 0, 179, &kept) && kept[0].start.dRatio == 0.1);
+}
+
+TEST(SegmentMap, ByLengthAndByPoint) {
+    const auto two = test::Polyline("0 0 L 10 0 L 20 0"),
+               four = test::Polyline("0 0 L 5 0 L 10 0 L 15 0 L 20 0");
+    const CCadCircle circle({0, 0}, 1);
+    std::vector<int> map;
+    GetSegMap(two.get(), four.get(), map);
+    EXPECT_EQ(map, (std::vector<int>{0, 0, -1, -1})) << "as many entries as the source has segments";
+    GetSegMap(four.get(), two.get(), map);
+    EXPECT_EQ(map, (std::vector<int>{0, 2}));
+    GetSegMap(&circle, four.get(), map = {5});
+    EXPECT_EQ(map, (std::vector<int>{5, 0, 0, 0}));
+    GetSegMap(four.get(), &circle, map);
+    GetSegMap(nullptr, four.get(), map);
+    EXPECT_EQ(map, std::vector<int>{5});
+    double before = 9;
+    EXPECT_TRUE(FindSegmentIndexByRate(two.get(), 0.5, 0, 0, before) == 0 && before == 0);
+    EXPECT_TRUE(FindSegmentIndexByRate(four.get(), 0.6, 1, 5, before) == 2 && before == 10);
+    EXPECT_TRUE(FindSegmentIndexByRate(four.get(), 0.3, 3, 15, before) == -1 && before == 0);
+    EXPECT_EQ(FindSegmentIndexByRate(four.get(), 0.3, INT_MIN, 0, before), 1);
+    EXPECT_EQ(FindSegmentIndexByRate(nullptr, 0.3, 0, 0, before), -1);
+
+    const std::vector<int> byTwo{0, 0, 1, 1};
+    const struct {
+        int segment;
+        double ratio;
+        int hint;
+        double least;
+        bool found;
+        int out;
+        double outRatio;
+    } cases[] = {{1, 0.25, 0, 0, true, 2, 0.5}, {1, 0.25, 2, 0.6, true, 2, 0.5},
+                 {0, 0.5, 0, 1.1, true, 1, 0},  {0, 0.75, INT_MAX, 0, true, 1, 0.5},
+                 {2, 0.5, 0, 0, false, 0, 0},   {-1, 0.5, INT_MIN, 0, false, 0, 0}};
+    for (const auto& c : cases) {
+        int index = c.hint;
+        double ratio = c.least;
+        ASSERT_EQ(MapPos(two.get(), four.get(), &byTwo, c.segment, c.ratio, &index, &ratio), c.found)
+            << c.segment << " " << c.ratio;
+        if (c.found)
+            EXPECT_TRUE(index == c.out && std::abs(ratio - c.outRatio) < 1e-12) << index << " " << ratio;
+    }
+}
+
+TEST(SegmentMap, PositionsByLength) {
+    const auto source = test::Polyline("0 0 L 5 0 L 9 0 L 14 0"),
+               destination = test::Polyline("0 0 L 5 0 L 8 0 L 9 0 L 14 0");
+    const CCadLine line({0, 0}, {14, 0});
+    const struct {
+        POLYPOS pos;
+        const CCadObject* destination;
+        std::vector<int> map;
+        double out; // index + ratio
+    } cases[] = {
+        {{1, 0.5}, destination.get(), {0, 1, 1, 2}, 1 + 2 / 3.0},
+        {{1, 0.875}, destination.get(), {0, 1, 1, 2}, 2.5},
+        {{1, 0.75}, destination.get(), {0, 1, 1, 2}, 2},
+        {{1, 0.5}, destination.get(), {0, 2, 0, 1}, 3.5},
+        {{1, 0.5}, destination.get(), {-1, -1}, 1.5},
+        {{2, 0.5}, destination.get(), {-1, -1}, 1.5},
+        {{1, 0.5}, destination.get(), {0, 2, 2, 2}, 1},
+        {{1, 0.5}, &line, {1}, 0.5},
+        {{1, 0.5}, &line, {2}, 0},
+        {{0, 0.5}, destination.get(), {77, -5}, 0},
+        {{1, 0.5}, destination.get(), {}, -8},
+        {{1, 1.5}, destination.get(), {1}, -8},
+        {{1, 0.5}, nullptr, {1}, -8},
+        {{INT_MAX, 0.5}, destination.get(), {7, 0}, 1},
+    };
+    for (const auto& c : cases) {
+        POLYPOS out{-8, 0};
+        GetMapPos(source.get(), c.pos, c.destination, out, c.map);
+        EXPECT_NEAR(PolyPosToDouble(out), c.out, 1e-12) << c.pos.nSegIndex << "+" << c.pos.dRatio;
+    }
+}
+
+} // namespace

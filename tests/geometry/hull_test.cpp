@@ -1,0 +1,133 @@
+#include <cmath>
+#include <memory>
+#include <set>
+
+#include <qev/geometry.h>
+
+#include <gtest/gtest.h>
+
+#include "support/shapes.h"
+
+namespace {
+
+using namespace qev;
+using Point = CConvexHelper::Point;
+
+std::vector<int> Tags(const std::vector<Point>& points) {
+    std::vector<Point> hull;
+    CConvexHelper::ConvexGrahamScan(points, hull);
+    std::vector<int> tags;
+    for (const Point& p : hull) tags.push_back(p.nTag);
+    return tags;
+}
+
+double Turn(const Point& a, const Point& b, const Point& c) {
+    return math::Cross({b.x - a.x, b.y - a.y}, {c.x - a.x, c.y - a.y});
+}
+
+// A point is a corner when some line through it and another has all others on its left.
+TEST(Hull, AgainstEveryLineThroughTwoPoints) {
+    test::Random random;
+    for (int round = 0; round < 100; ++round) {
+        std::vector<Point> points;
+        for (int i = 0, count = random.Int(4, 40); i < count; ++i) {
+            const math::DPOINT2 p = random.Point();
+            points.push_back({p.x + 1e4, p.y, i});
+        }
+        std::set<int> corners;
+        for (const Point& a : points)
+            for (const Point& b : points) {
+                const auto isLeft = [&](const Point& c) {
+                    return c.nTag == a.nTag || c.nTag == b.nTag || Turn(a, b, c) > 0;
+                };
+                if (a.nTag != b.nTag && std::all_of(points.begin(), points.end(), isLeft))
+                    corners.insert(a.nTag);
+            }
+        const std::vector<int> tags = Tags(points);
+        EXPECT_EQ(std::set<int>(tags.begin(), tags.end()), corners);
+        for (std::size_t i = 0; i < tags.size(); ++i) {
+            EXPECT_GE(points[tags[i]].y, points[tags[0]].y) << "the lowest comes first";
+            EXPECT_GT(Turn(points[tags[i]], points[tags[(i + 1) % tags.size()]],
+                           points[tags[(i + 2) % tags.size()]]),
+                      0);
+        }
+    }
+}
+
+TEST(Hull, SmallFlatAndDoubled) {
+    const std::pair<std::vector<Point>, std::vector<int>> cases[] = {
+        {{}, {}},
+        {{{2, 2, 0}, {1, 1, 1}, {0, 0, 2}}, {0, 1, 2}}, // up to three come back as they are
+        {{{1, 1, 0}, {0, 1, 1}, {0, 0, 2}, {1, 0, 3}}, {2, 3, 0, 1}},
+        {{{1, 1, 0}, {0, 1, 1}, {0, 0, 2}, {1, 0, 3}, {0.5, 0, 4}, {1, 0.5, 5}, {0, 0.3, 6}}, {2, 3, 0, 1}},
+        {{{0, 0, 0}, {0, 0, 1}, {1, 0, 2}, {1, 0, 3}, {0, 1, 4}}, {0, 2, 4}}, // of duplicates the first
+        {{{0, 5e-10, 0}, {3, 0, 1}, {3, 3, 2}, {0, 3, 3}},
+         {0, 1, 2, 3}}, // as low as the lowest, and leftmost
+        {{{0, 0, 0}, {1, 1, 1}, {2, 2, 2}, {3, 3, 3}}, {0, 3}},
+        {{{test::kNaN, 0, 0}, {0, 0, 1}, {1, 0, 2}, {1, test::kInf, 3}, {0, 1, 4}}, {1, 2, 4}},
+        {{{1, 1, 0}, {1, 1, 1}, {1, 1, 2}, {1, 1, 3}}, {0}},
+    };
+    for (const auto& [points, tags] : cases) EXPECT_EQ(Tags(points), tags);
+    const std::vector<Point> huge{{1e300, 0, 0}, {0, 1e300, 1}, {-1e300, 0, 2}, {0, -1e300, 3}, {1, 1, 4}};
+    EXPECT_LE(Tags(huge).size(), 5u);
+}
+
+// Points on the edges of a rectangle, off by 1e-8 mm: the corners stay, and little else.
+TEST(Hull, NoisyRectanglesKeepTheirCorners) {
+    test::Random random;
+    for (int round = 0; round < 200; ++round) {
+        std::vector<Point> points;
+        for (int i = 0; i < 200; ++i) {
+            const double along = random.Uniform(0, 1);
+            const int side = i < 4 ? -1 : random.Int(0, 3);
+            double x = side == 0   ? 0
+                       : side == 1 ? 100
+                                   : 100 * along,
+                   y = side == 2   ? 0
+                       : side == 3 ? 50
+                                   : 50 * along;
+            if (side < 0) x = i % 2 * 100, y = i / 2 * 50;
+            points.push_back({x + random.Uniform(-1e-8, 1e-8), y + random.Uniform(-1e-8, 1e-8), i});
+        }
+        const std::vector<int> tags = Tags(points);
+        for (int corner = 0; corner < 4; ++corner)
+            EXPECT_TRUE(std::any_of(tags.begin(), tags.end(), [&](int tag) {
+                return std::hypot(points[tag].x - points[corner].x, points[tag].y - points[corner].y) < 1e-7;
+            }));
+        EXPECT_LE(tags.size(), 12u);
+    }
+}
+
+TEST(Stock, PlatesAndTheirOutlines) {
+    const std::unique_ptr<Adobe> plate(Make_RectPlane(100, 50, 20)), same(Make_RectPlane(100, 50, 3));
+    double width = 0, height = 0, thickness = 0;
+    EXPECT_FALSE(GetRectPlaneParam(plate.get(), width, height, thickness))
+        << "deliberately, though it has read them";
+    EXPECT_TRUE(width == 100 && height == 50 && thickness == 20);
+    const auto* outline = static_cast<const CCadPolyline*>(plate->GetSectionData()->GetFront());
+    EXPECT_TRUE(outline->GetStartPoint().x == -50 && outline->GetStartPoint().y == -25 && outline->IsClose());
+    const auto isSame = [&](const char* a, const char* b) {
+        CCadGroup left, right;
+        left.PushBack(test::Polyline(a).release());
+        right.PushBack(test::Polyline(b).release());
+        return CAdobeHelper::IsSameProjectContour(&left, &right);
+    };
+    EXPECT_TRUE(CAdobeHelper::IsSameProjectContour(plate->GetSectionData(), same->GetSectionData()));
+    EXPECT_TRUE(isSame("0 0 L 5 0", "0 0 L 5 0.000001") && !isSame("0 0 L 5 0", "0 0 L 5 0.0000011"));
+    EXPECT_TRUE(isSame("0 0 A 5 0 0.5", "0 0 A 5 0 0.5000000001")
+                && !isSame("0 0 A 5 0 0.5", "0 0 A 5 0 0.51"));
+    EXPECT_FALSE(isSame("0 0 L 5 0", "5 0 L 0 0") || isSame("0 0 L 5 0", "0 0 L 5 0 L 6 0"));
+    const CCadGroup empty, none;
+    EXPECT_TRUE(CAdobeHelper::IsSameProjectContour(&empty, &none));
+    EXPECT_FALSE(CAdobeHelper::IsSameProjectContour(&empty, plate->GetSectionData())
+                 || CAdobeHelper::IsSameProjectContour(nullptr, &empty));
+    MakeSectionData_RectPlane(plate->GetSectionData(), 1, 1);
+    const Adobe other(1);
+    width = -1;
+    for (const Adobe* stock :
+         {static_cast<const Adobe*>(plate.get()), &other, static_cast<const Adobe*>(nullptr)})
+        EXPECT_FALSE(GetRectPlaneParam(stock, width, height, thickness));
+    EXPECT_EQ(width, -1);
+}
+
+} // namespace

@@ -1,0 +1,130 @@
+#include <cmath>
+#include <string>
+
+#include <qev/contour.h>
+#include <qev/geometry.h>
+
+#include <gtest/gtest.h>
+
+#include "support/shapes.h"
+
+namespace {
+
+using namespace qev;
+using math::DPOINT2;
+
+// Opens what derived calculators see.
+struct Calculator : CPosCalculator {
+    using CPosCalculator::_SelectClosedObject;
+    using CPosCalculator::_SelectObject;
+};
+
+PosInfo Pick(const CCadGroup& group, const DPOINT2& p, double tolerance, bool closedOnly = false) {
+    CPosCalculator calculator;
+    calculator.Init(&group, &p, tolerance);
+    PosInfo info;
+    const bool found = calculator.CalculatePosition(&info, closedOnly);
+    EXPECT_EQ(found, info.pObject != nullptr);
+    return info;
+}
+
+// The nearest of many points of the contour is the oracle; Bezier pieces answer with one of their own 101.
+TEST(NearestPosition, AgainstSamples) {
+    test::Random random;
+    double worst = 0;
+    for (int i = 0; i < 300; ++i) {
+        CCadGroup group;
+        auto* contour = test::RandomPolylineEx(random, 7).release();
+        group.PushBack(contour);
+        const DPOINT2 p = random.Point();
+        const PosInfo info = Pick(group, p, 1e4);
+        ASSERT_EQ(info.pObject, contour);
+        EXPECT_EQ(info.nTag, static_cast<int>(contour->GetID()));
+        double nearest = test::kInf, gap = 0;
+        for (int s = 0; s < contour->GetSegmentCount(); ++s) {
+            const SEGMENT segment = contour->GetSegment(s);
+            const auto at = [&](double ratio) { return segment.GetPoint(ratio); };
+            nearest = std::min(nearest, test::SampledDistance(at, p, 400));
+            gap = std::max(gap, segment.GetLength() / 100);
+        }
+        DPOINT2 answered;
+        ASSERT_TRUE(PosToCoor(contour, info.nIndex, info.dRatio, answered));
+        const double excess = math::D2GetDistance(p, answered) - nearest;
+        EXPECT_LE(excess, contour->GetSegment(info.nIndex).nType == SEGMENT::kBezier ? gap : 1e-5);
+        worst = std::max(worst, excess);
+    }
+    RecordProperty("worst_excess", std::to_string(worst));
+}
+
+TEST(NearestPosition, JointsTiesAndEnds) {
+    const struct {
+        const char* contour;
+        DPOINT2 p;
+        int index;
+        double ratio;
+    } cases[] = {
+        {"0 0 L 10 0 L 10 10 L 0 10", {10, 10}, 2, 0},
+        {"0 0 L 10 0 L 10 10 L 0 10", {0, 10}, 2, 1},
+        {"0 0 L 10 0 L 10 10 L 0 10", {5, -1}, 0, 0.5},
+        {"0 0 L 10 0 L 10 10 L 0 0", {0, 0}, 0, 0},
+        {"0 0 L 10 0 L 10 10 L 0 10", {7, 3}, 0, 0.7}, // as near to both: the first wins
+        {"0 0 A 10 0 1 L 20 0", {5, -7}, 0, 0.5},
+        {"0 0 A 10 0 1", {2, 3}, 0, 0},  // outside the sweep: the nearer end
+        {"10 0 A 0 0 -1", {8, 3}, 0, 0}, // also on a clockwise arc
+        {"10 0 A 0 0 -1", {2, 3}, 0, 1},
+    };
+    for (const auto& c : cases) {
+        CCadGroup group;
+        group.PushBack(test::Polyline(c.contour).release());
+        const PosInfo info = Pick(group, c.p, 10);
+        EXPECT_EQ(info.nIndex, c.index) << c.contour << " " << c.p.x;
+        EXPECT_NEAR(info.dRatio, c.ratio, 1e-12) << c.contour << " " << c.p.x;
+    }
+    using Calc = CPosCalculator;
+    EXPECT_EQ(Calc::GetMinDistance({3, 4}, {0, 0}, {0, 0}, 1), 5);
+    EXPECT_EQ(Calc::GetMinDistance({0, 0}, {0, 0}, {1, 0}, 1), 0);
+    EXPECT_NEAR(Calc::GetMinDistance({1, 3}, {0, 0}, {2, 0}, -1), 2, 1e-12);
+    EXPECT_NEAR(Calc::GetMinDistance({1, 3}, {0, 0}, {2, 0}, 1), std::sqrt(10), 1e-12);
+    for (const double bad : {test::kNaN, test::kInf}) {
+        EXPECT_EQ(Calc::GetPerpendicularFootRatio({bad, 1}, {0, 0}, {1, 0}, 0.5) * 0, 0);
+        EXPECT_EQ(Calc::GetPerpendicularFootRatio({2, 1}, {0, 0}, {1, 0}, bad) * 0, 0);
+    }
+}
+
+// A point just before the start still lies on the first arc for the membership test: no whole turn is added.
+TEST(NearestPosition, RatioAlongContours) {
+    const auto contour = test::Polyline("10 0 A -10 0 1 A 10 0 1");
+    EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio({0, 10}, contour.get()), 0.25, 1e-12);
+    EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio({10, -1e-7}, contour.get()), 0, 1e-7);
+    EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio({0, 0}, contour.get()), 1, 1e-12) << "on no segment";
+    EXPECT_TRUE(std::isnan(CPosCalculator::GetPtInMultiRatio({0, 0}, nullptr)));
+}
+
+TEST(NearestPosition, KindsAndSelections) {
+    CCadGroup group;
+    auto* circle = new CCadCircle({0, 0}, 5, false);
+    auto* line = new CCadLine({20, 0}, {30, 0});
+    auto* text = new CCadText("a");
+    text->GetTextGroup()->PushBack(new CCadLine({40, 0}, {50, 0}));
+    test::AddGroup(*test::AddGroup(group))->PushBack(circle);
+    auto* relation = new CCadRelationGroup;
+    relation->GetRelationPaths().push_back(line);
+    for (CCadObject* object : {static_cast<CCadObject*>(relation), static_cast<CCadObject*>(text)})
+        group.PushBack(object);
+    EXPECT_NEAR(Pick(group, {0, 5}, 1).dRatio, 0.75, 1e-12) << "the circle runs clockwise";
+    EXPECT_EQ(Pick(group, {5, 0}, 1).dRatio, 0);
+    EXPECT_NEAR(Pick(group, {23, 4}, 5).dRatio, 0.5, 1e-12) << "the point itself, not its foot";
+    EXPECT_EQ(Pick(group, {45, 0}, 1).pObject, text) << "hit, though a text has no positions";
+    EXPECT_EQ(Pick(group, {25, 0}, 1, true).pObject, nullptr) << "open";
+    EXPECT_EQ(Pick(group, {5, 0}, 1, true).pObject, circle);
+    CCadGroup all(false), closed(false);
+    Calculator::_SelectObject(&group, &all);
+    Calculator::_SelectClosedObject(&group.GetObjectsList(), &closed);
+    EXPECT_TRUE(all.GetNumOfChild() == 3 && all.GetFront() == circle && all.GetBack() == text);
+    EXPECT_TRUE(closed.GetNumOfChild() == 1 && closed.GetFront() == circle);
+    all.PickOffAll();
+    closed.PickOffAll();
+    delete line;
+}
+
+} // namespace

@@ -1,0 +1,139 @@
+#include "script/lua_fixture.h"
+
+namespace {
+
+using namespace qev;
+
+class Call : public test::LuaTest {
+protected:
+    Call() {
+        Put("function all(...) T = { n = select('#', ...), ... } return ... end\n"
+            "function sum(a, b) return (a or 0) + (b or 0) end\n"
+            "function fail(object) error(object, 0) end\n"
+            "Tool = setmetatable({ sum = sum }, { __index = function(_, key) error('no ' .. key, 0) end })");
+    }
+};
+
+TEST_F(Call, StepByStep) {
+    CLuaAccess a(L);
+    EXPECT_STEP(0, false, a.EndCall() || a.PushTable() || a.PushTable("x"));
+    EXPECT_STEP(0, true, a.Push(1) && a.PushTableLeave());
+    for (int pass = 0; pass < 2; ++pass) {
+        a.m_bAutoCreate = false;
+        EXPECT_STEP(1, true, a.StartCall(nullptr, "all", 0));
+        EXPECT_STEP(4, true, a.Push(true) && a.Push(-3) && a.Push(0.5) && a.Push("text"));
+        EXPECT_STEP(2, true, a.Push(static_cast<const char*>(nullptr)) && a.PushTable() && a.Write(1.0, "x"));
+        EXPECT_STEP(2, true, a.PushTable("named") && a.Write(2.0, 1));
+        EXPECT_STEP(0, true, a.PushTable() && a.PushTableLeave());
+        EXPECT_STEP(-2, true, a.PushTableLeave());
+        EXPECT_STEP(0, true, a.PushTable() && a.PushTableLeave() && a.PushTableLeave());
+        EXPECT_STEP(0, false, a.PushTableLeave());
+        EXPECT_TRUE(a.m_bAutoCreate);
+        EXPECT_STEP(-7, true, a.EndCall());
+        EXPECT_FALSE(a.m_bAutoCreate);
+        EXPECT_HOLDS(
+            "T.n == 6 and T[1] == true and T[2] == -3 and T[3] == 0.5 and T[4] == 'text' and not T[5]");
+        EXPECT_HOLDS(
+            "T[6].x == 1 and T[6].named[1] == 2 and T[6].named[0] and T[6][1]"); // by the count before
+    }
+    EXPECT_STEP(3, true, a.StartCall(nullptr, "all", -5) && a.Push(1) && a.Push(2));
+    EXPECT_STEP(-1, true, a.EndCall());
+    EXPECT_STEP(2, true, a.StartCall(nullptr, "all", 0) && a.Push(1));
+    lua_settop(L, 0);
+    EXPECT_FALSE(a.EndCall()) << "the function is gone";
+}
+
+TEST_F(Call, PushLevelsAreBounded) {
+    CLuaAccess access(L);
+    access.StartCall(nullptr, "all", 0);
+    for (int i = 0; i < 15; ++i) ASSERT_TRUE(access.PushTable());
+    EXPECT_NE(Run(0, [&] { access.PushTable(); }), "");
+    for (int i = 0; i < 15; ++i) ASSERT_TRUE(access.PushTableLeave());
+    EXPECT_TRUE(access.EndCall());
+    for (int i = 0; i < 16; ++i) access.Enter("x");
+    EXPECT_NE(Run(0, [&] { access.PushTable("x"); }), "") << "levels entered count too";
+}
+
+TEST_F(Call, ByFormat) {
+    CLuaAccess a(L);
+    bool flag = false;
+    int integer = 0;
+    double number = 0;
+    char area[] = "~~~~~~~~", *buffer = area, *copy = nullptr;
+    EXPECT_STEP(
+        0, true,
+        a.CallLuaFunc(nullptr, "all", "bids>bids", 7, -3, 0.5, "text", &flag, &integer, &number, &copy));
+    EXPECT_TRUE(flag && integer == -3 && number == 0.5 && std::string(copy) == "text");
+    std::free(copy);
+    EXPECT_STEP(0, true, a.CallLuaFunc("Tool", "sum", "id>d", 3, 0.5, &number) && number == 3.5);
+    EXPECT_STEP(0, true, a.CallLuaFunc(nullptr, "all", "i>S", 42, &buffer, 5));
+    EXPECT_EQ(std::string(area, 8), std::string("42\0\0\0~~~", 8)) << "zeros up to its size, and not further";
+    EXPECT_STEP(0, true, a.CallLuaFunc(nullptr, "all", "s>S", "12345", &buffer, 5));
+    EXPECT_EQ(std::string(area, 8), "12345~~~") << "fits without a final zero";
+    for (const char* untyped : {"id", "", static_cast<const char*>(nullptr)})
+        EXPECT_STEP(0, true, a.CallLuaFunc(nullptr, "all", untyped, 3, 0.5) && Holds(L, "T.n == 0"));
+}
+
+TEST_F(Call, Faults) {
+    CLuaAccess a(L);
+    double number = 0, *nowhere = nullptr;
+    bool flag = false;
+    char area[] = "~~~", *buffer = area, *noBuffer = nullptr, *text = nullptr;
+    EXPECT_FAULT(1, " no luck", a.CallLuaFunc(nullptr, "fail", "s>", "no luck"));
+    EXPECT_FAULT(1, " (error object is a nil value)", a.CallLuaFunc(nullptr, "fail", ">"));
+    EXPECT_FAULT(1, "other no other", a.CallLuaFunc("Tool", "other", ">"));
+    EXPECT_FAULT(2, " CallLuaFunc: wrong parameter.", a.CallLuaFunc(nullptr, "all", "ix>", 1, 2));
+    EXPECT_FAULT(1, " CallLuaFunc: Return wrong parameter.", a.CallLuaFunc(nullptr, "all", "i>x", 1));
+    EXPECT_FAULT(1, " CallLuaFunc: Return wrong parameter.",
+                 a.CallLuaFunc(nullptr, "all", "i>d", 1, nowhere));
+    EXPECT_FAULT(1, " CallLuaFunc: Return wrong parameter.",
+                 a.CallLuaFunc(nullptr, "all", "i>S", 1, &noBuffer, 4));
+    EXPECT_FAULT(1, " Pop Failded: not a boolean.", a.CallLuaFunc(nullptr, "all", "i>b", 1, &flag));
+    EXPECT_FAULT(1, " Pop Failded: not a number.", a.CallLuaFunc(nullptr, "all", "s>d", "x", &number));
+    EXPECT_FAULT(1, " Pop Failded: not a String.", a.CallLuaFunc(nullptr, "all", "b>s", 1, &text));
+    for (const int size : {4, -1})
+        EXPECT_FAULT(1, " CallLuaFunc: Input string length too short.",
+                     a.CallLuaFunc(nullptr, "all", "s>S", "12345", &buffer, size));
+    EXPECT_STREQ(area, "~~~");
+    EXPECT_FAULT(1, " stack overflow", a.StartCall(nullptr, "all", INT_MAX); a.EndCall());
+}
+
+TEST_F(Call, TwoMillionLeaveTheStackWhereItWas) {
+    CLuaAccess access(L);
+    for (const int height : {1, 0}) {
+        lua_settop(L, height);
+        for (int i = 0; i < 1000000; ++i) access.StartCall(nullptr, "sum", 0), access.EndCall();
+        EXPECT_EQ(lua_gettop(L), height);
+    }
+}
+
+TEST_F(Call, IdleResume) {
+    CLuaAccess access(L);
+    luaL_loadstring(L, "Ran = true return 1, 2");
+    EXPECT_STEP(2, true, access.StartCall(nullptr, "sum", 0)); // two results for the function, and sum
+    EXPECT_HOLDS("Ran");
+    Put("debug.setmetatable(nil, { __call = function() end })"); // then nil on an empty stack runs too
+    lua_State* empty = lua_newthread(L);
+    EXPECT_TRUE(CLuaAccess(empty).StartCall(nullptr, "sum", 0) && lua_gettop(empty) == 1);
+    lua_State* script = lua_newthread(L); // one that yields goes on
+    CLuaAccess inner(script);
+    luaL_loadstring(script, "Step = 1 coroutine.yield() Step = 2 coroutine.yield() Step = 3");
+    for (const char* step : {"Step == 1", "Step == 2", "Step == 3"})
+        EXPECT_TRUE(inner.CallLuaFunc(nullptr, "sum", nullptr) && Holds(L, step)) << step;
+}
+
+// A function of the host that is called by a script, many calls deep, calls the script in turn.
+TEST_F(Call, FromWithinAScript) {
+    lua_register(L, "host", [](lua_State* inner) {
+        double total = 0;
+        CLuaAccess(inner).CallLuaFunc(nullptr, "sum", "dd>d", 1.0, 2.0, &total);
+        lua_pushnumber(inner, total);
+        return 1;
+    });
+    Put("local t = setmetatable({}, { __index = function(t, n) if n == 0 then return host() end return t[n - "
+        "1] end }) "
+        "table.sort({ 3, 1, 2 }, function(a, b) T = t[20] return a < b end)");
+    EXPECT_HOLDS("T == 3");
+}
+
+} // namespace

@@ -1,0 +1,60 @@
+#include "script/lua_fixture.h"
+
+namespace {
+
+using namespace qev;
+
+class Copy : public test::LuaTest {
+protected:
+    Copy() { luaL_openlibs(m_target); }
+    ~Copy() override { lua_close(m_target); }
+
+    // What copying one table into another throws, or "false"; both stacks stay as they are.
+    std::string Apply(const std::string& source, const std::string& target) {
+        Put("T = " + source);
+        EXPECT_EQ(luaL_dostring(m_target, ("T = " + target).c_str()), 0);
+        lua_getglobal(m_target, "T");
+        bool result = true;
+        const std::string thrown = Run(0, [&] { result = CopyLuaTable(L, m_target); });
+        EXPECT_EQ(lua_gettop(m_target), 1);
+        lua_settop(m_target, 0);
+        return result ? thrown : "false";
+    }
+
+    lua_State* const m_target = luaL_newstate();
+};
+
+TEST_F(Copy, Entries) {
+    const struct {
+        const char *source, *target, *holds, *thrown = "";
+    } cases[] = {
+        {"{ 5, 'b', name = true }", "{ name = 1, own = 2 }",
+         "T[1] == 5 and T[2] == 'b' and T.name == true and T.own"},
+        {"{ [2.7] = 'a', [-1.5] = 'b', [1000000] = 'c' }", "{}",
+         "T[2] == 'a' and T[-1] == 'b' and T[1] == 'c'"},
+        {"{ ['1'] = 'text' }", "{ 'number' }", "T['1'] == 'text' and T[1] == 'number'"},
+        {"{ a = { b = { 1, { c = 2 } } } }", "{ a = { own = 3 } }", "T.a.b[2].c == 2 and T.a.own == 3"},
+        {"{ a = 0 / 0 }", "{ a = 1 }", "T.a == nil"},
+        {"{ a = 1, b = {} }", "5", "T == 5"},
+        {"5", "{}", "true", "false"},
+        {"{ a = print }", "{}", "true", "Lua Unknow value type!"},
+        {"{ a = { io.stdout } }", "{}", "T.a", "Lua Unknow value type!"},
+        {"{ [true] = 1 }", "{}", "true", "Lua Unknow key type!"},
+        {"{ {} }", "5", "true", "Enter Lua Table Error!"},
+        {"{ a = 1 }", "setmetatable({}, { __newindex = function() error('closed', 0) end })", "true",
+         "a closed"}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(Apply(c.source, c.target), c.thrown) << c.source;
+        EXPECT_TRUE(Holds(m_target, c.holds)) << c.source;
+    }
+    EXPECT_TRUE(CopyLuaTable(L, L));
+}
+
+TEST_F(Copy, DepthIsBounded) {
+    const std::string nested = "(function(n) local t = {} for i = 2, n do t = { t } end return t end)";
+    EXPECT_EQ(Apply(nested + "(200)", "{}"), "");
+    EXPECT_NE(Apply(nested + "(201)", "{}"), "");
+    EXPECT_NE(Apply("(function() local t = {} t.a, t.b = t, t return t end)()", "{}"), "") << "a cycle";
+}
+
+} // namespace

@@ -1,0 +1,84 @@
+/// \file
+/// A Lua state for tests, which refuses memory on request and watches the height of the stack.
+#pragma once
+
+#include <climits>
+#include <cstdlib>
+#include <string>
+
+#include <qev/lua.h>
+
+#include <gtest/gtest.h>
+#include <lua.hpp>
+
+namespace qev::test {
+
+/// Refuses every request for more memory once `left` of them have been granted.
+struct Memory {
+    int left = INT_MAX;
+    long long inUse = 0;
+
+    static void* Allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize) {
+        auto& memory = *static_cast<Memory*>(self);
+        const auto growth = static_cast<long long>(newSize) - static_cast<long long>(block ? oldSize : 0);
+        if (growth > 0 && memory.left <= 0) return nullptr;
+        if (growth > 0) --memory.left;
+        memory.inUse += growth;
+        if (newSize != 0) return std::realloc(block, newSize);
+        std::free(block);
+        return nullptr;
+    }
+};
+
+/// The text that a step throws; empty when it throws none.
+template <class Step>
+std::string Thrown(Step step) {
+    try {
+        step();
+        return "";
+    } catch (char* text) {
+        return text;
+    }
+}
+
+class LuaTest : public testing::Test {
+protected:
+    LuaTest() { luaL_openlibs(L); }
+    ~LuaTest() override {
+        lua_close(L);
+        EXPECT_EQ(m_memory.inUse, 0);
+    }
+    /// Runs a text and puts the global T on the stack, alone.
+    void Put(const std::string& text) {
+        lua_settop(L, 0);
+        ASSERT_EQ(luaL_dostring(L, text.c_str()), 0) << lua_tostring(L, -1);
+        lua_getglobal(L, "T");
+    }
+    /// Whether an expression holds.
+    static bool Holds(lua_State* L, const std::string& expression) {
+        const bool holds = luaL_dostring(L, ("return " + expression).c_str()) == 0 && lua_toboolean(L, -1);
+        lua_pop(L, 1);
+        return holds;
+    }
+    /// What a step throws; it is to leave the stack as much higher as stated, which then is cut back if it
+    /// threw.
+    template <class Step>
+    std::string Run(int growth, Step step) {
+        const int top = lua_gettop(L);
+        const std::string thrown = Thrown(step);
+        EXPECT_EQ(lua_gettop(L), top + growth) << thrown;
+        if (!thrown.empty()) lua_settop(L, top);
+        return thrown;
+    }
+
+    Memory m_memory;
+    lua_State* const L = lua_newstate(Memory::Allocate, &m_memory);
+};
+
+/// A step works, and gives true or false, or throws a text; the stack grows as stated.
+#define EXPECT_STEP(growth, result, ...)                                                                     \
+    EXPECT_EQ(Run(growth, [&] { EXPECT_EQ(__VA_ARGS__, result) << #__VA_ARGS__; }), "") << #__VA_ARGS__
+#define EXPECT_FAULT(growth, text, ...) EXPECT_EQ(Run(growth, [&] { __VA_ARGS__; }), text) << #__VA_ARGS__
+#define EXPECT_HOLDS(expression) EXPECT_TRUE(Holds(L, expression)) << (expression)
+
+} // namespace qev::test

@@ -1,0 +1,132 @@
+#include <functional>
+#include <memory>
+
+#include "script/lua_fixture.h"
+
+namespace {
+
+// While set, the library's interpreters are opened on this memory: the program's luaL_newstate comes first.
+qev::test::Memory* g_engineMemory = nullptr;
+
+} // namespace
+
+extern "C" QEV_EXPORT lua_State* luaL_newstate() {
+    static qev::test::Memory unlimited;
+    return lua_newstate(qev::test::Memory::Allocate, g_engineMemory ? g_engineMemory : &unlimited);
+}
+
+namespace {
+
+using namespace qev;
+using Step = std::function<void(CLuaAccess&, lua_State*)>;
+
+// What a step throws that has a table T on top of a stack.
+std::string Try(lua_State* L, const Step& step) {
+    lua_rawgeti(L, LUA_REGISTRYINDEX, LUA_RIDX_GLOBALS);
+    const std::string thrown = test::Thrown([&] {
+        CLuaAccess access(L);
+        access.m_bAutoCreate = true;
+        access.Enter("T");
+        step(access, L);
+    });
+    EXPECT_EQ(lua_gettop(L), 1);
+    lua_settop(L, 0);
+    return thrown;
+}
+
+// Runs a step on a fresh state with n requests for memory granted, for every n up to the first that is
+// enough. Each time it works or throws, and it works when it is repeated with memory. Answers that n.
+int Sweep(const Step& step) {
+    for (int granted = 0;; ++granted) {
+        test::Memory memory;
+        lua_State* L = lua_newstate(test::Memory::Allocate, &memory);
+        luaL_openlibs(L);
+        EXPECT_EQ(
+            luaL_dostring(L, "T = { a = { b = 1, { c = 'x' } } } function f(t) return 'r' .. t.x, 5 end"), 0);
+        memory.left = granted;
+        const std::string thrown = Try(L, step);
+        memory.left = INT_MAX;
+        EXPECT_EQ(Try(L, step), "") << granted;
+        lua_close(L);
+        EXPECT_EQ(memory.inUse, 0);
+        if (thrown.empty()) return granted;
+        EXPECT_NE(thrown.find("not enough memory"), std::string::npos) << thrown;
+    }
+}
+
+TEST(Refusal, Steps) {
+    const struct {
+        const char* name;
+        int atLeast; // requests that can be refused
+        Step step;
+    } cases[] = {
+        {"read", 5,
+         [](CLuaAccess& access, lua_State*) {
+             double number = 0;
+             char text[8];
+             access.Read(number, "a name that nobody has used", 0, 9);
+             access.Enter("a");
+             access.Read(number, "b", 0, 9);
+             access.Enter(1);
+             access.Read(text, sizeof text, "c");
+         }},
+        {"write", 15,
+         [](CLuaAccess& access, lua_State*) {
+             access.Write("a text that nobody has written", "a new key");
+             for (int i = 1; i < 20; ++i) access.Write(1.0, i);
+             access.Enter("created");
+             access.Enter(3);
+             access.Write(true, "deep inside");
+         }},
+        {"call", 15,
+         [](CLuaAccess& access, lua_State*) {
+             char area[4], *buffer = area;
+             access.StartCall(nullptr, "f", 2);
+             access.PushTable();
+             access.Write("y", "x");
+             access.PushTable("inner table");
+             access.PushTableLeave();
+             access.PushTableLeave();
+             access.EndCall();
+             access.CallLuaFunc("string", "rep", "si>S", "z", 4, &buffer, 4);
+             access.CallLuaFunc("math", "abs", "d>S", -0.5, &buffer, 4);
+         }},
+        {"copy", 10, [](CLuaAccess&, lua_State* L) {
+             const std::unique_ptr<lua_State, void (*)(lua_State*)> source(luaL_newstate(), lua_close);
+             luaL_dostring(source.get(),
+                           "return { 1, 2, 'text', x = { y = { z = true } }, [9] = 'another text' }");
+             CopyLuaTable(source.get(), L);
+         }}};
+    for (const auto& c : cases) {
+        const int refused = Sweep(c.step);
+        EXPECT_GE(refused, c.atLeast) << c.name;
+        RecordProperty(c.name, refused);
+    }
+}
+
+TEST(Refusal, Engine) {
+    test::Memory memory;
+    g_engineMemory = &memory;
+    int refused = -1;
+    for (bool isOpen = false; !isOpen;) {
+        memory.left = ++refused;
+        CLuaScriptEngine engine;
+        memory.left = INT_MAX;
+        isOpen = engine.GetLuaState() != nullptr;
+        EXPECT_EQ(isOpen, engine.GetLuaAccess() != nullptr);
+    }
+    EXPECT_GE(refused, 100);
+    for (int granted = 0; granted < 40; ++granted) {
+        CLuaScriptEngine engine;
+        memory.left = granted;
+        engine.DoString("x = 'a text' .. tostring({})");
+        engine.DoFile("missing.lua");
+        memory.left = INT_MAX;
+        EXPECT_EQ(engine.DoString("return 1"), 0);
+    }
+    EXPECT_EQ(memory.inUse, 0);
+    g_engineMemory = nullptr;
+    RecordProperty("open", refused);
+}
+
+} // namespace

@@ -1,0 +1,86 @@
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+
+#include "script/lua_fixture.h"
+
+namespace {
+
+using namespace qev;
+
+struct Engine : CLuaScriptEngine {
+    using CLuaScriptEngine::initialize;
+    using CLuaScriptEngine::InitLuaEnv;
+    using CLuaScriptEngine::UnInitLuaEnv;
+};
+
+TEST(ScriptEngine, RunsTextsAndFiles) {
+    const std::string path = testing::TempDir() + "qev_script.lua";
+    std::ofstream(path) << "return 1, 'two', nil";
+    const struct {
+        bool isFile;
+        const char* argument;
+        int status, height;
+    } cases[] = {{false, "return 1, 2", 0, 2}, {false, "x = string.rep('a', 3)", 0, 0},
+                 {false, "return +", 1, 1},    {false, "error('late')", 1, 1},
+                 {false, nullptr, 1, 1},       {true, path.c_str(), 0, 3},
+                 {true, "missing.lua", 1, 1},  {true, nullptr, 1, 1}};
+    Engine engine;
+    EXPECT_EQ(engine.GetLanguage(), "lua");
+    for (const auto& c : cases) {
+        const CLuaAccess restore(engine.GetLuaState());
+        EXPECT_EQ(c.isFile ? engine.DoFile(c.argument) : engine.DoString(c.argument), c.status) << c.argument;
+        EXPECT_EQ(lua_gettop(engine.GetLuaState()), c.height) << c.argument;
+        EXPECT_TRUE(c.status == 0 || lua_type(engine.GetLuaState(), -1) == LUA_TSTRING);
+    }
+    std::remove(path.c_str());
+}
+
+TEST(ScriptEngine, FreshInterpreters) {
+    Engine engine;
+    engine.DoString("kept = 1 return 1");
+    EXPECT_TRUE(engine.InitLuaEnv());
+    EXPECT_EQ(engine.DoString("assert(kept == nil) kept = 1"), 0) << "without an UnInitLuaEnv before it";
+    engine.UnInitLuaEnv();
+    EXPECT_TRUE(!engine.GetLuaState() && !engine.GetLuaAccess() && engine.DoString("") && engine.DoFile(""));
+    engine.initialize();
+    EXPECT_EQ(engine.DoString("assert(kept == nil)"), 0);
+    lua_getglobal(engine.GetLuaState(), "math");
+    double pi = 0;
+    EXPECT_TRUE(engine.GetLuaAccess()->Read(pi, "pi", 3, 4));
+}
+
+// Copies share the interpreter, and the last one closes it (the leak check sees it if none does).
+TEST(ScriptEngine, Copies) {
+    auto first = std::make_unique<Engine>();
+    first->DoString("kept = 1");
+    Engine second(*first), third;
+    third = second;
+    first.reset();
+    EXPECT_EQ(third.DoString("assert(kept == 1)"), 0);
+    second.UnInitLuaEnv();
+    EXPECT_EQ(third.DoString("assert(kept == 1)"), 0);
+}
+
+TEST(ScriptEngine, PrintsItsStack) {
+    Engine engine;
+    engine.DoString("return 0.5, 'text', {}");
+    testing::internal::CaptureStdout();
+    engine.PrintLuaStack();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "--Stack Top(v)(3)--\n(i:3) table((null))\n(i:2) "
+                                                      "string(text)\n(i:1) number(0.5)\n--Stack Bottom--\n");
+    EXPECT_EQ(lua_type(engine.GetLuaState(), 1), LUA_TNUMBER);
+}
+
+// The process's engine is there before main, and its finalizers run when the library is unloaded.
+TEST(ScriptEngineDeathTest, LivesAsLongAsTheLibrary) {
+    const auto leave = [] {
+        CLuaScriptEngine::GetLuaScript()->DoString(
+            "kept = setmetatable({}, { __gc = function() io.stderr:write('engine closed') end })");
+        std::exit(0);
+    };
+    EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "engine closed");
+}
+
+} // namespace
