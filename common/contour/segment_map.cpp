@@ -95,6 +95,7 @@ int FindSegmentIndexByRate(const CCadMultiSegments* contour, double dRate, int n
 }
 
 void GetSegMap(const CCadObject* source, const CCadObject* destination, std::vector<int>& map) {
+    if (!source || !destination) return;
     const Form from = FormOf(source);
     const Form to = FormOf(destination);
     if (from == Form::kNone || to == Form::kNone) return;
