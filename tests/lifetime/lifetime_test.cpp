@@ -14,7 +14,7 @@ constexpr char kExtension[] = ".dll";
 constexpr int kRounds = 100; // a load takes 10 ms there
 #else
 constexpr char kExtension[] = ".so";
-constexpr int kRounds = 2000;
+constexpr int kRounds = 400;
 #endif
 
 // Loads a library that stands beside this program.
