@@ -5,5 +5,8 @@
 #include <qev/contour.h>
 #include <qev/geometry.h>
 #include <qev/lua.h>
+#include <qev/message.h>
 #include <qev/ranges.h>
+#include <qev/support.h>
 #include <qev/types.h>
+#include <qev/units.h>
