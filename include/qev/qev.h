@@ -6,4 +6,5 @@
 #include <qev/geometry.h>
 #include <qev/lua.h>
 #include <qev/ranges.h>
+#include <qev/technics.h>
 #include <qev/types.h>
