@@ -5,7 +5,9 @@
 add_library(qev_options INTERFACE)
 target_compile_options(qev_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wold-style-cast -Wnon-virtual-dtor
-  -Woverloaded-virtual -Werror -ffp-contract=off -fno-plt)
+  -Woverloaded-virtual -Werror -ffp-contract=off -fno-plt
+  $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>) # one unique symbol, an inline static, keeps a library from unloading
+
 # qev_library(NAME SOURCE...): one of the installed shared libraries. Its headers stand in include/<name in lower case>
 # beside its sources.
 function(qev_library name)
@@ -18,6 +20,10 @@ function(qev_library name)
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   if(WIN32)
     set_target_properties(${name} PROPERTIES PREFIX "" OUTPUT_NAME ${name})
+  else()
+    set(map ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+    target_link_options(${name} PRIVATE -Wl,--version-script=${map})
+    set_target_properties(${name} PROPERTIES LINK_DEPENDS ${map})
   endif()
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:qev_options>)
   target_compile_features(${name} PUBLIC cxx_std_20)

@@ -35,6 +35,7 @@ MAY_INCLUDE = {
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"script/\w+\.h"'),
     "tests": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>", r"<gtest/gtest\.h>", r'"(host|support|platform|technics)/\w+\.h"',
               r'"(\.\./)+(math|data|common)/[\w/]+\.h"'),
+    "tests/lifetime": (STANDARD, LUA, PUBLIC, r"<gtest/gtest\.h>", r'"platform/\w+\.h"'),
     "tests/support/win32": (STANDARD, r"<windows\.h>", r'"support/\w+\.h"'),
 }
 # The contour and geometry families need each other, so their order is by file: each uses what stands before it.

@@ -122,7 +122,8 @@ int WalkSegments(const CCadObject& contour, int count, const POLYPOS& pos, doubl
     const bool startNotReached = out.nSegIndex == pos.nSegIndex && ahead <= -kSame;
     const std::int64_t passed = walk.Passed();
     if (passed == 0) return 0;
-    return ToLaps(static_cast<double>((startNotReached ? passed - 1 : passed) / count));
+    const std::int64_t laps = (startNotReached ? passed - 1 : passed) / count;
+    return ToLaps(static_cast<double>(laps));
 }
 
 bool IsWalkedAsPiece(const CCadObject& object, int count) {

@@ -89,7 +89,8 @@ bool SpreadOver(const CCadObject* source, const CCadObject* destination, const s
 
 int FindSegmentIndexByRate(const CCadMultiSegments* contour, double dRate, int nFirst, double dLengthBefore,
                            double& dFoundBefore) {
-    const double total = contour ? contour->GetLength() : 0;
+    if (!contour) return -1;
+    const double total = contour->GetLength();
     if (IsSame(total, 0)) return -1;
     return FindByRate(*contour, total, dRate, nFirst, dLengthBefore, dFoundBefore);
 }

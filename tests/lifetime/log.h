@@ -14,6 +14,11 @@ struct LifetimeCounts {
     int created = 0;
     int deleted = 0;
     int calls = 0; ///< of the plug-in into the living instance
+    int enginesClosed = 0;
 };
 
 LIFETIME_API LifetimeCounts& GetLifetimeCounts();
+
+struct lua_State;
+/// For Lua to call when an engine closes, at a time when the probe may be gone.
+LIFETIME_API int CountClosedEngine(lua_State* L);

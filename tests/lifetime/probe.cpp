@@ -2,6 +2,8 @@
 
 #include <qev/qev.h>
 
+#include <lua.hpp>
+
 #include "log.h"
 
 struct Probe::AutoRelease {
@@ -42,4 +44,15 @@ extern "C" QEV_EXPORT const void* CodeOf(int library) {
     default:
         return nullptr;
     }
+}
+
+// Leaves something in the script engine that is collected when the engine closes.
+extern "C" QEV_EXPORT void WatchEngine() {
+    lua_State* L = qev::CLuaScriptEngine::GetLuaScript()->GetLuaState();
+    lua_newuserdata(L, 0);
+    lua_createtable(L, 0, 1);
+    lua_pushcfunction(L, CountClosedEngine);
+    lua_setfield(L, -2, "__gc");
+    lua_setmetatable(L, -2);
+    lua_setfield(L, LUA_REGISTRYINDEX, "lifetime");
 }

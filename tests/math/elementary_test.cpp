@@ -27,7 +27,7 @@ double AnyDouble(test::Random& random) {
 #ifndef _WIN32 // the C library there takes no more than 64 bits of pi in long double, so it is no judge
 // Distance in units of the last place of the exact value.
 double UlpsBetween(double got, long double exact) {
-    const int exponent = std::max(std::ilogb(exact) - 52, -1074);
+    const int exponent = exact == 0 ? -1074 : std::max(std::ilogb(exact) - 52, -1074);
     return static_cast<double>(std::abs(got - exact) / std::ldexp(1.0L, exponent));
 }
 
