@@ -34,6 +34,7 @@ MAY_INCLUDE = {
     "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|message)/\w+\.h"'),
     "common/technics": (STANDARD, LUA, PUBLIC, r"<qevdata/\w+\.h>", r'"\.\./script/(cursor_scope|protect)\.h"', r'"platform/\w+\.h"'),
     "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>"),
+    "tools/digest": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>"),
     "fuzz": (STANDARD, LUA, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
     "examples/settings": (STANDARD, LUA, PUBLIC),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"script/\w+\.h"'),
