@@ -29,7 +29,7 @@ MAY_INCLUDE = {
     "common/script": (STANDARD, LUA, r"<qev/lua/\w+\.h>"),
     "common/technics": (STANDARD, LUA, PUBLIC, r"<qevdata/\w+\.h>", r'"\.\./script/(cursor_scope|protect)\.h"', r'"platform/\w+\.h"'),
     "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"support/\w+\.h"'),
-    "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>"),
+    "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>", r'"contours/\w+\.h"'),
     "fuzz": (STANDARD, LUA, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
     "examples/settings": (STANDARD, LUA, PUBLIC),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"script/\w+\.h"'),
