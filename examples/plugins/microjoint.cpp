@@ -60,6 +60,7 @@ std::vector<math::PosRange> MicroJoint::FindBridges(const qev::CCadMultiSegments
         for (double i = 0; i < count; ++i) addBridge(stretch.range.start, (i + 0.5) * stretch.length / count);
     }
     if (bridges.empty() && found.longest > 2 * m_width) addBridge(found.chosen, -found.longest / 4);
+    qev::SortRange(&bridges);
     qev::CombineRange(&bridges, contour.GetSegmentCount());
     return bridges;
 }

@@ -98,6 +98,10 @@ TEST(Report, AreasCornersAndClosedness) {
 
 class HostRun : public testing::Test {
 protected:
+    // The process's technics manager keeps the plug-ins from one case to the next.
+    static void SetUpTestSuite() {
+        EXPECT_EQ(RunHost({FLANGE, "--rows", "0", "--plugin", LEADIN, "--plugin", MICROJOINT}).code, 0);
+    }
     void Write(const std::string& bytes) { std::ofstream(m_drawing, std::ios::binary) << bytes; }
     static std::string Text(const std::string& path) {
         std::ostringstream text;
@@ -168,8 +172,7 @@ TEST_F(HostRun, TechnicsAreAddedSavedLoadedAndRemoved) {
     const auto expect = [](const std::string& text, std::vector<const char*> parts) {
         for (const char* part : parts) EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
     };
-    expect(run({"--plugin", LEADIN, "--plugin", MICROJOINT, "--technics", "T={LeadIn={Length=4}}", "--params",
-                "MouseSegment=1;MouseRatio=0.75"}),
+    expect(run({"--technics", "T={LeadIn={Length=4}}", "--params", "MouseSegment=1;MouseRatio=0.75"}),
            {"lead-ins added to 4 of 4 objects", "class='path' d='M6 7.5L10 7.5'",
             "class='path' d='M25 6L25 10'", "L60 0'"});
     expect(run({"--technics", "T={LeadIn={Type='Arc',Angle=90}}", "--pick", "30,5"}),
@@ -198,7 +201,7 @@ TEST_F(HostRun, TechnicsOfThousandsOfObjects) {
     Write(test::DxfFile(circles));
     std::string saved;
     for (const auto& arguments : std::vector<std::vector<const char*>>{
-             {"--plugin", LEADIN, "--technics", "T={LeadIn={Angle=30.7}}"}, {"--load", m_saved.c_str()}}) {
+             {"--technics", "T={LeadIn={Angle=30.7}}"}, {"--load", m_saved.c_str()}}) {
         std::vector<const char*> all = {m_drawing.c_str(), "--save", m_saved.c_str()};
         all.insert(all.end(), arguments.begin(), arguments.end());
         ASSERT_EQ(RunHost(all).code, 0);
@@ -213,8 +216,9 @@ TEST_F(HostRun, RefusedTechnicsEndInOneLine) {
     std::ofstream(m_saved) << "7 3\nT={\n";
     const std::pair<std::vector<const char*>, const char*> refusals[] = {
         {{"--plugin", "nowhere.so"}, "nowhere.so: "},
-        {{"--technics", "T={LeadIn={}}"}, "no operator has a table"},
-        {{"--plugin", LEADIN, "--technics", "T={LeadIn={Angle=0}}"}, "LeadIn.Angle = 0 "},
+        {{"--technics", "T={Other={}}"}, "no operator has a table"},
+        {{"--plugin", LEADIN}, "is loaded already"},
+        {{"--technics", "T={LeadIn={Angle=0}}"}, "LeadIn.Angle = 0 "},
         {{"--technics", "os.exit()"}, "no technics: technics:1: "},
         {{"--remove", "1"}, "removed from 0 of 1"},
         {{"--load", m_saved.c_str()}, "do not fit"},
