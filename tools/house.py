@@ -33,7 +33,7 @@ MAY_INCLUDE = {
     "common/script": (STANDARD, LUA, r"<qev/lua/\w+\.h>"),
     "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|message)/\w+\.h"'),
     "common/technics": (STANDARD, LUA, PUBLIC, r"<qevdata/\w+\.h>", r'"\.\./script/(cursor_scope|protect)\.h"', r'"platform/\w+\.h"'),
-    "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>"),
+    "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>", r'"contours/\w+\.h"'),
     "tools/digest": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>"),
     "fuzz": (STANDARD, LUA, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
     "examples/settings": (STANDARD, LUA, PUBLIC),

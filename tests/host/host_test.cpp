@@ -98,18 +98,25 @@ TEST(Report, AreasCornersAndClosedness) {
 
 class HostRun : public testing::Test {
 protected:
+    // The process's technics manager keeps the plug-ins from one case to the next.
+    static void SetUpTestSuite() {
+        EXPECT_EQ(RunHost({FLANGE, "--rows", "0", "--plugin", LEADIN, "--plugin", MICROJOINT}).code, 0);
+    }
     void Write(const std::string& bytes) { std::ofstream(m_drawing, std::ios::binary) << bytes; }
-    std::string Picture() const {
+    static std::string Text(const std::string& path) {
         std::ostringstream text;
-        text << std::ifstream(m_picture).rdbuf();
+        text << std::ifstream(path, std::ios::binary).rdbuf();
         return text.str();
     }
+    std::string Picture() const { return Text(m_picture); }
     ~HostRun() override {
         std::remove(m_drawing.c_str());
         std::remove(m_picture.c_str());
+        std::remove(m_saved.c_str());
     }
     const std::string m_drawing = testing::TempDir() + "qev_host_test.dxf";
     const std::string m_picture = testing::TempDir() + "qev_host_test.svg";
+    const std::string m_saved = testing::TempDir() + "qev_host_test.technics";
 };
 
 TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
@@ -149,6 +156,80 @@ TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
     EXPECT_NE(
         RunHost({m_drawing.c_str(), "--start-zones", "5.1"}).out.find("     0      1      0        0.000\n"),
         std::string::npos);
+}
+
+// Two squares, one run counter-clockwise from the lower left, one clockwise; a circle and a line.
+TEST_F(HostRun, TechnicsAreAddedSavedLoadedAndRemoved) {
+    Write(test::DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 "
+                        "0 LWPOLYLINE 70 1 10 20 20 0 10 20 20 10 10 30 20 10 10 30 20 0 "
+                        "0 CIRCLE 10 50 20 5 40 5 0 LINE 10 60 20 0 11 60 21 9 0 POINT 10 0 20 0"));
+    const auto run = [this](std::vector<const char*> arguments) {
+        arguments.insert(arguments.begin(), {m_drawing.c_str(), "--join", "0", "--svg", m_picture.c_str()});
+        const Ran ran = RunHost(arguments);
+        EXPECT_EQ(ran.code, 0) << ran.errors;
+        return ran.out + Picture();
+    };
+    const auto expect = [](const std::string& text, std::vector<const char*> parts) {
+        for (const char* part : parts) EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
+    };
+    expect(run({"--technics", "T={LeadIn={Length=4}}", "--params", "MouseSegment=1;MouseRatio=0.75"}),
+           {"lead-ins added to 4 of 4 objects", "class='path' d='M6 7.5L10 7.5'",
+            "class='path' d='M25 6L25 10'", "L60 0'"});
+    expect(run({"--technics", "T={LeadIn={Type='Arc',Angle=90}}", "--pick", "30,5"}),
+           {"added to 1 of 1", "class='path' d='M23 8A2 2 0 0 0 25 10'"});
+    expect(run({"--technics", "T={MicroJoint={Width=2,Spacing=5,Zone=1}}", "--save", m_saved.c_str()}),
+           {"class='path' d='M6 0L10 0L10 4'", "class='path' d='M60 0L60 3.5'"});
+    expect(run({"--load", m_saved.c_str(), "--technics", "T={LeadIn={}}", "--save", m_saved.c_str()}), {});
+    const std::string saved = Text(m_saved);
+    expect(saved, {"\nT={LeadIn={Type=\"Line\",Length=5,Angle=90,Radius=2,Zone=1,Segment=1,Ratio=0.5},"
+                   "MicroJoint={Width=2,Spacing=5,Zone=1},};\n"});
+    expect(run({"--load", m_saved.c_str(), "--save", m_saved.c_str()}), {});
+    EXPECT_EQ(Text(m_saved), saved);
+    expect(run({"--load", m_saved.c_str(), "--remove", "1", "--save", m_saved.c_str()}),
+           {"removed from 4 of 4"});
+    expect(run({"--load", m_saved.c_str(), "--remove", "2", "--save", m_saved.c_str()}),
+           {"removed from 4 of 4"});
+    EXPECT_EQ(Text(m_saved), "");
+}
+
+TEST_F(HostRun, TechnicsOfThousandsOfObjects) {
+    test::Random random;
+    std::string circles;
+    for (int i = 0; i < 3000; ++i)
+        circles +=
+            "0 CIRCLE 10 " + std::to_string(i) + " 20 0 40 " + std::to_string(random.Uniform(0.1, 20)) + " ";
+    Write(test::DxfFile(circles));
+    std::string saved;
+    for (const auto& arguments : std::vector<std::vector<const char*>>{
+             {"--technics", "T={LeadIn={Angle=30.7}}"}, {"--load", m_saved.c_str()}}) {
+        std::vector<const char*> all = {m_drawing.c_str(), "--save", m_saved.c_str()};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        ASSERT_EQ(RunHost(all).code, 0);
+        if (saved.empty()) saved = Text(m_saved);
+        EXPECT_EQ(Text(m_saved), saved);
+    }
+    EXPECT_GT(saved.size(), 200'000u);
+}
+
+TEST_F(HostRun, RefusedTechnicsEndInOneLine) {
+    Write(test::DxfFile("0 CIRCLE 10 50 20 5 40 5"));
+    std::ofstream(m_saved) << "7 3\nT={\n";
+    const std::pair<std::vector<const char*>, const char*> refusals[] = {
+        {{"--plugin", "nowhere.so"}, "nowhere.so: "},
+        {{"--technics", "T={Other={}}"}, "no operator has a table"},
+        {{"--plugin", LEADIN}, "is loaded already"},
+        {{"--technics", "T={LeadIn={Angle=0}}"}, "LeadIn.Angle = 0 "},
+        {{"--technics", "os.exit()"}, "no technics: technics:1: "},
+        {{"--remove", "1"}, "removed from 0 of 1"},
+        {{"--load", m_saved.c_str()}, "do not fit"},
+        {{"--load", m_drawing.c_str()}, "are damaged"}};
+    for (const auto& [arguments, why] : refusals) {
+        std::vector<const char*> all = {m_drawing.c_str()};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        const Ran ran = RunHost(all);
+        EXPECT_EQ(ran.code, 1) << why;
+        EXPECT_NE(ran.errors.find(why), std::string::npos) << ran.errors;
+    }
 }
 
 TEST_F(HostRun, DamageEndsInOneLineAndExitCodeOne) {
