@@ -1,17 +1,8 @@
-#include <cmath>
-#include <memory>
-
-#include <qev/contour.h>
-
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
-using math::POLYPOS;
-using math::PosRange;
+using namespace test;
 
 double LengthTo(const CCadMultiSegments& contour, const POLYPOS& pos) {
     double length = contour.GetSegment(pos.nSegIndex).GetLength() * pos.dRatio;
@@ -19,7 +10,7 @@ double LengthTo(const CCadMultiSegments& contour, const POLYPOS& pos) {
     return length;
 }
 
-POLYPOS RandomPos(test::Random& random, const CCadObject& contour) {
+POLYPOS RandomPos(Random& random, const CCadObject& contour) {
     POLYPOS pos{random.Int(0, contour.GetSegmentCount() - 1),
                 random.Int(0, 3) == 0 ? 0.0 : random.Uniform(0, 1)};
     NormalizePos(&contour, pos);
@@ -28,10 +19,10 @@ POLYPOS RandomPos(test::Random& random, const CCadObject& contour) {
 
 // The cut is as long as the difference of the positions, runs between their points, and lies on the contour.
 TEST(SubContour, CutsTheStretchBetweenTwoPositions) {
-    test::Random random;
+    Random random;
     int cuts = 0;
     for (int i = 0; i < 500; ++i) {
-        const auto contour = test::RandomPolyline(random, 8);
+        const auto contour = RandomPolyline(random, 8);
         PosRange range{RandomPos(random, *contour), RandomPos(random, *contour)};
         if (!contour->IsClose() && PolyPosToDouble(range.end) < PolyPosToDouble(range.start))
             std::swap(range.start, range.end);
@@ -47,7 +38,7 @@ TEST(SubContour, CutsTheStretchBetweenTwoPositions) {
         EXPECT_POINT_NEAR(cut->GetEndPoint(),
                           contour->GetSegment(range.end.nSegIndex).GetPoint(range.end.dRatio), 1e-10);
         for (int s = 0; s < cut->GetSegmentCount(); ++s) {
-            math::DPOINT2 nearest;
+            DPOINT2 nearest;
             EXPECT_LE(
                 GetMinDistance(contour.get(), cut->GetSegment(s).GetPoint(random.Uniform(0, 1)), nearest),
                 1e-6);
@@ -57,17 +48,17 @@ TEST(SubContour, CutsTheStretchBetweenTwoPositions) {
 }
 
 TEST(SubContour, BezierPiecesAreTakenWholeOrNotAtAll) {
-    const auto contour = test::PolylineEx("0 0 L 10 0 A 20 0 1 B 22 5 28 5 30 0 L 40 0");
+    const auto contour = PolylineEx("0 0 L 10 0 A 20 0 1 B 22 5 28 5 30 0 L 40 0");
     const std::unique_ptr<CCadMultiSegments> whole(GetPolylineByRange(contour.get(), {{0, 0.5}, {3, 0.5}}));
     ASSERT_EQ(whole->GetType(), kCadPolylineEx);
     const int types[] = {1, 2, 3, 1};
     for (int i = 0; i < 4; ++i) EXPECT_EQ(whole->GetSegment(i).nType, types[i]);
-    EXPECT_POINT_NEAR(whole->GetSegment(2).ptCtrl2, (math::DPOINT2{28, 5}), 0);
+    EXPECT_POINT_NEAR(whole->GetSegment(2).ptCtrl2, (DPOINT2{28, 5}), 0);
     const std::unique_ptr<CCadMultiSegments> partial(
         GetMultiSementsByRange(contour.get(), {{2, 0.5}, {3, 0.5}}));
     EXPECT_EQ(partial->GetType(), kCadPolylineEx);
     ASSERT_EQ(partial->GetSegmentCount(), 1);
-    EXPECT_POINT_NEAR(partial->GetSegment(0).ptEnd, (math::DPOINT2{35, 0}), 1e-12);
+    EXPECT_POINT_NEAR(partial->GetSegment(0).ptEnd, (DPOINT2{35, 0}), 1e-12);
     const std::unique_ptr<CCadMultiSegments> before(
         GetMultiSementsByRange(contour.get(), {{0, 0.5}, {1, 0.5}}));
     EXPECT_EQ(before->GetType(), kCadPolyline) << "no Bezier piece was met";
@@ -75,7 +66,7 @@ TEST(SubContour, BezierPiecesAreTakenWholeOrNotAtAll) {
 
 // Modes on a square of side 10, as the length that is left; on the open one the walk would have to wrap.
 TEST(SubContour, RoundingMovesEndsToJoints) {
-    const auto square = test::Polyline("0 0 L 10 0 L 10 10 L 0 10 L 0 0");
+    const auto square = Polyline("0 0 L 10 0 L 10 10 L 0 10 L 0 0");
     const struct {
         PosRange range;
         double lengths[5]; // modes 0 to 4
@@ -94,7 +85,7 @@ TEST(SubContour, RoundingMovesEndsToJoints) {
             ASSERT_TRUE(cut);
             EXPECT_NEAR(cut->GetLength(), c.lengths[mode], 1e-12) << c.range.start.dRatio << " mode " << mode;
         }
-    const auto open = test::Polyline("0 0 L 10 0 L 10 10");
+    const auto open = Polyline("0 0 L 10 0 L 10 10");
     const std::unique_ptr<CCadMultiSegments> outward(
         GetMultiSementsByRangeRound(open.get(), {{0, 0.5}, {1, 0.5}}, 2));
     EXPECT_EQ(outward->GetLength(), 20);

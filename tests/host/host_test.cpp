@@ -1,20 +1,14 @@
-#include <cmath>
 #include <cstdio>
 #include <fstream>
-#include <sstream>
-
-#include <qev/qev.h>
-
-#include <gtest/gtest.h>
 
 #include "host/dxf_text.h"
 #include "host/host.h"
 #include "host/report.h"
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using math::DPOINT2;
+using namespace test;
 
 struct Ran {
     int code;
@@ -31,7 +25,7 @@ Ran RunHost(std::vector<const char*> arguments) {
 
 host::Drawing& Join(host::Drawing& drawing, const std::string& entities, double tolerance) {
     host::ErrorLog log(false);
-    host::ReadDxfBytes(test::DxfFile(entities), log, drawing);
+    host::ReadDxfBytes(DxfFile(entities), log, drawing);
     host::JoinOpenPieces(drawing.root, tolerance);
     return drawing;
 }
@@ -42,7 +36,7 @@ TEST(Join, PiecesOfAnyOrderBecomeOneContour) {
         "0 LINE 8 a 10 1 20 0 11 9 21 0 ",         "0 LINE 8 a 10 10 20 5 11 10 21 1 ",
         "0 ARC 8 a 10 9 20 1 40 1 50 270 51 360 ", "0 ARC 8 a 10 1 20 1 40 1 50 180 51 270 ",
         "0 LINE 8 a 10 0 20 1.004 11 0 21 5 ",     "0 LWPOLYLINE 8 a 70 0 10 10 20 5 10 5 20 8 10 0 20 5 "};
-    test::Random random;
+    Random random;
     for (int i = 0; i < 50; ++i) {
         std::string entities;
         for (std::size_t left = pieces.size(); left > 0; --left) {
@@ -53,10 +47,10 @@ TEST(Join, PiecesOfAnyOrderBecomeOneContour) {
         host::Drawing drawing;
         const auto objects = Join(drawing, entities + "0 LINE 8 b 10 1 20 0 11 1 21 -5", 0.01).Objects();
         ASSERT_EQ(objects.size(), 2u) << "another layer is left alone";
-        const qev::CCadObject& contour = objects[0]->GetSegmentCount() > 1 ? *objects[0] : *objects[1];
+        const CCadObject& contour = objects[0]->GetSegmentCount() > 1 ? *objects[0] : *objects[1];
         EXPECT_TRUE(contour.IsClose());
         EXPECT_EQ(contour.GetSegmentCount(), 7);
-        EXPECT_NEAR(contour.GetLength(), 8 + 4 + 4 + math::kPi + 2 * std::sqrt(34.0), 0.02);
+        EXPECT_NEAR(contour.GetLength(), 8 + 4 + 4 + kPi + 2 * std::sqrt(34.0), 0.02);
     }
 }
 
@@ -75,7 +69,7 @@ TEST(Join, LeavesWhatDoesNotTouch) {
              0.01)
             .Objects();
     ASSERT_EQ(joined.size(), 1u);
-    EXPECT_EQ(joined[0]->GetType(), qev::kCadPolylineEx);
+    EXPECT_EQ(joined[0]->GetType(), kCadPolylineEx);
     EXPECT_NEAR(joined[0]->GetLength(), 4 + 9.688448220547675 / 2, 1e-6);
 }
 
@@ -87,12 +81,12 @@ TEST(Report, AreasCornersAndClosedness) {
                                              "0 ELLIPSE 10 0 20 0 11 4 21 0 40 0.5 41 0 42 6.283185307179586",
                                              0));
     ASSERT_EQ(reports.size(), 4u);
-    EXPECT_NEAR(reports[0].area, 4 * math::kPi, 1e-9);
+    EXPECT_NEAR(reports[0].area, 4 * kPi, 1e-9);
     EXPECT_NEAR(reports[1].area, 6, 1e-9);
     EXPECT_EQ(reports[1].corners.size(), 3u);
     EXPECT_EQ(reports[2].corners.size(), 0u) << "a turn of 14 degrees";
     EXPECT_EQ(reports[2].area, 0);
-    EXPECT_NEAR(reports[3].area, 8 * math::kPi, 0.02);
+    EXPECT_NEAR(reports[3].area, 8 * kPi, 0.02);
     EXPECT_EQ(reports[3].corners.size(), 0u);
 }
 
@@ -113,8 +107,8 @@ protected:
 };
 
 TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
-    Write(test::DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 0 CIRCLE 10 5 20 5 40 "
-                        "2 0 TEXT 10 1 20 1 40 1 1 A"));
+    Write(DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 0 CIRCLE 10 5 20 5 40 "
+                  "2 0 TEXT 10 1 20 1 40 1 1 A"));
     const Ran ran = RunHost({m_drawing.c_str(), "--svg", m_picture.c_str(), "--polyline", "0.01", "--cut",
                              "0:3.5:1.25", "--rows", "2"});
     EXPECT_EQ(ran.code, 0) << ran.errors;
@@ -157,7 +151,7 @@ TEST_F(HostRun, DamageEndsInOneLineAndExitCodeOne) {
     EXPECT_EQ(missing.errors, "nowhere.dxf: cannot be opened\n");
     Write("");
     EXPECT_EQ(RunHost({m_drawing.c_str()}).errors, m_drawing + ": the file is empty\n");
-    Write(test::DxfFile("0 LINE 10 1 20 2 0 CIRCLE 10 0 20 0 40 1"));
+    Write(DxfFile("0 LINE 10 1 20 2 0 CIRCLE 10 0 20 0 40 1"));
     const Ran strict = RunHost({m_drawing.c_str()});
     const Ran lenient = RunHost({m_drawing.c_str(), "--lenient"});
     EXPECT_EQ(strict.code + lenient.code, 2);

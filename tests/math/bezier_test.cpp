@@ -1,33 +1,26 @@
-#include <cmath>
-
-#include <qevmath/qevmath.h>
-
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using math::CubicBezier;
-using math::DPOINT2;
+using namespace test;
 
-CubicBezier Random(test::Random& random) {
+CubicBezier RandomBezier(Random& random) {
     return {random.Point(), random.Point(), random.Point(), random.Point()};
 }
 
-test::CurvePoint Curve(const CubicBezier& b) {
+CurvePoint Curve(const CubicBezier& b) {
     return [b](double t) { return b.PointAt(t); };
 }
 
 // Chord sums of n and 2n samples; the extrapolated value is exact to the fourth order of the step.
 double Extrapolated(const CubicBezier& b, int n) {
-    return (4 * test::SampledLength(Curve(b), 2 * n) - test::SampledLength(Curve(b), n)) / 3;
+    return (4 * SampledLength(Curve(b), 2 * n) - SampledLength(Curve(b), n)) / 3;
 }
 
 TEST(Bezier, LengthAgainstExtrapolatedChords) {
-    test::Random random;
+    Random random;
     for (int i = 0; i < 100; ++i) {
-        const CubicBezier b = Random(random);
+        const CubicBezier b = RandomBezier(random);
         EXPECT_NEAR(b.GetLength() / Extrapolated(b, 20000), 1, 1e-10);
     }
 }
@@ -50,9 +43,9 @@ TEST(Bezier, LengthOfClosedForms) {
 }
 
 TEST(Bezier, ParameterAtLengthInvertsTheLength) {
-    test::Random random;
+    Random random;
     for (int i = 0; i < 100; ++i) {
-        const CubicBezier b = Random(random);
+        const CubicBezier b = RandomBezier(random);
         const double t = b.ParameterAt(random.Uniform(0, 1));
         // the first part on its own, by de Casteljau
         const DPOINT2 p01 = math::Interpolate(b.start, b.ctrl1, t),
@@ -65,16 +58,11 @@ TEST(Bezier, ParameterAtLengthInvertsTheLength) {
 }
 
 TEST(Bezier, NearestBoxAndAreaAgainstSamples) {
-    test::Random random;
+    Random random;
     for (int i = 0; i < 300; ++i) {
-        const CubicBezier b = Random(random);
+        const CubicBezier b = RandomBezier(random);
         const DPOINT2 p = random.Point();
-        const double distance = math::D2GetDistance(p, b.GetNearest(p));
-        const double sampled = test::SampledDistance(Curve(b), p, 5000);
-        EXPECT_LE(distance, sampled + 1e-9);
-        EXPECT_GE(distance, sampled - 0.1) << "one sample step";
-        test::ExpectBoxFits(b.GetBounds(), Curve(b), 5000, 1e-4);
-        EXPECT_NEAR(b.GetChordArea(), test::SampledArea(Curve(b), 5000), 1e-2);
+        ExpectFits(Curve(b), 5000, p, b.GetNearest(p), b.GetBounds(), b.GetChordArea(), {0.1, 1e-4, 1e-2});
     }
 }
 
@@ -94,7 +82,7 @@ TEST(Bezier, TangentsWhereTheDerivativeVanishes) {
 }
 
 TEST(Bezier, HostileNumbersEnd) {
-    for (const double a : {0.0, 1e-320, 1e300, test::kInf, test::kNaN}) {
+    for (const double a : {0.0, 1e-320, 1e300, kInf, kNaN}) {
         const CubicBezier b{{a, 0}, {1, a}, {-a, 1}, {a, a}};
         (void)b.GetLength();
         (void)b.ParameterAt(0.5);

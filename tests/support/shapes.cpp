@@ -62,6 +62,33 @@ std::unique_ptr<qev::CCadPolylineEx> PolylineEx(const std::string& text) {
     return Parse<qev::CCadPolylineEx>(text);
 }
 
+std::unique_ptr<qev::CCadObject> Object(const std::string& text) {
+    if (text.find_first_of("0123456789-") == 0) {
+        if (text.find('B') != std::string::npos) return PolylineEx(text);
+        return Polyline(text);
+    }
+    std::istringstream in(text);
+    std::string kind;
+    double x = 0, y = 0, n[5] = {};
+    in >> kind >> x >> y >> n[0] >> n[1] >> n[2] >> n[3] >> n[4];
+    const bool ccw = text.find(" cw") == std::string::npos;
+    const math::DPOINT2 p{x, y};
+    if (kind == "dot") return std::make_unique<qev::CCadDot>(p);
+    if (kind == "line") return std::make_unique<qev::CCadLine>(p, math::DPOINT2{n[0], n[1]});
+    if (kind == "circle") return std::make_unique<qev::CCadCircle>(p, n[0], ccw);
+    if (kind == "arc") return std::make_unique<qev::CCadArc>(p, n[0], n[1], n[2], ccw);
+    if (kind == "ellipse") return std::make_unique<qev::CCadEllipse>(p, n[0], n[1], n[2], ccw);
+    if (kind == "ellipsearc")
+        return std::make_unique<qev::CCadEllipseArc>(p, n[0], n[1], n[2], n[3], n[4], ccw);
+    if (kind == "rectangle") return std::make_unique<qev::CCadRectangle>(p, n[0], n[1], n[2]);
+    if (kind == "text") return std::make_unique<qev::CCadText>("a");
+    if (kind == "group") return std::make_unique<qev::CCadGroup>();
+    if (kind == "polyline") return std::make_unique<qev::CCadPolyline>();
+    if (kind == "relation") return std::make_unique<qev::CCadRelationGroup>();
+    EXPECT_EQ(kind, "null");
+    return nullptr;
+}
+
 std::unique_ptr<qev::CCadPolyline> RandomPolyline(Random& random, int segments) {
     auto contour = std::make_unique<qev::CCadPolyline>();
     AddRandom(random, *contour, segments);
@@ -80,6 +107,22 @@ qev::CCadGroup* AddGroup(qev::CCadGroup& parent) {
     return group;
 }
 
+void Fill(qev::CCadGroup& group, std::initializer_list<qev::CCadObject*> members) {
+    for (qev::CCadObject* member : members) group.PushBack(member);
+}
+
+qev::CCadRelationGroup* RelationTo(qev::CCadObject* object) {
+    auto* relation = new qev::CCadRelationGroup;
+    relation->GetRelationPaths().push_back(object);
+    return relation;
+}
+
+qev::CCadText* TextOf(qev::CCadObject* outline) {
+    auto* text = new qev::CCadText("a");
+    text->GetTextGroup()->PushBack(outline);
+    return text;
+}
+
 double SampledLength(const CurvePoint& curve, int samples) {
     double length = 0;
     for (int i = 0; i < samples; ++i)
@@ -94,12 +137,6 @@ double SampledDistance(const CurvePoint& curve, const math::DPOINT2& p, int samp
     return distance;
 }
 
-math::Bounds SampledBounds(const CurvePoint& curve, int samples) {
-    math::Bounds bounds;
-    for (int i = 0; i <= samples; ++i) bounds.Add(curve(i / double(samples)));
-    return bounds;
-}
-
 double SampledArea(const CurvePoint& curve, int samples) {
     double twice = 0;
     const math::DPOINT2 origin = curve(0);
@@ -108,15 +145,20 @@ double SampledArea(const CurvePoint& curve, int samples) {
     return twice / 2;
 }
 
-void ExpectBoxFits(const math::Bounds& box, const CurvePoint& curve, int samples, double slack) {
-    const math::Bounds sampled = SampledBounds(curve, samples);
+void ExpectFits(const CurvePoint& curve, int samples, const math::DPOINT2& p, const math::DPOINT2& nearest,
+                const math::Bounds& box, double area, const Slack& slack) {
+    const double distance = math::D2GetDistance(p, nearest), sampled = SampledDistance(curve, p, samples);
+    EXPECT_LE(distance, sampled + 1e-9);
+    EXPECT_GE(distance, sampled - slack.distance);
+    math::Bounds inner;
+    for (int i = 0; i <= samples; ++i) inner.Add(curve(i / double(samples)));
     const double rounding = 1e-12 * (1 + math::Norm(box.lower) + math::Norm(box.upper));
-    const double gaps[] = {sampled.lower.x - box.lower.x, sampled.lower.y - box.lower.y,
-                           box.upper.x - sampled.upper.x, box.upper.y - sampled.upper.y};
-    for (const double gap : gaps) {
+    for (const double gap : {inner.lower.x - box.lower.x, inner.lower.y - box.lower.y,
+                             box.upper.x - inner.upper.x, box.upper.y - inner.upper.y}) {
         EXPECT_GE(gap, -rounding);
-        EXPECT_LE(gap, slack);
+        EXPECT_LE(gap, slack.box);
     }
+    EXPECT_NEAR(area, SampledArea(curve, samples), slack.area);
 }
 
 } // namespace test
