@@ -12,26 +12,14 @@ std::unique_ptr<CCadPolyline> Convert(const CCadObject& object, const std::strin
     return std::unique_ptr<CCadPolyline>(out);
 }
 
-DPOINT2 PieceAt(const OutlinePiece& piece, double u) {
-    if (const auto* ellipse = std::get_if<math::EllipticArc>(&piece))
-        return ellipse->PointAt(ellipse->GetStart() + u * ellipse->GetSweep());
-    const SEGMENT& segment = std::get<SEGMENT>(piece);
-    return segment.nType == SEGMENT::kBezier ? segment.GetBezier().PointAt(u) : segment.GetPoint(u);
-}
-
 // The largest distance between the two, sampled densely both ways.
 double Deviation(const CCadObject& object, const CCadPolyline& polyline) {
     double worst = 0;
     DPOINT2 nearest;
-    for (int i = 0; i < object.GetPieceCount(); ++i)
-        for (int k = 0; k <= 300; ++k) {
-            const DPOINT2 p = PieceAt(object.GetPiece(i), k / 300.0);
-            worst = std::max(worst, GetMinDistance(&polyline, p, nearest));
-        }
-    for (int k = 0; k < polyline.GetSegmentCount() * 8; ++k) {
-        const DPOINT2 p = polyline.GetSegment(k / 8).GetPoint(k % 8 / 8.0);
-        worst = std::max(worst, GetMinDistance(&object, p, nearest));
-    }
+    for (int k = 0, n = 300 * object.GetPieceCount(); k <= n; ++k)
+        worst = std::max(worst, GetMinDistance(&polyline, Along(object)(k / double(n)), nearest));
+    for (int k = 0, n = 8 * polyline.GetPieceCount(); k <= n; ++k)
+        worst = std::max(worst, GetMinDistance(&object, Along(polyline)(k / double(n)), nearest));
     return worst;
 }
 

@@ -4,18 +4,6 @@ namespace {
 
 using namespace test;
 
-double Sampled(const CCadMultiSegments& contour, const DPOINT2& p) {
-    double best = kInf;
-    for (int i = 0; i < contour.GetSegmentCount(); ++i) {
-        const SEGMENT segment = contour.GetSegment(i);
-        const auto curve = [&](double r) {
-            return segment.nType == 3 ? segment.GetBezier().PointAt(r) : segment.GetPoint(r);
-        };
-        best = std::min(best, SampledDistance(curve, p, 2000));
-    }
-    return best;
-}
-
 TEST(MinDistance, AgainstSamples) {
     Random random;
     for (int i = 0; i < 100; ++i) {
@@ -23,8 +11,9 @@ TEST(MinDistance, AgainstSamples) {
         const DPOINT2 p = random.Point();
         DPOINT2 nearest;
         const double distance = GetMinDistance(contour.get(), p, nearest);
-        EXPECT_LE(distance, Sampled(*contour, p) + 1e-9);
-        EXPECT_GE(distance, Sampled(*contour, p) - 1) << "one sample step of the longest arcs";
+        const double sampled = SampledDistance(Along(*contour), p, 2000 * contour->GetPieceCount());
+        EXPECT_LE(distance, sampled + 1e-9);
+        EXPECT_GE(distance, sampled - 1) << "one sample step of the longest arcs";
         EXPECT_NEAR(math::D2GetDistance(p, nearest), distance, 1e-12);
     }
 }

@@ -30,13 +30,10 @@ TEST(NearestPosition, AgainstSamples) {
         const PosInfo info = Pick(group, p, 1e4);
         ASSERT_EQ(info.pObject, contour);
         EXPECT_EQ(info.nTag, static_cast<int>(contour->GetID()));
-        double nearest = kInf, gap = 0;
-        for (int s = 0; s < contour->GetSegmentCount(); ++s) {
-            const SEGMENT segment = contour->GetSegment(s);
-            const auto at = [&](double ratio) { return segment.GetPoint(ratio); };
-            nearest = std::min(nearest, SampledDistance(at, p, 400));
-            gap = std::max(gap, segment.GetLength() / 100);
-        }
+        double gap = 0;
+        for (int s = 0; s < contour->GetSegmentCount(); ++s)
+            gap = std::max(gap, contour->GetSegment(s).GetLength() / 100);
+        const double nearest = SampledDistance(Along(*contour), p, 400 * contour->GetSegmentCount());
         DPOINT2 answered;
         ASSERT_TRUE(PosToCoor(contour, info.nIndex, info.dRatio, answered));
         const double excess = math::D2GetDistance(p, answered) - nearest;

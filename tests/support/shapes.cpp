@@ -123,6 +123,24 @@ qev::CCadText* TextOf(qev::CCadObject* outline) {
     return text;
 }
 
+CurvePoint Along(const qev::CCadObject& object) {
+    return [&](double r) {
+        const int count = object.GetPieceCount(), i = std::min(static_cast<int>(r * count), count - 1);
+        const double u = r * count - i;
+        const qev::OutlinePiece piece = object.GetPiece(i);
+        if (const auto* ellipse = std::get_if<math::EllipticArc>(&piece))
+            return ellipse->PointAt(ellipse->GetStart() + u * ellipse->GetSweep());
+        const auto& segment = std::get<qev::SEGMENT>(piece);
+        return segment.nType == qev::SEGMENT::kBezier ? segment.GetBezier().PointAt(u) : segment.GetPoint(u);
+    };
+}
+
+double LengthTo(const qev::CCadMultiSegments& contour, int segment, double ratio) {
+    double length = contour.GetSegment(segment).GetLength() * ratio;
+    while (--segment >= 0) length += contour.GetSegment(segment).GetLength();
+    return length;
+}
+
 double SampledLength(const CurvePoint& curve, int samples) {
     double length = 0;
     for (int i = 0; i < samples; ++i)

@@ -41,6 +41,10 @@ qev::CCadRelationGroup* RelationTo(qev::CCadObject* object);
 /// A text whose outline is an object, which it owns.
 qev::CCadText* TextOf(qev::CCadObject* outline);
 
+/// The outline of an object, each piece over an equal part of [0, 1].
+CurvePoint Along(const qev::CCadObject& object);
+/// The length of a contour up to a segment and a fraction of it, summed segment by segment.
+double LengthTo(const qev::CCadMultiSegments& contour, int segment, double ratio);
 /// Sum of `samples` chords.
 double SampledLength(const CurvePoint& curve, int samples);
 /// Smallest distance from p to `samples` points.
