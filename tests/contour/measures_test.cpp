@@ -67,8 +67,7 @@ TEST(Measures, EndsDescendThroughContainers) {
 }
 
 TEST(Measures, AreaAgainstAFinePolygon) {
-    Random random;
-    for (int i = 0; i < 200; ++i) {
+    for (Random random; random.Rounds(200);) {
         const auto contour = RandomPolyline(random, 8);
         const double fine = SampledArea(Along(*contour), 2000 * contour->GetSegmentCount());
         const double size = 1 + contour->GetLength() * contour->GetLength();
@@ -107,8 +106,7 @@ TEST(PointTests, SignedAngles) {
     EXPECT_DOUBLE_EQ(IntersectionAngle({1, 0}, {0, 1}), kPi / 2);
     EXPECT_DOUBLE_EQ(IntersectionAngle({1, 0}, {0, -1}), -kPi / 2);
     EXPECT_DOUBLE_EQ(IntersectionAngle({1, 0}, {-1, 0}), -kPi);
-    Random random;
-    for (int i = 0; i < 1000; ++i) {
+    for (Random random; random.Rounds(1000);) {
         const double turn = random.Uniform(-3.14, 3.14);
         const DPOINT2 u = random.Point();
         EXPECT_NEAR(IntersectionAngle(u, math::Rotated(u, turn) * random.Uniform(0.1, 9)), turn, 1e-14);

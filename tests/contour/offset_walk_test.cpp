@@ -6,8 +6,7 @@ using namespace test;
 
 // Walks of up to some laps either way against the sum of lengths, modulo the whole.
 TEST(OffsetWalk, AgainstSummedLengths) {
-    Random random;
-    for (int i = 0; i < 2000; ++i) {
+    for (Random random; random.Rounds(2000);) {
         const auto contour = RandomPolylineEx(random, 8);
         const double total = contour->GetLength();
         if (total == 0) continue;
@@ -17,7 +16,7 @@ TEST(OffsetWalk, AgainstSummedLengths) {
         const double travelled = LengthTo(*contour, pos.nSegIndex, pos.dRatio) + offset;
         const double error = std::remainder(LengthTo(*contour, out.nSegIndex, out.dRatio) - travelled, total);
         EXPECT_LE(std::abs(error), 1e-12 * total);
-        EXPECT_EQ(laps, static_cast<int>(std::abs(offset) / total)) << i;
+        EXPECT_EQ(laps, static_cast<int>(std::abs(offset) / total));
     }
 }
 

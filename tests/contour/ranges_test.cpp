@@ -66,15 +66,14 @@ TEST(Ranges, SortingLeavesTheOrderOfTheExchangeSort) {
 
 // The merged list covers what the list covered, and its ranges are apart.
 TEST(Ranges, MergingKeepsWhatIsCovered) {
-    Random random;
-    for (int round = 0; round < 2000; ++round) {
+    for (Random random; random.Rounds(2000);) {
         Ranges ranges = RandomRanges(random, 6);
         std::erase_if(ranges, [](const PosRange& range) { return IsInvalidRange(range); });
         SortRange(&ranges);
         const Ranges before = ranges;
         CombineRange(&ranges, kSegments);
         for (double at = 0.125; at < kSegments; at += 0.25)
-            ASSERT_EQ(Covers(ranges, at), Covers(before, at)) << round << " " << at;
+            ASSERT_EQ(Covers(ranges, at), Covers(before, at)) << at;
         for (std::size_t i = 0; i + 1 < ranges.size(); ++i)
             EXPECT_TRUE(PolyPosToDouble(ranges[i].end) < PolyPosToDouble(ranges[i + 1].start));
     }
@@ -104,8 +103,7 @@ TEST(Ranges, MergingInDetail) {
 
 // Every test against membership of dense samples; ends are in quarters, so that samples in eighths decide.
 TEST(Ranges, IntersectionsAgainstSamples) {
-    Random random;
-    for (int round = 0; round < 5000; ++round) {
+    for (Random random; random.Rounds(5000);) {
         const PosRange a(QuarterPos(random), QuarterPos(random)), b(QuarterPos(random), QuarterPos(random));
         const POLYPOS pos = QuarterPos(random);
         const double at = PolyPosToDouble(pos);
@@ -120,8 +118,8 @@ TEST(Ranges, IntersectionsAgainstSamples) {
             shared = shared || both;
             overlap = overlap || (both && std::fmod(x, 0.25) != 0);
         }
-        EXPECT_EQ(IsRangeIntersected(a, b), shared) << round;
-        EXPECT_EQ(IsRangeIntersectedBoundary(a, b), overlap) << round;
+        EXPECT_EQ(IsRangeIntersected(a, b), shared);
+        EXPECT_EQ(IsRangeIntersectedBoundary(a, b), overlap);
         const Ranges list{a}, other{b}, none;
         EXPECT_EQ(IsRangeIntersected(&list, b), shared);
         EXPECT_EQ(IsRangeIntersected(&other, &list), shared);
@@ -136,8 +134,7 @@ TEST(Ranges, IntersectionsAgainstSamples) {
 
 // The zone holds exactly the positions whose distance along the contour is in reach.
 TEST(InvalidRanges, ZonesAgainstDistances) {
-    Random random;
-    for (int round = 0; round < 300; ++round) {
+    for (Random random; random.Rounds(300);) {
         const auto contour = RandomPolyline(random, 6);
         const double total = contour->GetLength(), back = total * random.Uniform(0, 0.7),
                      on = total * random.Uniform(0, 0.7);
@@ -154,8 +151,7 @@ TEST(InvalidRanges, ZonesAgainstDistances) {
         const double ahead = std::fmod(there - here + total, total);
         const bool reached = ahead <= on || total - ahead <= back || back + on >= total;
         const bool inside = IsRangeIntersected(probe, zone);
-        if (std::abs(ahead - on) > 1e-6 && std::abs(total - ahead - back) > 1e-6)
-            EXPECT_EQ(inside, reached) << round;
+        if (std::abs(ahead - on) > 1e-6 && std::abs(total - ahead - back) > 1e-6) EXPECT_EQ(inside, reached);
         EXPECT_EQ(zone.nTag, 7);
     }
 }

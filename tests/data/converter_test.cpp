@@ -48,8 +48,7 @@ std::unique_ptr<CCadObject> RandomCurve(Random& random) {
 }
 
 TEST(Converter, DeviationIsGuaranteedAndArcsJoinTangentially) {
-    Random random;
-    for (int i = 0; i < 60; ++i) {
+    for (Random random; random.Rounds(60);) {
         const auto object = RandomCurve(random);
         const double error =
             std::ceil(std::pow(10, random.Uniform(2, 6))) * 1e-6; // as the settings can say it

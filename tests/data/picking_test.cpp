@@ -5,8 +5,7 @@ namespace {
 using namespace test;
 
 TEST(MinDistance, AgainstSamples) {
-    Random random;
-    for (int i = 0; i < 100; ++i) {
+    for (Random random; random.Rounds(100);) {
         const auto contour = RandomPolylineEx(random, 6);
         const DPOINT2 p = random.Point();
         DPOINT2 nearest;
@@ -31,8 +30,7 @@ TEST(MinDistance, OfNothing) {
 
 // The smallest distance wins, equal ones go to the object drawn last; the oracle measures every leaf.
 TEST(Hit, FindsTheNearestLeaf) {
-    Random random;
-    for (int i = 0; i < 200; ++i) {
+    for (Random random; random.Rounds(200);) {
         CCadGroup group;
         std::vector<CCadObject*> leaves;
         CCadGroup* into = &group;

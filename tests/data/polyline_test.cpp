@@ -47,8 +47,7 @@ void CheckTransformAndReverse(Random& random, Contour& contour) {
 }
 
 TEST(Polyline, TransformsAndReverses) {
-    Random random;
-    for (int i = 0; i < 100; ++i) {
+    for (Random random; random.Rounds(100);) {
         CheckTransformAndReverse(random, *RandomPolyline(random, 8));
         CheckTransformAndReverse(random, *RandomPolylineEx(random, 8));
     }

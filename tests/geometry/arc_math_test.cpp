@@ -5,8 +5,7 @@ namespace {
 using namespace test;
 
 TEST(CalcArcParam, RoundTripsBetweenBulgeAndCentre) {
-    Random random;
-    for (int i = 0; i < 2000; ++i) {
+    for (Random random; random.Rounds(2000);) {
         const DPOINT2 start = random.Point();
         const DPOINT2 end = random.Point();
         double bulge = random.Bulge();
@@ -71,8 +70,7 @@ TEST(Angles, OfVectors) {
              "1,0 0; 0,0 0; 0,-1 6; 1,-1e-10 0; 1,-1e-8 8; -1,-1e-10 4; -2,0 4; 0,5 2; nan,1 0"))
         EXPECT_NEAR(ComputeAngle(v.x, v.y), quarters * kPi / 4, 2e-8) << row;
     EXPECT_EQ(ComputeAngle(1, -1e-10), 0);
-    Random random;
-    for (int i = 0; i < 500; ++i) {
+    for (Random random; random.Rounds(500);) {
         const DPOINT2 u = random.Point();
         const double turn = random.Uniform(-3.1, 3.1);
         const DPOINT2 v = math::Rotated(u, turn) * 3;

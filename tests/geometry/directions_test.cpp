@@ -9,8 +9,7 @@ const auto Unit = [](const DPOINT2& v) { return v / math::Norm(v); };
 // Differences of nearby points are the oracle for every direction.
 TEST(Directions, OfSegmentsAgainstDifferences) {
     constexpr double kStep = 1e-7;
-    Random random;
-    for (int i = 0; i < 500; ++i) {
+    for (Random random; random.Rounds(500);) {
         const SEGMENT a(random.Point(), random.Point(), random.Uniform(-2, 2));
         const SEGMENT b(a.ptEnd, random.Point(), random.Coin() ? random.Uniform(-2, 2) : 0);
         DPOINT2 va, vb, tangent;

@@ -22,8 +22,7 @@ double Turn(const Point& a, const Point& b, const Point& c) {
 
 // A point is a corner when some line through it and another has all others on its left.
 TEST(Hull, AgainstEveryLineThroughTwoPoints) {
-    Random random;
-    for (int round = 0; round < 100; ++round) {
+    for (Random random; random.Rounds(100);) {
         std::vector<Point> points;
         for (int i = 0, count = random.Int(4, 40); i < count; ++i) {
             const DPOINT2 p = random.Point();
@@ -67,8 +66,7 @@ TEST(Hull, SmallFlatAndDoubled) {
 
 // Points on the edges of a rectangle, off by 1e-8 mm: the corners stay, and little else.
 TEST(Hull, NoisyRectanglesKeepTheirCorners) {
-    Random random;
-    for (int round = 0; round < 200; ++round) {
+    for (Random random; random.Rounds(200);) {
         std::vector<Point> points;
         for (int i = 0; i < 200; ++i) {
             const int side = random.Int(0, 3);

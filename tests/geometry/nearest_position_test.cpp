@@ -21,8 +21,7 @@ PosInfo Pick(const CCadGroup& group, const DPOINT2& p, double tolerance, bool cl
 
 // The nearest of many points of the contour is the oracle; Bezier pieces answer with one of their own 101.
 TEST(NearestPosition, AgainstSamples) {
-    Random random;
-    for (int i = 0; i < 300; ++i) {
+    for (Random random; random.Rounds(300);) {
         CCadGroup group;
         auto* contour = RandomPolylineEx(random, 7).release();
         group.PushBack(contour);

@@ -43,8 +43,7 @@ std::unique_ptr<CCadPolyline> RandomRuns(Random& random) {
 
 // Each source segment lies in exactly one group, lengths add up, and the shape is the source's.
 TEST(TopoPolyline, GroupsKeepTheShape) {
-    Random random;
-    for (int round = 0; round < 300; ++round) {
+    for (Random random; random.Rounds(300);) {
         const auto source = RandomRuns(random);
         const int count = source->GetSegmentCount();
         const auto topo = Make(*source);
@@ -56,7 +55,7 @@ TEST(TopoPolyline, GroupsKeepTheShape) {
             const int segments = (info.nLast - info.nFirst + count) % count + 1;
             for (int k = 0; k < segments; ++k) ++seen[(info.nFirst + k) % count];
         }
-        EXPECT_EQ(seen, std::vector<int>(count, 1)) << round;
+        EXPECT_EQ(seen, std::vector<int>(count, 1));
         EXPECT_NEAR(length, source->GetLength(), 1e-9);
         const double offset =
             std::accumulate(seen.begin(), seen.begin() + topo->GetTopoInfo()[0].nFirst, 0.0);
@@ -66,7 +65,7 @@ TEST(TopoPolyline, GroupsKeepTheShape) {
             if (topo->GetAt(k)->nKind < 2 && topo->GetAt(k)->vecNodes.size() > 1)
                 continue; // answers its first piece
             for (const double ratio : {0.0, 0.3, 0.8, 1.0})
-                EXPECT_LE(GetMinDistance(source.get(), topo->GetPoint(k, ratio), nearest), 1e-9) << round;
+                EXPECT_LE(GetMinDistance(source.get(), topo->GetPoint(k, ratio), nearest), 1e-9);
         }
         Topo reversed(*topo); // a deep copy
         reversed.ReverseDir();

@@ -44,8 +44,7 @@ TEST(Join, PiecesOfAnyOrderBecomeOneContour) {
         "0 LINE 8 a 10 1 20 0 11 9 21 0 ",         "0 LINE 8 a 10 10 20 5 11 10 21 1 ",
         "0 ARC 8 a 10 9 20 1 40 1 50 270 51 360 ", "0 ARC 8 a 10 1 20 1 40 1 50 180 51 270 ",
         "0 LINE 8 a 10 0 20 1.004 11 0 21 5 ",     "0 LWPOLYLINE 8 a 70 0 10 10 20 5 10 5 20 8 10 0 20 5 "};
-    Random random;
-    for (int i = 0; i < 50; ++i) {
+    for (Random random; random.Rounds(50);) {
         std::string entities;
         for (std::size_t left = pieces.size(); left > 0; --left) {
             std::swap(pieces[left - 1],

@@ -7,18 +7,13 @@ namespace {
 using namespace test;
 
 TEST(Angle, IsRegularizedIntoOneTurn) {
-    Random random;
-    for (int i = 0; i < 1000; ++i) {
-        const double angle = random.Uniform(-100, 100);
-        const double regular = math::RegularizeRadian(angle);
-        EXPECT_GE(regular, 0);
-        EXPECT_LT(regular, kTwoPi);
+    for (Random random; random.Rounds(1000);) {
+        const double angle = random.Uniform(-100, 100), regular = math::RegularizeRadian(angle);
+        EXPECT_TRUE(regular >= 0 && regular < kTwoPi) << angle;
         EXPECT_NEAR(std::remainder(regular - angle, kTwoPi), 0, 1e-13);
     }
-    EXPECT_EQ(math::RegularizeRadian(-1e-20), 0); // the sum would round to 2*pi
-    EXPECT_EQ(math::RegularizeRadian(kTwoPi), 0);
-    EXPECT_TRUE(std::isnan(math::RegularizeRadian(kInf)));
-    EXPECT_LT(math::RegularizeRadian(1e300), kTwoPi);
+    for (const double whole : {-1e-20, kTwoPi}) EXPECT_EQ(math::RegularizeRadian(whole), 0); // not 2*pi
+    EXPECT_TRUE(std::isnan(math::RegularizeRadian(kInf)) && math::RegularizeRadian(1e300) < kTwoPi);
 }
 
 // The angle in quarters of pi.
@@ -51,10 +46,8 @@ TEST(Line, FootAndMembership) {
 }
 
 TEST(Line, InterpolationMeetsBothEndsExactly) {
-    Random random;
-    for (int i = 0; i < 1000; ++i) {
-        const DPOINT2 p = random.Point();
-        const DPOINT2 q = random.Point(1e-5);
+    for (Random random; random.Rounds(1000);) {
+        const DPOINT2 p = random.Point(), q = random.Point(1e-5);
         EXPECT_POINT_NEAR(math::Interpolate(p, q, 0), p, 0);
         EXPECT_POINT_NEAR(math::Interpolate(p, q, 1), q, 0);
     }

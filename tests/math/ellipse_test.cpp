@@ -12,9 +12,7 @@ long double LongLength(long double a, long double b, long double t) {
 }
 
 EllipticArc RandomArc(Random& random) {
-    const double ratio = std::pow(10, random.Uniform(-4, 0));
-    const double a = random.Uniform(1, 100);
-    const double b = a * ratio;
+    const double a = random.Uniform(1, 100), b = a * std::pow(10, random.Uniform(-4, 0));
     return {random.Point(),        random.Coin() ? a : b, random.Coin() ? b : a,
             random.Uniform(-4, 4), random.Uniform(-4, 4), random.Uniform(-7, 7)};
 }
@@ -24,36 +22,27 @@ CurvePoint Curve(const EllipticArc& arc) {
 }
 
 TEST(Ellipse, PartialLengthsToOnePartInTenToTheTen) {
-    Random random;
-    double worst = 0;
-    for (int i = 0; i < 500; ++i) {
+    for (Random random; random.Rounds(500);) {
         const EllipticArc arc = RandomArc(random);
-        const long double a = arc.GetSemiAxisA();
-        const long double b = arc.GetSemiAxisB();
-        const auto exact =
-            static_cast<double>(std::abs(LongLength(a, b, arc.GetEnd()) - LongLength(a, b, arc.GetStart())));
-        worst = std::max(worst, std::abs(arc.GetLength() / exact - 1));
+        const long double a = arc.GetSemiAxisA(), b = arc.GetSemiAxisB();
+        const long double exact = std::abs(LongLength(a, b, arc.GetEnd()) - LongLength(a, b, arc.GetStart()));
+        EXPECT_NEAR(static_cast<double>(arc.GetLength() / exact), 1, 1e-10);
     }
-    EXPECT_LT(worst, 1e-10);
     EXPECT_DOUBLE_EQ(EllipticArc({0, 0}, 50, 0, 0).GetLength(), 200);
 }
 
 TEST(Ellipse, ParameterAtLengthInvertsTheLength) {
-    Random random;
-    for (int i = 0; i < 300; ++i) {
+    for (Random random; random.Rounds(300);) {
         const EllipticArc arc = RandomArc(random);
-        const double ratio = random.Uniform(0, 1);
-        EXPECT_NEAR(arc.GetLength(arc.GetStart(), arc.ParameterAt(ratio)) / arc.GetLength(), ratio, 1e-10);
+        const double ratio = random.Uniform(0, 1), end = arc.ParameterAt(ratio);
+        EXPECT_NEAR(arc.GetLength(arc.GetStart(), end) / arc.GetLength(), ratio, 1e-10);
     }
     const EllipticArc whole({0, 0}, 2, 1, 0);
-    EXPECT_EQ(whole.ParameterAt(-1), 0);
-    EXPECT_EQ(whole.ParameterAt(kNaN), 0);
-    EXPECT_EQ(whole.ParameterAt(2), kTwoPi);
+    EXPECT_TRUE(whole.ParameterAt(-1) == 0 && whole.ParameterAt(kNaN) == 0 && whole.ParameterAt(2) == kTwoPi);
 }
 
 TEST(Ellipse, NearestAndBoxAgainstSamples) {
-    Random random;
-    for (int i = 0; i < 300; ++i) {
+    for (Random random; random.Rounds(300);) {
         const EllipticArc arc = RandomArc(random);
         const DPOINT2 p = random.Coin() ? random.Point() : arc.GetCenter() + random.Point(arc.GetSemiAxisA());
         const double area = arc.GetSemiAxisA() * arc.GetSemiAxisB();
@@ -80,10 +69,8 @@ TEST(Ellipse, HostileNumbersEnd) {
     for (const double a : {0.0, 1.0, 1e300, kInf, kNaN})
         for (const double t : {0.0, -3.0, 1e300, kInf, kNaN}) {
             const EllipticArc arc({a, 0}, a, 1, t, t, t);
-            (void)arc.GetLength();
-            (void)arc.ParameterAt(0.5);
-            (void)arc.GetNearest({1, t});
-            (void)arc.GetBounds();
+            (void)(arc.GetLength() + arc.ParameterAt(0.5) + arc.GetNearest({1, t}).x
+                   + arc.GetBounds().lower.x);
         }
 }
 

@@ -6,63 +6,63 @@
 #include <gtest/gtest.h>
 
 namespace test {
+
+using namespace qev;
+using math::DPOINT2;
+
 namespace {
 
 template <class Contour>
 std::unique_ptr<Contour> Parse(const std::string& text) {
     auto contour = std::make_unique<Contour>();
     std::istringstream in(text);
-    math::DPOINT2 p;
+    DPOINT2 p;
     in >> p.x >> p.y;
     contour->SetStartPoint(p);
     for (char kind = 0; in >> kind;) {
-        math::DPOINT2 c1, c2;
+        DPOINT2 c1, c2;
         double bulge = 0;
-        if constexpr (std::is_same_v<Contour, qev::CCadPolylineEx>)
-            if (kind == 'B') in >> c1.x >> c1.y >> c2.x >> c2.y;
+        if (kind == 'B') in >> c1.x >> c1.y >> c2.x >> c2.y;
         in >> p.x >> p.y;
         if (kind == 'A') in >> bulge;
-        if (kind == 'L')
-            contour->AddLine(p);
-        else if (kind == 'A')
-            contour->AddArc(p, bulge);
-        else if constexpr (std::is_same_v<Contour, qev::CCadPolylineEx>)
-            contour->AddBezier(c1, c2, p);
-        else
-            ADD_FAILURE() << "no such segment: " << kind;
+        if constexpr (std::is_same_v<Contour, CCadPolylineEx>)
+            if (kind == 'B') contour->AddBezier(c1, c2, p);
+        if (kind == 'L') contour->AddLine(p);
+        if (kind == 'A') contour->AddArc(p, bulge);
     }
+    EXPECT_TRUE(in.eof()) << text;
     return contour;
 }
 
 template <class Contour>
-void AddRandom(Random& random, Contour& contour, int segments) {
-    const math::DPOINT2 start = random.Point();
-    contour.SetStartPoint(start);
-    math::DPOINT2 end = start;
+std::unique_ptr<Contour> RandomContour(Random& random, int segments) {
+    auto contour = std::make_unique<Contour>();
+    DPOINT2 start = random.Point(), end = start;
+    contour->SetStartPoint(start);
     for (int i = 0, count = random.Int(1, segments); i < count; ++i) {
         if (random.Int(0, 9) != 0) end = random.Point(); // one in ten has no length
         if (i + 1 == count && random.Coin()) end = start;
         const int kind = random.Int(0, 2);
-        if (kind == 0)
-            contour.AddLine(end);
-        else if (kind == 1 || std::is_same_v<Contour, qev::CCadPolyline>)
-            contour.AddArc(end, random.Bulge());
-        else if constexpr (std::is_same_v<Contour, qev::CCadPolylineEx>)
-            contour.AddBezier(random.Point(), random.Point(), end);
+        if constexpr (std::is_same_v<Contour, CCadPolylineEx>)
+            if (kind == 2) contour->AddBezier(random.Point(), random.Point(), end);
+        if (kind == 0) contour->AddLine(end);
+        if (kind == 1 || (kind == 2 && std::is_same_v<Contour, CCadPolyline>))
+            contour->AddArc(end, random.Bulge());
     }
+    return contour;
 }
 
 } // namespace
 
-std::unique_ptr<qev::CCadPolyline> Polyline(const std::string& text) {
-    return Parse<qev::CCadPolyline>(text);
+std::unique_ptr<CCadPolyline> Polyline(const std::string& text) {
+    return Parse<CCadPolyline>(text);
 }
 
-std::unique_ptr<qev::CCadPolylineEx> PolylineEx(const std::string& text) {
-    return Parse<qev::CCadPolylineEx>(text);
+std::unique_ptr<CCadPolylineEx> PolylineEx(const std::string& text) {
+    return Parse<CCadPolylineEx>(text);
 }
 
-std::unique_ptr<qev::CCadObject> Object(const std::string& text) {
+std::unique_ptr<CCadObject> Object(const std::string& text) {
     if (text.find_first_of("0123456789-") == 0) {
         if (text.find('B') != std::string::npos) return PolylineEx(text);
         return Polyline(text);
@@ -72,70 +72,65 @@ std::unique_ptr<qev::CCadObject> Object(const std::string& text) {
     double x = 0, y = 0, n[5] = {};
     in >> kind >> x >> y >> n[0] >> n[1] >> n[2] >> n[3] >> n[4];
     const bool ccw = text.find(" cw") == std::string::npos;
-    const math::DPOINT2 p{x, y};
-    if (kind == "dot") return std::make_unique<qev::CCadDot>(p);
-    if (kind == "line") return std::make_unique<qev::CCadLine>(p, math::DPOINT2{n[0], n[1]});
-    if (kind == "circle") return std::make_unique<qev::CCadCircle>(p, n[0], ccw);
-    if (kind == "arc") return std::make_unique<qev::CCadArc>(p, n[0], n[1], n[2], ccw);
-    if (kind == "ellipse") return std::make_unique<qev::CCadEllipse>(p, n[0], n[1], n[2], ccw);
-    if (kind == "ellipsearc")
-        return std::make_unique<qev::CCadEllipseArc>(p, n[0], n[1], n[2], n[3], n[4], ccw);
-    if (kind == "rectangle") return std::make_unique<qev::CCadRectangle>(p, n[0], n[1], n[2]);
-    if (kind == "text") return std::make_unique<qev::CCadText>("a");
-    if (kind == "group") return std::make_unique<qev::CCadGroup>();
-    if (kind == "polyline") return std::make_unique<qev::CCadPolyline>();
-    if (kind == "relation") return std::make_unique<qev::CCadRelationGroup>();
+    const DPOINT2 p{x, y};
+    if (kind == "dot") return std::make_unique<CCadDot>(p);
+    if (kind == "line") return std::make_unique<CCadLine>(p, DPOINT2{n[0], n[1]});
+    if (kind == "circle") return std::make_unique<CCadCircle>(p, n[0], ccw);
+    if (kind == "arc") return std::make_unique<CCadArc>(p, n[0], n[1], n[2], ccw);
+    if (kind == "ellipse") return std::make_unique<CCadEllipse>(p, n[0], n[1], n[2], ccw);
+    if (kind == "ellipsearc") return std::make_unique<CCadEllipseArc>(p, n[0], n[1], n[2], n[3], n[4], ccw);
+    if (kind == "rectangle") return std::make_unique<CCadRectangle>(p, n[0], n[1], n[2]);
+    if (kind == "text") return std::make_unique<CCadText>("a");
+    if (kind == "group") return std::make_unique<CCadGroup>();
+    if (kind == "polyline") return std::make_unique<CCadPolyline>();
+    if (kind == "relation") return std::make_unique<CCadRelationGroup>();
     EXPECT_EQ(kind, "null");
     return nullptr;
 }
 
-std::unique_ptr<qev::CCadPolyline> RandomPolyline(Random& random, int segments) {
-    auto contour = std::make_unique<qev::CCadPolyline>();
-    AddRandom(random, *contour, segments);
-    return contour;
+std::unique_ptr<CCadPolyline> RandomPolyline(Random& random, int segments) {
+    return RandomContour<CCadPolyline>(random, segments);
 }
 
-std::unique_ptr<qev::CCadPolylineEx> RandomPolylineEx(Random& random, int segments) {
-    auto contour = std::make_unique<qev::CCadPolylineEx>();
-    AddRandom(random, *contour, segments);
-    return contour;
+std::unique_ptr<CCadPolylineEx> RandomPolylineEx(Random& random, int segments) {
+    return RandomContour<CCadPolylineEx>(random, segments);
 }
 
-qev::CCadGroup* AddGroup(qev::CCadGroup& parent) {
-    auto* group = new qev::CCadGroup(false);
+CCadGroup* AddGroup(CCadGroup& parent) {
+    auto* group = new CCadGroup(false);
     parent.PushBack(group);
     return group;
 }
 
-void Fill(qev::CCadGroup& group, std::initializer_list<qev::CCadObject*> members) {
-    for (qev::CCadObject* member : members) group.PushBack(member);
+void Fill(CCadGroup& group, std::initializer_list<CCadObject*> members) {
+    for (CCadObject* member : members) group.PushBack(member);
 }
 
-qev::CCadRelationGroup* RelationTo(qev::CCadObject* object) {
-    auto* relation = new qev::CCadRelationGroup;
+CCadRelationGroup* RelationTo(CCadObject* object) {
+    auto* relation = new CCadRelationGroup;
     relation->GetRelationPaths().push_back(object);
     return relation;
 }
 
-qev::CCadText* TextOf(qev::CCadObject* outline) {
-    auto* text = new qev::CCadText("a");
+CCadText* TextOf(CCadObject* outline) {
+    auto* text = new CCadText("a");
     text->GetTextGroup()->PushBack(outline);
     return text;
 }
 
-CurvePoint Along(const qev::CCadObject& object) {
+CurvePoint Along(const CCadObject& object) {
     return [&](double r) {
         const int count = object.GetPieceCount(), i = std::min(static_cast<int>(r * count), count - 1);
         const double u = r * count - i;
-        const qev::OutlinePiece piece = object.GetPiece(i);
+        const OutlinePiece piece = object.GetPiece(i);
         if (const auto* ellipse = std::get_if<math::EllipticArc>(&piece))
             return ellipse->PointAt(ellipse->GetStart() + u * ellipse->GetSweep());
-        const auto& segment = std::get<qev::SEGMENT>(piece);
-        return segment.nType == qev::SEGMENT::kBezier ? segment.GetBezier().PointAt(u) : segment.GetPoint(u);
+        const auto& segment = std::get<SEGMENT>(piece);
+        return segment.nType == SEGMENT::kBezier ? segment.GetBezier().PointAt(u) : segment.GetPoint(u);
     };
 }
 
-double LengthTo(const qev::CCadMultiSegments& contour, int segment, double ratio) {
+double LengthTo(const CCadMultiSegments& contour, int segment, double ratio) {
     double length = contour.GetSegment(segment).GetLength() * ratio;
     while (--segment >= 0) length += contour.GetSegment(segment).GetLength();
     return length;
@@ -148,7 +143,7 @@ double SampledLength(const CurvePoint& curve, int samples) {
     return length;
 }
 
-double SampledDistance(const CurvePoint& curve, const math::DPOINT2& p, int samples) {
+double SampledDistance(const CurvePoint& curve, const DPOINT2& p, int samples) {
     double distance = std::numeric_limits<double>::infinity();
     for (int i = 0; i <= samples; ++i)
         distance = std::min(distance, math::D2GetDistance(p, curve(i / double(samples))));
@@ -157,13 +152,13 @@ double SampledDistance(const CurvePoint& curve, const math::DPOINT2& p, int samp
 
 double SampledArea(const CurvePoint& curve, int samples) {
     double twice = 0;
-    const math::DPOINT2 origin = curve(0);
+    const DPOINT2 origin = curve(0);
     for (int i = 0; i < samples; ++i)
         twice += math::Cross(curve(i / double(samples)) - origin, curve((i + 1) / double(samples)) - origin);
     return twice / 2;
 }
 
-void ExpectFits(const CurvePoint& curve, int samples, const math::DPOINT2& p, const math::DPOINT2& nearest,
+void ExpectFits(const CurvePoint& curve, int samples, const DPOINT2& p, const DPOINT2& nearest,
                 const math::Bounds& box, double area, const Slack& slack) {
     const double distance = math::D2GetDistance(p, nearest), sampled = SampledDistance(curve, p, samples);
     EXPECT_LE(distance, sampled + 1e-9);
