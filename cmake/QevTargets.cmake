@@ -6,7 +6,8 @@ add_library(qev_options INTERFACE)
 target_compile_options(qev_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wold-style-cast -Wnon-virtual-dtor
   -Woverloaded-virtual -Werror -ffp-contract=off -fno-plt
-  $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>) # one unique symbol, an inline static, keeps a library from unloading
+  # a unique symbol (of a template of the standard library) would keep a library from unloading
+  $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 
 # qev_library(NAME SOURCE...): one of the installed shared libraries. Its headers stand in include/<name in lower case>
 # beside its sources.

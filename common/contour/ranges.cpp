@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 #include <utility>
 
 #include <qev/contour/position_conversion.h>
@@ -88,8 +89,8 @@ void CombineRange(std::vector<PosRange>* ranges, int nSegments) {
     std::vector<PosRange> merged;
     merged.reserve(ranges->size());
     // first the pieces behind the start point, the last one met in front
-    for (auto range = ranges->rbegin(); range != ranges->rend(); ++range)
-        if (IsOverStartPoint(*range)) Merge(merged, PosRange({0, 0.0}, range->end));
+    for (const PosRange& range : std::views::reverse(*ranges))
+        if (IsOverStartPoint(range)) Merge(merged, PosRange({0, 0.0}, range.end));
     const bool split = !merged.empty();
     for (PosRange range : *ranges) {
         if (IsOverStartPoint(range)) range.end = {nSegments, 0.0};

@@ -5,6 +5,9 @@
 #include <qev/contour.h>
 #include <qev/geometry.h>
 #include <qev/lua.h>
+#include <qev/message.h>
 #include <qev/ranges.h>
+#include <qev/support.h>
 #include <qev/technics.h>
 #include <qev/types.h>
+#include <qev/units.h>

@@ -28,10 +28,16 @@ void CopyPixels(const GdkPixbuf* source, CImage& image) {
     image.Assign(width, height, std::move(bgra));
 }
 
+// Called before the decoder takes memory for the pixels; a picture of size 0 is refused.
+void RefuseBombs(GdkPixbufLoader* loader, int width, int height, gpointer) {
+    if (1LL * width * height > kMostPixels) gdk_pixbuf_loader_set_size(loader, 0, 0);
+}
+
 } // namespace
 
 bool LoadImageBytes(const void* bytes, std::size_t size, CImage& image) {
     const Loader loader(gdk_pixbuf_loader_new());
+    g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(RefuseBombs), nullptr);
     const bool written =
         gdk_pixbuf_loader_write(loader.get(), static_cast<const guchar*>(bytes), size, nullptr);
     const bool closed = gdk_pixbuf_loader_close(loader.get(), nullptr); // also after a failure

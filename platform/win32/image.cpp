@@ -52,6 +52,7 @@ Stream StreamOf(const void* bytes, std::size_t size) {
 bool CopyPixels(gdi::Bitmap& bitmap, CImage& image) {
     const int width = static_cast<int>(bitmap.GetWidth());
     const int height = static_cast<int>(bitmap.GetHeight());
+    if (1LL * width * height > kMostPixels) return false;
     const gdi::Rect whole(0, 0, width, height);
     std::vector<unsigned char> bgra(std::size_t{4} * width * height);
     gdi::BitmapData target{};

@@ -1,4 +1,5 @@
 // Loads and unloads libraries that hold singletons, as a host does. This program links none of them.
+#include <cstdlib>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -14,7 +15,7 @@ constexpr char kExtension[] = ".dll";
 constexpr int kRounds = 100; // a load takes 10 ms there
 #else
 constexpr char kExtension[] = ".so";
-constexpr int kRounds = 2000;
+constexpr int kRounds = 400;
 #endif
 
 // Loads a library that stands beside this program.
@@ -38,6 +39,14 @@ void ExpectCounts(int created, int deleted, int calls) {
     EXPECT_EQ(counts.deleted, deleted);
     EXPECT_EQ(counts.calls, calls);
 }
+
+// Deleted after the statics of the libraries that were loaded later.
+struct AtExit {
+    bool (*areStaticsAlive)() = nullptr;
+    ~AtExit() {
+        if (areStaticsAlive && areStaticsAlive()) std::_Exit(1);
+    }
+} s_atExit;
 
 struct Lifetime : testing::Test {
     void SetUp() override { GetLifetimeCounts() = {}; }
@@ -96,5 +105,14 @@ TEST_F(Lifetime, ManyRounds) {
     for (int i = 0; i < kRounds; ++i) platform::FreeDynamicLibrary(Load("lifetime_plugin"));
     ExpectCounts(kRounds, kRounds, kRounds);
 }
+
+#ifndef _WIN32 // there the statics of a program go before those of any library
+TEST_F(Lifetime, CallsAfterTheEnd) {
+    const auto call =
+        reinterpret_cast<bool (*)()>(platform::FindSymbol(Load("lifetime_probe"), "AreStaticsAlive"));
+    EXPECT_TRUE(call());
+    s_atExit.areStaticsAlive = call;
+}
+#endif
 
 } // namespace

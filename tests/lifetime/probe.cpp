@@ -32,6 +32,16 @@ void Probe::Call() {
     ++GetLifetimeCounts().calls;
 }
 
+// Whether the library's statics live. Calls into each of them.
+extern "C" QEV_EXPORT bool AreStaticsAlive() {
+    const auto callback = [](const char*, void*, int, const char*) { return 0; };
+    const int id = qev::SubscribeMsgTopic("Late", callback, nullptr);
+    const int called = qev::PublishMsgTopic("Late", 0, "");
+    qev::UnsubscribeMsgTopic(id);
+    qev::CTestDataHandle::SetIgnoreList({"Late"});
+    return called == 1 && UnitSystem::GetUnitSystem();
+}
+
 // Code of each library that must go with this one.
 extern "C" QEV_EXPORT const void* CodeOf(int library) {
     switch (library) {

@@ -17,7 +17,9 @@ int main() {
                                              {"arc math", digest::AddArcMath},
                                              {"directions", digest::AddDirections},
                                              {"positions", digest::AddPositions},
-                                             {"hulls", digest::AddHulls}};
+                                             {"hulls", digest::AddHulls},
+                                             {"zones", digest::AddZones},
+                                             {"topology", digest::AddTopology}};
     for (const digest::Subject& subject : kSubjects) {
         digest::Sequence random;
         digest::Digest results;

@@ -1,5 +1,6 @@
 #include <qev/contour.h>
 #include <qev/geometry.h>
+#include <qev/ranges.h>
 
 #include "digest.h"
 
@@ -79,6 +80,29 @@ void AddHulls(Sequence& random, Digest& results) {
         for (int k = 0; k < 50; ++k) points.push_back({random.Uniform(-9, 9), random.Uniform(-9, 9), k});
         qev::CConvexHelper::ConvexGrahamScan(points, points);
         for (const auto& point : points) results.Add(point.nTag);
+    }
+}
+
+void AddZones(Sequence& random, Digest& results) {
+    for (int i = 0; i < 60; ++i) {
+        std::vector<math::PosRange> zones;
+        const auto contour = random.Polyline(6); // arguments have no order
+        qev::GenerateCornerInvalidRange(contour.get(), random.Uniform(1, 20), 30, &zones);
+        for (const auto& zone : zones)
+            for (const auto& pos : {zone.start, zone.end}) results.Add(qev::PolyPosToDouble(pos));
+    }
+}
+
+void AddTopology(Sequence& random, Digest& results) {
+    for (int i = 0; i < 60; ++i) {
+        const std::unique_ptr<qev::CTopoMultiPolyline> shape(
+            qev::CTopoMultiPolyline::CreateTopoMultiPolyline(random.Polyline(6).get()));
+        if (!shape) continue;
+        const math::DPOINT2 p = random.Point();
+        shape->Rotate(p, random.Uniform(-7, 7));
+        shape->Mirror(p, random.Uniform(-7, 7));
+        for (const auto& part : shape->GetTopoInfo()) results.Add(part.dLength);
+        for (int node = 0; node < shape->GetNodeCount(); ++node) results.Add(shape->GetPoint(node, 0.3));
     }
 }
 

@@ -69,5 +69,7 @@ void AddArcMath(Sequence& random, Digest& results);
 void AddDirections(Sequence& random, Digest& results);
 void AddPositions(Sequence& random, Digest& results);
 void AddHulls(Sequence& random, Digest& results);
+void AddZones(Sequence& random, Digest& results);
+void AddTopology(Sequence& random, Digest& results);
 
 } // namespace digest

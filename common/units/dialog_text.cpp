@@ -1,0 +1,65 @@
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <string>
+#include <string_view>
+
+#include <qev/units/dialog_text.h>
+#include <qev/units/unit_system.h>
+
+#include "platform/dialog.h"
+
+namespace {
+
+// What a double has at most: the smallest one behind the point, the largest one before it.
+constexpr int kMostDecimals = 1074;
+constexpr int kMostDigits = 309;
+
+// As printf's "%.*f" in the "C" locale.
+std::string FixedText(double value, int decimals) {
+    std::array<char, 1 + kMostDigits + 1 + kMostDecimals> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed,
+                                   std::clamp(decimals, 0, kMostDecimals));
+    return std::string(text.data(), end.ptr);
+}
+
+// As atof in the "C" locale, but 0 for a number that no double holds.
+double NumberAtStart(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    double number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+bool IsNumberText(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("+-.0123456789") == std::string_view::npos;
+}
+
+} // namespace
+
+CString ToStringPrecision(double value, int precision) {
+    std::string text = FixedText(value, precision);
+    if (text.find('.') != std::string::npos) {
+        text.erase(text.find_last_not_of('0') + 1);
+        text.erase(text.find_last_not_of('.') + 1);
+    }
+    return text.c_str();
+}
+
+void SetDlgItemTextUnit(HWND dialog, int id, const char* text) {
+    const UnitSystem* const units = UnitSystem::GetUnitSystem(); // null when the library's statics are gone
+    if (!units || !text || !IsNumberText(text)) return platform::SetItemText(dialog, id, text);
+    const double shown = units->MetricToUiUnit(NumberAtStart(text), CONVERT_LENGTH);
+    platform::SetItemText(dialog, id, ToStringPrecision(shown, units->GetDefaultPrecision()));
+}
+
+void GetDlgItemTextUnit(HWND dialog, int id, CString& value) {
+    constexpr int kDecimals = 16;
+    const UnitSystem* const units = UnitSystem::GetUnitSystem();
+    const double shown = NumberAtStart(platform::GetItemText(dialog, id).GetString());
+    const double stored = units ? units->UiUnitToMetric(shown) : shown;
+    // A text that begins like "infinite" or "name" is no number.
+    value = FixedText(std::isfinite(stored) ? stored : 0.0, kDecimals).c_str();
+}
