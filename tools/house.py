@@ -33,6 +33,7 @@ MAY_INCLUDE = {
     "common/script": (STANDARD, LUA, r"<qev/lua/\w+\.h>"),
     "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|message)/\w+\.h"'),
     "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>"),
+    "examples/dialog": (STANDARD, PUBLIC, r"<windows\.h>"),
     "fuzz": (STANDARD, LUA, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
     "examples/settings": (STANDARD, LUA, PUBLIC),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"script/\w+\.h"'),
