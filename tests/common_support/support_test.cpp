@@ -1,3 +1,4 @@
+#include <cstdio>
 #include <fstream>
 #include <string>
 
@@ -14,39 +15,35 @@ bool Loads(const std::string& bytes) {
     const std::string path = testing::TempDir() + "qev_support_test";
     std::ofstream(path, std::ios::binary) << bytes;
     CImage image;
-    return qev::LoadImageFile(image, path.c_str()) && std::remove(path.c_str()) == 0 && !image.IsNull();
+    const bool loaded = qev::LoadImageFile(image, path.c_str());
+    EXPECT_EQ(image.IsNull(), !loaded);
+    EXPECT_EQ(std::remove(path.c_str()), 0) << "still open";
+    return loaded;
 }
 
-// Of 24 bits a pixel; the pixels are left out.
-std::string BmpHeader(std::uint32_t width, std::uint32_t height, std::uint32_t size) {
-    const std::uint32_t words[] = {size, 0, 54, 40, width, height, 24u << 16 | 1, 0, 0, 0, 0, 0, 0};
-    return "BM" + std::string(reinterpret_cast<const char*>(words), sizeof words);
-}
+const std::string kGif = "GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF,\0\0\0\0\1\0\1\0\0\2\2\x44\1\0;"s;
+// One pixel; the numbers are the size of the file, the width and the height.
+const std::string kBmp =
+    "BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0"s + std::string(28, '\0');
+// A grey block, behind a preview with an end of its own.
+const std::string kCodes = "\1"s + std::string(17, '\0');
+const std::string kJpeg = "\xFF\xD8\xFF\xE1\0\4\xFF\xD9\xFF\xDB\0\x43\0"s + std::string(64, '\1')
+                          + "\xFF\xC0\0\x0B\x08\0\x08\0\x08\1\1\x11\0\xFF\xC4\0\x14\0"s + kCodes
+                          + "\xFF\xC4\0\x14\x10"s + kCodes + "\xFF\xDA\0\x08\1\1\0\0\x3F\0\x3F\xFF\xD9"s;
 
-TEST(ImageFile, SizeLimits) {
-    const std::string bmp = BmpHeader(1, 2, 62) + "\1\2\3\0\4\5\6\0"s;
-    EXPECT_TRUE(Loads(bmp + std::string(10'485'760 - bmp.size(), '\0')));
-    EXPECT_FALSE(Loads(bmp + std::string(10'485'761 - bmp.size(), '\0')));
-    EXPECT_FALSE(Loads(BmpHeader(10'001, 10'000, 0))) << "too many pixels";
-}
-
-TEST(ImageFile, OnlyWholePicturesLoad) {
-    const std::string codes = "\1"s + std::string(16, '\0'); // one code of one bit, for 0
-    const std::string start = "\xFF\xD8"s, preview = "\xFF\xE1\0\4\xFF\xD9"s;
-    const std::string rest = "\xFF\xDB\0\x43\0"s + std::string(64, '\1')
-                             + "\xFF\xC0\0\x0B\x08\0\x08\0\x08\1\1\x11\0"s + "\xFF\xC4\0\x14\0"s + codes
-                             + "\xFF\xC4\0\x14\x10"s + codes + "\xFF\xDA\0\x08\1\1\0\0\x3F\0\x3F"s;
-    const std::string bmp = BmpHeader(1, 2, 62) + "\1\2\3\0\4\5\6\0"s;
-    const std::string gif = "GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF,\0\0\0\0\1\0\1\0\0\2\2\x44\1\0;"s;
-    const std::string jpeg = start + preview + rest + "\xFF\xD9"s;
-    for (const std::string& whole : {bmp, gif, jpeg}) {
+TEST(ImageFile, WholePicturesWithinTheLimits) {
+    for (const std::string& whole : {kBmp, kGif, kJpeg}) {
         EXPECT_TRUE(Loads(whole)) << whole;
-        for (std::size_t size = 0; size + 1 < whole.size(); ++size)
+        for (std::size_t size = 0; size < whole.size() - 1; ++size)
             EXPECT_FALSE(Loads(whole.substr(0, size))) << whole.substr(0, 3) << size;
     }
+    EXPECT_TRUE(Loads(kBmp + std::string(10'485'760 - kBmp.size(), '\0')));
+    EXPECT_FALSE(Loads(kBmp + std::string(10'485'761 - kBmp.size(), '\0')));
+    EXPECT_FALSE(Loads(std::string(kBmp).replace(18, 8, "\x10\x27\0\0\x11\x27\0\0"s)))
+        << "10,000 x 10,001 pixels";
     CImage image;
-    for (const char* path : {static_cast<const char*>(nullptr), "", ".", "no such file"})
-        EXPECT_FALSE(qev::LoadImageFile(image, path));
+    for (const char* path : {"", ".", "no such file"}) EXPECT_FALSE(qev::LoadImageFile(image, path));
+    EXPECT_FALSE(qev::LoadImageFile(image, nullptr));
 }
 
 struct Member : qev::CCadObject { // counts the living
@@ -55,38 +52,36 @@ struct Member : qev::CCadObject { // counts the living
     static inline int s_living = 0;
 };
 
-qev::CCadGroup* TestGroup(const char* name, std::initializer_list<unsigned> ids) {
-    auto* group = new qev::CCadGroup;
-    group->SetKey("TestName", name);
-    for (const unsigned id : ids) group->PushBack(new Member(id));
-    return group;
-}
-
 TEST(TestData, GroupsOfATestBecomeOne) {
     qev::CCadGroup target;
     qev::CZoneManager zones;
-    const auto add = [&](qev::CCadGroup* group) { qev::CTestDataHandle::AddToZoneManager(group, &zones); };
-    qev::CTestDataHandle::AddToZoneManager(TestGroup("A", {1}), nullptr);
-    add(TestGroup("A", {1}));
+    unsigned id = 0;
+    const auto add = [&](const char* name, qev::CZoneManager* manager) {
+        auto* group = new qev::CCadGroup;
+        group->SetKey("TestName", name);
+        for (int i = 0; i < 2; ++i) group->PushBack(new Member(++id));
+        qev::CTestDataHandle::AddToZoneManager(group, manager);
+    };
+    add("A", nullptr);
+    add("A", &zones);
     zones.SetTargetGroup(&target);
     qev::CTestDataHandle::SetIgnoreList({"B", "C"});
-    for (const char* dropped : {"", "B", "C"}) add(TestGroup(dropped, {1}));
+    for (const char* dropped : {"", "B", "C"}) add(dropped, &zones);
     EXPECT_EQ(Member::s_living + target.GetNumOfChild(), 0);
 
-    auto* dot = new qev::CCadDot({0, 0});
-    dot->SetKey("TestName", "A");
-    target.PushBack(dot);
-    add(nullptr), add(&target);
-    add(TestGroup("A", {1, 2}));
-    add(TestGroup("A", {3, 4}));
-    add(TestGroup("b", {5}));
-    add(static_cast<qev::CCadGroup*>(target.GetBack())); // stands there already
-    ASSERT_EQ(target.GetNumOfChild(), 3);
-    EXPECT_EQ(Member::s_living, 5);
-    std::string order;
+    target.PushBack(new qev::CCadDot({0, 0}));
+    target.GetFront()->SetKey("TestName", "A");
+    for (const char* name : {"A", "b", "A"}) add(name, &zones);
+    for (auto* there :
+         {static_cast<qev::CCadGroup*>(target.GetBack()), &target, static_cast<qev::CCadGroup*>(nullptr)})
+        qev::CTestDataHandle::AddToZoneManager(there, &zones);
+    EXPECT_EQ(target.GetNumOfChild(), 3);
+    EXPECT_EQ(Member::s_living, 6);
+    std::string order; // of the merged group, behind the dot
     const auto* merged = static_cast<qev::CCadGroup*>(*std::next(target.GetObjectsList().begin()));
-    for (const qev::CCadObject* object : merged->GetObjectsList()) order += std::to_string(object->GetID());
-    EXPECT_EQ(order, "3412");
+    for (const qev::CCadObject* object : merged->GetObjectsList())
+        order += std::to_string(object->GetID()) + " ";
+    EXPECT_EQ(order, "15 16 11 12 ");
 }
 
 } // namespace
