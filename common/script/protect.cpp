@@ -4,6 +4,16 @@
 
 namespace qev {
 
+bool OpenLibraries(lua_State* L) {
+    auto open = [](lua_State* inner) {
+        luaL_openlibs(inner);
+        return 0;
+    };
+    const bool opened = RunProtected(L, 0, 0, open) == LUA_OK;
+    lua_settop(L, 0);
+    return opened;
+}
+
 const char* TextOf(lua_State* L, int index, char* buffer) {
     if (lua_type(L, index) == LUA_TSTRING) return lua_tostring(L, index);
     if (lua_type(L, index) != LUA_TNUMBER) return nullptr;

@@ -19,6 +19,9 @@ int RunProtected(lua_State* L, int count, int results, Body& body) {
     return lua_pcall(L, 1 + count, results, 0);
 }
 
+/// Opens the standard libraries; false when memory is refused.
+bool OpenLibraries(lua_State* L);
+
 /// The text of a value: a text itself, which stays Lua's; a number in Lua's own format, in the buffer (of at
 /// least LUAI_MAXNUMBER2STR bytes) and not converted in place, which could raise; null for other values.
 const char* TextOf(lua_State* L, int index, char* buffer);

@@ -54,11 +54,7 @@ bool CLuaScriptEngine::InitLuaEnv() try {
     lua_State* opened = luaL_newstate();
     if (!opened) return false;
     std::shared_ptr<lua_State> state(opened, lua_close);
-    auto openLibraries = [](lua_State* L) {
-        luaL_openlibs(L);
-        return 0;
-    };
-    if (RunProtected(opened, 0, 0, openLibraries) != LUA_OK) return false;
+    if (!OpenLibraries(opened)) return false;
     // The cursor restores its stack when it is deleted, and so holds on to the state.
     m_pLuaAccess = {new CLuaAccess(opened), [state](CLuaAccess* cursor) { delete cursor; }};
     m_pLuaState = std::move(state);

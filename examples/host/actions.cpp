@@ -7,11 +7,10 @@
 
 #include <qev/qev.h>
 
+#include "contours/stretches.h"
+
 namespace host {
 namespace {
-
-// mm: what is cut out of an object that is no segment contour is cut out of its polyline.
-constexpr double kCutError = 0.001;
 
 const qev::CCadObject& ObjectOf(const std::vector<ObjectReport>& reports, int number) {
     if (number < 0 || number >= static_cast<int>(reports.size()))
@@ -44,16 +43,9 @@ void DrawConverted(const std::vector<ObjectReport>& reports, double error, SvgPi
     out << converted << " objects converted within " << error << " mm: " << segments << " lines and arcs\n";
 }
 
-std::unique_ptr<qev::CCadMultiSegments> ContourOf(const qev::CCadObject& object) {
-    if (const auto* polyline = dynamic_cast<const qev::CCadPolyline*>(&object))
-        return std::unique_ptr<qev::CCadMultiSegments>(
-            static_cast<qev::CCadPolyline*>(polyline->Clone(false)));
-    return std::unique_ptr<qev::CCadMultiSegments>(qev::Convert2Polyline(&object, kCutError));
-}
-
 void DrawCut(const std::vector<ObjectReport>& reports, const CutOption& cut, SvgPicture& picture,
              std::ostream& out) {
-    const auto contour = ContourOf(ObjectOf(reports, cut.object));
+    const auto contour = contours::ContourOf(ObjectOf(reports, cut.object));
     if (!contour) throw DrawingError("object " + std::to_string(cut.object) + " cannot be cut");
     const math::PosRange range(qev::DoubleToPolyPos(contour.get(), cut.from),
                                qev::DoubleToPolyPos(contour.get(), cut.to));

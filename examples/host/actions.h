@@ -4,7 +4,6 @@
 #pragma once
 
 #include <iosfwd>
-#include <memory>
 #include <vector>
 
 #include "drawing.h"
@@ -13,10 +12,6 @@
 #include "svg.h"
 
 namespace host {
-
-/// The contour that positions of an object refer to: a copy of a contour of lines and arcs, or the polyline
-/// that another object converts to. Null when it converts to none.
-std::unique_ptr<qev::CCadMultiSegments> ContourOf(const qev::CCadObject& object);
 
 /// Every object converted to lines and arcs within an error in mm.
 void DrawConverted(const std::vector<ObjectReport>& reports, double error, SvgPicture& picture,

@@ -8,6 +8,7 @@
 #include "report.h"
 #include "start_zones.h"
 #include "svg.h"
+#include "technics.h"
 
 namespace host {
 namespace {
@@ -33,6 +34,7 @@ void Show(const Options& options, const Drawing& drawing, int joined, std::ostre
     if (options.cut) DrawCut(reports, *options.cut, picture, out);
     const int picked = options.pick ? DrawPick(drawing, reports, *options.pick, picture, out) : 0;
     if (options.walk) DrawWalk(reports, picked, *options.walk, picture, out);
+    RunTechnics(options, drawing, options.pick ? reports[picked].object : nullptr, picture, out);
     if (!options.svg.empty()) WritePicture(picture, options.svg, out);
 }
 

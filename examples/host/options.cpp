@@ -21,6 +21,12 @@ const char* const kUsage =
   --walk SEG:RATIO:MM walk from a position of the picked object (else of object 0) by a signed length
   --start-zones MM    zones of MM round the sharp corners of closed contours, and where to start between them
   --corner DEGREES    the least turn of a sharp corner there (30)
+  --plugin FILE       load a technics plug-in; may come several times
+  --technics TEXT     add technics to the picked object, or else to all: 'T={LeadIn={Length=4}}'
+  --params TEXT       where the mouse is: 'MouseSegment=2;MouseRatio=0.5;'
+  --remove TYPE       remove technics of a type from the same objects
+  --save FILE         write the technics of all objects
+  --load FILE         read them, before any are added
 )";
 
 namespace {
@@ -102,6 +108,18 @@ Options ParseOptions(int argc, const char* const* argv) {
             options.cornerDegrees = NotNegative(Parse<double>(value(), option), option);
         else if (option == "--walk")
             options.walk = ParseWalk(value());
+        else if (option == "--plugin")
+            options.plugins.emplace_back(value());
+        else if (option == "--technics")
+            options.technics = value();
+        else if (option == "--params")
+            options.params = value();
+        else if (option == "--remove")
+            options.remove = Parse<int>(value(), option);
+        else if (option == "--save")
+            options.save = value();
+        else if (option == "--load")
+            options.load = value();
         else if (option.starts_with("-"))
             throw UsageError("there is no option " + option);
         else if (!options.drawing.empty())

@@ -5,6 +5,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <qev/types.h>
 #include <qevmath/point.h>
@@ -37,6 +38,12 @@ struct Options {
     std::optional<double> startZones; ///< mm round each sharp corner
     double cornerDegrees = 30;        ///< the least turn of a sharp corner
     std::optional<WalkOption> walk;   ///< on the object that was picked, else on the first one
+    std::vector<std::string> plugins;
+    std::string technics;      ///< Lua text; empty for none
+    std::string params;        ///< the mouse's position with it
+    std::optional<int> remove; ///< a type of technics
+    std::string save;
+    std::string load;
 };
 
 /// The command line cannot be used; the text says why.

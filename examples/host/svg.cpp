@@ -132,6 +132,7 @@ void SvgPicture::Write(std::ostream& out) const {
            ".converted{stroke:#f80;stroke-dasharray:"
         << Number(m_unit * 4) << "}.joint{fill:#f80}.zone{stroke:#e22;stroke-width:" << Number(m_unit * 2)
         << "}.free{stroke:#2a2;stroke-width:" << Number(m_unit * 2)
+        << "}.path{stroke:#08f;stroke-width:" << Number(m_unit * 1.6)
         << "}.chosen{fill:#2a2}.pick{fill:#c0c}.cut{stroke:#c0c;stroke-width:" << Number(m_unit * 2.5)
         << "}</style>\n"
         << "<rect x='" << Number(m_box.x) << "' y='" << Number(-m_box.y - m_box.height) << "' width='"

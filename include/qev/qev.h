@@ -8,5 +8,6 @@
 #include <qev/message.h>
 #include <qev/ranges.h>
 #include <qev/support.h>
+#include <qev/technics.h>
 #include <qev/types.h>
 #include <qev/units.h>

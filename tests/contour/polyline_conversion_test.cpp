@@ -1,17 +1,11 @@
 #include <clocale>
-#include <memory>
-#include <vector>
-
-#include <qev/contour.h>
-
-#include <gtest/gtest.h>
 
 #include "../../common/contour/conversion_settings.h"
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
+using namespace test;
 
 TEST(Convert2Polyline, SettingsTextInAnyLocale) {
     std::setlocale(LC_ALL, "de_DE.UTF-8"); // where there is one, it writes a comma
@@ -31,20 +25,16 @@ TEST(Convert2Polyline, SegmentTypes) {
         if (made) EXPECT_EQ(made->GetSegmentCount(), counts[type]);
     }
     EXPECT_EQ(Convert2Polyline(nullptr, 0.1), nullptr);
-    EXPECT_EQ(Convert2Polyline(&circle, test::kNaN), nullptr);
+    EXPECT_EQ(Convert2Polyline(&circle, kNaN), nullptr);
 }
 
 TEST(Convert2Polyline, SegmentMaps) {
-    const CCadCircle circle({0, 0}, 5);
-    const CCadLine line({0, 0}, {1, 1});
-    const CCadGroup group;
-    const auto contour = test::Polyline("0 0 L 1 0 A 1 1 1 L 0 0");
-    const std::pair<const CCadObject*, std::vector<int>> cases[] = {
-        {&circle, {0, 0, 7}}, {&line, {7, 0}}, {contour.get(), {7, 0, 1, 2}}, {&group, {7}}, {nullptr, {7}}};
-    for (const auto& [object, expected] : cases) {
+    for (const auto& [row, object, expected] :
+         Rows<std::string, std::vector<int>>("'circle 0 0 5' 0,0,7; 'line 0 0 1 1' 7,0; '0 0 L 1 0 A 1 "
+                                             "1 1 L 0 0' 7,0,1,2; group 7; null 7")) {
         std::vector<int> map{7};
-        const std::unique_ptr<CCadPolyline> made(Convert2Polyline(object, map, 0.1));
-        EXPECT_EQ(map, expected);
+        const std::unique_ptr<CCadPolyline> made(Convert2Polyline(Object(object).get(), map, 0.1));
+        EXPECT_EQ(map, expected) << row;
     }
 }
 

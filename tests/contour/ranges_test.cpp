@@ -1,28 +1,19 @@
-#include <algorithm>
-#include <climits>
-#include <cmath>
-
-#include <qev/qev.h>
-
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
-using math::POLYPOS;
-using math::PosRange;
+using namespace test;
+
 using Ranges = std::vector<PosRange>;
 
 // Positions on a contour of six segments, in quarters, so that ends meet often.
 constexpr int kSegments = 6;
 
-POLYPOS QuarterPos(test::Random& random) {
+POLYPOS QuarterPos(Random& random) {
     return {random.Int(0, kSegments - 1), random.Int(0, 3) / 4.0};
 }
 
-Ranges RandomRanges(test::Random& random, int most) {
+Ranges RandomRanges(Random& random, int most) {
     Ranges ranges;
     for (int i = 0, count = random.Int(1, most); i < count; ++i)
         ranges.emplace_back(QuarterPos(random), QuarterPos(random), i);
@@ -39,11 +30,28 @@ bool Covers(const Ranges& ranges, double at) {
                        [at](const PosRange& range) { return Covers(range, at); });
 }
 
+// "0+0.2 0+0.5 7; ...": start, end and tag.
+Ranges RangesOf(const std::string& text) {
+    Ranges ranges;
+    for (const auto& [row, start, end, tag] : Rows<POLYPOS, POLYPOS, int>(text))
+        ranges.emplace_back(start, end, tag);
+    return ranges;
+}
+
+void ExpectSame(const Ranges& ranges, const Ranges& expected) {
+    ASSERT_EQ(ranges.size(), expected.size());
+    for (std::size_t i = 0; i < ranges.size(); ++i) {
+        EXPECT_NEAR(PolyPosToDouble(ranges[i].start), PolyPosToDouble(expected[i].start), 1e-12);
+        EXPECT_NEAR(PolyPosToDouble(ranges[i].end), PolyPosToDouble(expected[i].end), 1e-12);
+        EXPECT_EQ(ranges[i].nTag, expected[i].nTag);
+    }
+}
+
 TEST(Ranges, SortingLeavesTheOrderOfTheExchangeSort) {
-    test::Random random;
+    Random random;
     for (int round = 0; round < 500; ++round) {
         Ranges sorted = RandomRanges(random, 12), literal = sorted;
-        if (round % 9 == 0) literal[0].start.dRatio = sorted[0].start.dRatio = test::kNaN;
+        if (round % 9 == 0) literal[0].start.dRatio = sorted[0].start.dRatio = kNaN;
         for (std::size_t i = 0; i + 1 < literal.size(); ++i)
             for (std::size_t j = i + 1; j < literal.size(); ++j) {
                 const POLYPOS &a = literal[i].start, &b = literal[j].start;
@@ -58,43 +66,33 @@ TEST(Ranges, SortingLeavesTheOrderOfTheExchangeSort) {
 
 // The merged list covers what the list covered, and its ranges are apart.
 TEST(Ranges, MergingKeepsWhatIsCovered) {
-    test::Random random;
-    for (int round = 0; round < 2000; ++round) {
+    for (Random random; random.Rounds(2000);) {
         Ranges ranges = RandomRanges(random, 6);
         std::erase_if(ranges, [](const PosRange& range) { return IsInvalidRange(range); });
         SortRange(&ranges);
         const Ranges before = ranges;
         CombineRange(&ranges, kSegments);
         for (double at = 0.125; at < kSegments; at += 0.25)
-            ASSERT_EQ(Covers(ranges, at), Covers(before, at)) << round << " " << at;
+            ASSERT_EQ(Covers(ranges, at), Covers(before, at)) << at;
         for (std::size_t i = 0; i + 1 < ranges.size(); ++i)
             EXPECT_TRUE(PolyPosToDouble(ranges[i].end) < PolyPosToDouble(ranges[i + 1].start));
     }
 }
 
 TEST(Ranges, MergingInDetail) {
-    const struct {
-        Ranges in, out;
-    } cases[] = {
-        {{{{0, 0.2}, {0, 0.5}, 7}, {{0, 0.5}, {1, 0.3}, 8}}, {{{0, 0.2}, {1, 0.3}, 7}}},
-        {{{{0, 0.2}, {0, 0.5}}, {{0, 0.5000001}, {1, 0.3}}},
-         {{{0, 0.2}, {0, 0.5}}, {{0, 0.5000001}, {1, 0.3}}}},
-        {{{{1, 0.0}, {1, 0.5}}, {{3, 0.5}, {0, 0.5}, 9}}, {{{1, 0.0}, {1, 0.5}}, {{3, 0.5}, {0, 0.5}, 9}}},
-        {{{{0, 0.5}, {3, 0.6}}, {{3, 0.5}, {0, 0.5}}}, {{{0, 0.0}, {4, 0.0}}}}, // the whole contour
-        {{{{3, 0.5}, {0, 0.5}}}, {{{3, 0.5}, {0, 0.5}}}},                       // one alone stays
-        {{{{0, 0.5}, {0, 0.5}}, {{-1, 2}, {0, 0.7}}}, {{{0, 0.5}, {0, 0.7}}}},  // invalid ones take part
-    };
-    for (const auto& c : cases) {
-        Ranges ranges = c.in;
+    const std::pair<const char*, const char*> cases[] = {
+        {"0+0.2 0+0.5 7; 0+0.5 1+0.3 8", "0+0.2 1+0.3 7"},
+        {"0+0.2 0+0.5 0; 0+0.5000001 1+0.3 0", "0+0.2 0+0.5 0; 0+0.5000001 1+0.3 0"},
+        {"1+0 1+0.5 0; 3+0.5 0+0.5 9", "1+0 1+0.5 0; 3+0.5 0+0.5 9"},
+        {"0+0.5 3+0.6 0; 3+0.5 0+0.5 0", "0+0 4+0 0"},     // the whole contour
+        {"3+0.5 0+0.5 0", "3+0.5 0+0.5 0"},                // one alone stays
+        {"0+0.5 0+0.5 0; -1+2 0+0.7 0", "0+0.5 0+0.7 0"}}; // invalid ones take part
+    for (const auto& [in, out] : cases) {
+        Ranges ranges = RangesOf(in);
         CombineRange(&ranges, 4);
-        ASSERT_EQ(ranges.size(), c.out.size());
-        for (std::size_t i = 0; i < ranges.size(); ++i) {
-            EXPECT_EQ(PolyPosToDouble(ranges[i].start), PolyPosToDouble(c.out[i].start));
-            EXPECT_EQ(PolyPosToDouble(ranges[i].end), PolyPosToDouble(c.out[i].end));
-            EXPECT_EQ(ranges[i].nTag, c.out[i].nTag);
-        }
-        CombineRange(&(ranges = c.in), 0);
-        EXPECT_EQ(ranges.size(), c.in.size()) << "no segments";
+        ExpectSame(ranges, RangesOf(out));
+        CombineRange(&(ranges = RangesOf(in)), 0);
+        ExpectSame(ranges, RangesOf(in)); // no segments
     }
     Ranges many;
     for (int i = 0; i < 100'000; ++i) many.emplace_back(POLYPOS{i, 0.0}, POLYPOS{i, i % 2 ? 0.5 : 1.0});
@@ -105,8 +103,7 @@ TEST(Ranges, MergingInDetail) {
 
 // Every test against membership of dense samples; ends are in quarters, so that samples in eighths decide.
 TEST(Ranges, IntersectionsAgainstSamples) {
-    test::Random random;
-    for (int round = 0; round < 5000; ++round) {
+    for (Random random; random.Rounds(5000);) {
         const PosRange a(QuarterPos(random), QuarterPos(random)), b(QuarterPos(random), QuarterPos(random));
         const POLYPOS pos = QuarterPos(random);
         const double at = PolyPosToDouble(pos);
@@ -121,8 +118,8 @@ TEST(Ranges, IntersectionsAgainstSamples) {
             shared = shared || both;
             overlap = overlap || (both && std::fmod(x, 0.25) != 0);
         }
-        EXPECT_EQ(IsRangeIntersected(a, b), shared) << round;
-        EXPECT_EQ(IsRangeIntersectedBoundary(a, b), overlap) << round;
+        EXPECT_EQ(IsRangeIntersected(a, b), shared);
+        EXPECT_EQ(IsRangeIntersectedBoundary(a, b), overlap);
         const Ranges list{a}, other{b}, none;
         EXPECT_EQ(IsRangeIntersected(&list, b), shared);
         EXPECT_EQ(IsRangeIntersected(&other, &list), shared);
@@ -132,14 +129,13 @@ TEST(Ranges, IntersectionsAgainstSamples) {
     const PosRange touching({0, 0.5}, {0, 0.75 + 5e-10}), range({0, 0.75}, {1, 0});
     EXPECT_TRUE(IsRangeIntersected(touching, range) && !IsRangeIntersectedBoundary(touching, range));
     const Ranges list{range};
-    EXPECT_FALSE(IsRangeIntersected(&list, POLYPOS{0, test::kNaN}));
+    EXPECT_FALSE(IsRangeIntersected(&list, POLYPOS{0, kNaN}));
 }
 
 // The zone holds exactly the positions whose distance along the contour is in reach.
 TEST(InvalidRanges, ZonesAgainstDistances) {
-    test::Random random;
-    for (int round = 0; round < 300; ++round) {
-        const auto contour = test::RandomPolyline(random, 6);
+    for (Random random; random.Rounds(300);) {
+        const auto contour = RandomPolyline(random, 6);
         const double total = contour->GetLength(), back = total * random.Uniform(0, 0.7),
                      on = total * random.Uniform(0, 0.7);
         if (!contour->IsClose() || total < 1 || GetCadSegments(contour.get()) < 2) continue;
@@ -155,14 +151,13 @@ TEST(InvalidRanges, ZonesAgainstDistances) {
         const double ahead = std::fmod(there - here + total, total);
         const bool reached = ahead <= on || total - ahead <= back || back + on >= total;
         const bool inside = IsRangeIntersected(probe, zone);
-        if (std::abs(ahead - on) > 1e-6 && std::abs(total - ahead - back) > 1e-6)
-            EXPECT_EQ(inside, reached) << round;
+        if (std::abs(ahead - on) > 1e-6 && std::abs(total - ahead - back) > 1e-6) EXPECT_EQ(inside, reached);
         EXPECT_EQ(zone.nTag, 7);
     }
 }
 
 TEST(InvalidRanges, FallbacksAndCorners) {
-    const auto square = test::Polyline("0 0 L 10 0 L 10 10 L 0 10 L 0 0");
+    const auto square = Polyline("0 0 L 10 0 L 10 10 L 0 10 L 0 0");
     PosRange zone({9, 0}, {9, 0});
     EXPECT_FALSE(GenerateInvalidRange(square.get(), {1, 0.2}, 0, 0, zone));
     EXPECT_TRUE(zone.start.nSegIndex == 1 && zone.end.dRatio == 0.2) << "empty, but written";
@@ -175,22 +170,15 @@ TEST(InvalidRanges, FallbacksAndCorners) {
     EXPECT_TRUE(IsRangeIntersected(square.get(), {7, 0}, 1, 1, {{0, 0.4}, {0, 0.6}}))
         << "the fallback is (0, 0) to (0, 0.5)";
     EXPECT_FALSE(IsRangeIntersected(square.get(), {2, 0.5}, 1, 1, {{0, 0.4}, {0, 0.6}}));
-    const struct {
-        double distance, angle;
-        std::vector<std::pair<double, double>> zones;
-    } cases[] = {{2, 90, {{0.8, 1.2}, {1.8, 2.2}, {2.8, 3.2}, {3.8, 0.2}}},
-                 {5, 90, {{0.5, 1.5}, {1.5, 2.5}, {2.5, 3.5}, {3.5, 0.5}}},
-                 {6, 90, {{0, 4}}},
-                 {2, 95, {}}};
-    for (const auto& c : cases) {
+    // whether exact neighbours merge, at a distance of 5, is a matter of the last bit
+    const std::tuple<double, double, const char*> cases[] = {
+        {2, 90, "0+0.8 1+0.2 0; 1+0.8 2+0.2 0; 2+0.8 3+0.2 0; 3+0.8 0+0.2 0"},
+        {6, 90, "0+0 4+0 0"},
+        {2, 95, ""}};
+    for (const auto& [distance, angle, expected] : cases) {
         Ranges zones;
-        EXPECT_TRUE(GenerateCornerInvalidRange(square.get(), c.distance, c.angle, &zones));
-        if (c.distance == 5) continue; // whether exact neighbours merge is a matter of the last bit
-        ASSERT_EQ(zones.size(), c.zones.size()) << c.distance;
-        for (std::size_t i = 0; i < zones.size(); ++i) {
-            EXPECT_NEAR(PolyPosToDouble(zones[i].start), c.zones[i].first, 1e-12);
-            EXPECT_NEAR(PolyPosToDouble(zones[i].end), c.zones[i].second, 1e-12);
-        }
+        EXPECT_TRUE(GenerateCornerInvalidRange(square.get(), distance, angle, &zones));
+        ExpectSame(zones, RangesOf(expected));
     }
     Ranges kept{{{0, 0.5}, {0, 0.6}}, {{0, 0.1}, {0, 0.2}}};
     EXPECT_FALSE(GenerateCornerInvalidRange(square.get(), 0, 90, &kept)) << "zones without length";
@@ -199,19 +187,19 @@ TEST(InvalidRanges, FallbacksAndCorners) {
 }
 
 TEST(SegmentMap, ByLengthAndByPoint) {
-    const auto two = test::Polyline("0 0 L 10 0 L 20 0"),
-               four = test::Polyline("0 0 L 5 0 L 10 0 L 15 0 L 20 0");
+    const auto two = Polyline("0 0 L 10 0 L 20 0"), four = Polyline("0 0 L 5 0 L 10 0 L 15 0 L 20 0");
     const CCadCircle circle({0, 0}, 1);
-    std::vector<int> map;
-    GetSegMap(two.get(), four.get(), map);
-    EXPECT_EQ(map, (std::vector<int>{0, 0, -1, -1})) << "as many entries as the source has segments";
-    GetSegMap(four.get(), two.get(), map);
-    EXPECT_EQ(map, (std::vector<int>{0, 2}));
-    GetSegMap(&circle, four.get(), map = {5});
-    EXPECT_EQ(map, (std::vector<int>{5, 0, 0, 0}));
-    GetSegMap(four.get(), &circle, map);
-    GetSegMap(nullptr, four.get(), map);
-    EXPECT_EQ(map, std::vector<int>{5});
+    const std::tuple<const CCadObject*, const CCadObject*, std::vector<int>> maps[] = {
+        {two.get(), four.get(), {0, 0, -1, -1}}, // as many entries as the source has segments
+        {four.get(), two.get(), {0, 2}},
+        {&circle, four.get(), {5, 0, 0, 0}},
+        {four.get(), &circle, {5}},
+        {nullptr, four.get(), {5}}};
+    for (const auto& [from, to, expected] : maps) {
+        std::vector<int> map{5};
+        GetSegMap(from, to, map);
+        EXPECT_EQ(map, expected);
+    }
     double before = 9;
     EXPECT_TRUE(FindSegmentIndexByRate(two.get(), 0.5, 0, 0, before) == 0 && before == 0);
     EXPECT_TRUE(FindSegmentIndexByRate(four.get(), 0.6, 1, 5, before) == 2 && before == 10);
@@ -219,58 +207,35 @@ TEST(SegmentMap, ByLengthAndByPoint) {
     EXPECT_EQ(FindSegmentIndexByRate(four.get(), 0.3, INT_MIN, 0, before), 1);
     EXPECT_EQ(FindSegmentIndexByRate(nullptr, 0.3, 0, 0, before), -1);
 
+    // segment, ratio, the index to begin at, the least ratio, the index found (-1: none) and its ratio
     const std::vector<int> byTwo{0, 0, 1, 1};
-    const struct {
-        int segment;
-        double ratio;
-        int hint;
-        double least;
-        bool found;
-        int out;
-        double outRatio;
-    } cases[] = {{1, 0.25, 0, 0, true, 2, 0.5}, {1, 0.25, 2, 0.6, true, 2, 0.5},
-                 {0, 0.5, 0, 1.1, true, 1, 0},  {0, 0.75, INT_MAX, 0, true, 1, 0.5},
-                 {2, 0.5, 0, 0, false, 0, 0},   {-1, 0.5, INT_MIN, 0, false, 0, 0}};
-    for (const auto& c : cases) {
-        int index = c.hint;
-        double ratio = c.least;
-        ASSERT_EQ(MapPos(two.get(), four.get(), &byTwo, c.segment, c.ratio, &index, &ratio), c.found)
-            << c.segment << " " << c.ratio;
-        if (c.found)
-            EXPECT_TRUE(index == c.out && std::abs(ratio - c.outRatio) < 1e-12) << index << " " << ratio;
+    for (const auto& [row, segment, ratio, hint, least, out, outRatio] :
+         Rows<int, double, int, double, int, double>(
+             "1 0.25 0 0 2 0.5; 1 0.25 2 0.6 2 0.5; 0 0.5 0 1.1 1 0;"
+             "0 0.75 1e99 0 1 0.5; 2 0.5 0 0 -1 0; -1 0.5 -1e99 0 -1 0")) {
+        int index = hint;
+        double found = least;
+        ASSERT_EQ(MapPos(two.get(), four.get(), &byTwo, segment, ratio, &index, &found), out >= 0) << row;
+        if (out >= 0) EXPECT_TRUE(index == out && std::abs(found - outRatio) < 1e-12) << row;
     }
 }
 
+// Position, map and the position it becomes as index + ratio; -8: it is left alone.
 TEST(SegmentMap, PositionsByLength) {
-    const auto source = test::Polyline("0 0 L 5 0 L 9 0 L 14 0"),
-               destination = test::Polyline("0 0 L 5 0 L 8 0 L 9 0 L 14 0");
-    const CCadLine line({0, 0}, {14, 0});
-    const struct {
-        POLYPOS pos;
-        const CCadObject* destination;
-        std::vector<int> map;
-        double out; // index + ratio
-    } cases[] = {
-        {{1, 0.5}, destination.get(), {0, 1, 1, 2}, 1 + 2 / 3.0},
-        {{1, 0.875}, destination.get(), {0, 1, 1, 2}, 2.5},
-        {{1, 0.75}, destination.get(), {0, 1, 1, 2}, 2},
-        {{1, 0.5}, destination.get(), {0, 2, 0, 1}, 3.5},
-        {{1, 0.5}, destination.get(), {-1, -1}, 1.5},
-        {{2, 0.5}, destination.get(), {-1, -1}, 1.5},
-        {{1, 0.5}, destination.get(), {0, 2, 2, 2}, 1},
-        {{1, 0.5}, &line, {1}, 0.5},
-        {{1, 0.5}, &line, {2}, 0},
-        {{0, 0.5}, destination.get(), {77, -5}, 0},
-        {{1, 0.5}, destination.get(), {}, -8},
-        {{1, 1.5}, destination.get(), {1}, -8},
-        {{1, 0.5}, nullptr, {1}, -8},
-        {{INT_MAX, 0.5}, destination.get(), {7, 0}, 1},
-    };
-    for (const auto& c : cases) {
-        POLYPOS out{-8, 0};
-        GetMapPos(source.get(), c.pos, c.destination, out, c.map);
-        EXPECT_NEAR(PolyPosToDouble(out), c.out, 1e-12) << c.pos.nSegIndex << "+" << c.pos.dRatio;
-    }
+    const auto source = Polyline("0 0 L 5 0 L 9 0 L 14 0");
+    const std::pair<const char*, const char*> tables[] = {
+        {"0 0 L 5 0 L 8 0 L 9 0 L 14 0",
+         "1+0.5 0,1,1,2 1.6666666666666667; 1+0.875 0,1,1,2 2.5; 1+0.75 0,1,1,2 2; 1+0.5 0,2,0,1 3.5;"
+         "1+0.5 -1,-1 1.5; 2+0.5 -1,-1 1.5; 1+0.5 0,2,2,2 1; 0+0.5 77,-5 0; 1+0.5 none -8; 1+1.5 1 -8;"
+         "1e99+0.5 7,0 1"},
+        {"line 0 0 14 0", "1+0.5 1 0.5; 1+0.5 2 0"},
+        {"null", "1+0.5 1 -8"}};
+    for (const auto& [object, rows] : tables)
+        for (const auto& [row, pos, map, expected] : Rows<POLYPOS, std::vector<int>, double>(rows)) {
+            POLYPOS out{-8, 0};
+            GetMapPos(source.get(), pos, Object(object).get(), out, map);
+            EXPECT_NEAR(PolyPosToDouble(out), expected, 1e-12) << row;
+        }
 }
 
 } // namespace

@@ -1,17 +1,8 @@
-#include <climits>
-#include <memory>
-#include <string>
-#include <vector>
-
-#include <qev/contour.h>
-
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
+using namespace test;
 
 // A selection from letters: c closed contour, o open contour, d dot, t text, x kind 0x1300, ( ) a group.
 class Selection {
@@ -20,7 +11,7 @@ public:
         std::vector<CCadGroup*> open{&m_root};
         for (const char letter : letters) {
             if (letter == '(')
-                open.push_back(test::AddGroup(*open.back()));
+                open.push_back(AddGroup(*open.back()));
             else if (letter == ')')
                 open.pop_back();
             else
@@ -48,8 +39,8 @@ private:
         if (letter == 'd') object = new CCadDot({0, 0});
         if (letter == 'x') object = new Other;
         if (letter == 't') {
-            auto* text = new CCadText("text");
-            for (const char outline : {'c', 'o'}) text->GetTextGroup()->PushBack(Make(outline));
+            auto* text = TextOf(Make('c'));
+            text->GetTextGroup()->PushBack(Make('o'));
             object = text;
         }
         object->SetKey("letter", std::string(1, letter).c_str());
@@ -60,69 +51,49 @@ private:
 };
 
 TEST(Selection, Closedness) {
-    const struct {
-        const char* members;
-        int closed;
-    } cases[] = {{"", -2},      {"()", -2},        {"c", 1},     {"o", 0},        {"t", 1},
-                 {"co", -1},    {"()c", 1},        {"c()", -1},  {"(co)", -1},    {"(co)c", -1},
-                 {"(c)(c)", 1}, {"(())((o)o)", 0}, {"ct(c)", 1}, {"(co)(co)", -1}};
-    for (const auto& c : cases) EXPECT_EQ(IsClose(Selection(c.members).Root()), c.closed) << c.members;
+    for (const auto& [row, members, closed] : Rows<std::string, int>(
+             "'' -2; () -2; c 1; o 0; t 1; co -1; ()c 1; c() -1; (co) -1; (co)c -1; (c)(c) 1; (())((o)o) 0;"
+             "ct(c) 1; (co)(co) -1"))
+        EXPECT_EQ(IsClose(Selection(members).Root()), closed) << row;
     EXPECT_EQ(IsClose(static_cast<const CCadObject*>(nullptr)), 0);
     const CCadRelationGroup relation;
     EXPECT_EQ(IsClose(&relation), 0) << "only plain groups ask their members";
 }
 
+// Members, then whether all are open, closed, dots, texts, and how many texts there are.
 TEST(Selection, AllOfOneSort) {
-    const struct {
-        const char* members;
-        bool unclosed, closed, dots, texts;
-        int textCount;
-    } cases[] = {{"", true, true, true, false, 0},       {"()", true, true, true, false, 0},
-                 {"o", true, false, false, false, 0},    {"ot", false, false, false, false, 1},
-                 {"to", false, true, false, false, 1},   {"(t)o", false, true, false, false, 1},
-                 {"c(c)", false, true, false, false, 0}, {"d(d)", true, false, true, false, 0},
-                 {"t(t)", false, true, false, true, 2},  {"t()", false, true, false, false, 1},
-                 {"(tt)t", false, true, false, true, 3}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.members);
-        Selection s(c.members);
-        EXPECT_EQ(IsAllUnClosed(s.List()), c.unclosed);
-        EXPECT_EQ(IsAllClosed(s.List()), c.closed);
-        EXPECT_EQ(IsAllDot(s.List()), c.dots);
-        EXPECT_EQ(IsAllText(s.List()), c.texts);
-        EXPECT_EQ(GetTextCount(s.List()), c.textCount);
-        EXPECT_EQ(GetTextCount(s.Root()), c.textCount);
+    for (const auto& [row, members, unclosed, closed, dots, texts, textCount] :
+         Rows<std::string, bool, bool, bool, bool, int>(
+             "'' 1 1 1 0 0; () 1 1 1 0 0; o 1 0 0 0 0; ot 0 0 0 0 1; to 0 1 0 0 1; (t)o 0 1 0 0 1;"
+             "c(c) 0 1 0 0 0; d(d) 1 0 1 0 0; t(t) 0 1 0 1 2; t() 0 1 0 0 1; (tt)t 0 1 0 1 3")) {
+        SCOPED_TRACE(row);
+        Selection s(members);
+        EXPECT_EQ(IsAllUnClosed(s.List()), unclosed);
+        EXPECT_EQ(IsAllClosed(s.List()), closed);
+        EXPECT_EQ(IsAllDot(s.List()), dots);
+        EXPECT_EQ(IsAllText(s.List()), texts);
+        EXPECT_EQ(GetTextCount(s.List()), textCount);
+        EXPECT_EQ(GetTextCount(s.Root()), textCount);
     }
     EXPECT_FALSE(IsAllUnClosed(nullptr) || IsAllClosed(nullptr) || IsAllDot(nullptr) || IsAllText(nullptr));
     EXPECT_EQ(GetTextCount(static_cast<const CCadObject*>(nullptr)), 0);
 }
 
+// Members, what is removed (a mask, or a list of kinds) and what is kept.
 TEST(Selection, Filters) {
-    const struct {
-        const char* members;
-        int mask;
-        const char* kept;
-    } masks[] = {{"co(d)t", 0x1200, "cot"},
-                 {"co(d)t", 0x0400, "odt"},
-                 {"co(dt)", 0x0200, "cd"},
-                 {"co(d)", 0, "cod"},
-                 {"", 0x1200, ""}};
-    for (const auto& c : masks) {
+    for (const auto& [row, members, mask, kept] : Rows<std::string, int, std::string>(
+             "co(d)t 0x1200 cot; co(d)t 0x0400 odt; co(dt) 0x0200 cd; co(d) 0 cod; '' 0x1200 ''")) {
+        Selection s(members);
         std::list<CCadObject*> out;
-        Selection s(c.members);
-        RemoveCadByType(s.List(), &out, c.mask);
-        EXPECT_EQ(Selection::Letters(out), c.kept) << c.members << " " << c.mask;
+        RemoveCadByType(s.List(), &out, mask);
+        EXPECT_EQ(Selection::Letters(out), kept) << row;
     }
-    const struct {
-        const char* members;
-        std::list<cad_t> kinds;
-        const char* kept;
-    } lists[] = {{"co(dt)", {kCadDot, kCadLine}, "ct"}, {"co(dt)", {kCadGroup}, "co"}, {"(c(o))", {}, "co"}};
-    for (const auto& c : lists) {
+    for (const auto& [row, members, kinds, kept] : Rows<std::string, std::vector<int>, std::string>(
+             "co(dt) 0x1100,0x1200 ct; co(dt) 0x1900 co; (c(o)) none co")) {
+        Selection s(members);
         std::list<CCadObject*> out;
-        Selection s(c.members);
-        RemoveCadByType(s.List(), &out, c.kinds);
-        EXPECT_EQ(Selection::Letters(out), c.kept) << c.members;
+        RemoveCadByType(s.List(), &out, std::list<cad_t>(kinds.begin(), kinds.end()));
+        EXPECT_EQ(Selection::Letters(out), kept) << row;
     }
 }
 
@@ -147,13 +118,11 @@ TEST(Selection, Collectors) {
 
 TEST(Selection, Corners) {
     Selection s("oc"); // boxes (0, 0)-(2, 3) and (-1, -1)-(1, 1)
-    const struct {
-        const char* key;
-        math::DPOINT2 corner;
-    } cases[] = {{"TL", {-1, 3}},  {"TR", {2, 3}},      {"BL", {-1, -1}}, {"BR", {2, -1}},
-                 {"tl", {-1, -1}}, {nullptr, {-1, -1}}, {"TRx", {-1, -1}}};
-    for (const auto& c : cases) EXPECT_POINT_NEAR(GetCornerPoint(s.List(), c.key), c.corner, 0);
-    EXPECT_POINT_NEAR(GetCornerPoint(nullptr, "TR"), (math::DPOINT2{0, 0}), 0);
+    for (const auto& [row, key, corner] :
+         Rows<std::string, DPOINT2>("TL -1,3; TR 2,3; BL -1,-1; BR 2,-1; tl -1,-1; TRx -1,-1"))
+        EXPECT_POINT_NEAR(GetCornerPoint(s.List(), key.c_str()), corner, 0) << row;
+    EXPECT_POINT_NEAR(GetCornerPoint(s.List(), nullptr), (DPOINT2{-1, -1}), 0);
+    EXPECT_POINT_NEAR(GetCornerPoint(nullptr, "TR"), (DPOINT2{0, 0}), 0);
 }
 
 TEST(CoEdge, MarksAreExact) {
@@ -164,18 +133,13 @@ TEST(CoEdge, MarksAreExact) {
     for (CCadObject* o : {static_cast<CCadObject*>(&group), static_cast<CCadObject*>(&line)})
         o->SetKey("GroupType", "1");
     EXPECT_TRUE(IsCoEdgeGroup(&group) && !IsCoEdgeGroup(&line));
-    const struct {
-        const char *key, *value;
-        bool coEdge, tube;
-    } cases[] = {{"CoEdge", "1", false, false},           {"CoEdge", "true", true, false},
-                 {"CoEdge", "True", false, false},        {"IsCoedgeEdge", "1", false, true},
-                 {"TubeTrucateCoedge", "1", false, true}, {"TubeTruncateCoedge", "1", false, false},
-                 {"IsCoedgeEdge", "true", false, false}};
-    for (const auto& c : cases) {
+    for (const auto& [row, key, value, coEdge, tube] : Rows<std::string, std::string, bool, bool>(
+             "CoEdge 1 0 0; CoEdge true 1 0; CoEdge True 0 0; IsCoedgeEdge 1 0 1; TubeTrucateCoedge 1 0 1;"
+             "TubeTruncateCoedge 1 0 0; IsCoedgeEdge true 0 0")) {
         CCadLine marked({0, 0}, {1, 0});
-        marked.SetKey(c.key, c.value);
-        EXPECT_EQ(IsCoEdgeObject(&marked), c.coEdge) << c.key << "=" << c.value;
-        EXPECT_EQ(IsCoEdgeObject_Tube(&marked), c.tube) << c.key << "=" << c.value;
+        marked.SetKey(key.c_str(), value.c_str());
+        EXPECT_EQ(IsCoEdgeObject(&marked), coEdge) << row;
+        EXPECT_EQ(IsCoEdgeObject_Tube(&marked), tube) << row;
     }
 }
 

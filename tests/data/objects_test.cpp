@@ -1,96 +1,69 @@
-#include <cmath>
-#include <memory>
-
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
-using math::DPOINT2;
-using math::kPi;
+using namespace test;
 
-// One of each kind, with what the kind table says of it.
-struct Row {
-    std::unique_ptr<CCadObject> object;
-    cad_t kind;
-    bool closed;
-    double length;
-    CContourDirection::ContourDirection_T direction;
-    CadRect box;
-};
-
-std::vector<Row> OneOfEach() {
-    std::vector<Row> rows;
-    const auto add = [&](CCadObject* object, cad_t kind, bool closed, double length, int direction,
-                         const CadRect& box) {
-        rows.push_back({std::unique_ptr<CCadObject>(object), kind, closed, length,
-                        static_cast<CContourDirection::ContourDirection_T>(direction), box});
-    };
-    add(new CCadDot({1, 2}), 0x1100, false, 0, 0, {1, 2, 0, 0});
-    add(new CCadLine({4, 0}, {1, 4}), 0x1200, false, 5, 0, {1, 0, 3, 4});
-    add(new CCadCircle({1, 1}, -2, false), 0x1400, true, 4 * kPi, 1, {-1, -1, 4, 4});
-    add(new CCadArc({0, 0}, 2, -kPi / 4, kPi / 2, true), 0x1500, false, kPi, 2,
-        {std::sqrt(2), -std::sqrt(2), 2 - std::sqrt(2), std::sqrt(8)});
-    add(new CCadArc({0, 0}, 1, 1, 9, false), 0x1500, true, 2 * kPi, 1, {-1, -1, 2, 2});
-    add(new CCadArc({0, 0}, 1, 0, -kPi / 2, true), 0x1500, false, 1.5 * kPi, 2, {-1, -1, 2, 2});
-    add(new CCadEllipse({0, 0}, 2, 1, kPi / 2), 0x1600, true, 9.688448220547675, 2, {-1, -2, 2, 4});
-    add(new CCadEllipseArc({0, 0}, 2, 1, 0, 0, kPi, false), 0x1700, false, 9.688448220547675 / 2, 1,
-        {-2, -1, 4, 1});
-    add(new CCadRectangle({1, 1}, -3, 2), 0x1810, true, 10, 2, {-2, 1, 3, 2});
-    add(test::Polyline("0 0 L 2 0 A 0 0 1").release(), 0x1840, true, 2 + kPi, 2, {0, 0, 2, 1});
-    add(test::PolylineEx("0 0 B 0 1 2 1 2 0 L 0 0").release(), 0x1860, true, 0, 1, {0, 0, 2, 0.75});
-    add(test::Polyline("3 3 L 3 3").release(), 0x1840, true, 0, 0, {3, 3, 0, 0});
-    add(new CCadPolyline, 0x1840, false, 0, 0, {});
-    add(new CCadGroup, 0x1900, false, 0, 0, {});
-    add(new CCadRelationGroup, 0x1920, false, 0, 0, {});
-    add(new CCadText("a"), 0x1A00, false, 0, 0, {});
-    return rows;
-}
+// One of each kind with its code, whether it is closed, its length, its direction and its box.
+using Row = std::tuple<std::string, std::string, int, bool, double, int, std::vector<double>>;
+const std::vector<Row> kOneOfEach = Rows<std::string, int, bool, double, int, std::vector<double>>(
+    "'dot 1 2' 0x1100 0 0 0 1,2,0,0; 'line 4 0 1 4' 0x1200 0 5 0 1,0,3,4;"
+    "'circle 1 1 -2 cw' 0x1400 1 12.566370614359172 1 -1,-1,4,4;"
+    "'arc 0 0 2 -0.7853981633974483 1.5707963267948966' 0x1500 0 3.141592653589793 2"
+    " 1.4142135623730951,-1.4142135623730951,0.5857864376269049,2.8284271247461903;"
+    "'arc 0 0 1 1 9 cw' 0x1500 1 6.283185307179586 1 -1,-1,2,2;"
+    "'arc 0 0 1 0 -1.5707963267948966' 0x1500 0 4.71238898038469 2 -1,-1,2,2;"
+    "'ellipse 0 0 2 1 1.5707963267948966' 0x1600 1 9.688448220547675 2 -1,-2,2,4;"
+    "'ellipsearc 0 0 2 1 0 0 3.141592653589793 cw' 0x1700 0 4.8442241102738375 1 -2,-1,4,1;"
+    "'rectangle 1 1 -3 2' 0x1810 1 10 2 -2,1,3,2; '0 0 L 2 0 A 0 0 1' 0x1840 1 5.141592653589793 2 0,0,2,1;"
+    "'0 0 B 0 1 2 1 2 0 L 0 0' 0x1860 1 nan 1 0,0,2,0.75; '3 3 L 3 3' 0x1840 1 0 0 3,3,0,0;"
+    "polyline 0x1840 0 0 0 0,0,0,0; group 0x1900 0 0 0 0,0,0,0; relation 0x1920 0 0 0 0,0,0,0;"
+    "text 0x1A00 0 0 0 0,0,0,0");
 
 TEST(Objects, AnswerAsTheirKind) {
-    for (const Row& row : OneOfEach()) {
-        SCOPED_TRACE(row.kind);
-        const CCadObject& o = *row.object;
-        EXPECT_EQ(o.GetType(), row.kind);
-        EXPECT_EQ(o.IsClose(), row.closed);
-        EXPECT_EQ(GetContourDirectionEx(&o), row.direction);
-        if (row.length > 0) EXPECT_NEAR(o.GetLength(), row.length, 1e-11);
-        const CadRect box = o.GetBoundRect();
-        EXPECT_NEAR(box.x, row.box.x, 1e-12);
-        EXPECT_NEAR(box.y, row.box.y, 1e-12);
-        EXPECT_NEAR(box.width, row.box.width, 1e-12);
-        EXPECT_NEAR(box.height, row.box.height, 1e-12);
+    for (const auto& [row, text, kind, closed, length, direction, box] : kOneOfEach) {
+        SCOPED_TRACE(row);
+        const auto object = Object(text);
+        EXPECT_EQ(object->GetType(), static_cast<cad_t>(kind));
+        EXPECT_EQ(object->IsClose(), closed);
+        EXPECT_EQ(GetContourDirectionEx(object.get()), direction);
+        if (!std::isnan(length)) EXPECT_NEAR(object->GetLength(), length, 1e-11);
+        const CadRect bounds = object->GetBoundRect();
+        EXPECT_NEAR(bounds.x, box[0], 1e-12);
+        EXPECT_NEAR(bounds.y, box[1], 1e-12);
+        EXPECT_NEAR(bounds.width, box[2], 1e-12);
+        EXPECT_NEAR(bounds.height, box[3], 1e-12);
     }
     EXPECT_EQ(GetContourDirectionEx(nullptr), CContourDirection::NONE);
 }
 
 // Pieces are what everything else is computed from: they join, run from start to end, and add up.
 TEST(Objects, PiecesMakeTheOutline) {
-    for (const Row& row : OneOfEach()) {
-        SCOPED_TRACE(row.kind);
-        DPOINT2 at = row.object->GetStartPoint();
+    for (const Row& row : kOneOfEach) {
+        SCOPED_TRACE(std::get<0>(row));
+        const auto object = Object(std::get<1>(row));
+        DPOINT2 at = object->GetStartPoint();
         double length = 0;
-        for (int i = 0; i < row.object->GetPieceCount(); ++i) {
-            const OutlinePiece piece = row.object->GetPiece(i);
+        for (int i = 0; i < object->GetPieceCount(); ++i) {
+            const OutlinePiece piece = object->GetPiece(i);
             length += std::visit([](const auto& p) { return p.GetLength(); }, piece);
             if (const auto* segment = std::get_if<SEGMENT>(&piece)) {
                 EXPECT_POINT_NEAR(segment->ptStart, at, 1e-12);
                 at = segment->ptEnd;
             } else {
-                at = row.object->GetEndPoint();
+                at = object->GetEndPoint();
             }
         }
-        EXPECT_NEAR(length, row.object->GetLength(), 1e-11);
-        if (row.object->GetPieceCount() > 0) EXPECT_POINT_NEAR(at, row.object->GetEndPoint(), 1e-12);
+        EXPECT_NEAR(length, object->GetLength(), 1e-11);
+        if (object->GetPieceCount() > 0) EXPECT_POINT_NEAR(at, object->GetEndPoint(), 1e-12);
     }
 }
 
 TEST(Objects, CloneCopiesEverythingButMachining) {
-    for (const Row& row : OneOfEach()) {
-        SCOPED_TRACE(row.kind);
-        CCadObject& o = *row.object;
+    for (const Row& row : kOneOfEach) {
+        SCOPED_TRACE(std::get<0>(row));
+        const auto object = Object(std::get<1>(row));
+        CCadObject& o = *object;
         o.SetKey("a", "1");
         o.Select(true);
         o.SetParamIndex(4);
@@ -101,7 +74,7 @@ TEST(Objects, CloneCopiesEverythingButMachining) {
         const std::unique_ptr<CCadObject> same(o.Clone(false)), fresh(o.Clone(true));
         EXPECT_EQ(same->GetID(), o.GetID());
         EXPECT_NE(fresh->GetID(), o.GetID());
-        EXPECT_EQ(fresh->GetType(), row.kind);
+        EXPECT_EQ(fresh->GetType(), o.GetType());
         EXPECT_DOUBLE_EQ(fresh->GetLength(), o.GetLength());
         EXPECT_TRUE(fresh->GetKey("a") == "1" && fresh->IsSelected() && fresh->GetParamIndex() == 4);
         EXPECT_TRUE(fresh->GetInnerObject() && fresh->GetInnerObject() != o.GetInnerObject());

@@ -1,33 +1,24 @@
-#include <cmath>
-
-#include <qevdata/param.h>
-
-#include <gtest/gtest.h>
+#include "support/support.h"
 
 namespace {
 
+using namespace test;
+
+// Text with | for the semicolon, key, value.
 TEST(Param, ReadsNumbersRobustly) {
-    const struct {
-        const char* text;
-        const char* key;
-        double value;
-    } cases[] = {
-        {"A=1;B=2;", "B", 2},  {" A = -1.5e-3 ;B=2", "A", -1.5e-3},
-        {"A=1;A=2", "A", 1},   {"AbsoluteError=      0.010000;", "AbsoluteError", 0.01},
-        {"A=1;B=2", "C", NAN}, {"A=1x;", "A", NAN},
-        {"A=;", "A", NAN},     {"A=1,5;", "A", NAN},
-        {"a=1;", "A", NAN},    {"", "A", NAN},
-        {nullptr, "A", NAN},   {"A=1;", nullptr, NAN},
-        {"A", "A", NAN},       {"=5;", "", 5},
-        {"A=+7", "A", 7},      {"A=+-7", "A", NAN},
-        {"A=1e999", "A", NAN}, {"A==1;", "A", NAN},
-        {";;;A=3", "A", 3},
-    };
-    for (const auto& c : cases) {
-        const double value = qev::CParam::GetKey_DBL_FromString(c.text, c.key);
-        const bool same = value == c.value || (std::isnan(value) && std::isnan(c.value));
-        EXPECT_TRUE(same) << (c.text ? c.text : "null") << " gives " << value;
+    for (const auto& [row, text, key, value] :
+         Rows<std::string, std::string, double>("A=1|B=2| B 2; ' A = -1.5e-3 |B=2' A -1.5e-3; A=1|A=2 A 1; "
+                                                "'AbsoluteError=      0.01|' AbsoluteError 0.01;"
+                                                "A=1|B=2 C nan; A=1x| A nan; A=| A nan; A=1,5| A nan; a=1| A "
+                                                "nan; '' A nan; A A nan; =5| '' 5; A=+7 A 7;"
+                                                "A=+-7 A nan; A=1e999 A nan; A==1| A nan; |||A=3 A 3")) {
+        std::string settings = text;
+        std::replace(settings.begin(), settings.end(), '|', ';');
+        const double read = CParam::GetKey_DBL_FromString(settings.c_str(), key.c_str());
+        EXPECT_TRUE(read == value || (std::isnan(read) && std::isnan(value))) << row << " gives " << read;
     }
+    EXPECT_TRUE(std::isnan(CParam::GetKey_DBL_FromString(nullptr, "A")));
+    EXPECT_TRUE(std::isnan(CParam::GetKey_DBL_FromString("A=1;", nullptr)));
 }
 
 } // namespace

@@ -1,38 +1,18 @@
-#include <algorithm>
-#include <cmath>
-
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
-using math::DPOINT2;
-using test::kInf;
-using test::kNaN;
-
-double Sampled(const CCadMultiSegments& contour, const DPOINT2& p) {
-    double best = kInf;
-    for (int i = 0; i < contour.GetSegmentCount(); ++i) {
-        const SEGMENT segment = contour.GetSegment(i);
-        const auto curve = [&](double r) {
-            return segment.nType == 3 ? segment.GetBezier().PointAt(r) : segment.GetPoint(r);
-        };
-        best = std::min(best, test::SampledDistance(curve, p, 2000));
-    }
-    return best;
-}
+using namespace test;
 
 TEST(MinDistance, AgainstSamples) {
-    test::Random random;
-    for (int i = 0; i < 100; ++i) {
-        const auto contour = test::RandomPolylineEx(random, 6);
+    for (Random random; random.Rounds(100);) {
+        const auto contour = RandomPolylineEx(random, 6);
         const DPOINT2 p = random.Point();
         DPOINT2 nearest;
         const double distance = GetMinDistance(contour.get(), p, nearest);
-        EXPECT_LE(distance, Sampled(*contour, p) + 1e-9);
-        EXPECT_GE(distance, Sampled(*contour, p) - 1) << "one sample step of the longest arcs";
+        const double sampled = SampledDistance(Along(*contour), p, 2000 * contour->GetPieceCount());
+        EXPECT_LE(distance, sampled + 1e-9);
+        EXPECT_GE(distance, sampled - 1) << "one sample step of the longest arcs";
         EXPECT_NEAR(math::D2GetDistance(p, nearest), distance, 1e-12);
     }
 }
@@ -50,17 +30,16 @@ TEST(MinDistance, OfNothing) {
 
 // The smallest distance wins, equal ones go to the object drawn last; the oracle measures every leaf.
 TEST(Hit, FindsTheNearestLeaf) {
-    test::Random random;
-    for (int i = 0; i < 200; ++i) {
+    for (Random random; random.Rounds(200);) {
         CCadGroup group;
         std::vector<CCadObject*> leaves;
         CCadGroup* into = &group;
         for (int k = 0; k < 12; ++k) {
             leaves.push_back(random.Coin() ? static_cast<CCadObject*>(
                                  new CCadCircle(random.Point(), random.Uniform(1, 30)))
-                                           : test::RandomPolyline(random, 3).release());
+                                           : RandomPolyline(random, 3).release());
             into->PushBack(leaves.back());
-            if (random.Int(0, 3) == 0) into = test::AddGroup(*into);
+            if (random.Int(0, 3) == 0) into = AddGroup(*into);
         }
         const DPOINT2 p = random.Point();
         const double tolerance = random.Uniform(0, 20);
@@ -80,14 +59,9 @@ TEST(Hit, FindsTheNearestLeaf) {
 TEST(Hit, TiesTextsRelationsAndRefusals) {
     CCadGroup group;
     auto* first = new CCadLine({0, 0}, {10, 0});
-    auto* text = new CCadText("a");
-    text->GetTextGroup()->PushBack(new CCadLine({0, 5}, {10, 5}));
-    auto* relation = new CCadRelationGroup;
+    auto* text = TextOf(new CCadLine({0, 5}, {10, 5}));
     CCadLine related({0, 9}, {10, 9});
-    relation->GetRelationPaths().push_back(&related);
-    for (CCadObject* object : {static_cast<CCadObject*>(first), static_cast<CCadObject*>(text),
-                               static_cast<CCadObject*>(relation)})
-        group.PushBack(object);
+    Fill(group, {first, text, RelationTo(&related)});
     EXPECT_EQ(Hit(&group, {5, 4.5}, 1), text);
     EXPECT_EQ(Hit(&group, {5, 9.5}, 1), &related);
     EXPECT_EQ(Hit(&group, {5, 1}, 1), first) << "the tolerance is included";

@@ -1,18 +1,13 @@
-#include <climits>
-#include <cmath>
-
 #include <gp_Ax2d.hxx>
 #include <gp_Trsf2d.hxx>
-#include <gtest/gtest.h>
 
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
-using math::DPOINT2;
+using namespace test;
 
-gp_Trsf2d RandomSimilarity(test::Random& random) {
+gp_Trsf2d RandomSimilarity(Random& random) {
     gp_Trsf2d turn, mirror, move;
     turn.SetRotation(gp_Pnt2d(random.Uniform(-9, 9), 3), random.Uniform(-4, 4));
     if (random.Coin()) mirror.SetMirror(gp_Ax2d(gp_Pnt2d(1, 2), gp_Dir2d(random.Uniform(-1, 1), 1)));
@@ -28,7 +23,7 @@ DPOINT2 Moved(const gp_Trsf2d& t, const DPOINT2& p) {
 
 // Every point of every segment goes where the kernel puts it; reversing twice changes nothing.
 template <class Contour>
-void CheckTransformAndReverse(test::Random& random, Contour& contour) {
+void CheckTransformAndReverse(Random& random, Contour& contour) {
     const std::unique_ptr<Contour> before(static_cast<Contour*>(contour.Clone(false)));
     const gp_Trsf2d transform = RandomSimilarity(random);
     contour.ApplyTransform(transform);
@@ -52,10 +47,9 @@ void CheckTransformAndReverse(test::Random& random, Contour& contour) {
 }
 
 TEST(Polyline, TransformsAndReverses) {
-    test::Random random;
-    for (int i = 0; i < 100; ++i) {
-        CheckTransformAndReverse(random, *test::RandomPolyline(random, 8));
-        CheckTransformAndReverse(random, *test::RandomPolylineEx(random, 8));
+    for (Random random; random.Rounds(100);) {
+        CheckTransformAndReverse(random, *RandomPolyline(random, 8));
+        CheckTransformAndReverse(random, *RandomPolylineEx(random, 8));
     }
 }
 

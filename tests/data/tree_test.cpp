@@ -1,13 +1,8 @@
-#include <memory>
-#include <vector>
-
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
+using namespace test;
 
 std::vector<const CCadObject*> Leaves(const CCadObject* root) {
     std::vector<const CCadObject*> leaves;
@@ -19,18 +14,11 @@ std::vector<const CCadObject*> Leaves(const CCadObject* root) {
 
 TEST(TreeWalk, VisitsInDrawingOrderAndPassesOverCycles) {
     CCadGroup root;
-    auto* a = new CCadDot({1, 1});
+    auto *a = new CCadDot({1, 1}), *b = new CCadDot({2, 2}), *c = new CCadDot({3, 3}),
+         *d = new CCadDot({4, 4});
     auto* inner = new CCadGroup;
-    auto* b = new CCadDot({2, 2});
-    auto* text = new CCadText("t");
-    auto* c = new CCadDot({3, 3});
-    auto* d = new CCadDot({4, 4});
-    root.PushBack(a);
-    root.PushBack(inner);
-    inner->PushBack(b);
-    inner->PushBack(text);
-    text->GetTextGroup()->PushBack(c);
-    root.PushBack(d);
+    Fill(*inner, {b, TextOf(c)});
+    Fill(root, {a, inner, d});
     inner->GetObjectsList().push_front(&root);
     inner->GetObjectsList().push_front(nullptr);
     inner->GetObjectsList().push_back(inner);
@@ -46,7 +34,7 @@ TEST(TreeWalk, ManyLevels) {
     constexpr int kLevels = 100'000;
     auto root = std::make_unique<CCadGroup>();
     CCadGroup* deepest = root.get();
-    for (int i = 0; i < kLevels; ++i) deepest = test::AddGroup(*deepest);
+    for (int i = 0; i < kLevels; ++i) deepest = AddGroup(*deepest);
     deepest->PushBack(new CCadDot({7, 8}));
     deepest->PushBack(root.get());
     EXPECT_EQ(Leaves(root.get()).size(), 1u);

@@ -1,21 +1,11 @@
-#include <cmath>
-
-#include <qev/geometry.h>
-
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
-using math::DPOINT2;
-using math::kPi;
-using math::kTwoPi;
+using namespace test;
 
 TEST(CalcArcParam, RoundTripsBetweenBulgeAndCentre) {
-    test::Random random;
-    for (int i = 0; i < 2000; ++i) {
+    for (Random random; random.Rounds(2000);) {
         const DPOINT2 start = random.Point();
         const DPOINT2 end = random.Point();
         double bulge = random.Bulge();
@@ -42,22 +32,19 @@ TEST(CalcArcParam, RoundTripsBetweenBulgeAndCentre) {
     }
 }
 
+// Start, end, bulge, both angles and the unfolded one, in eighths of pi.
 TEST(CalcArcParam, FoldsOnlyTheUpperSide) {
-    const struct {
-        DPOINT2 start, end;
-        double bulge, from, to, unfolded;
-    } cases[] = {{{0, 0}, {2, 0}, 1, kPi, kTwoPi, kPi},
-                 {{0, 0}, {2, 0}, -1, kPi, 0, kPi},
-                 {{0, -1}, {0, 1}, 1, -kPi / 2, kPi / 2, 3 * kPi / 2},
-                 {{1, 0}, {0, -1}, -std::tan(kPi / 8), 0, -kPi / 2, 0}};
-    for (const auto& c : cases) {
+    for (const auto& [row, start, end, bulge, from, to, unfolded] :
+         Rows<DPOINT2, DPOINT2, double, double, double, double>(
+             "0,0 2,0 1 8 16 8; 0,0 2,0 -1 8 0 8; 0,-1 0,1 1 -4 4 12; 1,0 0,-1 -0.41421356237309503 0 -4 "
+             "0")) {
         DPOINT2 centre;
-        double radius = 0, from = 0, to = 0, unfolded = 0;
-        ASSERT_TRUE(CalcArcParam(c.start, c.end, c.bulge, centre, radius, from, to));
-        EXPECT_NEAR(from, c.from, 1e-12);
-        EXPECT_NEAR(to, c.to, 1e-12);
-        RetrieveArcInf(c.start, c.end, c.bulge, nullptr, &unfolded, nullptr, nullptr);
-        EXPECT_NEAR(unfolded, c.unfolded, 1e-12);
+        double radius = 0, first = 0, last = 0, above = 0;
+        ASSERT_TRUE(CalcArcParam(start, end, bulge, centre, radius, first, last));
+        RetrieveArcInf(start, end, bulge, nullptr, &above, nullptr, nullptr);
+        EXPECT_NEAR(first, from * kPi / 8, 1e-12) << row;
+        EXPECT_NEAR(last, to * kPi / 8, 1e-12) << row;
+        EXPECT_NEAR(above, unfolded * kPi / 8, 1e-12) << row;
     }
 }
 
@@ -65,7 +52,7 @@ TEST(CalcArcParam, DegenerateArcs) {
     DPOINT2 centre{9, 9};
     double radius = 9, from = 9, to = 9, bulge = 9;
     bool clockwise = false;
-    for (const double bad : {0.0, 2e-10, test::kNaN, 1e12}) { // 1e12: the half angle's sine vanishes
+    for (const double bad : {0.0, 2e-10, kNaN, 1e12}) { // 1e12: the half angle's sine vanishes
         EXPECT_FALSE(CalcArcParam({0, 0}, {1, 0}, bad, centre, radius, from, to));
         EXPECT_FALSE(CalcArcParam({0, 0}, {1, 0}, bad, centre, clockwise));
         RetrieveArcInf({0, 0}, {1, 0}, bad, &centre, &from, &to, &radius);
@@ -79,14 +66,11 @@ TEST(CalcArcParam, DegenerateArcs) {
 }
 
 TEST(Angles, OfVectors) {
-    const struct {
-        double dx, dy, angle;
-    } cases[] = {{1, 0, 0},         {0, 0, 0},    {0, -1, 3 * kPi / 2}, {1, -1e-10, 0},    {1, -1e-8, kTwoPi},
-                 {-1, -1e-10, kPi}, {-2, 0, kPi}, {0, 5, kPi / 2},      {test::kNaN, 1, 0}};
-    for (const auto& c : cases) EXPECT_NEAR(ComputeAngle(c.dx, c.dy), c.angle, 2e-8) << c.dx << " " << c.dy;
+    for (const auto& [row, v, quarters] : Rows<DPOINT2, double>(
+             "1,0 0; 0,0 0; 0,-1 6; 1,-1e-10 0; 1,-1e-8 8; -1,-1e-10 4; -2,0 4; 0,5 2; nan,1 0"))
+        EXPECT_NEAR(ComputeAngle(v.x, v.y), quarters * kPi / 4, 2e-8) << row;
     EXPECT_EQ(ComputeAngle(1, -1e-10), 0);
-    test::Random random;
-    for (int i = 0; i < 500; ++i) {
+    for (Random random; random.Rounds(500);) {
         const DPOINT2 u = random.Point();
         const double turn = random.Uniform(-3.1, 3.1);
         const DPOINT2 v = math::Rotated(u, turn) * 3;

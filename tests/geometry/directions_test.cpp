@@ -1,28 +1,15 @@
-#include <climits>
-#include <cmath>
-
-#include <qev/contour.h>
-#include <qev/geometry.h>
-
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
-using math::DPOINT2;
-using math::kPi;
+using namespace test;
 
-DPOINT2 Unit(const DPOINT2& v) {
-    return v / math::Norm(v);
-}
+const auto Unit = [](const DPOINT2& v) { return v / math::Norm(v); };
 
 // Differences of nearby points are the oracle for every direction.
 TEST(Directions, OfSegmentsAgainstDifferences) {
     constexpr double kStep = 1e-7;
-    test::Random random;
-    for (int i = 0; i < 500; ++i) {
+    for (Random random; random.Rounds(500);) {
         const SEGMENT a(random.Point(), random.Point(), random.Uniform(-2, 2));
         const SEGMENT b(a.ptEnd, random.Point(), random.Coin() ? random.Uniform(-2, 2) : 0);
         DPOINT2 va, vb, tangent;
@@ -42,31 +29,19 @@ TEST(Directions, OfSegmentsAgainstDifferences) {
     }
 }
 
+// Index and angle in halves of pi: cyclic, though a contour is open; a reversal of lines turns by the cross
+// product, one into an arc by the curvature.
 TEST(Directions, Corners) {
-    const struct {
-        const char* contour;
-        int i;
-        double angle;
-    } cases[] = {
-        {"0 0 L 1 0 L 1 1 L 0 1 L 0 0", 1, kPi / 2},
-        {"0 0 L 1 0 L 1 1 L 0 1 L 0 0", 0, kPi / 2},
-        {"0 0 L 0 1 L 1 1", 1, -kPi / 2},
-        {"0 0 L 0 1 L 1 1", 0, kPi / 2},  // cyclic, though the contour is open
-        {"0 0 L 0 1 L 1 1", 3, -kPi / 2}, // index 3 is segment 1
-        {"0 0 L 1 0 L 2 0", 1, 0},
-        {"0 0 L 1 0 L 0 0", 1, kPi},     // reversal of lines: by the cross product
-        {"0 0 L 1 0 A 1 -2 1", 1, -kPi}, // reversal into an arc: by the curvature
-        {"0 0 L 1 0 A 1 2 -1", 1, kPi},
-        {"0 0 L 1 0 A 1 2 1", 1, 0},
-    };
-    for (const auto& c : cases)
-        EXPECT_NEAR(GetCornerAngle(test::Polyline(c.contour).get(), c.i), c.angle, 1e-7)
-            << c.contour << " " << c.i;
-    const auto contour = test::Polyline("0 0 L 1 0 L 1 1");
+    for (const auto& [row, contour, i, halves] : Rows<std::string, int, double>(
+             "'0 0 L 1 0 L 1 1 L 0 1 L 0 0' 1 1; '0 0 L 1 0 L 1 1 L 0 1 L 0 0' 0 1; '0 0 L 0 1 L 1 1' 1 -1;"
+             "'0 0 L 0 1 L 1 1' 0 1; '0 0 L 0 1 L 1 1' 3 -1; '0 0 L 1 0 L 2 0' 1 0; '0 0 L 1 0 L 0 0' 1 2;"
+             "'0 0 L 1 0 A 1 -2 1' 1 -2; '0 0 L 1 0 A 1 2 -1' 1 2; '0 0 L 1 0 A 1 2 1' 1 0"))
+        EXPECT_NEAR(GetCornerAngle(Polyline(contour).get(), i), halves * kPi / 2, 1e-7) << row;
+    const auto contour = Polyline("0 0 L 1 0 L 1 1");
     for (const int i : {INT_MIN, INT_MAX}) EXPECT_TRUE(std::isfinite(GetCornerAngle(contour.get(), i)));
     const CCadPolyline empty;
     EXPECT_EQ(GetCornerAngle(nullptr, 0) + GetCornerAngle(&empty, 0), 0);
-    EXPECT_EQ(GetTangent(SEGMENT({0, 0}, {1, 0}, {1, 1}, {2, 1}), 0, nullptr), -test::kInf)
+    EXPECT_EQ(GetTangent(SEGMENT({0, 0}, {1, 0}, {1, 1}, {2, 1}), 0, nullptr), -kInf)
         << "a Bezier piece has no bulge";
 }
 
@@ -75,7 +50,7 @@ TEST(Directions, OfObjectsAgainstDifferences) {
     const CCadArc arc({1, 2}, 5, 1, 2, false);
     const CCadArc left({1, 2}, 5, 1, 2, true);
     for (const double ratio : {0.0, 0.2, 0.7}) {
-        const double angle = -ratio * math::kTwoPi;
+        const double angle = -ratio * kTwoPi;
         EXPECT_POINT_NEAR(Unit(GetVector(&circle, 0, ratio)),
                           Unit(circle.GetPoint(angle - 1e-7) - circle.GetPoint(angle)), 1e-6);
         EXPECT_NEAR(math::Norm(GetVector(&circle, 3, ratio)), 5, 1e-12);
@@ -99,16 +74,12 @@ TEST(Directions, OfObjectsAgainstDifferences) {
 }
 
 TEST(Directions, OfWhatHasNone) {
-    const CCadDot dot({1, 1});
-    const CCadText text("a");
-    const CCadEllipse unusable({0, 0}, test::kNaN, 1, 0);
-    const auto extended = test::PolylineEx("0 0 L 1 0");
-    const auto polyline = test::Polyline("0 0 L 3 4");
-    for (const CCadObject* object :
-         {static_cast<const CCadObject*>(nullptr), static_cast<const CCadObject*>(&dot),
-          static_cast<const CCadObject*>(&text), static_cast<const CCadObject*>(&unusable),
-          static_cast<const CCadObject*>(extended.get())})
-        EXPECT_POINT_NEAR(GetVector(object, 0, 0.5), (DPOINT2{0, 0}), 0);
+    for (const auto& [row, object] : Rows<std::string>("null; 'dot 1 1'; text"))
+        EXPECT_POINT_NEAR(GetVector(Object(object).get(), 0, 0.5), (DPOINT2{0, 0}), 0);
+    const CCadEllipse unusable({0, 0}, kNaN, 1, 0);
+    EXPECT_POINT_NEAR(GetVector(&unusable, 0, 0.5), (DPOINT2{0, 0}), 0);
+    EXPECT_POINT_NEAR(GetVector(PolylineEx("0 0 L 1 0").get(), 0, 0.5), (DPOINT2{0, 0}), 0);
+    const auto polyline = Polyline("0 0 L 3 4");
     EXPECT_POINT_NEAR(GetVector(polyline.get(), 0, 0.5), (DPOINT2{3, 4}), 0);
     EXPECT_POINT_NEAR(GetVector(polyline.get(), INT_MAX, 0.5), (DPOINT2{0, 0}), 0);
 }

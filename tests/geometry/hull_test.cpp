@@ -1,16 +1,11 @@
-#include <cmath>
-#include <memory>
 #include <set>
 
-#include <qev/geometry.h>
-
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
+using namespace test;
+
 using Point = CConvexHelper::Point;
 
 std::vector<int> Tags(const std::vector<Point>& points) {
@@ -27,11 +22,10 @@ double Turn(const Point& a, const Point& b, const Point& c) {
 
 // A point is a corner when some line through it and another has all others on its left.
 TEST(Hull, AgainstEveryLineThroughTwoPoints) {
-    test::Random random;
-    for (int round = 0; round < 100; ++round) {
+    for (Random random; random.Rounds(100);) {
         std::vector<Point> points;
         for (int i = 0, count = random.Int(4, 40); i < count; ++i) {
-            const math::DPOINT2 p = random.Point();
+            const DPOINT2 p = random.Point();
             points.push_back({p.x + 1e4, p.y, i});
         }
         std::set<int> corners;
@@ -54,40 +48,32 @@ TEST(Hull, AgainstEveryLineThroughTwoPoints) {
     }
 }
 
+// The points and which of them make the hull: up to three come back as they are, of duplicates the first
+// counts, as low as the lowest is what is within 1e-9, what is not finite is left out.
 TEST(Hull, SmallFlatAndDoubled) {
-    const std::pair<std::vector<Point>, std::vector<int>> cases[] = {
-        {{}, {}},
-        {{{2, 2, 0}, {1, 1, 1}, {0, 0, 2}}, {0, 1, 2}}, // up to three come back as they are
-        {{{1, 1, 0}, {0, 1, 1}, {0, 0, 2}, {1, 0, 3}}, {2, 3, 0, 1}},
-        {{{1, 1, 0}, {0, 1, 1}, {0, 0, 2}, {1, 0, 3}, {0.5, 0, 4}, {1, 0.5, 5}, {0, 0.3, 6}}, {2, 3, 0, 1}},
-        {{{0, 0, 0}, {0, 0, 1}, {1, 0, 2}, {1, 0, 3}, {0, 1, 4}}, {0, 2, 4}}, // of duplicates the first
-        {{{0, 5e-10, 0}, {3, 0, 1}, {3, 3, 2}, {0, 3, 3}},
-         {0, 1, 2, 3}}, // as low as the lowest, and leftmost
-        {{{0, 0, 0}, {1, 1, 1}, {2, 2, 2}, {3, 3, 3}}, {0, 3}},
-        {{{test::kNaN, 0, 0}, {0, 0, 1}, {1, 0, 2}, {1, test::kInf, 3}, {0, 1, 4}}, {1, 2, 4}},
-        {{{1, 1, 0}, {1, 1, 1}, {1, 1, 2}, {1, 1, 3}}, {0}},
-    };
-    for (const auto& [points, tags] : cases) EXPECT_EQ(Tags(points), tags);
+    for (const auto& [row, x, y, tags] : Rows<std::vector<double>, std::vector<double>, std::vector<int>>(
+             "none none none; 2,1,0 2,1,0 0,1,2; 1,0,0,1 1,1,0,0 2,3,0,1; 1,0,0,1,0.5,1,0 1,1,0,0,0,0.5,0.3 "
+             "2,3,0,1;"
+             "0,0,1,1,0 0,0,0,0,1 0,2,4; 0,3,3,0 5e-10,0,3,3 0,1,2,3; 0,1,2,3 0,1,2,3 0,3;"
+             "nan,0,1,1,0 0,0,0,inf,1 1,2,4; 1,1,1,1 1,1,1,1 0")) {
+        std::vector<Point> points;
+        for (std::size_t i = 0; i < x.size(); ++i) points.push_back({x[i], y.at(i), static_cast<int>(i)});
+        EXPECT_EQ(Tags(points), tags) << row;
+    }
     const std::vector<Point> huge{{1e300, 0, 0}, {0, 1e300, 1}, {-1e300, 0, 2}, {0, -1e300, 3}, {1, 1, 4}};
     EXPECT_LE(Tags(huge).size(), 5u);
 }
 
 // Points on the edges of a rectangle, off by 1e-8 mm: the corners stay, and little else.
 TEST(Hull, NoisyRectanglesKeepTheirCorners) {
-    test::Random random;
-    for (int round = 0; round < 200; ++round) {
+    for (Random random; random.Rounds(200);) {
         std::vector<Point> points;
         for (int i = 0; i < 200; ++i) {
-            const double along = random.Uniform(0, 1);
-            const int side = i < 4 ? -1 : random.Int(0, 3);
-            double x = side == 0   ? 0
-                       : side == 1 ? 100
-                                   : 100 * along,
-                   y = side == 2   ? 0
-                       : side == 3 ? 50
-                                   : 50 * along;
-            if (side < 0) x = i % 2 * 100, y = i / 2 * 50;
-            points.push_back({x + random.Uniform(-1e-8, 1e-8), y + random.Uniform(-1e-8, 1e-8), i});
+            const int side = random.Int(0, 3);
+            const double along = random.Uniform(0, 1), noise = random.Uniform(-1e-8, 1e-8);
+            const double x = i < 4 ? i % 2 : side == 0 ? 0 : side == 1 ? 1 : along;
+            const double y = i < 4 ? i / 2 : side == 2 ? 0 : side == 3 ? 1 : along;
+            points.push_back({100 * x + noise, 50 * y - random.Uniform(-1e-8, 1e-8), i});
         }
         const std::vector<int> tags = Tags(points);
         for (int corner = 0; corner < 4; ++corner)
@@ -108,8 +94,8 @@ TEST(Stock, PlatesAndTheirOutlines) {
     EXPECT_TRUE(outline->GetStartPoint().x == -50 && outline->GetStartPoint().y == -25 && outline->IsClose());
     const auto isSame = [&](const char* a, const char* b) {
         CCadGroup left, right;
-        left.PushBack(test::Polyline(a).release());
-        right.PushBack(test::Polyline(b).release());
+        left.PushBack(Polyline(a).release());
+        right.PushBack(Polyline(b).release());
         return CAdobeHelper::IsSameProjectContour(&left, &right);
     };
     EXPECT_TRUE(CAdobeHelper::IsSameProjectContour(plate->GetSectionData(), same->GetSectionData()));

@@ -1,17 +1,8 @@
-#include <cmath>
-#include <string>
-
-#include <qev/contour.h>
-#include <qev/geometry.h>
-
-#include <gtest/gtest.h>
-
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
-using math::DPOINT2;
+using namespace test;
 
 // Opens what derived calculators see.
 struct Calculator : CPosCalculator {
@@ -30,62 +21,44 @@ PosInfo Pick(const CCadGroup& group, const DPOINT2& p, double tolerance, bool cl
 
 // The nearest of many points of the contour is the oracle; Bezier pieces answer with one of their own 101.
 TEST(NearestPosition, AgainstSamples) {
-    test::Random random;
-    double worst = 0;
-    for (int i = 0; i < 300; ++i) {
+    for (Random random; random.Rounds(300);) {
         CCadGroup group;
-        auto* contour = test::RandomPolylineEx(random, 7).release();
+        auto* contour = RandomPolylineEx(random, 7).release();
         group.PushBack(contour);
         const DPOINT2 p = random.Point();
         const PosInfo info = Pick(group, p, 1e4);
         ASSERT_EQ(info.pObject, contour);
         EXPECT_EQ(info.nTag, static_cast<int>(contour->GetID()));
-        double nearest = test::kInf, gap = 0;
-        for (int s = 0; s < contour->GetSegmentCount(); ++s) {
-            const SEGMENT segment = contour->GetSegment(s);
-            const auto at = [&](double ratio) { return segment.GetPoint(ratio); };
-            nearest = std::min(nearest, test::SampledDistance(at, p, 400));
-            gap = std::max(gap, segment.GetLength() / 100);
-        }
+        double gap = 0;
+        for (int s = 0; s < contour->GetSegmentCount(); ++s)
+            gap = std::max(gap, contour->GetSegment(s).GetLength() / 100);
+        const double nearest = SampledDistance(Along(*contour), p, 400 * contour->GetSegmentCount());
         DPOINT2 answered;
         ASSERT_TRUE(PosToCoor(contour, info.nIndex, info.dRatio, answered));
         const double excess = math::D2GetDistance(p, answered) - nearest;
         EXPECT_LE(excess, contour->GetSegment(info.nIndex).nType == SEGMENT::kBezier ? gap : 1e-5);
-        worst = std::max(worst, excess);
     }
-    RecordProperty("worst_excess", std::to_string(worst));
 }
 
+// Of two as near the first wins; outside an arc's sweep it is the nearer end, on a clockwise arc too.
 TEST(NearestPosition, JointsTiesAndEnds) {
-    const struct {
-        const char* contour;
-        DPOINT2 p;
-        int index;
-        double ratio;
-    } cases[] = {
-        {"0 0 L 10 0 L 10 10 L 0 10", {10, 10}, 2, 0},
-        {"0 0 L 10 0 L 10 10 L 0 10", {0, 10}, 2, 1},
-        {"0 0 L 10 0 L 10 10 L 0 10", {5, -1}, 0, 0.5},
-        {"0 0 L 10 0 L 10 10 L 0 0", {0, 0}, 0, 0},
-        {"0 0 L 10 0 L 10 10 L 0 10", {7, 3}, 0, 0.7}, // as near to both: the first wins
-        {"0 0 A 10 0 1 L 20 0", {5, -7}, 0, 0.5},
-        {"0 0 A 10 0 1", {2, 3}, 0, 0},  // outside the sweep: the nearer end
-        {"10 0 A 0 0 -1", {8, 3}, 0, 0}, // also on a clockwise arc
-        {"10 0 A 0 0 -1", {2, 3}, 0, 1},
-    };
-    for (const auto& c : cases) {
+    for (const auto& [row, contour, p, pos] : Rows<std::string, DPOINT2, POLYPOS>(
+             "'0 0 L 10 0 L 10 10 L 0 10' 10,10 2+0; '0 0 L 10 0 L 10 10 L 0 10' 0,10 2+1;"
+             "'0 0 L 10 0 L 10 10 L 0 10' 5,-1 0+0.5; '0 0 L 10 0 L 10 10 L 0 0' 0,0 0+0;"
+             "'0 0 L 10 0 L 10 10 L 0 10' 7,3 0+0.7; '0 0 A 10 0 1 L 20 0' 5,-7 0+0.5;"
+             "'0 0 A 10 0 1' 2,3 0+0; '10 0 A 0 0 -1' 8,3 0+0; '10 0 A 0 0 -1' 2,3 0+1")) {
         CCadGroup group;
-        group.PushBack(test::Polyline(c.contour).release());
-        const PosInfo info = Pick(group, c.p, 10);
-        EXPECT_EQ(info.nIndex, c.index) << c.contour << " " << c.p.x;
-        EXPECT_NEAR(info.dRatio, c.ratio, 1e-12) << c.contour << " " << c.p.x;
+        group.PushBack(Polyline(contour).release());
+        const PosInfo info = Pick(group, p, 10);
+        EXPECT_EQ(info.nIndex, pos.nSegIndex) << row;
+        EXPECT_NEAR(info.dRatio, pos.dRatio, 1e-12) << row;
     }
     using Calc = CPosCalculator;
     EXPECT_EQ(Calc::GetMinDistance({3, 4}, {0, 0}, {0, 0}, 1), 5);
     EXPECT_EQ(Calc::GetMinDistance({0, 0}, {0, 0}, {1, 0}, 1), 0);
     EXPECT_NEAR(Calc::GetMinDistance({1, 3}, {0, 0}, {2, 0}, -1), 2, 1e-12);
     EXPECT_NEAR(Calc::GetMinDistance({1, 3}, {0, 0}, {2, 0}, 1), std::sqrt(10), 1e-12);
-    for (const double bad : {test::kNaN, test::kInf}) {
+    for (const double bad : {kNaN, kInf}) {
         EXPECT_EQ(Calc::GetPerpendicularFootRatio({bad, 1}, {0, 0}, {1, 0}, 0.5) * 0, 0);
         EXPECT_EQ(Calc::GetPerpendicularFootRatio({2, 1}, {0, 0}, {1, 0}, bad) * 0, 0);
     }
@@ -93,7 +66,7 @@ TEST(NearestPosition, JointsTiesAndEnds) {
 
 // A point just before the start still lies on the first arc for the membership test: no whole turn is added.
 TEST(NearestPosition, RatioAlongContours) {
-    const auto contour = test::Polyline("10 0 A -10 0 1 A 10 0 1");
+    const auto contour = Polyline("10 0 A -10 0 1 A 10 0 1");
     EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio({0, 10}, contour.get()), 0.25, 1e-12);
     EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio({10, -1e-7}, contour.get()), 0, 1e-7);
     EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio({0, 0}, contour.get()), 1, 1e-12) << "on no segment";
@@ -104,13 +77,9 @@ TEST(NearestPosition, KindsAndSelections) {
     CCadGroup group;
     auto* circle = new CCadCircle({0, 0}, 5, false);
     auto* line = new CCadLine({20, 0}, {30, 0});
-    auto* text = new CCadText("a");
-    text->GetTextGroup()->PushBack(new CCadLine({40, 0}, {50, 0}));
-    test::AddGroup(*test::AddGroup(group))->PushBack(circle);
-    auto* relation = new CCadRelationGroup;
-    relation->GetRelationPaths().push_back(line);
-    for (CCadObject* object : {static_cast<CCadObject*>(relation), static_cast<CCadObject*>(text)})
-        group.PushBack(object);
+    auto* text = TextOf(new CCadLine({40, 0}, {50, 0}));
+    AddGroup(*AddGroup(group))->PushBack(circle);
+    Fill(group, {RelationTo(line), text});
     EXPECT_NEAR(Pick(group, {0, 5}, 1).dRatio, 0.75, 1e-12) << "the circle runs clockwise";
     EXPECT_EQ(Pick(group, {5, 0}, 1).dRatio, 0);
     EXPECT_NEAR(Pick(group, {23, 4}, 5).dRatio, 0.5, 1e-12) << "the point itself, not its foot";

@@ -1,18 +1,13 @@
-#include <cmath>
-#include <memory>
 #include <numeric>
 
-#include <qev/geometry.h>
-
 #include <gp_Vec2d.hxx>
-#include <gtest/gtest.h>
 
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using namespace qev;
-using math::DPOINT2;
+using namespace test;
+
 using Topo = CTopoMultiPolyline;
 
 std::unique_ptr<Topo> Make(const CCadPolyline& source) {
@@ -28,7 +23,7 @@ std::string Kinds(const Topo& topo) {
 }
 
 // A contour of runs of every kind.
-std::unique_ptr<CCadPolyline> RandomRuns(test::Random& random) {
+std::unique_ptr<CCadPolyline> RandomRuns(Random& random) {
     auto contour = std::make_unique<CCadPolyline>();
     DPOINT2 at = random.Point(), along{1, 0};
     contour->SetStartPoint(at);
@@ -48,8 +43,7 @@ std::unique_ptr<CCadPolyline> RandomRuns(test::Random& random) {
 
 // Each source segment lies in exactly one group, lengths add up, and the shape is the source's.
 TEST(TopoPolyline, GroupsKeepTheShape) {
-    test::Random random;
-    for (int round = 0; round < 300; ++round) {
+    for (Random random; random.Rounds(300);) {
         const auto source = RandomRuns(random);
         const int count = source->GetSegmentCount();
         const auto topo = Make(*source);
@@ -61,7 +55,7 @@ TEST(TopoPolyline, GroupsKeepTheShape) {
             const int segments = (info.nLast - info.nFirst + count) % count + 1;
             for (int k = 0; k < segments; ++k) ++seen[(info.nFirst + k) % count];
         }
-        EXPECT_EQ(seen, std::vector<int>(count, 1)) << round;
+        EXPECT_EQ(seen, std::vector<int>(count, 1));
         EXPECT_NEAR(length, source->GetLength(), 1e-9);
         const double offset =
             std::accumulate(seen.begin(), seen.begin() + topo->GetTopoInfo()[0].nFirst, 0.0);
@@ -71,7 +65,7 @@ TEST(TopoPolyline, GroupsKeepTheShape) {
             if (topo->GetAt(k)->nKind < 2 && topo->GetAt(k)->vecNodes.size() > 1)
                 continue; // answers its first piece
             for (const double ratio : {0.0, 0.3, 0.8, 1.0})
-                EXPECT_LE(GetMinDistance(source.get(), topo->GetPoint(k, ratio), nearest), 1e-9) << round;
+                EXPECT_LE(GetMinDistance(source.get(), topo->GetPoint(k, ratio), nearest), 1e-9);
         }
         Topo reversed(*topo); // a deep copy
         reversed.ReverseDir();
@@ -85,29 +79,22 @@ TEST(TopoPolyline, GroupsKeepTheShape) {
     }
 }
 
+// The groups, and the kind and the first segment of the first record: a line goes on over the start, its
+// record has the run's kind; what has no length is left out, though its record stays.
 TEST(TopoPolyline, Groups) {
-    const struct {
-        const char *source, *kinds;
-        int firstKind, first;
-    } cases[] = {
-        {"0 0 L 20 0 L 20 20 L 0 20 L 0 0", "0x1 0x1 0x1 0x1 ", 0, 0},
-        {"0 0 L 20 0 L 40 0 L 60 0", "2x3 ", 2, 0},
-        {"0 0 A 10 0 1 A 0 0 1 L -30 0", "3x2 0x1 ", 3, 0},
-        {"0 0 L 5 0 L 10 1 L 15 3 L 30 3", "4x3 0x1 ", 4, 0},
-        {"0 0 L 10 0 L 10 20 L -20 20 L -20 0 L 0 0", "0x2 0x1 0x1 0x1 ", 0,
-         4}, // a line goes on over the start
-        {"0 0 L 20 0 L 40 0 L 40 30 L -20 30 L -20 0 L 0 0", "2x3 0x1 0x1 0x1 ", 0,
-         5}, // the record has the run's kind
-        {"0 0 L 20 0 L 40 0 L 40 30 L -40 30 L -40 0 L -20 0 L 0 0", "2x4 0x1 0x1 0x1 ", 2, 5},
-        {"10 0 A -10 0 1 A 10 0 1", "3x2 ", 3, 0},
-        {"0 0 L 5 0", "0x1 ", 0, 0},
-        {"0 0 L 0 0 A 30 0 1", "1x1 ", 0, 0}, // no length: left out, its record stays
-    };
-    for (const auto& c : cases) {
-        const auto topo = Make(*test::Polyline(c.source));
-        EXPECT_EQ(Kinds(*topo), c.kinds) << c.source;
-        EXPECT_EQ(topo->GetTopoInfo()[0].nKind, c.firstKind) << c.source;
-        EXPECT_EQ(topo->GetTopoInfo()[0].nFirst, c.first) << c.source;
+    for (const auto& [row, source, kinds, firstKind, first] : Rows<std::string, std::string, int, int>(
+             "'0 0 L 20 0 L 20 20 L 0 20 L 0 0' '0x1 0x1 0x1 0x1 ' 0 0; '0 0 L 20 0 L 40 0 L 60 0' '2x3 ' 2 "
+             "0;"
+             "'0 0 A 10 0 1 A 0 0 1 L -30 0' '3x2 0x1 ' 3 0; '0 0 L 5 0 L 10 1 L 15 3 L 30 3' '4x3 0x1 ' 4 0;"
+             "'0 0 L 10 0 L 10 20 L -20 20 L -20 0 L 0 0' '0x2 0x1 0x1 0x1 ' 0 4;"
+             "'0 0 L 20 0 L 40 0 L 40 30 L -20 30 L -20 0 L 0 0' '2x3 0x1 0x1 0x1 ' 0 5;"
+             "'0 0 L 20 0 L 40 0 L 40 30 L -40 30 L -40 0 L -20 0 L 0 0' '2x4 0x1 0x1 0x1 ' 2 5;"
+             "'10 0 A -10 0 1 A 10 0 1' '3x2 ' 3 0; '0 0 L 5 0' '0x1 ' 0 0; '0 0 L 0 0 A 30 0 1' '1x1 ' 0 "
+             "0")) {
+        const auto topo = Make(*Polyline(source));
+        EXPECT_EQ(Kinds(*topo), kinds) << row;
+        EXPECT_EQ(topo->GetTopoInfo()[0].nKind, firstKind) << row;
+        EXPECT_EQ(topo->GetTopoInfo()[0].nFirst, first) << row;
     }
     EXPECT_EQ(Topo::CreateTopoMultiPolyline(nullptr), nullptr);
     const auto empty = Make(CCadPolyline());
@@ -116,16 +103,16 @@ TEST(TopoPolyline, Groups) {
 }
 
 TEST(TopoPolyline, Moves) {
-    const auto source = test::Polyline("1 0 L 3 0 A 5 0 1");
+    const auto source = Polyline("1 0 L 3 0 A 5 0 1");
     const auto topo = Make(*source);
     topo->Translate(gp_Vec2d(1, 2));
     EXPECT_POINT_NEAR(topo->GetPoint(1, 0.5), (DPOINT2{5, 1}), 1e-12);
-    topo->Rotate({2, 2}, math::kPi / 2);
+    topo->Rotate({2, 2}, kPi / 2);
     EXPECT_POINT_NEAR(topo->GetPoint(1, 0.5), (DPOINT2{3, 5}), 1e-12);
-    topo->Rotate({0, 0}, math::kTwoPi);
-    EXPECT_TRUE(topo->Mirror({2, 0}, math::kPi / 2));
+    topo->Rotate({0, 0}, kTwoPi);
+    EXPECT_TRUE(topo->Mirror({2, 0}, kPi / 2));
     EXPECT_POINT_NEAR(topo->GetPoint(1, 0.5), (DPOINT2{1, 5}), 1e-12) << "the arc turns the other way";
-    for (const double angle : {-0.1, math::kPi, test::kNaN}) EXPECT_FALSE(topo->Mirror({0, 0}, angle));
+    for (const double angle : {-0.1, kPi, kNaN}) EXPECT_FALSE(topo->Mirror({0, 0}, angle));
     EXPECT_FALSE(topo->Mirror(math::NoPoint(), 0));
     EXPECT_POINT_NEAR(topo->GetEndPoint(), (DPOINT2{2, 6}), 1e-12);
 }

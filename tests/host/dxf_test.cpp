@@ -1,22 +1,14 @@
-#include <cmath>
 #include <fstream>
-#include <sstream>
-
-#include <qev/qev.h>
-
-#include <gtest/gtest.h>
 
 #include "host/drawing.h"
 #include "host/dxf_text.h"
 #include "host/host.h"
 #include "host/stroke_font.h"
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using math::DPOINT2;
-using test::DxfFile;
-using test::ErrorOf;
+using namespace test;
 
 // The objects of a file that must be sound.
 struct Read {
@@ -26,63 +18,37 @@ struct Read {
     }
     host::ErrorLog log;
     host::Drawing drawing;
-    std::vector<const qev::CCadObject*> objects;
+    std::vector<const CCadObject*> objects;
 };
 
-// What becomes of each entity: kind, length, start point, direction.
+// What becomes of each entity: code, length, start point, direction (0: not asked).
 TEST(Dxf, Entities) {
-    const struct {
-        const char* entity;
-        qev::cad_t kind;
-        double length;
-        DPOINT2 start;
-        int direction;
-    } cases[] = {
-        {"0 LINE 10 1 20 2 11 4 21 6", qev::kCadLine, 5, {1, 2}, 0},
-        {"0 POINT 10 1 20 2", qev::kCadDot, 0, {1, 2}, 0},
-        {"0 CIRCLE 10 1 20 2 40 3", qev::kCadCircle, 6 * math::kPi, {4, 2}, 2},
-        {"0 CIRCLE 10 1 20 2 40 3 230 -1", qev::kCadCircle, 6 * math::kPi, {2, 2}, 1}, // seen from below
-        {"0 ARC 10 0 20 0 40 2 50 90 51 0", qev::kCadArc, 3 * math::kPi, {0, 2}, 2},
-        {"0 ARC 10 0 20 0 40 2 50 90 51 180 230 -1", qev::kCadArc, math::kPi, {0, 2}, 1},
-        {"0 ELLIPSE 10 0 20 0 11 0 21 2 40 0.5 41 0 42 6.283185307179586",
-         qev::kCadEllipse,
-         9.688448220547675,
-         {0, 2},
-         2},
-        {"0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 3.141592653589793 42 6.283185307179586",
-         qev::kCadEllipseArc,
-         9.688448220547675 / 2,
-         {-2, 0},
-         2},
-        {"0 ELLIPSE 10 0 20 0 11 2 21 0 40 1 41 0 42 1", qev::kCadArc, 2, {2, 0}, 2},
-        {"0 LWPOLYLINE 90 2 70 1 10 0 20 0 42 1 10 2 20 0", qev::kCadPolyline, 2 + math::kPi, {0, 0}, 2},
-        {"0 POLYLINE 70 0 0 VERTEX 10 0 20 0 42 -1 0 VERTEX 10 2 20 0 0 VERTEX 70 16 10 9 20 9 0 VERTEX 10 2 "
-         "20 1 0 SEQEND",
-         qev::kCadPolyline,
-         1 + math::kPi,
-         {0, 0},
-         0},
-        {"0 SPLINE 70 8 71 1 40 0 40 0 40 1 40 2 40 2 10 0 20 0 10 3 20 4 10 3 20 0",
-         qev::kCadPolylineEx,
-         9,
-         {0, 0},
-         1},
-        {"0 SPLINE 70 8 71 2 40 0 40 0 40 0 40 1 40 1 40 1 10 0 20 0 10 0.5 20 0 10 1 20 1",
-         qev::kCadPolylineEx,
-         std::sqrt(5.0) / 2 + std::asinh(2.0) / 4,
-         {0, 0},
-         2},
-        {"0 SPLINE 70 0 71 3 11 0 21 0 11 1 21 0 11 5 21 0", qev::kCadPolylineEx, 5, {0, 0}, 0},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.entity);
-        const std::string file = DxfFile(c.entity);
-        for (const Read& read : {Read(file), Read(test::BinaryFile(file))}) {
+    for (
+        const auto& [row, entity, kind, length, start, direction] :
+        Rows<std::string, int, double, DPOINT2, int>(
+            "'0 LINE 10 1 20 2 11 4 21 6' 0x1200 5 1,2 0; '0 POINT 10 1 20 2' 0x1100 0 1,2 0;"
+            "'0 CIRCLE 10 1 20 2 40 3' 0x1400 18.849555921538759 4,2 2;"
+            "'0 CIRCLE 10 1 20 2 40 3 230 -1' 0x1400 18.849555921538759 2,2 1;" // seen from below
+            "'0 ARC 10 0 20 0 40 2 50 90 51 0' 0x1500 9.42477796076938 0,2 2;"
+            "'0 ARC 10 0 20 0 40 2 50 90 51 180 230 -1' 0x1500 3.141592653589793 0,2 1;"
+            "'0 ELLIPSE 10 0 20 0 11 0 21 2 40 0.5 41 0 42 6.283185307179586' 0x1600 9.688448220547675 0,2 2;"
+            "'0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 3.141592653589793 42 6.283185307179586' 0x1700"
+            " 4.844224110273838 -2,0 2; '0 ELLIPSE 10 0 20 0 11 2 21 0 40 1 41 0 42 1' 0x1500 2 2,0 2;"
+            "'0 LWPOLYLINE 90 2 70 1 10 0 20 0 42 1 10 2 20 0' 0x1840 5.141592653589793 0,0 2;"
+            "'0 POLYLINE 70 0 0 VERTEX 10 0 20 0 42 -1 0 VERTEX 10 2 20 0 0 VERTEX 70 16 10 9 20 9 0 VERTEX "
+            "10 2"
+            " 20 1 0 SEQEND' 0x1840 4.141592653589793 0,0 0;"
+            "'0 SPLINE 70 8 71 1 40 0 40 0 40 1 40 2 40 2 10 0 20 0 10 3 20 4 10 3 20 0' 0x1860 9 0,0 1;"
+            "'0 SPLINE 70 8 71 2 40 0 40 0 40 0 40 1 40 1 40 1 10 0 20 0 10 0.5 20 0 10 1 20 1' 0x1860"
+            " 1.4789428575445975 0,0 2; '0 SPLINE 70 0 71 3 11 0 21 0 11 1 21 0 11 5 21 0' 0x1860 5 0,0 0")) {
+        SCOPED_TRACE(row);
+        const std::string file = DxfFile(entity);
+        for (const Read& read : {Read(file), Read(BinaryFile(file))}) {
             ASSERT_EQ(read.objects.size(), 1u);
-            EXPECT_EQ(read.objects[0]->GetType(), c.kind);
-            EXPECT_NEAR(read.objects[0]->GetLength(), c.length, 1e-9);
-            EXPECT_POINT_NEAR(read.objects[0]->GetStartPoint(), c.start, 1e-12);
-            if (c.direction) EXPECT_EQ(qev::GetCadOBjectDir(read.objects[0]), c.direction);
+            EXPECT_EQ(read.objects[0]->GetType(), static_cast<cad_t>(kind));
+            EXPECT_NEAR(read.objects[0]->GetLength(), length, 1e-9);
+            EXPECT_POINT_NEAR(read.objects[0]->GetStartPoint(), start, 1e-12);
+            if (direction) EXPECT_EQ(GetCadOBjectDir(read.objects[0]), direction);
         }
     }
 }
@@ -91,8 +57,8 @@ TEST(Dxf, Entities) {
 TEST(Dxf, RationalSplines) {
     const Read read(DxfFile("0 SPLINE 71 2 40 0 40 0 40 0 40 1 40 1 40 1 41 1 41 0.7071067811865476 41 1 10 "
                             "1 20 0 10 1 20 1 10 0 20 1"));
-    const qev::CCadObject& arc = *read.objects.at(0);
-    EXPECT_NEAR(arc.GetLength(), math::kPi / 2, 1e-7);
+    const CCadObject& arc = *read.objects.at(0);
+    EXPECT_NEAR(arc.GetLength(), kPi / 2, 1e-7);
     for (int i = 0; i < arc.GetSegmentCount(); ++i)
         EXPECT_NEAR(math::Norm(arc.GetSegment(i).GetPoint(0.5)), 1, 1e-7);
 }
@@ -104,17 +70,17 @@ TEST(Dxf, Inserts) {
                                "0 BLOCK 2 B 10 0 20 0 0 INSERT 2 A 10 5 20 0 50 90 0 ENDBLK";
     const Read mirrored(DxfFile("0 INSERT 2 B 10 100 20 0 41 -2 42 2", blocks));
     ASSERT_EQ(mirrored.objects.size(), 2u);
-    EXPECT_EQ(mirrored.objects[0]->GetType(), qev::kCadArc);
+    EXPECT_EQ(mirrored.objects[0]->GetType(), kCadArc);
     EXPECT_POINT_NEAR(mirrored.objects[0]->GetStartPoint(), (DPOINT2{90, 2}), 1e-12);
     EXPECT_POINT_NEAR(mirrored.objects[0]->GetEndPoint(), (DPOINT2{92, 0}), 1e-12);
-    EXPECT_EQ(qev::GetCadOBjectDir(mirrored.objects[0]), 1);
+    EXPECT_EQ(GetCadOBjectDir(mirrored.objects[0]), 1);
     EXPECT_NEAR(mirrored.objects[1]->GetSegment(0).dBulge, -1, 1e-12);
 
     const Read squeezed(DxfFile("0 INSERT 2 A 10 0 20 0 41 3 42 1 70 2 71 2 44 10 45 20", blocks));
     ASSERT_EQ(squeezed.objects.size(), 8u) << "two columns and two rows";
-    EXPECT_EQ(squeezed.objects[0]->GetType(), qev::kCadEllipseArc);
+    EXPECT_EQ(squeezed.objects[0]->GetType(), kCadEllipseArc);
     EXPECT_POINT_NEAR(squeezed.objects[6]->GetStartPoint(), (DPOINT2{13, 20}), 1e-12);
-    EXPECT_EQ(squeezed.objects[1]->GetType(), qev::kCadPolylineEx) << "its arc is no circle any more";
+    EXPECT_EQ(squeezed.objects[1]->GetType(), kCadPolylineEx) << "its arc is no circle any more";
     // the half circle 1 below (2, 0) becomes an ellipse with the axes 3 and 1
     for (int i = 0; i < squeezed.objects[1]->GetSegmentCount(); ++i) {
         const DPOINT2 p = squeezed.objects[1]->GetSegment(i).GetPoint(0.4);
@@ -126,12 +92,18 @@ TEST(Dxf, TextsAreStrokes) {
     EXPECT_EQ(host::PlainText("{\\fArial|b0;A\\PB} 30%%d \\\\C\\H2.5x;"), "A\nB 30 \\C");
     const Read read(DxfFile("0 TEXT 10 5 20 5 40 2 50 90 1 I-1"));
     ASSERT_EQ(read.objects.size(), 1u);
-    EXPECT_STREQ(static_cast<const qev::CCadText*>(read.objects[0])->GetText(), "I-1");
-    const qev::CadRect box = read.objects[0]->GetBoundRect();
+    EXPECT_STREQ(static_cast<const CCadText*>(read.objects[0])->GetText(), "I-1");
+    const CadRect box = read.objects[0]->GetBoundRect();
     EXPECT_NEAR(box.x, 3, 1e-12) << "height 2, turned to the left";
     EXPECT_NEAR(box.width, 2, 1e-12);
     EXPECT_NEAR(box.y, 5 + 1 / 3.0, 1e-12);
     EXPECT_FALSE(host::StrokesOf("\xe4").empty()) << "what the font lacks is a box";
+}
+
+void ExpectError(const std::string& file, const std::string& message) {
+    const std::string error = ErrorOf(file);
+    EXPECT_NE(error.find(message), std::string::npos) << "got '" << error << "', wanted '" << message << "'";
+    EXPECT_EQ(error.find('\n'), std::string::npos);
 }
 
 // Each damage ends in one line that says where.
@@ -148,39 +120,37 @@ TEST(Dxf, Damage) {
     }
     std::string vertices = "0 LWPOLYLINE 70 0";
     for (int i = 0; i < 600'000; ++i) vertices += " 10 1 20 2";
-    const std::string binary = test::BinaryFile(good);
+    const std::string binary = BinaryFile(good);
     const std::pair<std::string, const char*> cases[] = {
         {"", "holds no section"},
-        {"\x7f"
-         "ELF\x01\n\n",
-         "line 1: '?ELF?' is no group code"},
+        {"\x7f\x45LF\x01\n\n", "line 1: '?ELF?' is no group code"},
         {good.substr(0, good.size() - 6), "ends before its EOF mark"},
         {good.substr(0, good.size() / 2), "line 11: the file ends"},
         {binary.substr(0, binary.size() - 3), "the file ends within a group"},
         {binary.substr(0, 40), "byte "},
         {std::string(binary.substr(0, 22) + std::string(40, '\xff')), "byte "},
-        {test::Groups("0 EOF").substr(0, 3), "line 2"},
-        {DxfFile("0 LINE 10 1e300 20 2 11 4 21 6"), "line 16: the number '1e300' is out of range"},
-        {DxfFile("0 LINE 10 nan 20 2 11 4 21 6"), "is out of range"},
-        {DxfFile("0 LINE 10 1x 20 2 11 4 21 6"), "'1x' is not a number"},
-        {DxfFile("0 LINE 10 1 20 2 11 4"), "line 14: LINE lacks its group 21"},
-        {DxfFile("0 LWPOLYLINE 90 1 70 0 10 1 20 1"), "LWPOLYLINE has fewer than two points"},
-        {DxfFile("0 LWPOLYLINE 70 0.5 10 1 20 1"), "is not a whole number"},
-        {DxfFile("0 SPLINE 71 3 40 0 40 1 10 0 20 0 10 1 20 1 10 1 20 2 10 3 20 3"),
-         "SPLINE has the wrong number of knots"},
-        {DxfFile("0 SPLINE 71 99 10 0 20 0 10 1 20 1"), "SPLINE has an unusable degree"},
-        {DxfFile("0 INSERT 2 nowhere 10 0 20 0"), "INSERT names the block 'nowhere'"},
+        {Groups("0 EOF").substr(0, 3), "line 2"},
         {DxfFile("0 INSERT 2 L 10 0 20 0", loop), "deeper than 32 inserts"},
         {DxfFile("0 INSERT 2 B11 10 0 20 0", bomb), "inserts"},
         {DxfFile("0 INSERT 2 B11 10 0 20 0", emptyBomb), "inserts"},
         {DxfFile("0 INSERT 2 B0 10 0 20 0 41 1e9 42 1e9 70 30000 71 30000 44 1e9", bomb), "out of range"},
         {DxfFile(vertices), "larger than 500000 segments"},
     };
-    for (const auto& [file, message] : cases) {
-        const std::string error = ErrorOf(file);
-        EXPECT_NE(error.find(message), std::string::npos)
-            << "got '" << error << "', wanted '" << message << "'";
-        EXPECT_EQ(error.find('\n'), std::string::npos);
+    for (const auto& [file, message] : cases) ExpectError(file, message);
+    for (const auto& [row, entity, message] : Rows<std::string, std::string>(
+             "'0 LINE 10 1e300 20 2 11 4 21 6' 'line 16: the number |1e300| is out of range';"
+             "'0 LINE 10 nan 20 2 11 4 21 6' 'is out of range'; '0 LINE 10 1x 20 2 11 4 21 6' '|1x| is not a "
+             "number';"
+             "'0 LINE 10 1 20 2 11 4' 'line 14: LINE lacks its group 21';"
+             "'0 LWPOLYLINE 90 1 70 0 10 1 20 1' 'LWPOLYLINE has fewer than two points';"
+             "'0 LWPOLYLINE 70 0.5 10 1 20 1' 'is not a whole number';"
+             "'0 SPLINE 71 3 40 0 40 1 10 0 20 0 10 1 20 1 10 1 20 2 10 3 20 3' 'SPLINE has the wrong number "
+             "of knots';"
+             "'0 SPLINE 71 99 10 0 20 0 10 1 20 1' 'SPLINE has an unusable degree';"
+             "'0 INSERT 2 nowhere 10 0 20 0' 'INSERT names the block |nowhere|'")) {
+        std::string quoted = message;
+        std::replace(quoted.begin(), quoted.end(), '|', '\'');
+        ExpectError(DxfFile(entity), quoted);
     }
 }
 

@@ -1,20 +1,14 @@
-#include <cmath>
 #include <cstdio>
 #include <fstream>
-#include <sstream>
-
-#include <qev/qev.h>
-
-#include <gtest/gtest.h>
 
 #include "host/dxf_text.h"
 #include "host/host.h"
 #include "host/report.h"
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using math::DPOINT2;
+using namespace test;
 
 struct Ran {
     int code;
@@ -24,14 +18,28 @@ struct Ran {
 Ran RunHost(std::vector<const char*> arguments) {
     arguments.insert(arguments.begin(), "qev_host");
     std::ostringstream out, errors;
-    const int code =
-        host::Run(host::ParseOptions(static_cast<int>(arguments.size()), arguments.data()), out, errors);
+    const auto options = host::ParseOptions(static_cast<int>(arguments.size()), arguments.data());
+    const int code = host::Run(options, out, errors);
     return {code, out.str(), errors.str()};
+}
+
+// The same with the arguments in one line of words.
+Ran RunHost(const std::string& line) {
+    std::istringstream in(line);
+    std::vector<std::string> words;
+    for (std::string word; in >> word;) words.push_back(word);
+    std::vector<const char*> arguments;
+    for (const std::string& word : words) arguments.push_back(word.c_str());
+    return RunHost(std::move(arguments));
+}
+
+void ExpectContains(const std::string& text, const std::vector<const char*>& parts) {
+    for (const char* part : parts) EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
 }
 
 host::Drawing& Join(host::Drawing& drawing, const std::string& entities, double tolerance) {
     host::ErrorLog log(false);
-    host::ReadDxfBytes(test::DxfFile(entities), log, drawing);
+    host::ReadDxfBytes(DxfFile(entities), log, drawing);
     host::JoinOpenPieces(drawing.root, tolerance);
     return drawing;
 }
@@ -42,8 +50,7 @@ TEST(Join, PiecesOfAnyOrderBecomeOneContour) {
         "0 LINE 8 a 10 1 20 0 11 9 21 0 ",         "0 LINE 8 a 10 10 20 5 11 10 21 1 ",
         "0 ARC 8 a 10 9 20 1 40 1 50 270 51 360 ", "0 ARC 8 a 10 1 20 1 40 1 50 180 51 270 ",
         "0 LINE 8 a 10 0 20 1.004 11 0 21 5 ",     "0 LWPOLYLINE 8 a 70 0 10 10 20 5 10 5 20 8 10 0 20 5 "};
-    test::Random random;
-    for (int i = 0; i < 50; ++i) {
+    for (Random random; random.Rounds(50);) {
         std::string entities;
         for (std::size_t left = pieces.size(); left > 0; --left) {
             std::swap(pieces[left - 1],
@@ -53,10 +60,10 @@ TEST(Join, PiecesOfAnyOrderBecomeOneContour) {
         host::Drawing drawing;
         const auto objects = Join(drawing, entities + "0 LINE 8 b 10 1 20 0 11 1 21 -5", 0.01).Objects();
         ASSERT_EQ(objects.size(), 2u) << "another layer is left alone";
-        const qev::CCadObject& contour = objects[0]->GetSegmentCount() > 1 ? *objects[0] : *objects[1];
+        const CCadObject& contour = objects[0]->GetSegmentCount() > 1 ? *objects[0] : *objects[1];
         EXPECT_TRUE(contour.IsClose());
         EXPECT_EQ(contour.GetSegmentCount(), 7);
-        EXPECT_NEAR(contour.GetLength(), 8 + 4 + 4 + math::kPi + 2 * std::sqrt(34.0), 0.02);
+        EXPECT_NEAR(contour.GetLength(), 8 + 4 + 4 + kPi + 2 * std::sqrt(34.0), 0.02);
     }
 }
 
@@ -75,7 +82,7 @@ TEST(Join, LeavesWhatDoesNotTouch) {
              0.01)
             .Objects();
     ASSERT_EQ(joined.size(), 1u);
-    EXPECT_EQ(joined[0]->GetType(), qev::kCadPolylineEx);
+    EXPECT_EQ(joined[0]->GetType(), kCadPolylineEx);
     EXPECT_NEAR(joined[0]->GetLength(), 4 + 9.688448220547675 / 2, 1e-6);
 }
 
@@ -87,99 +94,160 @@ TEST(Report, AreasCornersAndClosedness) {
                                              "0 ELLIPSE 10 0 20 0 11 4 21 0 40 0.5 41 0 42 6.283185307179586",
                                              0));
     ASSERT_EQ(reports.size(), 4u);
-    EXPECT_NEAR(reports[0].area, 4 * math::kPi, 1e-9);
+    EXPECT_NEAR(reports[0].area, 4 * kPi, 1e-9);
     EXPECT_NEAR(reports[1].area, 6, 1e-9);
     EXPECT_EQ(reports[1].corners.size(), 3u);
     EXPECT_EQ(reports[2].corners.size(), 0u) << "a turn of 14 degrees";
     EXPECT_EQ(reports[2].area, 0);
-    EXPECT_NEAR(reports[3].area, 8 * math::kPi, 0.02);
+    EXPECT_NEAR(reports[3].area, 8 * kPi, 0.02);
     EXPECT_EQ(reports[3].corners.size(), 0u);
 }
 
 class HostRun : public testing::Test {
 protected:
+    // The process's technics manager keeps the plug-ins from one case to the next.
+    static void SetUpTestSuite() {
+        EXPECT_EQ(RunHost({FLANGE, "--rows", "0", "--plugin", LEADIN, "--plugin", MICROJOINT}).code, 0);
+    }
     void Write(const std::string& bytes) { std::ofstream(m_drawing, std::ios::binary) << bytes; }
-    std::string Picture() const {
+    static std::string Text(const std::string& path) {
         std::ostringstream text;
-        text << std::ifstream(m_picture).rdbuf();
+        text << std::ifstream(path, std::ios::binary).rdbuf();
         return text.str();
     }
+    std::string Picture() const { return Text(m_picture); }
     ~HostRun() override {
         std::remove(m_drawing.c_str());
         std::remove(m_picture.c_str());
+        std::remove(m_saved.c_str());
     }
     const std::string m_drawing = testing::TempDir() + "qev_host_test.dxf";
     const std::string m_picture = testing::TempDir() + "qev_host_test.svg";
+    const std::string m_saved = testing::TempDir() + "qev_host_test.technics";
 };
 
 TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
-    Write(test::DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 0 CIRCLE 10 5 20 5 40 "
-                        "2 0 TEXT 10 1 20 1 40 1 1 A"));
-    const Ran ran = RunHost({m_drawing.c_str(), "--svg", m_picture.c_str(), "--polyline", "0.01", "--cut",
-                             "0:3.5:1.25", "--rows", "2"});
+    Write(DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 0 CIRCLE 10 5 20 5 40 "
+                  "2 0 TEXT 10 1 20 1 40 1 1 A"));
+    const std::string picture = " --svg " + m_picture;
+    const Ran ran = RunHost(m_drawing + picture + " --polyline 0.01 --cut 0:3.5:1.25 --rows 2");
     EXPECT_EQ(ran.code, 0) << ran.errors;
-    for (const char* expected :
-         {"polyline                    4         40.000  yes    ccw                100.000       4",
-          "... and 1 more", "3 objects: 1 circle, 1 polyline, 1 text",
-          "2 objects converted within 0.01 mm: 6 lines and arcs", "cut: 3 segments, 17.5 mm of 40 mm",
-          "picture: "})
-        EXPECT_NE(ran.out.find(expected), std::string::npos) << expected << "\n" << ran.out;
-    const std::string picture = Picture();
-    for (const char* expected :
-         {"class='outline' d='M0 0L10 0L10 10L0 10L0 0'", "class='cut' d='M0 5L0 0L10 0L10 2.5'",
-          "class='converted'", "class='corner'", "A2 2 0 0 1 3 5"})
-        EXPECT_NE(picture.find(expected), std::string::npos) << expected;
-    EXPECT_EQ(RunHost({m_drawing.c_str(), "--cut", "1:0.25:0.75"}).code, 0)
-        << "a circle is cut out of its polyline";
-    for (const char* cut : {"7:0:1", "0:-1:1", "0:1:1", "2:0:1", "-1:0:1"})
-        EXPECT_EQ(RunHost({m_drawing.c_str(), "--cut", cut}).code, 1) << cut;
-    EXPECT_EQ(RunHost({m_drawing.c_str(), "--svg", "/nowhere/x.svg"}).code, 1);
-    const Ran picked = RunHost({m_drawing.c_str(), "--pick", "10.5,4", "--walk", "0:0.5:42"});
-    for (const char* expected :
-         {"picked: object 0, segment 1, ratio 0.400000, 0.5 mm away at (10.000000, 4.000000)",
-          "walked: object 0 by 42 mm to segment 0, ratio 0.700000 at (7.000000, 0.000000), 1 laps"})
-        EXPECT_NE(picked.out.find(expected), std::string::npos) << picked.out << picked.errors;
-    EXPECT_EQ(RunHost({m_drawing.c_str(), "--walk", "9:0.5:42"}).code, 1);
-    const Ran zones = RunHost({m_drawing.c_str(), "--start-zones", "2", "--svg", m_picture.c_str()});
-    EXPECT_NE(zones.out.find("     0      4      4        6.000     1 + 0.5000  (10.000, 5.000)\n"
-                             "     1      0      1       12.566     1 + 0.0000  (3.000, 5.000)"),
-              std::string::npos)
-        << zones.out;
-    EXPECT_NE(Picture().find("class='zone' d='M0 2L0 0L2 0'"), std::string::npos);
-    EXPECT_NE(
-        RunHost({m_drawing.c_str(), "--start-zones", "5.1"}).out.find("     0      1      0        0.000\n"),
-        std::string::npos);
+    ExpectContains(ran.out,
+                   {"polyline                    4         40.000  yes    ccw                100.000       4",
+                    "... and 1 more", "3 objects: 1 circle, 1 polyline, 1 text",
+                    "2 objects converted within 0.01 mm: 6 lines and arcs",
+                    "cut: 3 segments, 17.5 mm of 40 mm", "picture: "});
+    ExpectContains(Picture(),
+                   {"class='outline' d='M0 0L10 0L10 10L0 10L0 0'", "class='cut' d='M0 5L0 0L10 0L10 2.5'",
+                    "class='converted'", "class='corner'", "A2 2 0 0 1 3 5"});
+    EXPECT_EQ(RunHost(m_drawing + " --cut 1:0.25:0.75").code, 0) << "a circle is cut out of its polyline";
+    for (const char* bad : {" --cut 7:0:1", " --cut 0:-1:1", " --cut 0:1:1", " --cut 2:0:1", " --cut -1:0:1",
+                            " --svg /nowhere/x.svg", " --walk 9:0.5:42"})
+        EXPECT_EQ(RunHost(m_drawing + bad).code, 1) << bad;
+    ExpectContains(
+        RunHost(m_drawing + " --pick 10.5,4 --walk 0:0.5:42").out,
+        {"picked: object 0, segment 1, ratio 0.400000, 0.5 mm away at (10.000000, 4.000000)",
+         "walked: object 0 by 42 mm to segment 0, ratio 0.700000 at (7.000000, 0.000000), 1 laps"});
+    ExpectContains(RunHost(m_drawing + " --start-zones 2" + picture).out,
+                   {"     0      4      4        6.000     1 + 0.5000  (10.000, 5.000)\n"
+                    "     1      0      1       12.566     1 + 0.0000  (3.000, 5.000)"});
+    ExpectContains(Picture(), {"class='zone' d='M0 2L0 0L2 0'"});
+    ExpectContains(RunHost(m_drawing + " --start-zones 5.1").out, {"     0      1      0        0.000\n"});
+}
+
+// Two squares, one run counter-clockwise from the lower left, one clockwise; a circle and a line.
+TEST_F(HostRun, TechnicsAreAddedSavedLoadedAndRemoved) {
+    Write(test::DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 "
+                        "0 LWPOLYLINE 70 1 10 20 20 0 10 20 20 10 10 30 20 10 10 30 20 0 "
+                        "0 CIRCLE 10 50 20 5 40 5 0 LINE 10 60 20 0 11 60 21 9 0 POINT 10 0 20 0"));
+    const auto run = [this](std::vector<const char*> arguments) {
+        arguments.insert(arguments.begin(), {m_drawing.c_str(), "--join", "0", "--svg", m_picture.c_str()});
+        const Ran ran = RunHost(arguments);
+        EXPECT_EQ(ran.code, 0) << ran.errors;
+        return ran.out + Picture();
+    };
+    ExpectContains(run({"--technics", "T={LeadIn={Length=4}}", "--params", "MouseSegment=1;MouseRatio=0.75"}),
+                   {"lead-ins added to 4 of 4 objects", "class='path' d='M6 7.5L10 7.5'",
+                    "class='path' d='M25 6L25 10'", "L60 0'"});
+    ExpectContains(run({"--technics", "T={LeadIn={Type='Arc',Angle=90}}", "--pick", "30,5"}),
+                   {"added to 1 of 1", "class='path' d='M23 8A2 2 0 0 0 25 10'"});
+    ExpectContains(
+        run({"--technics", "T={MicroJoint={Width=2,Spacing=5,Zone=1}}", "--save", m_saved.c_str()}),
+        {"class='path' d='M6 0L10 0L10 4'", "class='path' d='M60 0L60 3.5'"});
+    ExpectContains(run({"--load", m_saved.c_str(), "--technics", "T={LeadIn={}}", "--save", m_saved.c_str()}),
+                   {});
+    const std::string saved = Text(m_saved);
+    ExpectContains(saved,
+                   {"\nT={LeadIn={Type=\"Line\",Length=5,Angle=90,Radius=2,Zone=1,Segment=1,Ratio=0.5},"
+                    "MicroJoint={Width=2,Spacing=5,Zone=1},};\n"});
+    ExpectContains(run({"--load", m_saved.c_str(), "--save", m_saved.c_str()}), {});
+    EXPECT_EQ(Text(m_saved), saved);
+    ExpectContains(run({"--load", m_saved.c_str(), "--remove", "1", "--save", m_saved.c_str()}),
+                   {"removed from 4 of 4"});
+    ExpectContains(run({"--load", m_saved.c_str(), "--remove", "2", "--save", m_saved.c_str()}),
+                   {"removed from 4 of 4"});
+    EXPECT_EQ(Text(m_saved), "");
+}
+
+TEST_F(HostRun, TechnicsOfThousandsOfObjects) {
+    test::Random random;
+    std::string circles;
+    for (int i = 0; i < 3000; ++i)
+        circles +=
+            "0 CIRCLE 10 " + std::to_string(i) + " 20 0 40 " + std::to_string(random.Uniform(0.1, 20)) + " ";
+    Write(test::DxfFile(circles));
+    std::string saved;
+    for (const auto& arguments : std::vector<std::vector<const char*>>{
+             {"--technics", "T={LeadIn={Angle=30.7}}"}, {"--load", m_saved.c_str()}}) {
+        std::vector<const char*> all = {m_drawing.c_str(), "--save", m_saved.c_str()};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        ASSERT_EQ(RunHost(all).code, 0);
+        if (saved.empty()) saved = Text(m_saved);
+        EXPECT_EQ(Text(m_saved), saved);
+    }
+    EXPECT_GT(saved.size(), 200'000u);
+}
+
+TEST_F(HostRun, RefusedTechnicsEndInOneLine) {
+    Write(test::DxfFile("0 CIRCLE 10 50 20 5 40 5"));
+    std::ofstream(m_saved) << "7 3\nT={\n";
+    const std::pair<std::vector<const char*>, const char*> refusals[] = {
+        {{"--plugin", "nowhere.so"}, "nowhere.so: "},
+        {{"--technics", "T={Other={}}"}, "no operator has a table"},
+        {{"--plugin", LEADIN}, "is loaded already"},
+        {{"--technics", "T={LeadIn={Angle=0}}"}, "LeadIn.Angle = 0 "},
+        {{"--technics", "os.exit()"}, "no technics: technics:1: "},
+        {{"--remove", "1"}, "removed from 0 of 1"},
+        {{"--load", m_saved.c_str()}, "do not fit"},
+        {{"--load", m_drawing.c_str()}, "are damaged"}};
+    for (const auto& [arguments, why] : refusals) {
+        std::vector<const char*> all = {m_drawing.c_str()};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        const Ran ran = RunHost(all);
+        EXPECT_EQ(ran.code, 1) << why;
+        EXPECT_NE(ran.errors.find(why), std::string::npos) << ran.errors;
+    }
 }
 
 TEST_F(HostRun, DamageEndsInOneLineAndExitCodeOne) {
-    const Ran missing = RunHost({"nowhere.dxf", "--lenient"});
+    const Ran missing = RunHost("nowhere.dxf --lenient");
     EXPECT_EQ(missing.code, 1);
     EXPECT_EQ(missing.errors, "nowhere.dxf: cannot be opened\n");
     Write("");
-    EXPECT_EQ(RunHost({m_drawing.c_str()}).errors, m_drawing + ": the file is empty\n");
-    Write(test::DxfFile("0 LINE 10 1 20 2 0 CIRCLE 10 0 20 0 40 1"));
-    const Ran strict = RunHost({m_drawing.c_str()});
-    const Ran lenient = RunHost({m_drawing.c_str(), "--lenient"});
+    EXPECT_EQ(RunHost(m_drawing).errors, m_drawing + ": the file is empty\n");
+    Write(DxfFile("0 LINE 10 1 20 2 0 CIRCLE 10 0 20 0 40 1"));
+    const Ran strict = RunHost(m_drawing), lenient = RunHost(m_drawing + " --lenient");
     EXPECT_EQ(strict.code + lenient.code, 2);
     EXPECT_EQ(strict.errors, lenient.errors);
     EXPECT_TRUE(strict.out.empty());
-    EXPECT_NE(lenient.out.find("1 objects: 1 circle"), std::string::npos);
+    ExpectContains(lenient.out, {"1 objects: 1 circle"});
 }
 
 TEST(Options, Refusals) {
-    for (const auto& arguments : std::vector<std::vector<const char*>>{{},
-                                                                       {"a", "b"},
-                                                                       {"a", "--what"},
-                                                                       {"a", "--svg"},
-                                                                       {"a", "--rows", "x"},
-                                                                       {"a", "--rows", "-1"},
-                                                                       {"a", "--join", "nan"},
-                                                                       {"a", "--polyline", "-1"},
-                                                                       {"a", "--cut", "1:2"},
-                                                                       {"a", "--pick", "1,2,3"},
-                                                                       {"a", "--walk", "1:0.5"},
-                                                                       {"a", "--cut", "1:x:2"}})
-        EXPECT_THROW(RunHost(arguments), host::UsageError);
+    for (const char* words :
+         {"", "a b", "a --what", "a --svg", "a --rows x", "a --rows -1", "a --join nan", "a --polyline -1",
+          "a --cut 1:2", "a --pick 1,2,3", "a --walk 1:0.5", "a --cut 1:x:2"})
+        EXPECT_THROW(RunHost(words), host::UsageError) << words;
 }
 
 } // namespace

@@ -1,43 +1,27 @@
-#include <cmath>
-
-#include <qevmath/qevmath.h>
-
 #include <gp_Vec2d.hxx>
-#include <gtest/gtest.h>
 
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using math::DPOINT2;
-using math::kPi;
-using math::kTwoPi;
+using namespace test;
 
 TEST(Angle, IsRegularizedIntoOneTurn) {
-    test::Random random;
-    for (int i = 0; i < 1000; ++i) {
-        const double angle = random.Uniform(-100, 100);
-        const double regular = math::RegularizeRadian(angle);
-        EXPECT_GE(regular, 0);
-        EXPECT_LT(regular, kTwoPi);
+    for (Random random; random.Rounds(1000);) {
+        const double angle = random.Uniform(-100, 100), regular = math::RegularizeRadian(angle);
+        EXPECT_TRUE(regular >= 0 && regular < kTwoPi) << angle;
         EXPECT_NEAR(std::remainder(regular - angle, kTwoPi), 0, 1e-13);
     }
-    EXPECT_EQ(math::RegularizeRadian(-1e-20), 0); // the sum would round to 2*pi
-    EXPECT_EQ(math::RegularizeRadian(kTwoPi), 0);
-    EXPECT_TRUE(std::isnan(math::RegularizeRadian(test::kInf)));
-    EXPECT_LT(math::RegularizeRadian(1e300), kTwoPi);
+    for (const double whole : {-1e-20, kTwoPi}) EXPECT_EQ(math::RegularizeRadian(whole), 0); // not 2*pi
+    EXPECT_TRUE(std::isnan(math::RegularizeRadian(kInf)) && math::RegularizeRadian(1e300) < kTwoPi);
 }
 
+// The angle in quarters of pi.
 TEST(Angle, NormalAngleCoversTheAxes) {
-    const struct {
-        DPOINT2 v;
-        double angle;
-    } cases[] = {{{0, 0}, 0},    {{2, 0}, 0},           {{0, 3}, kPi / 2},
-                 {{-1, 0}, kPi}, {{-1, -0.0}, kPi},     {{0, -1}, 3 * kPi / 2},
-                 {{1, -0.0}, 0}, {{1, -1}, 7 * kPi / 4}};
-    for (const auto& c : cases) {
-        EXPECT_DOUBLE_EQ(math::D2GetNormalAngle(c.v), c.angle);
-        EXPECT_EQ(math::D2GetNormalAngle(c.v.x, c.v.y), math::D2GetNormalAngle(c.v));
+    for (const auto& [row, v, quarters] :
+         Rows<DPOINT2, double>("0,0 0; 2,0 0; 0,3 2; -1,0 4; -1,-0 4; 0,-1 6; 1,-0 0; 1,-1 7")) {
+        EXPECT_DOUBLE_EQ(math::D2GetNormalAngle(v), quarters * kPi / 4) << row;
+        EXPECT_EQ(math::D2GetNormalAngle(v.x, v.y), math::D2GetNormalAngle(v));
     }
 }
 
@@ -56,20 +40,14 @@ TEST(Line, FootAndMembership) {
     math::D2GetProjectionPoint({7, 5}, {1, 1}, {1, 1}, foot);
     EXPECT_POINT_NEAR(foot, (DPOINT2{1, 1}), 0);
 
-    const struct {
-        DPOINT2 p;
-        bool inside;
-    } cases[] = {{{1, 0}, true},        {{1, 0.9e-6}, true}, {{1, 1.1e-6}, false},    {{-0.9e-6, 0}, true},
-                 {{-1.1e-6, 0}, false}, {{3, 0}, false},     {math::NoPoint(), false}};
-    for (const auto& c : cases)
-        EXPECT_EQ(math::IsPointInLine(c.p, {0, 0}, {2, 0}), c.inside) << c.p.x << " " << c.p.y;
+    for (const auto& [row, p, inside] :
+         Rows<DPOINT2, bool>("1,0 1; 1,0.9e-6 1; 1,1.1e-6 0; -0.9e-6,0 1; -1.1e-6,0 0; 3,0 0; none 0"))
+        EXPECT_EQ(math::IsPointInLine(p, {0, 0}, {2, 0}), inside) << row;
 }
 
 TEST(Line, InterpolationMeetsBothEndsExactly) {
-    test::Random random;
-    for (int i = 0; i < 1000; ++i) {
-        const DPOINT2 p = random.Point();
-        const DPOINT2 q = random.Point(1e-5);
+    for (Random random; random.Rounds(1000);) {
+        const DPOINT2 p = random.Point(), q = random.Point(1e-5);
         EXPECT_POINT_NEAR(math::Interpolate(p, q, 0), p, 0);
         EXPECT_POINT_NEAR(math::Interpolate(p, q, 1), q, 0);
     }

@@ -6,78 +6,134 @@
 #include <gtest/gtest.h>
 
 namespace test {
+
+using namespace qev;
+using math::DPOINT2;
+
 namespace {
 
 template <class Contour>
 std::unique_ptr<Contour> Parse(const std::string& text) {
     auto contour = std::make_unique<Contour>();
     std::istringstream in(text);
-    math::DPOINT2 p;
+    DPOINT2 p;
     in >> p.x >> p.y;
     contour->SetStartPoint(p);
     for (char kind = 0; in >> kind;) {
-        math::DPOINT2 c1, c2;
+        DPOINT2 c1, c2;
         double bulge = 0;
-        if constexpr (std::is_same_v<Contour, qev::CCadPolylineEx>)
-            if (kind == 'B') in >> c1.x >> c1.y >> c2.x >> c2.y;
+        if (kind == 'B') in >> c1.x >> c1.y >> c2.x >> c2.y;
         in >> p.x >> p.y;
         if (kind == 'A') in >> bulge;
-        if (kind == 'L')
-            contour->AddLine(p);
-        else if (kind == 'A')
-            contour->AddArc(p, bulge);
-        else if constexpr (std::is_same_v<Contour, qev::CCadPolylineEx>)
-            contour->AddBezier(c1, c2, p);
-        else
-            ADD_FAILURE() << "no such segment: " << kind;
+        if constexpr (std::is_same_v<Contour, CCadPolylineEx>)
+            if (kind == 'B') contour->AddBezier(c1, c2, p);
+        if (kind == 'L') contour->AddLine(p);
+        if (kind == 'A') contour->AddArc(p, bulge);
     }
+    EXPECT_TRUE(in.eof()) << text;
     return contour;
 }
 
 template <class Contour>
-void AddRandom(Random& random, Contour& contour, int segments) {
-    const math::DPOINT2 start = random.Point();
-    contour.SetStartPoint(start);
-    math::DPOINT2 end = start;
+std::unique_ptr<Contour> RandomContour(Random& random, int segments) {
+    auto contour = std::make_unique<Contour>();
+    DPOINT2 start = random.Point(), end = start;
+    contour->SetStartPoint(start);
     for (int i = 0, count = random.Int(1, segments); i < count; ++i) {
         if (random.Int(0, 9) != 0) end = random.Point(); // one in ten has no length
         if (i + 1 == count && random.Coin()) end = start;
         const int kind = random.Int(0, 2);
-        if (kind == 0)
-            contour.AddLine(end);
-        else if (kind == 1 || std::is_same_v<Contour, qev::CCadPolyline>)
-            contour.AddArc(end, random.Bulge());
-        else if constexpr (std::is_same_v<Contour, qev::CCadPolylineEx>)
-            contour.AddBezier(random.Point(), random.Point(), end);
+        if constexpr (std::is_same_v<Contour, CCadPolylineEx>)
+            if (kind == 2) contour->AddBezier(random.Point(), random.Point(), end);
+        if (kind == 0) contour->AddLine(end);
+        if (kind == 1 || (kind == 2 && std::is_same_v<Contour, CCadPolyline>))
+            contour->AddArc(end, random.Bulge());
     }
+    return contour;
 }
 
 } // namespace
 
-std::unique_ptr<qev::CCadPolyline> Polyline(const std::string& text) {
-    return Parse<qev::CCadPolyline>(text);
+std::unique_ptr<CCadPolyline> Polyline(const std::string& text) {
+    return Parse<CCadPolyline>(text);
 }
 
-std::unique_ptr<qev::CCadPolylineEx> PolylineEx(const std::string& text) {
-    return Parse<qev::CCadPolylineEx>(text);
+std::unique_ptr<CCadPolylineEx> PolylineEx(const std::string& text) {
+    return Parse<CCadPolylineEx>(text);
 }
 
-std::unique_ptr<qev::CCadPolyline> RandomPolyline(Random& random, int segments) {
-    auto contour = std::make_unique<qev::CCadPolyline>();
-    AddRandom(random, *contour, segments);
-    return contour;
+std::unique_ptr<CCadObject> Object(const std::string& text) {
+    if (text.find_first_of("0123456789-") == 0) {
+        if (text.find('B') != std::string::npos) return PolylineEx(text);
+        return Polyline(text);
+    }
+    std::istringstream in(text);
+    std::string kind;
+    double x = 0, y = 0, n[5] = {};
+    in >> kind >> x >> y >> n[0] >> n[1] >> n[2] >> n[3] >> n[4];
+    const bool ccw = text.find(" cw") == std::string::npos;
+    const DPOINT2 p{x, y};
+    if (kind == "dot") return std::make_unique<CCadDot>(p);
+    if (kind == "line") return std::make_unique<CCadLine>(p, DPOINT2{n[0], n[1]});
+    if (kind == "circle") return std::make_unique<CCadCircle>(p, n[0], ccw);
+    if (kind == "arc") return std::make_unique<CCadArc>(p, n[0], n[1], n[2], ccw);
+    if (kind == "ellipse") return std::make_unique<CCadEllipse>(p, n[0], n[1], n[2], ccw);
+    if (kind == "ellipsearc") return std::make_unique<CCadEllipseArc>(p, n[0], n[1], n[2], n[3], n[4], ccw);
+    if (kind == "rectangle") return std::make_unique<CCadRectangle>(p, n[0], n[1], n[2]);
+    if (kind == "text") return std::make_unique<CCadText>("a");
+    if (kind == "group") return std::make_unique<CCadGroup>();
+    if (kind == "polyline") return std::make_unique<CCadPolyline>();
+    if (kind == "relation") return std::make_unique<CCadRelationGroup>();
+    EXPECT_EQ(kind, "null");
+    return nullptr;
 }
 
-std::unique_ptr<qev::CCadPolylineEx> RandomPolylineEx(Random& random, int segments) {
-    auto contour = std::make_unique<qev::CCadPolylineEx>();
-    AddRandom(random, *contour, segments);
-    return contour;
+std::unique_ptr<CCadPolyline> RandomPolyline(Random& random, int segments) {
+    return RandomContour<CCadPolyline>(random, segments);
 }
 
-qev::CCadGroup* AddGroup(qev::CCadGroup& parent) {
-    auto* group = new qev::CCadGroup(false);
+std::unique_ptr<CCadPolylineEx> RandomPolylineEx(Random& random, int segments) {
+    return RandomContour<CCadPolylineEx>(random, segments);
+}
+
+CCadGroup* AddGroup(CCadGroup& parent) {
+    auto* group = new CCadGroup(false);
     parent.PushBack(group);
     return group;
+}
+
+void Fill(CCadGroup& group, std::initializer_list<CCadObject*> members) {
+    for (CCadObject* member : members) group.PushBack(member);
+}
+
+CCadRelationGroup* RelationTo(CCadObject* object) {
+    auto* relation = new CCadRelationGroup;
+    relation->GetRelationPaths().push_back(object);
+    return relation;
+}
+
+CCadText* TextOf(CCadObject* outline) {
+    auto* text = new CCadText("a");
+    text->GetTextGroup()->PushBack(outline);
+    return text;
+}
+
+CurvePoint Along(const CCadObject& object) {
+    return [&](double r) {
+        const int count = object.GetPieceCount(), i = std::min(static_cast<int>(r * count), count - 1);
+        const double u = r * count - i;
+        const OutlinePiece piece = object.GetPiece(i);
+        if (const auto* ellipse = std::get_if<math::EllipticArc>(&piece))
+            return ellipse->PointAt(ellipse->GetStart() + u * ellipse->GetSweep());
+        const auto& segment = std::get<SEGMENT>(piece);
+        return segment.nType == SEGMENT::kBezier ? segment.GetBezier().PointAt(u) : segment.GetPoint(u);
+    };
+}
+
+double LengthTo(const CCadMultiSegments& contour, int segment, double ratio) {
+    double length = contour.GetSegment(segment).GetLength() * ratio;
+    while (--segment >= 0) length += contour.GetSegment(segment).GetLength();
+    return length;
 }
 
 double SampledLength(const CurvePoint& curve, int samples) {
@@ -87,36 +143,35 @@ double SampledLength(const CurvePoint& curve, int samples) {
     return length;
 }
 
-double SampledDistance(const CurvePoint& curve, const math::DPOINT2& p, int samples) {
+double SampledDistance(const CurvePoint& curve, const DPOINT2& p, int samples) {
     double distance = std::numeric_limits<double>::infinity();
     for (int i = 0; i <= samples; ++i)
         distance = std::min(distance, math::D2GetDistance(p, curve(i / double(samples))));
     return distance;
 }
 
-math::Bounds SampledBounds(const CurvePoint& curve, int samples) {
-    math::Bounds bounds;
-    for (int i = 0; i <= samples; ++i) bounds.Add(curve(i / double(samples)));
-    return bounds;
-}
-
 double SampledArea(const CurvePoint& curve, int samples) {
     double twice = 0;
-    const math::DPOINT2 origin = curve(0);
+    const DPOINT2 origin = curve(0);
     for (int i = 0; i < samples; ++i)
         twice += math::Cross(curve(i / double(samples)) - origin, curve((i + 1) / double(samples)) - origin);
     return twice / 2;
 }
 
-void ExpectBoxFits(const math::Bounds& box, const CurvePoint& curve, int samples, double slack) {
-    const math::Bounds sampled = SampledBounds(curve, samples);
+void ExpectFits(const CurvePoint& curve, int samples, const DPOINT2& p, const DPOINT2& nearest,
+                const math::Bounds& box, double area, const Slack& slack) {
+    const double distance = math::D2GetDistance(p, nearest), sampled = SampledDistance(curve, p, samples);
+    EXPECT_LE(distance, sampled + 1e-9);
+    EXPECT_GE(distance, sampled - slack.distance);
+    math::Bounds inner;
+    for (int i = 0; i <= samples; ++i) inner.Add(curve(i / double(samples)));
     const double rounding = 1e-12 * (1 + math::Norm(box.lower) + math::Norm(box.upper));
-    const double gaps[] = {sampled.lower.x - box.lower.x, sampled.lower.y - box.lower.y,
-                           box.upper.x - sampled.upper.x, box.upper.y - sampled.upper.y};
-    for (const double gap : gaps) {
+    for (const double gap : {inner.lower.x - box.lower.x, inner.lower.y - box.lower.y,
+                             box.upper.x - inner.upper.x, box.upper.y - inner.upper.y}) {
         EXPECT_GE(gap, -rounding);
-        EXPECT_LE(gap, slack);
+        EXPECT_LE(gap, slack.box);
     }
+    EXPECT_NEAR(area, SampledArea(curve, samples), slack.area);
 }
 
 } // namespace test

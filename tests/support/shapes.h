@@ -22,6 +22,11 @@ using CurvePoint = std::function<math::DPOINT2(double)>; // over [0, 1]
 std::unique_ptr<qev::CCadPolyline> Polyline(const std::string& text);
 std::unique_ptr<qev::CCadPolylineEx> PolylineEx(const std::string& text);
 
+/// "line 0 0 1 1", "circle 1 2 5 cw", "arc 0 0 5 start central", "ellipse 0 0 a b rotation", "ellipsearc
+/// ...", "rectangle 0 0 4 2 rotation", "dot 1 2", "text", "group", "relation", "polyline" (empty), "null" or
+/// the text of a contour.
+std::unique_ptr<qev::CCadObject> Object(const std::string& text);
+
 /// A contour of up to `segments` random lines and arcs, zero-length ones among them, open or closed.
 std::unique_ptr<qev::CCadPolyline> RandomPolyline(Random& random, int segments);
 /// The same with Bezier pieces.
@@ -29,18 +34,31 @@ std::unique_ptr<qev::CCadPolylineEx> RandomPolylineEx(Random& random, int segmen
 
 /// A new group at the end of another, which owns it.
 qev::CCadGroup* AddGroup(qev::CCadGroup& parent);
+/// Hands objects over to a group.
+void Fill(qev::CCadGroup& group, std::initializer_list<qev::CCadObject*> members);
+/// A relation group that refers to an object.
+qev::CCadRelationGroup* RelationTo(qev::CCadObject* object);
+/// A text whose outline is an object, which it owns.
+qev::CCadText* TextOf(qev::CCadObject* outline);
 
+/// The outline of an object, each piece over an equal part of [0, 1].
+CurvePoint Along(const qev::CCadObject& object);
+/// The length of a contour up to a segment and a fraction of it, summed segment by segment.
+double LengthTo(const qev::CCadMultiSegments& contour, int segment, double ratio);
 /// Sum of `samples` chords.
 double SampledLength(const CurvePoint& curve, int samples);
 /// Smallest distance from p to `samples` points.
 double SampledDistance(const CurvePoint& curve, const math::DPOINT2& p, int samples);
-/// Box round `samples` points.
-math::Bounds SampledBounds(const CurvePoint& curve, int samples);
 /// The area of the polygon through `samples` points, counter-clockwise positive.
 double SampledArea(const CurvePoint& curve, int samples);
 
-/// Checks that a box holds all samples and is no larger than `slack` round them.
-void ExpectBoxFits(const math::Bounds& box, const CurvePoint& curve, int samples, double slack);
+/// How far distance, box and area may be off those of the samples, to the side that they have to be off.
+struct Slack {
+    double distance, box, area;
+};
+/// Checks what a curve answers against samples: the point of it that is nearest to p, its box and its area.
+void ExpectFits(const CurvePoint& curve, int samples, const math::DPOINT2& p, const math::DPOINT2& nearest,
+                const math::Bounds& box, double area, const Slack& slack);
 
 } // namespace test
 

@@ -10,6 +10,7 @@ struct lua_State;
 
 namespace qev {
 
+class CursorScope;
 class LuaFields;
 class LuaTexts;
 
@@ -130,6 +131,7 @@ public:
     bool m_bAutoCreate = false;
 
 private:
+    friend class CursorScope;
     friend class LuaFields;
     struct Arguments;
     struct PathName;

@@ -1,0 +1,258 @@
+#include <cfloat>
+#include <cmath>
+#include <mutex>
+#include <new>
+#include <optional>
+#include <sstream>
+
+#include <qev/contour/filters.h>
+#include <qev/technics/manager.h>
+#include <qev/technics/queries.h>
+#include <qev/technics/technics_operator.h>
+#include <qevdata/cad_object.h>
+#include <qevdata/param.h>
+
+#include "../script/cursor_scope.h"
+#include "platform/recursive_lock.h"
+#include "text_interpreter.h"
+
+namespace qev {
+namespace {
+
+// The way to what all operators share.
+struct Context final : CITechnicsOperator {
+    using CITechnicsOperator::m_TarvelEnvContext;
+};
+
+// A walk that stays sound when operators join, or all of them go, while it calls them.
+template <class Call>
+void ForEachOperator(const std::vector<CITechnicsOperator*>& operators, Call call) {
+    const std::size_t count = operators.size();
+    for (std::size_t i = 0; i < count && i < operators.size(); ++i) call(*operators[i]);
+}
+
+// Enters the table of the first operator that has one; null when none has.
+CITechnicsOperator* EnterFirst(const std::vector<CITechnicsOperator*>& operators, CLuaAccess& cursor) {
+    for (std::size_t i = 0; i < operators.size(); ++i) {
+        if (cursor.Enter(operators[i]->GetTechnicsName())) return operators[i];
+        cursor.Leave();
+    }
+    return nullptr;
+}
+
+void WriteMouse(CLuaAccess& cursor, const std::string& params) {
+    cursor.m_bAutoCreate = true;
+    for (const char* key : {"MouseSegment", "MouseRatio", "StartX", "StartY"}) {
+        const double value = CParam::GetKey_DBL_FromString(params.c_str(), key);
+        const bool isMouse = *key == 'M';
+        if (!std::isnan(value))
+            cursor.Write(value, key);
+        else if (isMouse)
+            cursor.Write(0.0, key);
+    }
+    cursor.m_bAutoCreate = false;
+}
+
+// Throws when the text itself gives an infinite one.
+void CheckMouse(CLuaAccess& cursor) {
+    for (const char* key : {"MouseSegment", "MouseRatio", "StartX", "StartY"}) {
+        double value = 0;
+        cursor.Read(value, key, -DBL_MAX, DBL_MAX);
+    }
+}
+
+} // namespace
+
+// One use of the interpreter: holds the lock, and leaves the stack and the cursor as it found them.
+class CTechnicsManager::Request {
+public:
+    explicit Request(CTechnicsManager& manager)
+        : m_manager(manager), m_lock(*manager.m_csLock), m_pInterpreter(manager.m_pInterpreter) {
+        m_manager.m_strLastError.clear();
+        if (!m_pInterpreter) return;
+        m_scope.emplace(Cursor());
+        Cursor().m_bAutoCreate = false; // an operator that asks may have it on
+    }
+
+    CLuaAccess& Cursor() const { return m_pInterpreter->Cursor(); }
+    /// Runs a text and pushes its table T. False when it cannot be run.
+    bool Run(const char* text) {
+        if (!m_pInterpreter) return m_manager.Refuse("there is no interpreter");
+        if (!m_pInterpreter->Run(text, m_manager.m_strLastError)) return false;
+        m_scope->PushGlobal("T");
+        return true;
+    }
+
+private:
+    CTechnicsManager& m_manager;
+    const std::lock_guard<platform::RecursiveLock> m_lock;
+    const std::shared_ptr<TextInterpreter> m_pInterpreter; // an operator may have another one opened
+    std::optional<CursorScope> m_scope;
+};
+
+CTechnicsManager* CTechnicsManager::m_pTechnicsManager = nullptr;
+CTechnicsManager::CAutoDestory CTechnicsManager::m_AutoDestory;
+
+CTechnicsManager::CAutoDestory::~CAutoDestory() {
+    delete m_pTechnicsManager;
+}
+
+CTechnicsManager* GetTechnicsManager() try {
+    if (!CTechnicsManager::m_pTechnicsManager) new CTechnicsManager; // makes itself known
+    return CTechnicsManager::m_pTechnicsManager;
+} catch (const std::bad_alloc&) {
+    return nullptr;
+}
+
+CTechnicsManager::CTechnicsManager() : m_csLock(std::make_unique<platform::RecursiveLock>()) {
+    InitLuaEnv();
+    if (!m_pTechnicsManager) m_pTechnicsManager = this;
+}
+
+CTechnicsManager::~CTechnicsManager() {
+    if (m_pTechnicsManager == this) m_pTechnicsManager = nullptr;
+}
+
+CTechnicsManager::CTechnicsManager(const CTechnicsManager& other)
+    : CITechnicsSerialize(other), m_csLock(std::make_unique<platform::RecursiveLock>()) {
+    *this = other;
+}
+
+CTechnicsManager& CTechnicsManager::operator=(const CTechnicsManager& other) {
+    m_pInterpreter = other.m_pInterpreter;
+    m_pLuaState = other.m_pLuaState;
+    m_pLuaAccess = other.m_pLuaAccess;
+    m_vecOperators = other.m_vecOperators;
+    m_vecPlugInPaths = other.m_vecPlugInPaths;
+    m_vecPlugInModules = other.m_vecPlugInModules;
+    m_pfnSetCadTempDir = other.m_pfnSetCadTempDir;
+    m_strLastError = other.m_strLastError;
+    m_bDataOnly = other.m_bDataOnly;
+    return *this;
+}
+
+bool CTechnicsManager::Open(bool dataOnly) try {
+    m_pInterpreter = std::make_shared<TextInterpreter>(dataOnly);
+    m_pLuaState = m_pInterpreter->State();
+    m_pLuaAccess = &m_pInterpreter->Cursor();
+    m_bDataOnly = dataOnly;
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+bool CTechnicsManager::InitLuaEnv() {
+    return Open(m_bDataOnly);
+}
+
+void CTechnicsManager::UnInitLuaEnv() {
+    m_pLuaAccess = nullptr;
+    m_pLuaState = nullptr;
+    m_pInterpreter.reset();
+}
+
+bool CTechnicsManager::SetDataOnly(bool dataOnly) {
+    const std::lock_guard lock(*m_csLock);
+    return Open(dataOnly);
+}
+
+bool CTechnicsManager::Refuse(const std::string& why) {
+    m_strLastError = why;
+    return false;
+}
+
+CITechnicsOperator* CTechnicsManager::GetTehchnicsOperator(int type) {
+    constexpr int kFallback = 16; // the type that serves those with its bit
+    CITechnicsOperator* fallback = nullptr;
+    for (std::size_t i = 0; i < m_vecOperators.size(); ++i) {
+        const int own = m_vecOperators[i]->GetTechnicsType();
+        if (own == type) return m_vecOperators[i];
+        if (own == kFallback) fallback = m_vecOperators[i];
+    }
+    return type & kFallback ? fallback : nullptr;
+}
+
+const std::vector<CITechnicsOperator*>* CTechnicsManager::GetTehcnisItemVector() {
+    return &m_vecOperators;
+}
+
+void CTechnicsManager::LoadTechnics(CCadObject* object) {
+    const CString text = object ? object->GetTechnicsString() : CString();
+    if (text.IsEmpty()) return;
+    Request request(*this);
+    if (!request.Run(text)) return;
+    CLuaAccess& cursor = request.Cursor();
+    ForEachOperator(m_vecOperators, [&](CITechnicsOperator& each) {
+        if (cursor.Enter(each.GetTechnicsName())) object->AddTechnics(each.CreateTechnics(object, &cursor));
+        cursor.Leave();
+    });
+}
+
+void CTechnicsManager::SaveTechnics(CCadObject* object) {
+    if (!object) return;
+    std::ostringstream text;
+    text.imbue(std::locale::classic()); // numbers as Lua reads them
+    text << "T={";
+    for (const CTechnics* technics : object->GetTechnicsList())
+        if (technics) technics->Write(text);
+    text << "};";
+    object->SetTechnicsString(text.str().c_str());
+}
+
+bool CTechnicsManager::AddTechnics(const std::list<CCadObject*>* objects, const std::string& luaText,
+                                   const std::string& params, std::list<CCadObject*>* out1,
+                                   std::list<CCadObject*>* out2, std::string& message) {
+    if (!objects || objects->empty() || luaText.empty()) return false;
+    Request request(*this);
+    if (!request.Run(luaText.c_str())) return false;
+    CLuaAccess& cursor = request.Cursor();
+    CITechnicsOperator* const found = EnterFirst(m_vecOperators, cursor);
+    if (!found) return Refuse("no operator has a table in the text");
+    if (!params.empty()) WriteMouse(cursor, params);
+    CheckMouse(cursor);
+    return found->AddTechnicsByLua(objects, &cursor, out1, out2, message);
+}
+
+bool CTechnicsManager::RemoveTechnics(const std::list<CCadObject*>* objects, int type,
+                                      std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
+                                      std::string& message) {
+    CITechnicsOperator* const found = GetTehchnicsOperator(type);
+    if (!found) return false;
+    const bool removed = found->RemoveTechnicsOf(objects, type, out1, out2, message);
+    return removed && out1 && !out1->empty();
+}
+
+void CTechnicsManager::SingleMudifyNotify(const CCadObject* before, CCadObject* after,
+                                          const std::vector<int>& indices, int kind) {
+    ForEachOperator(m_vecOperators,
+                    [&](CITechnicsOperator& each) { each.SingleModify(before, after, indices, kind); });
+}
+
+void CTechnicsManager::MultipleMudifyNotify(const std::list<CCadObject*>* before,
+                                            std::list<CCadObject*>* after, int kind) {
+    ForEachOperator(m_vecOperators,
+                    [&](CITechnicsOperator& each) { each.MultipleModify(before, after, kind); });
+}
+
+void CTechnicsManager::UpdataViewDataNotify(std::list<CCadObject*>* objects) {
+    std::list<CCadObject*> leaves;
+    CollectLeafNode(objects, &leaves);
+    if (leaves.empty()) return;
+    const auto update = [this](CCadObject* object) {
+        if (!HasTechnics(object)) return;
+        ForEachOperator(m_vecOperators, [object](CITechnicsOperator& each) { each.UpdateViewData(object); });
+    };
+    for (CCadObject* leaf : leaves) update(leaf);
+    for (CCadObject* object : *objects)
+        if (object && object->GetType() == kCadGroup) update(object);
+}
+
+TarvelEnvContext& CTechnicsManager::GetTarvelEnvContext() {
+    return Context::m_TarvelEnvContext;
+}
+
+void CTechnicsManager::SetTarvelEnvContext(const TarvelEnvContext& context) {
+    Context::m_TarvelEnvContext = context;
+}
+
+} // namespace qev

@@ -1,0 +1,103 @@
+// The plug-ins of the technics manager.
+
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+#include <qev/technics/manager.h>
+#include <qev/technics/technics_operator.h>
+
+#include "platform/dynamic_library.h"
+#include "platform/path.h"
+
+namespace qev {
+namespace {
+
+struct Free {
+    void operator()(HMODULE module) const { platform::FreeDynamicLibrary(module); }
+};
+using Module = std::unique_ptr<std::remove_pointer_t<HMODULE>, Free>;
+
+bool Serves(const std::vector<CITechnicsOperator*>& operators, int type) {
+    return std::any_of(operators.begin(), operators.end(),
+                       [type](CITechnicsOperator* each) { return each->GetTechnicsType() == type; });
+}
+
+} // namespace
+
+// Calls a plug-in's load entry and takes the operators whose types have none yet. False with the reason. What
+// the plug-in throws ends in here: it must be gone before the plug-in is.
+bool CTechnicsManager::CollectNewcomers(LoadEntry load, std::vector<CITechnicsOperator*>& newcomers,
+                                        std::string& why) try {
+    CITechnicsOperator** next = load();
+    if (!next) why = "gives null";
+    for (; next && *next; ++next) {
+        if (!(*next)->GetTechnicsName()) why = "gives an operator without a name";
+        const int type = (*next)->GetTechnicsType();
+        if (!Serves(m_vecOperators, type) && !Serves(newcomers, type)) newcomers.push_back(*next);
+    }
+    return why.empty();
+} catch (const std::exception& error) {
+    why = std::string("throws: ") + error.what();
+    return false;
+} catch (const char* text) {
+    why = std::string("throws: ") + (text ? text : "");
+    return false;
+} catch (...) {
+    why = "throws";
+    return false;
+}
+
+bool CTechnicsManager::LoadTechnicsPlugIn(const std::string& path) try {
+    m_strLastError.clear();
+    const auto refuse = [&](const std::string& why) { return Refuse(path + ": " + why); };
+    if (std::find(m_vecPlugInPaths.begin(), m_vecPlugInPaths.end(), path) != m_vecPlugInPaths.end())
+        return refuse("is loaded already");
+    if (path.size() > platform::kLongestPath) return refuse("the path is too long");
+    std::string why;
+    Module module(platform::LoadDynamicLibrary(path.c_str(), &why));
+    if (!module) return refuse(why);
+
+    const std::string name = platform::RemoveExtension(platform::StripPath(path));
+    const std::string loadName = "Load_" + name + "_Technics";
+    const auto load = reinterpret_cast<LoadEntry>(platform::FindSymbol(module.get(), loadName.c_str()));
+    if (!load) return refuse("has no " + loadName);
+    const std::string setName = "Set_" + name + "_CadTempDir";
+    const auto setCadTempDir =
+        reinterpret_cast<void (*)(char*)>(platform::FindSymbol(module.get(), setName.c_str()));
+    if (!setCadTempDir) {
+        m_pfnSetCadTempDir = nullptr; // no other plug-in is told in its place
+        return refuse("has no " + setName);
+    }
+
+    std::vector<CITechnicsOperator*> newcomers;
+    if (!CollectNewcomers(load, newcomers, why)) return refuse(loadName + " " + why);
+    m_vecOperators.reserve(m_vecOperators.size() + newcomers.size()); // all or nothing
+    m_vecPlugInModules.reserve(m_vecPlugInModules.size() + 1);
+    m_vecPlugInPaths.push_back(path);
+    m_vecPlugInModules.push_back(module.release());
+    m_vecOperators.insert(m_vecOperators.end(), newcomers.begin(), newcomers.end());
+    m_pfnSetCadTempDir = setCadTempDir;
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+void CTechnicsManager::FreeTechnicsPlugIn() {
+    m_vecOperators.clear();
+    m_vecPlugInPaths.clear();
+    m_pfnSetCadTempDir = nullptr;
+    for (HMODULE module : std::exchange(m_vecPlugInModules, {})) platform::FreeDynamicLibrary(module);
+}
+
+void CTechnicsManager::RegisterTechnicsItem(CITechnicsOperator* newcomer) {
+    if (newcomer && !Serves(m_vecOperators, newcomer->GetTechnicsType())) m_vecOperators.push_back(newcomer);
+}
+
+void CTechnicsManager::SetCadTempDir(char* directory) {
+    if (m_pfnSetCadTempDir) m_pfnSetCadTempDir(directory);
+}
+
+} // namespace qev

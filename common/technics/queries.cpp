@@ -1,0 +1,77 @@
+#include <algorithm>
+
+#include <qev/technics/queries.h>
+#include <qevdata/cad_object.h>
+
+namespace qev {
+namespace {
+
+auto OfType(int type) {
+    return [type](const CTechnics* technics) { return technics && technics->m_nType == type; };
+}
+
+auto OfTypes(int type, int subType) {
+    return [type, subType](const CTechnics* technics) {
+        return technics && technics->m_nType == type && technics->m_nSubType == subType;
+    };
+}
+
+template <class Wanted>
+CTechnics* Find(const CCadObject* object, Wanted wanted) {
+    if (!object) return nullptr;
+    const auto& technics = object->GetTechnicsList();
+    const auto found = std::find_if(technics.begin(), technics.end(), wanted);
+    return found == technics.end() ? nullptr : *found;
+}
+
+template <class Wanted>
+CTechnics* PickOff(CCadObject* object, Wanted wanted) {
+    CTechnics* const found = Find(object, wanted);
+    if (!found) return nullptr;
+    auto& technics = object->GetTechnicsList();
+    technics.erase(std::find(technics.begin(), technics.end(), found));
+    return found;
+}
+
+} // namespace
+
+bool HasTechnics(const CCadObject* object) {
+    return object && !object->GetTechnicsList().empty();
+}
+
+bool HasTechnics(const CCadObject* object, int type, bool) {
+    return Find(object, OfType(type)) != nullptr;
+}
+
+bool HasTechnics(const CCadObject* object, int type, int subType) {
+    return Find(object, OfTypes(type, subType)) != nullptr;
+}
+
+CTechnics* GetTechnics(const CCadObject* object, int type, int subType) {
+    return Find(object, OfTypes(type, subType == -1 ? type : subType));
+}
+
+CTechnics* PickOffTechnics(CCadObject* object, int type) {
+    return PickOff(object, OfType(type));
+}
+
+CTechnics* PickOffTechnics(CCadObject* object, int type, int subType) {
+    return PickOff(object, OfTypes(type, subType));
+}
+
+bool RefreshCadObject(const CCadObject* object, int type, int subType, void* data) {
+    if (!object) return false;
+    if (type >= 0) {
+        CTechnics* const technics = GetTechnics(object, type, subType);
+        return technics && technics->Refresh(object, data);
+    }
+    bool refreshed = false;
+    const auto& technics = object->GetTechnicsList();
+    for (auto next = technics.begin(); next != technics.end();) {
+        CTechnics* const each = *next++; // which may take itself off the list
+        if (each && each->Refresh(object, data)) refreshed = true;
+    }
+    return refreshed;
+}
+
+} // namespace qev

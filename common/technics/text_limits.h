@@ -1,0 +1,44 @@
+/// \file
+/// What a technics text may use up where texts are taken as data.
+#pragma once
+
+#include <cstddef>
+
+#include <lua.hpp>
+
+namespace qev {
+
+/// The limits of one interpreter. They hold between Start and Stop, while a text is read and run.
+///
+/// A count of instructions is the same on every machine but does not bound the time: one instruction may
+/// compare two long strings or rehash a table of keys that were chosen to collide, and reading a text with a
+/// hundred thousand labels takes quadratic time. So the time spent computing is limited too, strings are kept
+/// short, and each check has little to overrun.
+class TextLimits {
+public:
+    /// The allocator of the interpreter; `self` is its TextLimits.
+    static void* Allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize);
+
+    void Start(lua_State* L);
+    void Stop(lua_State* L);
+    /// Raises an error in L when the time is up. For a reader, between two pieces.
+    void CheckTime(lua_State* L) const;
+
+private:
+    static void CountInstructions(lua_State* L, lua_Debug*);
+    bool Grants(std::size_t growth, bool isString);
+
+    static constexpr std::size_t kMemory = 16 << 20;        // bytes
+    static constexpr std::size_t kLongestString = 64 << 10; // bytes
+    static constexpr int kInstructions = 1'000'000;
+    static constexpr int kCheckEach = 100; // instructions
+    static constexpr double kTime = 0.03;  // seconds
+
+    std::size_t m_inUse = 0;
+    bool m_isOn = false;
+    bool m_isSpent = false; // refused once, so that a text at its limit does not collect garbage forever
+    int m_instructions = 0; // left
+    double m_end = 0;       // ThreadSeconds
+};
+
+} // namespace qev

@@ -1,0 +1,62 @@
+#include "stretches.h"
+
+namespace contours {
+namespace {
+
+using math::PosRange;
+
+// mm: how far the polyline that stands for a curve may lie from it.
+constexpr double kConversionError = 0.001;
+// mm: of stretches that differ by less the first is taken, whatever the rounding errors say.
+constexpr double kSameLength = 1e-6;
+
+std::vector<PosRange> RangesBetween(const qev::CCadMultiSegments& contour,
+                                    const std::vector<PosRange>& ranges) {
+    const int count = contour.GetSegmentCount();
+    const math::POLYPOS end = contour.IsClose() ? math::POLYPOS{count, 0.0} : math::POLYPOS{count - 1, 1.0};
+    if (ranges.empty()) return {PosRange({0, 0.0}, end)};
+    std::vector<PosRange> between;
+    for (std::size_t i = 0; i < ranges.size(); ++i)
+        between.emplace_back(ranges[i].end, ranges[(i + 1) % ranges.size()].start);
+    if (!contour.IsClose() && !qev::IsOverStartPoint(ranges.back())) { // it has no way from its end round
+        between.back().end = end;
+        between.insert(between.begin(), PosRange({0, 0.0}, ranges.front().start));
+    }
+    return between;
+}
+
+} // namespace
+
+std::unique_ptr<qev::CCadMultiSegments> ContourOf(const qev::CCadObject& object) {
+    if (const auto* polyline = dynamic_cast<const qev::CCadPolyline*>(&object))
+        return std::unique_ptr<qev::CCadMultiSegments>(
+            static_cast<qev::CCadPolyline*>(polyline->Clone(false)));
+    return std::unique_ptr<qev::CCadMultiSegments>(qev::Convert2Polyline(&object, kConversionError));
+}
+
+std::vector<Stretch> StretchesBetween(const qev::CCadMultiSegments& contour,
+                                      const std::vector<PosRange>& ranges) {
+    std::vector<Stretch> stretches;
+    for (PosRange range : RangesBetween(contour, ranges)) {
+        qev::NormalizePosRange(&contour, range);
+        if (!ranges.empty() && qev::IsInvalidRange(&contour, range)) continue; // the ranges touch
+        double length = 0;
+        qev::GetLineLength_Dot2Dot2(&contour, range.start, range.end, length);
+        if (length > 0) stretches.push_back({range, length});
+    }
+    return stretches;
+}
+
+StartZones FindStartZones(const qev::CCadMultiSegments& contour, double length, double cornerDegrees) {
+    StartZones found;
+    if (!qev::GenerateCornerInvalidRange(&contour, length, cornerDegrees, &found.zones)) return found;
+    found.freeStretches = StretchesBetween(contour, found.zones);
+    for (const Stretch& stretch : found.freeStretches) {
+        if (stretch.length <= found.longest + kSameLength) continue;
+        found.longest = stretch.length;
+        qev::GetPosByOffset(&contour, stretch.range.start, stretch.length / 2, found.chosen);
+    }
+    return found;
+}
+
+} // namespace contours

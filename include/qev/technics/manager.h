@@ -1,0 +1,156 @@
+/// \file
+/// The technics manager: plug-ins, their operators, and technics as Lua text.
+///
+/// Some names are misspelt (GetTehchnicsOperator, GetTehcnisItemVector, SingleMudifyNotify,
+/// MultipleMudifyNotify, UpdataViewDataNotify, m_AutoDestory); hosts and plug-ins link to these spellings.
+#pragma once
+
+#include <list>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <qev/export.h>
+#include <qev/platform.h>
+#include <qevdata/technics.h>
+
+struct lua_State;
+
+namespace platform {
+class RecursiveLock;
+}
+
+namespace qev {
+
+class CITechnicsOperator;
+class CLuaAccess;
+class TextInterpreter;
+struct TarvelEnvContext;
+
+/// Keeps the operators that plug-ins bring, at most one for each type, and turns technics texts into technics
+/// and back. A text is Lua that sets the global table T, with a table for each type under the name of its
+/// operator; saved ones read "T={...};".
+///
+/// A plug-in is a library whose file name without folder and extension is N. It exports, unmangled,
+/// `CITechnicsOperator** Load_N_Technics()`, which gives a null-terminated array, and
+/// `void Set_N_CadTempDir(char* directory)`.
+///
+/// LoadTechnics and AddTechnics hold a lock, which an operator may take again by calling them; everything
+/// else is for one thread at a time. What an operator or the Lua cursor throws passes to the caller, with the
+/// lock free and the interpreter's stack and cursor as they were. Operators that are registered during a walk
+/// over the operators are first called by the next one.
+class QEVCOMMON_API CTechnicsManager : public CITechnicsSerialize {
+public:
+    /// Creates the technics that an object's technics text describes and attaches them to the object. A text
+    /// that cannot be run changes nothing.
+    void LoadTechnics(CCadObject* object) override;
+    /// Writes an object's technics into its technics text.
+    void SaveTechnics(CCadObject* object) override;
+    /// Closes the interpreter. Neither deletes operators nor unloads plug-ins.
+    ~CTechnicsManager() override;
+
+    /// A copy has the same operators and shares the interpreter, which is closed with the last of them. It
+    /// has a lock of its own, so that only one of them is used at a time. One of them may free the plug-ins.
+    CTechnicsManager(const CTechnicsManager& other);
+    CTechnicsManager& operator=(const CTechnicsManager& other);
+
+    /// Loads a plug-in and registers its operators; of those of one type the first stays. False, with the
+    /// plug-in unloaded, nothing registered and the reason in GetLastErrorText, for a path of more than 259
+    /// bytes or one loaded before, a library without one of the entries, and a load entry that throws or
+    /// gives null or an operator without a name. A library without Set_N_CadTempDir also takes from
+    /// SetCadTempDir whom to call.
+    bool LoadTechnicsPlugIn(const std::string& path);
+    /// Calls the Set_N_CadTempDir of the plug-in loaded last, if there is one.
+    void SetCadTempDir(char* directory);
+
+    /// The operator of a type. Without one, every type with the bit 16 is served by the operator of type 16.
+    /// Null when there is none.
+    CITechnicsOperator* GetTehchnicsOperator(int type);
+    /// All operators in the order of registration; the vector stays the manager's.
+    const std::vector<CITechnicsOperator*>* GetTehcnisItemVector();
+
+    /// Runs a technics text and has the first operator whose table it holds add technics to the objects.
+    /// Unless empty, `params` ("MouseSegment=1;MouseRatio=0.5;StartX=3;StartY=4;") is written into that table
+    /// before: the mouse's position always, 0 for what is missing, the start point's coordinates if given.
+    /// The lists and the message are the operator's, as is the result. False without objects, for a text that
+    /// is empty or cannot be run, and without an operator for it.
+    bool AddTechnics(const std::list<CCadObject*>* objects, const std::string& luaText,
+                     const std::string& params, std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
+                     std::string& message);
+    /// Has the operator of a type remove its technics. True when it says so and out1 holds an object
+    /// afterwards.
+    bool RemoveTechnics(const std::list<CCadObject*>* objects, int type, std::list<CCadObject*>* out1,
+                        std::list<CCadObject*>* out2, std::string& message);
+
+    /// Pass an edit on to every operator.
+    void SingleMudifyNotify(const CCadObject* before, CCadObject* after, const std::vector<int>& indices,
+                            int kind);
+    void MultipleMudifyNotify(const std::list<CCadObject*>* before, std::list<CCadObject*>* after, int kind);
+    /// Has every operator update what is shown of the leaves that carry technics, then of the groups among
+    /// the given objects that do. Nothing when there is no leaf (CollectLeafNode) at all.
+    void UpdataViewDataNotify(std::list<CCadObject*>* objects);
+
+    /// What the host tells its plug-ins, one for the process.
+    TarvelEnvContext& GetTarvelEnvContext();
+    void SetTarvelEnvContext(const TarvelEnvContext& context);
+
+    /// Whether technics texts are taken as data, off at first. On, a text finds no functions and no trace of
+    /// the texts before it, binary chunks are refused, and a text that takes more than a million
+    /// instructions, 30 ms of computing or 16 MB, or builds a string of more than 64 kB, fails. Opens a fresh
+    /// interpreter; false, with everything as it was, when memory is refused.
+    bool SetDataOnly(bool dataOnly);
+    bool IsDataOnly() const { return m_bDataOnly; }
+
+    /// Why the last LoadTechnicsPlugIn, LoadTechnics or AddTechnics was refused; empty when it was not.
+    const std::string& GetLastErrorText() const { return m_strLastError; }
+
+protected:
+    /// The first manager alive is the process's.
+    CTechnicsManager();
+
+    /// Unloads the plug-ins and forgets all operators, in case they were theirs.
+    void FreeTechnicsPlugIn();
+    /// Appends an operator unless one of its type is there. The manager does not own it.
+    void RegisterTechnicsItem(CITechnicsOperator* newcomer);
+
+    /// Opens a fresh interpreter and lets go of the one before, or keeps that and answers false when memory
+    /// is refused.
+    bool InitLuaEnv();
+    /// Lets go of the interpreter; texts cannot be run until the next InitLuaEnv.
+    void UnInitLuaEnv();
+
+    /// Deletes the process's manager when the library is unloaded.
+    class CAutoDestory {
+    public:
+        ~CAutoDestory();
+    };
+    static CAutoDestory m_AutoDestory;
+
+private:
+    friend QEVCOMMON_API CTechnicsManager* GetTechnicsManager();
+    class Request;
+    using LoadEntry = CITechnicsOperator** (*)();
+
+    bool Open(bool dataOnly);
+    bool Refuse(const std::string& why);
+    bool CollectNewcomers(LoadEntry load, std::vector<CITechnicsOperator*>& newcomers, std::string& why);
+
+    static CTechnicsManager* m_pTechnicsManager;
+
+    std::shared_ptr<TextInterpreter> m_pInterpreter; // owns the next two
+    lua_State* m_pLuaState = nullptr;
+    CLuaAccess* m_pLuaAccess = nullptr;
+    std::unique_ptr<platform::RecursiveLock> m_csLock;
+    std::vector<CITechnicsOperator*> m_vecOperators;
+    std::vector<std::string> m_vecPlugInPaths;
+    std::vector<HMODULE> m_vecPlugInModules;
+    void (*m_pfnSetCadTempDir)(char*) = nullptr;
+    std::string m_strLastError;
+    bool m_bDataOnly = false;
+};
+
+/// The process's manager, created on first use and deleted when the library is unloaded. Null when memory is
+/// refused.
+QEVCOMMON_API CTechnicsManager* GetTechnicsManager();
+
+} // namespace qev

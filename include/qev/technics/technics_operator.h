@@ -1,0 +1,79 @@
+/// \file
+/// What a technics plug-in implements.
+#pragma once
+
+#include <list>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <qev/export.h>
+#include <qev/platform.h>
+
+namespace qev {
+
+class CCadObject;
+class CLuaAccess;
+class CTechnics;
+
+/// What the host tells its plug-ins: three handles and a text of its own, which this library only hands out.
+struct TarvelEnvContext {
+    unsigned long long first = 0;
+    unsigned long long second = 0;
+    unsigned long long third = 0;
+    CString fourth;
+};
+
+/// One type of technics. A plug-in makes its operators and keeps them for as long as it is loaded; nobody
+/// deletes them through this class. What an operation throws passes through the manager to the host.
+///
+/// The output lists, the message and the numbers of the notifications are a matter between the host and its
+/// plug-ins; by custom the first list takes the objects that changed, the second those that were refused. The
+/// order of the operations is the binary interface; the reserved ones are never called by this library.
+class QEVCOMMON_API CITechnicsOperator {
+public:
+    CITechnicsOperator();
+    CITechnicsOperator(const CITechnicsOperator&);
+    CITechnicsOperator& operator=(const CITechnicsOperator&);
+
+    /// The type of technics that this operator serves; always the same.
+    virtual int GetTechnicsType() = 0;
+    /// The key of its table in the table "T" of technics texts; always the same, never null.
+    virtual const char* GetTechnicsName() = 0;
+    /// Attaches new technics to the objects. The cursor stands in the operator's table and is brought back
+    /// afterwards, wherever it is left.
+    virtual bool AddTechnicsByLua(const std::list<CCadObject*>* objects, CLuaAccess* cursor,
+                                  std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
+                                  std::string& message) = 0;
+    /// A technics as saved in the table in which the cursor stands, or null; the manager attaches it.
+    virtual CTechnics* CreateTechnics(CCadObject* object, CLuaAccess* cursor) = 0;
+    /// Removes the technics of a type from the objects.
+    virtual bool RemoveTechnicsOf(const std::list<CCadObject*>* objects, int type,
+                                  std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
+                                  std::string& message) = 0;
+    virtual void Reserved6() = 0;
+    /// An object has been edited, or several have.
+    virtual void SingleModify(const CCadObject* before, CCadObject* after, const std::vector<int>& indices,
+                              int kind) = 0;
+    virtual void MultipleModify(const std::list<CCadObject*>* before, std::list<CCadObject*>* after,
+                                int kind) = 0;
+    /// Spelled as plug-ins override it. Does nothing by default.
+    virtual void CadMultipleModifyEventTenchnicsCollect(const std::list<CCadObject*>* before,
+                                                        std::list<CCadObject*>* after, int kind,
+                                                        std::map<CCadObject*, CCadObject*>& pairs);
+    /// False by default.
+    virtual bool IncrementalAdd(const CCadObject* object, CTechnics* technics);
+    /// Brings what is shown of an object's technics up to date.
+    virtual void UpdateViewData(CCadObject* object) = 0;
+    virtual void Reserved12() = 0;
+    virtual void Reserved13() = 0;
+    virtual void Reserved14() = 0;
+
+protected:
+    ~CITechnicsOperator() = default;
+
+    /// The same for all operators; set through the manager.
+    static TarvelEnvContext m_TarvelEnvContext;
+};
+
+} // namespace qev

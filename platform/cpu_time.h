@@ -1,0 +1,10 @@
+/// \file
+/// How long a thread has computed.
+#pragma once
+
+namespace platform {
+
+/// Seconds that the calling thread has been computing; waiting does not count.
+double ThreadSeconds();
+
+} // namespace platform

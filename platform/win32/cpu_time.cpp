@@ -1,0 +1,21 @@
+#include "../cpu_time.h"
+
+#include <windows.h>
+
+namespace platform {
+namespace {
+
+double Seconds(const FILETIME& time) {
+    constexpr double kUnit = 1e-7; // seconds
+    return (time.dwHighDateTime * 4294967296.0 + time.dwLowDateTime) * kUnit;
+}
+
+} // namespace
+
+double ThreadSeconds() {
+    FILETIME created, ended, inSystem, inProgram;
+    if (!GetThreadTimes(GetCurrentThread(), &created, &ended, &inSystem, &inProgram)) return 0;
+    return Seconds(inSystem) + Seconds(inProgram);
+}
+
+} // namespace platform

@@ -1,0 +1,84 @@
+/// \file
+/// An operator that does what a test says, and a manager whose inside is open.
+#pragma once
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <qev/lua.h>
+#include <qev/technics.h>
+
+namespace test {
+
+using Objects = std::list<qev::CCadObject*>;
+
+/// Writes a text and counts how often it is refreshed.
+struct TestTechnics : qev::CTechnics {
+    explicit TestTechnics(int type, int subType = -1, std::string saved = "") : text(std::move(saved)) {
+        m_nType = type;
+        m_nSubType = subType == -1 ? type : subType;
+    }
+    bool Refresh(const qev::CCadObject*, void* data) override { return ++refreshed > 0 && data == this; }
+    void Write(std::ostream& out) const override { out << text; }
+
+    std::string text;
+    int refreshed = 0;
+};
+
+class TestOperator final : public qev::CITechnicsOperator {
+public:
+    TestOperator(int type, const char* name) : m_type(type), m_name(name) {}
+    int GetTechnicsType() override { return m_type; }
+    const char* GetTechnicsName() override { return m_name; }
+    bool AddTechnicsByLua(const Objects*, qev::CLuaAccess* cursor, Objects*, Objects*,
+                          std::string& message) override {
+        message = m_name;
+        return onAdd(*cursor);
+    }
+    qev::CTechnics* CreateTechnics(qev::CCadObject*, qev::CLuaAccess* cursor) override {
+        return onCreate(*cursor);
+    }
+    bool RemoveTechnicsOf(const Objects* objects, int, Objects* out1, Objects*, std::string&) override {
+        if (out1 && objects) *out1 = *objects;
+        return removes;
+    }
+    void Reserved6() override {}
+    void SingleModify(const qev::CCadObject*, qev::CCadObject*, const std::vector<int>&, int) override {
+        onNotify(nullptr);
+    }
+    void MultipleModify(const Objects*, Objects*, int) override { onNotify(nullptr); }
+    void UpdateViewData(qev::CCadObject* object) override { onNotify(object); }
+    void Reserved12() override {}
+    void Reserved13() override {}
+    void Reserved14() override {}
+
+    std::function<bool(qev::CLuaAccess&)> onAdd = [](qev::CLuaAccess&) { return true; };
+    std::function<qev::CTechnics*(qev::CLuaAccess&)> onCreate = [](qev::CLuaAccess&) { return nullptr; };
+    std::function<void(qev::CCadObject*)> onNotify = [](qev::CCadObject*) {};
+    bool removes = true;
+
+private:
+    int m_type;
+    const char* m_name;
+};
+
+struct TestManager : qev::CTechnicsManager {
+    TestManager() = default;
+    using CTechnicsManager::FreeTechnicsPlugIn;
+    using CTechnicsManager::InitLuaEnv;
+    using CTechnicsManager::RegisterTechnicsItem;
+    using CTechnicsManager::UnInitLuaEnv;
+
+    /// Adds technics to an object of no kind.
+    bool Add(const std::string& text, const std::string& params = "") {
+        qev::CCadGroup object;
+        const Objects objects = {&object};
+        return AddTechnics(&objects, text, params, nullptr, nullptr, message);
+    }
+
+    std::string message;
+};
+
+} // namespace test
