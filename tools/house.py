@@ -35,6 +35,7 @@ MAY_INCLUDE = {
     "common/technics": (STANDARD, LUA, PUBLIC, r"<qevdata/\w+\.h>", r'"\.\./script/(cursor_scope|protect)\.h"', r'"platform/\w+\.h"'),
     "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>", r'"contours/\w+\.h"'),
     "tools/digest": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>"),
+    "examples/dialog": (STANDARD, PUBLIC, r"<windows\.h>"),
     "fuzz": (STANDARD, LUA, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
     "examples/settings": (STANDARD, LUA, PUBLIC),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"script/\w+\.h"'),

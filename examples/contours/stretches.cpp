@@ -7,6 +7,8 @@ using math::PosRange;
 
 // mm: how far the polyline that stands for a curve may lie from it.
 constexpr double kConversionError = 0.001;
+// mm: of stretches that differ by less the first is taken, whatever the rounding errors say.
+constexpr double kSameLength = 1e-6;
 
 std::vector<PosRange> RangesBetween(const qev::CCadMultiSegments& contour,
                                     const std::vector<PosRange>& ranges) {
@@ -50,7 +52,7 @@ StartZones FindStartZones(const qev::CCadMultiSegments& contour, double length, 
     if (!qev::GenerateCornerInvalidRange(&contour, length, cornerDegrees, &found.zones)) return found;
     found.freeStretches = StretchesBetween(contour, found.zones);
     for (const Stretch& stretch : found.freeStretches) {
-        if (stretch.length <= found.longest) continue;
+        if (stretch.length <= found.longest + kSameLength) continue;
         found.longest = stretch.length;
         qev::GetPosByOffset(&contour, stretch.range.start, stretch.length / 2, found.chosen);
     }

@@ -28,7 +28,7 @@ struct StartZones {
     std::vector<math::PosRange> zones;
     std::vector<Stretch> freeStretches;
     double longest = 0;   ///< mm, of the free stretches
-    math::POLYPOS chosen; ///< the middle of the longest
+    math::POLYPOS chosen; ///< the middle of the longest, the first of equal ones
 };
 
 /// Zones of `length` mm (above 0) before and after each joint of a contour that turns by `cornerDegrees` or

@@ -2,11 +2,16 @@
 
 #include <iostream>
 
+#include <qev/units.h>
+
 #include "host.h"
 
 int main(int argc, char** argv) {
     try {
-        return host::Run(host::ParseOptions(argc, argv), std::cout, std::cerr);
+        const host::Options options = host::ParseOptions(argc, argv);
+        if (!UnitSystem::GetUnitSystem()->Load(options.unit))
+            throw host::UsageError("--unit takes Metric or Inch");
+        return host::Run(options, std::cout, std::cerr);
     } catch (const host::UsageError& error) {
         std::cerr << "qev_host: " << error.what() << "\n" << host::kUsage;
         return 2;

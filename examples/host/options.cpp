@@ -12,6 +12,7 @@ const char* const kUsage =
     R"(usage: qev_host DRAWING.dxf [option ...]
   --svg FILE          draw the picture: outlines, start points, directions, sharp corners
   --rows N            print at most N rows of the table (40)
+  --unit NAME         the unit of the tables, Metric or Inch (Metric); options and pictures are in mm
   --join MM           join open pieces whose ends lie this near (0.01; 0 joins nothing)
   --lenient           report what was readable of a damaged drawing
   --polyline ERROR    convert every object to lines and arcs within ERROR mm, draw them over it
@@ -91,6 +92,8 @@ Options ParseOptions(int argc, const char* const* argv) {
             options.rows = static_cast<int>(NotNegative(Parse<int>(value(), option), option));
         else if (option == "--join")
             options.joinTolerance = NotNegative(Parse<double>(value(), option), option);
+        else if (option == "--unit")
+            options.unit = value();
         else if (option == "--lenient")
             options.lenient = true;
         else if (option == "--polyline")

@@ -28,6 +28,7 @@ struct WalkOption {
 struct Options {
     std::string drawing;
     std::string svg; ///< where the picture goes; empty for none
+    std::string unit = "Metric";
     bool lenient = false;
     double joinTolerance = 0.01; ///< mm; 0 joins nothing
     int rows = 40;

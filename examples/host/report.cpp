@@ -8,6 +8,8 @@
 
 #include <qev/qev.h>
 
+#include "units.h"
+
 namespace host {
 namespace {
 
@@ -70,16 +72,17 @@ std::vector<ObjectReport> ReportOf(const Drawing& drawing) {
 
 void PrintTable(std::ostream& out, const std::vector<ObjectReport>& reports, int rows) {
     const char* const directions[] = {"", "cw", "ccw"};
-    Print(out, "%6s  %-20s %8s %14s  %-6s %-9s %16s %7s\n", "object", "kind", "segments", "length mm",
-          "closed", "direction", "area mm2", "corners");
+    const std::string unit = UnitName();
+    Print(out, "%6s  %-20s %8s %14s  %-6s %-9s %16s %7s\n", "object", "kind", "segments",
+          ("length " + unit).c_str(), "closed", "direction", ("area " + unit + "2").c_str(), "corners");
     const int count = static_cast<int>(reports.size());
     for (int i = 0; i < std::min(rows, count); ++i) {
         const ObjectReport& r = reports[i];
         std::array<char, 32> area{};
-        if (r.area > 0) std::snprintf(area.data(), area.size(), "%.3f", r.area);
-        Print(out, "%6d  %-20s %8d %14.3f  %-6s %-9s %16s %7d\n", i, NameOf(r.object->GetType()), r.segments,
-              r.length, r.closed == 1 ? "yes" : "no", directions[r.direction], area.data(),
-              static_cast<int>(r.corners.size()));
+        if (r.area > 0) std::snprintf(area.data(), area.size(), "%.*f", UnitDigits(), ShownArea(r.area));
+        Print(out, "%6d  %-20s %8d %14.*f  %-6s %-9s %16s %7d\n", i, NameOf(r.object->GetType()), r.segments,
+              UnitDigits(), ShownLength(r.length), r.closed == 1 ? "yes" : "no", directions[r.direction],
+              area.data(), static_cast<int>(r.corners.size()));
     }
     if (rows < count) Print(out, "        ... and %d more\n", count - rows);
 }
@@ -100,11 +103,13 @@ void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<O
     Print(out, "%d objects:", static_cast<int>(reports.size()));
     for (const auto& [name, count] : kinds)
         Print(out, " %d %s%s", count, name.c_str(), name == kinds.rbegin()->first ? "" : ",");
-    Print(out, "\n%d closed contours, %.3f mm of contour, %d sharp corners, %d pieces joined\n", closed,
-          length, corners, joined);
+    Print(out, "\n%d closed contours, %.*f %s of contour, %d sharp corners, %d pieces joined\n", closed,
+          UnitDigits(), ShownLength(length), UnitName(), corners, joined);
     const math::DPOINT2 low = qev::GetCornerPoint(&drawing.root.GetObjectsList(), "BL");
     const math::DPOINT2 high = qev::GetCornerPoint(&drawing.root.GetObjectsList(), "TR");
-    Print(out, "from (%.3f, %.3f) to (%.3f, %.3f)\n", low.x, low.y, high.x, high.y);
+    const int digits = UnitDigits();
+    Print(out, "from (%.*f, %.*f) to (%.*f, %.*f)\n", digits, ShownLength(low.x), digits, ShownLength(low.y),
+          digits, ShownLength(high.x), digits, ShownLength(high.y));
     for (const auto& [type, count] : drawing.skipped)
         Print(out, "not drawn: %d %s\n", count, type.substr(0, 60).c_str());
 }

@@ -25,7 +25,7 @@ struct ObjectReport {
 /// Areas and corners are taken from the polyline that the object converts to (0.001 mm).
 std::vector<ObjectReport> ReportOf(const Drawing& drawing);
 
-/// Prints at most `rows` rows (the rest as their number) and the summary.
+/// In the display unit of the process. Prints at most `rows` rows (the rest as their number) and the summary.
 void PrintTable(std::ostream& out, const std::vector<ObjectReport>& reports, int rows);
 void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<ObjectReport>& reports,
                   int joined);

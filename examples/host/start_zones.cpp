@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "contours/stretches.h"
+#include "units.h"
 
 namespace host {
 namespace {
@@ -21,12 +22,13 @@ void DrawRange(const qev::CCadMultiSegments& contour, const PosRange& range, con
 
 void PrintRow(std::ostream& out, std::size_t object, const StartZones& found, const math::DPOINT2& start) {
     std::array<char, 160> line{};
-    std::snprintf(line.data(), line.size(), "%6zu %6zu %6zu %12.3f", object, found.zones.size(),
-                  found.freeStretches.size(), found.longest);
+    std::snprintf(line.data(), line.size(), "%6zu %6zu %6zu %12.*f", object, found.zones.size(),
+                  found.freeStretches.size(), UnitDigits(), ShownLength(found.longest));
     out << line.data();
     if (found.longest > 0) {
-        std::snprintf(line.data(), line.size(), "  %4d + %.4f  (%.3f, %.3f)", found.chosen.nSegIndex,
-                      found.chosen.dRatio, start.x, start.y);
+        std::snprintf(line.data(), line.size(), "  %4d + %.4f  (%.*f, %.*f)", found.chosen.nSegIndex,
+                      found.chosen.dRatio, UnitDigits(), ShownLength(start.x), UnitDigits(),
+                      ShownLength(start.y));
         out << line.data();
     }
     out << "\n";
@@ -36,7 +38,7 @@ void PrintRow(std::ostream& out, std::size_t object, const StartZones& found, co
 
 void DrawStartZones(const std::vector<ObjectReport>& reports, double length, double cornerDegrees,
                     SvgPicture& picture, std::ostream& out) {
-    out << "object  zones   free   longest mm  start at\n";
+    out << "object  zones   free   longest " << UnitName() << "  start at\n";
     for (std::size_t i = 0; i < reports.size(); ++i) {
         if (!reports[i].object->IsClose()) continue;
         const auto contour = contours::ContourOf(*reports[i].object);

@@ -1,3 +1,4 @@
+#include <cstdio>
 #include <fstream>
 #include <string>
 
@@ -10,83 +11,78 @@ namespace {
 
 using namespace std::string_literals;
 
-bool Loads(const std::string& bytes) {
+bool Loads(const std::string& bytes, CImage& image) {
     const std::string path = testing::TempDir() + "qev_support_test";
     std::ofstream(path, std::ios::binary) << bytes;
-    CImage image;
-    return qev::LoadImageFile(image, path.c_str()) && std::remove(path.c_str()) == 0 && !image.IsNull();
+    return qev::LoadImageFile(image, path.c_str()) && std::remove(path.c_str()) == 0;
 }
 
-// Of 24 bits a pixel; the pixels are left out.
-std::string BmpHeader(std::uint32_t width, std::uint32_t height, std::uint32_t size) {
-    const std::uint32_t words[] = {size, 0, 54, 40, width, height, 24u << 16 | 1, 0, 0, 0, 0, 0, 0};
-    return "BM" + std::string(reinterpret_cast<const char*>(words), sizeof words);
-}
+// Two pixels, red and half transparent blue.
+const std::string
+    kPng("\211\120\116\107\015\012\032\012\000\000\000\015\111\110\104\122\000\000\000\002\000\000\000\001"
+         "\010\006\000\000\000\364\042\177\212\000\000\000\016\111\104\101\124\170\234\143\370\317\300\000"
+         "\102\015\000\017\172\003\176\167\351\177\227\000\000\000\000\111\105\116\104\256\102\140\202",
+         71);
 
-TEST(ImageFile, SizeLimits) {
-    const std::string bmp = BmpHeader(1, 2, 62) + "\1\2\3\0\4\5\6\0"s;
-    EXPECT_TRUE(Loads(bmp + std::string(10'485'760 - bmp.size(), '\0')));
-    EXPECT_FALSE(Loads(bmp + std::string(10'485'761 - bmp.size(), '\0')));
-    EXPECT_FALSE(Loads(BmpHeader(10'001, 10'000, 0))) << "too many pixels";
-}
+const std::string kGif = "GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF,\0\0\0\0\1\0\1\0\0\2\2\x44\1\0;"s;
+// One column, above (4, 5, 6), below (1, 2, 3), in the order blue, green, red.
+const std::string kBmp = "BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x18\0"s
+                         + std::string(24, '\0') + "\1\2\3\0\4\5\6\0"s;
+// A grey block, behind a preview with an end of its own.
+const std::string kCodes = "\1"s + std::string(17, '\0');
+const std::string kJpeg = "\xFF\xD8\xFF\xE1\0\4\xFF\xD9\xFF\xDB\0\x43\0"s + std::string(64, '\1')
+                          + "\xFF\xC0\0\x0B\x08\0\x08\0\x08\1\1\x11\0\xFF\xC4\0\x14\0"s + kCodes
+                          + "\xFF\xC4\0\x14\x10"s + kCodes + "\xFF\xDA\0\x08\1\1\0\0\x3F\0\x3F\xFF\xD9"s;
 
-TEST(ImageFile, OnlyWholePicturesLoad) {
-    const std::string codes = "\1"s + std::string(16, '\0'); // one code of one bit, for 0
-    const std::string start = "\xFF\xD8"s, preview = "\xFF\xE1\0\4\xFF\xD9"s;
-    const std::string rest = "\xFF\xDB\0\x43\0"s + std::string(64, '\1')
-                             + "\xFF\xC0\0\x0B\x08\0\x08\0\x08\1\1\x11\0"s + "\xFF\xC4\0\x14\0"s + codes
-                             + "\xFF\xC4\0\x14\x10"s + codes + "\xFF\xDA\0\x08\1\1\0\0\x3F\0\x3F"s;
-    const std::string bmp = BmpHeader(1, 2, 62) + "\1\2\3\0\4\5\6\0"s;
-    const std::string gif = "GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF,\0\0\0\0\1\0\1\0\0\2\2\x44\1\0;"s;
-    const std::string jpeg = start + preview + rest + "\xFF\xD9"s;
-    for (const std::string& whole : {bmp, gif, jpeg}) {
-        EXPECT_TRUE(Loads(whole)) << whole;
-        for (std::size_t size = 0; size + 2 < whole.size(); ++size) // a GIF's last two bytes hold no picture
-            EXPECT_FALSE(Loads(whole.substr(0, size))) << whole.substr(0, 3) << size;
+TEST(ImageFile, WholePicturesWithinTheLimits) {
+    CImage image, refused;
+    for (const std::string& whole : {kBmp, kGif, kJpeg, kPng}) {
+        EXPECT_TRUE(Loads(whole, image)) << whole;
+        for (std::size_t size = 0; size < whole.size() - 8; ++size)
+            EXPECT_FALSE(Loads(whole.substr(0, size), refused)) << whole.substr(0, 3) << size;
     }
-    CImage image;
-    for (const char* path : {static_cast<const char*>(nullptr), "", ".", "no such file"})
-        EXPECT_FALSE(qev::LoadImageFile(image, path));
+    EXPECT_TRUE(Loads(kBmp + std::string(10'485'760 - kBmp.size(), '\0'), image));
+    EXPECT_FALSE(Loads(kBmp + std::string(10'485'761 - kBmp.size(), '\0'), refused));
+    const std::string tooManyPixels = "\x10\x27\0\0\x11\x27\0\0"s; // 10,000 by 10,001
+    EXPECT_FALSE(Loads(std::string(kBmp).replace(18, 8, tooManyPixels), refused));
+    for (const char* path : {"", ".", "no such file", static_cast<const char*>(nullptr)})
+        EXPECT_FALSE(qev::LoadImageFile(refused, path));
+    EXPECT_TRUE(refused.IsNull());
+    EXPECT_EQ(std::string(image.GetBits(), image.GetBits() + 8), "\4\5\6\xFF\1\2\3\xFF");
+    ASSERT_TRUE(Loads(kPng, image) && image.GetWidth() == 2 && image.GetHeight() == 1);
+    EXPECT_FALSE(Loads("no picture", image));
+    EXPECT_EQ(std::string(image.GetBits(), image.GetBits() + 8), "\0\0\xFF\xFF\xFF\0\0\x80"s);
 }
 
-struct Member : qev::CCadObject { // counts the living
-    explicit Member(unsigned id) : CCadObject(false) { SetID(id), ++s_living; }
-    ~Member() override { --s_living; }
-    static inline int s_living = 0;
-};
-
-qev::CCadGroup* TestGroup(const char* name, std::initializer_list<unsigned> ids) {
-    auto* group = new qev::CCadGroup;
-    group->SetKey("TestName", name);
-    for (const unsigned id : ids) group->PushBack(new Member(id));
-    return group;
-}
-
+// What is deleted or leaks is left to the sanitizers.
 TEST(TestData, GroupsOfATestBecomeOne) {
     qev::CCadGroup target;
     qev::CZoneManager zones;
-    const auto add = [&](qev::CCadGroup* group) { qev::CTestDataHandle::AddToZoneManager(group, &zones); };
-    qev::CTestDataHandle::AddToZoneManager(TestGroup("A", {1}), nullptr);
-    add(TestGroup("A", {1}));
+    unsigned id = 0;
+    const auto add = [&](const char* test, qev::CZoneManager* manager) {
+        auto* group = new qev::CCadGroup;
+        group->SetKey("TestName", test);
+        group->PushBack(new qev::CCadDot({0, 0}, false));
+        group->GetBack()->SetID(++id);
+        qev::CTestDataHandle::AddToZoneManager(group, manager);
+    };
+    add("A", nullptr);
+    add("A", &zones);
     zones.SetTargetGroup(&target);
     qev::CTestDataHandle::SetIgnoreList({"B", "C"});
-    for (const char* dropped : {"", "B", "C"}) add(TestGroup(dropped, {1}));
-    EXPECT_EQ(Member::s_living + target.GetNumOfChild(), 0);
+    for (const char* dropped : {"", "B", "C"}) add(dropped, &zones);
+    EXPECT_TRUE(target.IsEmpty());
 
-    auto* dot = new qev::CCadDot({0, 0});
-    dot->SetKey("TestName", "A");
-    target.PushBack(dot);
-    add(nullptr), add(&target);
-    add(TestGroup("A", {1, 2}));
-    add(TestGroup("A", {3, 4}));
-    add(TestGroup("b", {5}));
-    add(static_cast<qev::CCadGroup*>(target.GetBack())); // stands there already
-    ASSERT_EQ(target.GetNumOfChild(), 3);
-    EXPECT_EQ(Member::s_living, 5);
+    target.PushBack(new qev::CCadDot({0, 0}));
+    target.GetFront()->SetKey("TestName", "A");
+    for (const char* name : {"A", "b", "A"}) add(name, &zones);
+    auto* const last = static_cast<qev::CCadGroup*>(target.GetBack());
+    for (qev::CCadGroup* there : {last, &target}) qev::CTestDataHandle::AddToZoneManager(there, &zones);
+    EXPECT_EQ(target.GetNumOfChild(), 3);
     std::string order;
-    const auto* merged = static_cast<qev::CCadGroup*>(*std::next(target.GetObjectsList().begin()));
-    for (const qev::CCadObject* object : merged->GetObjectsList()) order += std::to_string(object->GetID());
-    EXPECT_EQ(order, "3412");
+    for (const auto* object : *(*++target.GetObjectsList().begin())->GetMembers())
+        order += std::to_string(object->GetID());
+    EXPECT_EQ(order, "86");
 }
 
 } // namespace

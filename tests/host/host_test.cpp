@@ -15,16 +15,22 @@ struct Ran {
     std::string out, errors;
 };
 
-Ran RunHost(const std::string& words) {
-    std::istringstream in(words);
-    std::vector<std::string> arguments{"qev_host"};
-    for (std::string word; in >> word;) arguments.push_back(word);
-    std::vector<const char*> pointers;
-    for (const std::string& argument : arguments) pointers.push_back(argument.c_str());
+Ran RunHost(std::vector<const char*> arguments) {
+    arguments.insert(arguments.begin(), "qev_host");
     std::ostringstream out, errors;
-    const auto options = host::ParseOptions(static_cast<int>(pointers.size()), pointers.data());
+    const auto options = host::ParseOptions(static_cast<int>(arguments.size()), arguments.data());
     const int code = host::Run(options, out, errors);
     return {code, out.str(), errors.str()};
+}
+
+// The same with the arguments in one line of words.
+Ran RunHost(const std::string& line) {
+    std::istringstream in(line);
+    std::vector<std::string> words;
+    for (std::string word; in >> word;) words.push_back(word);
+    std::vector<const char*> arguments;
+    for (const std::string& word : words) arguments.push_back(word.c_str());
+    return RunHost(std::move(arguments));
 }
 
 void ExpectContains(const std::string& text, const std::vector<const char*>& parts) {
@@ -160,26 +166,26 @@ TEST_F(HostRun, TechnicsAreAddedSavedLoadedAndRemoved) {
         EXPECT_EQ(ran.code, 0) << ran.errors;
         return ran.out + Picture();
     };
-    const auto expect = [](const std::string& text, std::vector<const char*> parts) {
-        for (const char* part : parts) EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
-    };
-    expect(run({"--technics", "T={LeadIn={Length=4}}", "--params", "MouseSegment=1;MouseRatio=0.75"}),
-           {"lead-ins added to 4 of 4 objects", "class='path' d='M6 7.5L10 7.5'",
-            "class='path' d='M25 6L25 10'", "L60 0'"});
-    expect(run({"--technics", "T={LeadIn={Type='Arc',Angle=90}}", "--pick", "30,5"}),
-           {"added to 1 of 1", "class='path' d='M23 8A2 2 0 0 0 25 10'"});
-    expect(run({"--technics", "T={MicroJoint={Width=2,Spacing=5,Zone=1}}", "--save", m_saved.c_str()}),
-           {"class='path' d='M6 0L10 0L10 4'", "class='path' d='M60 0L60 3.5'"});
-    expect(run({"--load", m_saved.c_str(), "--technics", "T={LeadIn={}}", "--save", m_saved.c_str()}), {});
+    ExpectContains(run({"--technics", "T={LeadIn={Length=4}}", "--params", "MouseSegment=1;MouseRatio=0.75"}),
+                   {"lead-ins added to 4 of 4 objects", "class='path' d='M6 7.5L10 7.5'",
+                    "class='path' d='M25 6L25 10'", "L60 0'"});
+    ExpectContains(run({"--technics", "T={LeadIn={Type='Arc',Angle=90}}", "--pick", "30,5"}),
+                   {"added to 1 of 1", "class='path' d='M23 8A2 2 0 0 0 25 10'"});
+    ExpectContains(
+        run({"--technics", "T={MicroJoint={Width=2,Spacing=5,Zone=1}}", "--save", m_saved.c_str()}),
+        {"class='path' d='M6 0L10 0L10 4'", "class='path' d='M60 0L60 3.5'"});
+    ExpectContains(run({"--load", m_saved.c_str(), "--technics", "T={LeadIn={}}", "--save", m_saved.c_str()}),
+                   {});
     const std::string saved = Text(m_saved);
-    expect(saved, {"\nT={LeadIn={Type=\"Line\",Length=5,Angle=90,Radius=2,Zone=1,Segment=1,Ratio=0.5},"
-                   "MicroJoint={Width=2,Spacing=5,Zone=1},};\n"});
-    expect(run({"--load", m_saved.c_str(), "--save", m_saved.c_str()}), {});
+    ExpectContains(saved,
+                   {"\nT={LeadIn={Type=\"Line\",Length=5,Angle=90,Radius=2,Zone=1,Segment=1,Ratio=0.5},"
+                    "MicroJoint={Width=2,Spacing=5,Zone=1},};\n"});
+    ExpectContains(run({"--load", m_saved.c_str(), "--save", m_saved.c_str()}), {});
     EXPECT_EQ(Text(m_saved), saved);
-    expect(run({"--load", m_saved.c_str(), "--remove", "1", "--save", m_saved.c_str()}),
-           {"removed from 4 of 4"});
-    expect(run({"--load", m_saved.c_str(), "--remove", "2", "--save", m_saved.c_str()}),
-           {"removed from 4 of 4"});
+    ExpectContains(run({"--load", m_saved.c_str(), "--remove", "1", "--save", m_saved.c_str()}),
+                   {"removed from 4 of 4"});
+    ExpectContains(run({"--load", m_saved.c_str(), "--remove", "2", "--save", m_saved.c_str()}),
+                   {"removed from 4 of 4"});
     EXPECT_EQ(Text(m_saved), "");
 }
 
