@@ -33,16 +33,12 @@ private:
         struct Other : CCadObject {
             cad_t GetType() const override { return 0x1300; }
         };
-        CCadObject* object = nullptr;
-        if (letter == 'c') object = new CCadCircle({0, 0}, 1);
-        if (letter == 'o') object = new CCadLine({0, 0}, {2, 3});
-        if (letter == 'd') object = new CCadDot({0, 0});
-        if (letter == 'x') object = new Other;
-        if (letter == 't') {
-            auto* text = TextOf(Make('c'));
-            text->GetTextGroup()->PushBack(Make('o'));
-            object = text;
-        }
+        CCadObject* object = letter == 'c'   ? Object("circle 0 0 1").release()
+                             : letter == 'o' ? Object("line 0 0 2 3").release()
+                             : letter == 'd' ? Object("dot 0 0").release()
+                             : letter == 't' ? static_cast<CCadObject*>(TextOf(Make('c')))
+                                             : new Other;
+        if (letter == 't') static_cast<CCadText*>(object)->GetTextGroup()->PushBack(Make('o'));
         object->SetKey("letter", std::string(1, letter).c_str());
         return object;
     }
