@@ -148,7 +148,7 @@ double SampledLength(const CurvePoint& curve, int samples) {
 }
 
 double SampledDistance(const CurvePoint& curve, const DPOINT2& p, int samples) {
-    double distance = std::numeric_limits<double>::infinity();
+    double distance = kInf;
     for (int i = 0; i <= samples; ++i)
         distance = std::min(distance, math::D2GetDistance(p, curve(i / double(samples))));
     return distance;
