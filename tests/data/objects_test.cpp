@@ -24,8 +24,7 @@ TEST(Objects, AnswerAsTheirKind) {
     for (const auto& [row, text, kind, closed, length, direction, box] : kOneOfEach) {
         SCOPED_TRACE(row);
         const auto object = Object(text);
-        EXPECT_EQ(object->GetType(), static_cast<cad_t>(kind));
-        EXPECT_EQ(object->IsClose(), closed);
+        EXPECT_TRUE(object->GetType() == static_cast<cad_t>(kind) && object->IsClose() == closed);
         EXPECT_EQ(GetContourDirectionEx(object.get()), direction);
         if (!std::isnan(length)) EXPECT_NEAR(object->GetLength(), length, 1e-11);
         const CadRect bounds = object->GetBoundRect();
@@ -112,9 +111,7 @@ TEST(Group, InsertsAndGivesBack) {
     CCadGroup group;
     auto *a = new CCadDot({0, 0}), *b = new CCadDot({5, 5}), *c = new CCadDot({0, 0});
     group.PushBack(nullptr);
-    group.Insert(b, 7);
-    group.Insert(a, 0);
-    group.Insert(c, -1);
+    for (const auto& [dot, index] : {std::pair{b, 7}, {a, 0}, {c, -1}}) group.Insert(dot, index);
     EXPECT_TRUE(group.GetFront() == a && group.GetBack() == c && group.GetNumOfChild() == 3);
     EXPECT_EQ(group.GetBoundRect().width, 5) << "a dot at the origin counts";
     group.PopBack();

@@ -49,7 +49,7 @@ TEST(NearestPosition, JointsTiesAndEnds) {
         CCadGroup group;
         group.PushBack(Polyline(contour).release());
         const PosInfo info = Pick(group, p, 10);
-        EXPECT_TRUE(info.nIndex == pos.nSegIndex && std::abs(info.dRatio - pos.dRatio) < 1e-12) << row;
+        EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, pos)) << row;
     }
     using Calc = CPosCalculator;
     for (const auto& [row, p, end, bulge, distance] : Rows<DPOINT2, DPOINT2, double, double>(
