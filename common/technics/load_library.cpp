@@ -7,8 +7,8 @@ namespace qev {
 
 HINSTANCE _LoadLibrary(const char* name) {
     if (!name) return nullptr;
-    const HINSTANCE found = platform::LoadDynamicLibrary(name);
-    if (found || !platform::IsRelativePath(name)) return found;
+    if (HINSTANCE found = platform::LoadDynamicLibrary(name)) return found;
+    if (!platform::IsRelativePath(name)) return nullptr;
     static const char inHere = 0;
     const std::string folder = platform::RemoveFileSpec(platform::ModulePathOf(&inHere));
     const std::string beside = platform::AppendPath(folder, name);

@@ -20,24 +20,32 @@ namespace qev {
 namespace {
 
 // The way to what all operators share.
-struct Context final : CITechnicsOperator {
+class Context final : CITechnicsOperator {
+public:
     using CITechnicsOperator::m_TarvelEnvContext;
+
+private:
+    ~Context() = default;
 };
 
-// A walk that stays sound when operators join, or all of them go, while it calls them.
-template <class Call>
-void ForEachOperator(const std::vector<CITechnicsOperator*>& operators, Call call) {
+// The first operator for which a test holds; null when there is none. The walk stays sound when operators
+// join, or all of them go, while it calls them.
+template <class Test>
+CITechnicsOperator* FindOperator(const std::vector<CITechnicsOperator*>& operators, Test test) {
     const std::size_t count = operators.size();
-    for (std::size_t i = 0; i < count && i < operators.size(); ++i) call(*operators[i]);
-}
-
-// Enters the table of the first operator that has one; null when none has.
-CITechnicsOperator* EnterFirst(const std::vector<CITechnicsOperator*>& operators, CLuaAccess& cursor) {
-    for (std::size_t i = 0; i < operators.size(); ++i) {
-        if (cursor.Enter(operators[i]->GetTechnicsName())) return operators[i];
-        cursor.Leave();
+    for (std::size_t i = 0; i < count && i < operators.size(); ++i) {
+        CITechnicsOperator* const each = operators[i];
+        if (test(*each)) return each;
     }
     return nullptr;
+}
+
+template <class Call>
+void ForEachOperator(const std::vector<CITechnicsOperator*>& operators, Call call) {
+    FindOperator(operators, [&](CITechnicsOperator& each) {
+        call(each);
+        return false;
+    });
 }
 
 void WriteMouse(CLuaAccess& cursor, const std::string& params) {
@@ -98,7 +106,9 @@ CTechnicsManager::CAutoDestory::~CAutoDestory() {
 }
 
 CTechnicsManager* GetTechnicsManager() try {
-    if (!CTechnicsManager::m_pTechnicsManager) new CTechnicsManager; // makes itself known
+    if (!CTechnicsManager::m_pTechnicsManager) {
+        CTechnicsManager::m_pTechnicsManager = new CTechnicsManager;
+    }
     return CTechnicsManager::m_pTechnicsManager;
 } catch (const std::bad_alloc&) {
     return nullptr;
@@ -119,6 +129,7 @@ CTechnicsManager::CTechnicsManager(const CTechnicsManager& other)
 }
 
 CTechnicsManager& CTechnicsManager::operator=(const CTechnicsManager& other) {
+    if (this == &other) return *this;
     m_pInterpreter = other.m_pInterpreter;
     m_pLuaState = other.m_pLuaState;
     m_pLuaAccess = other.m_pLuaAccess;
@@ -164,11 +175,12 @@ bool CTechnicsManager::Refuse(const std::string& why) {
 CITechnicsOperator* CTechnicsManager::GetTehchnicsOperator(int type) {
     constexpr int kFallback = 16; // the type that serves those with its bit
     CITechnicsOperator* fallback = nullptr;
-    for (std::size_t i = 0; i < m_vecOperators.size(); ++i) {
-        const int own = m_vecOperators[i]->GetTechnicsType();
-        if (own == type) return m_vecOperators[i];
-        if (own == kFallback) fallback = m_vecOperators[i];
-    }
+    CITechnicsOperator* const found = FindOperator(m_vecOperators, [&](CITechnicsOperator& each) {
+        const int own = each.GetTechnicsType();
+        if (own == kFallback) fallback = &each;
+        return own == type;
+    });
+    if (found) return found;
     return type & kFallback ? fallback : nullptr;
 }
 
@@ -206,7 +218,11 @@ bool CTechnicsManager::AddTechnics(const std::list<CCadObject*>* objects, const 
     Request request(*this);
     if (!request.Run(luaText.c_str())) return false;
     CLuaAccess& cursor = request.Cursor();
-    CITechnicsOperator* const found = EnterFirst(m_vecOperators, cursor);
+    CITechnicsOperator* const found = FindOperator(m_vecOperators, [&](CITechnicsOperator& each) {
+        const bool entered = cursor.Enter(each.GetTechnicsName());
+        if (!entered) cursor.Leave();
+        return entered;
+    });
     if (!found) return Refuse("no operator has a table in the text");
     if (!params.empty()) WriteMouse(cursor, params);
     CheckMouse(cursor);
@@ -247,6 +263,7 @@ void CTechnicsManager::UpdataViewDataNotify(std::list<CCadObject*>* objects) {
         if (object && object->GetType() == kCadGroup) update(object);
 }
 
+// NOLINTBEGIN(readability-convert-member-functions-to-static): hosts link to these signatures
 TarvelEnvContext& CTechnicsManager::GetTarvelEnvContext() {
     return Context::m_TarvelEnvContext;
 }
@@ -254,5 +271,6 @@ TarvelEnvContext& CTechnicsManager::GetTarvelEnvContext() {
 void CTechnicsManager::SetTarvelEnvContext(const TarvelEnvContext& context) {
     Context::m_TarvelEnvContext = context;
 }
+// NOLINTEND(readability-convert-member-functions-to-static)
 
 } // namespace qev

@@ -7,9 +7,9 @@
 // line and the contour; it is how far an arc turns. A closed contour is entered from its inside, an open one
 // from its left.
 
-#include <cmath>
-#include <numbers>
 #include <ostream>
+
+#include <qevmath/elementary.h>
 
 #include "contours/stretches.h"
 #include "path_operator.h"
@@ -21,7 +21,7 @@ using plugins::Number;
 
 constexpr int kType = 1;
 constexpr double kSharpCorner = 30; // degrees
-constexpr double kDegree = std::numbers::pi / 180;
+constexpr double kDegree = math::kPi / 180;
 constexpr int kLine = 0;
 constexpr int kArc = 1;
 constexpr qev::CLuaAccess::EnumItem kKinds[] = {{"Line", kLine}, {"Arc", kArc}, {nullptr, 0}};
@@ -92,19 +92,19 @@ LeadIn::Paths LeadIn::MakePaths(const qev::CCadMultiSegments& contour) const {
     const double angle = m_angle * kDegree;
     auto path = std::make_unique<qev::CCadPolyline>();
     if (m_kind == kLine) {
-        path->SetStartPoint(
-            qev::RotatePoint(meet + ahead * m_length, meet, side * (std::numbers::pi - angle)));
+        path->SetStartPoint(qev::RotatePoint(meet + ahead * m_length, meet, side * (math::kPi - angle)));
         path->AddLine(meet);
     } else {
-        const DPOINT2 centre = qev::RotatePoint(meet + ahead * m_radius, meet, side * std::numbers::pi / 2);
+        const DPOINT2 centre = qev::RotatePoint(meet + ahead * m_radius, meet, side * math::kPi / 2);
         path->SetStartPoint(qev::RotatePoint(meet, centre, -side * angle));
-        path->AddArc(meet, side * std::tan(angle / 4));
+        path->AddArc(meet, side * math::Tan(angle / 4));
     }
     Paths paths;
     paths.push_back(std::move(path));
     return paths;
 }
 
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): a static, which nobody deletes
 class LeadInOperator final : public plugins::PathOperator {
 public:
     LeadInOperator() : PathOperator(kType, "LeadIn", "lead-ins") {}

@@ -7,7 +7,6 @@
 // from the middle of its longest stretch, which is the place for a lead-in. What is cut is the rest of the
 // contour.
 
-#include <cmath>
 #include <ostream>
 
 #include "contours/stretches.h"
@@ -56,8 +55,8 @@ std::vector<math::PosRange> MicroJoint::FindBridges(const qev::CCadMultiSegments
     };
     const auto found = contours::FindStartZones(contour, m_zone, kSharpCorner);
     for (const Stretch& stretch : found.freeStretches) {
-        const double count = std::floor(stretch.length / m_spacing + 1e-9);
-        for (double i = 0; i < count; ++i) addBridge(stretch.range.start, (i + 0.5) * stretch.length / count);
+        const int count = static_cast<int>(stretch.length / m_spacing + 1e-9);
+        for (int i = 0; i < count; ++i) addBridge(stretch.range.start, (i + 0.5) * stretch.length / count);
     }
     if (bridges.empty() && found.longest > 2 * m_width) addBridge(found.chosen, -found.longest / 4);
     qev::SortRange(&bridges);
@@ -75,6 +74,7 @@ MicroJoint::Paths MicroJoint::MakePaths(const qev::CCadMultiSegments& contour) c
     return paths;
 }
 
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): a static, which nobody deletes
 class MicroJointOperator final : public plugins::PathOperator {
 public:
     MicroJointOperator() : PathOperator(kType, "MicroJoint", "micro-joints") {}
