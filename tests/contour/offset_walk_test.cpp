@@ -1,7 +1,5 @@
 #include "support/support.h"
 
-namespace {
-
 using namespace test;
 
 // Walks of up to some laps either way against the sum of lengths, modulo the whole.
@@ -119,5 +117,3 @@ TEST(LengthBetween, BothVariants) {
     GetLineLength_Dot2Dot2(PolylineEx("0 0 L 1 0 L 2 0").get(), {1, 0}, {0, 0}, length);
     EXPECT_EQ(length, kept) << "the extended polyline is left out";
 }
-
-} // namespace

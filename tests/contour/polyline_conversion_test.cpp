@@ -3,8 +3,6 @@
 #include "../../common/contour/conversion_settings.h"
 #include "support/support.h"
 
-namespace {
-
 using namespace test;
 
 TEST(Convert2Polyline, SettingsTextInAnyLocale) {
@@ -35,5 +33,3 @@ TEST(Convert2Polyline, SegmentMaps) {
         EXPECT_EQ(map, expected) << row;
     }
 }
-
-} // namespace

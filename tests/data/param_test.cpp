@@ -1,7 +1,5 @@
 #include "support/support.h"
 
-namespace {
-
 using namespace test;
 
 // Text with | for the semicolon, key, value.
@@ -20,5 +18,3 @@ TEST(Param, ReadsNumbersRobustly) {
     EXPECT_TRUE(std::isnan(CParam::GetKey_DBL_FromString(nullptr, "A")));
     EXPECT_TRUE(std::isnan(CParam::GetKey_DBL_FromString("A=1;", nullptr)));
 }
-
-} // namespace

@@ -1,7 +1,5 @@
 #include "support/support.h"
 
-namespace {
-
 using namespace test;
 
 TEST(MinDistance, AgainstSamples) {
@@ -69,5 +67,3 @@ TEST(Hit, TiesTextsRelationsAndRefusals) {
     CCadGroup empty;
     EXPECT_FALSE(Hit(&group, {kNaN, 0}, 1) || Hit(nullptr, {0, 0}, 1) || Hit(&empty, {0, 0}, kInf));
 }
-
-} // namespace

@@ -1,7 +1,5 @@
 #include "support/support.h"
 
-namespace {
-
 using namespace test;
 
 TEST(CalcArcParam, RoundTripsBetweenBulgeAndCentre) {
@@ -73,5 +71,3 @@ TEST(Angles, OfVectors) {
     EXPECT_EQ(GetAngleDir({1, 0}, {-1, 0}), kPi);
     EXPECT_TRUE(std::isnan(GetAngle({0, 0}, {1, 0})));
 }
-
-} // namespace

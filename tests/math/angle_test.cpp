@@ -2,8 +2,6 @@
 
 #include "support/support.h"
 
-namespace {
-
 using namespace test;
 
 TEST(Angle, IsRegularizedIntoOneTurn) {
@@ -52,5 +50,3 @@ TEST(Line, InterpolationMeetsBothEndsExactly) {
         EXPECT_POINT_NEAR(math::Interpolate(p, q, 1), q, 0);
     }
 }
-
-} // namespace

@@ -25,17 +25,15 @@ protected:
 };
 
 TEST_F(Copy, Entries) {
-    const struct {
-        const char *source, *target, *holds, *thrown = "";
-    } cases[] = {
+    const char* const cases[][4] = {
         {"{ 5, 'b', name = true }", "{ name = 1, own = 2 }",
-         "T[1] == 5 and T[2] == 'b' and T.name == true and T.own"},
+         "T[1] == 5 and T[2] == 'b' and T.name == true and T.own", ""},
         {"{ [2.7] = 'a', [-1.5] = 'b', [1000000] = 'c' }", "{}",
-         "T[2] == 'a' and T[-1] == 'b' and T[1] == 'c'"},
-        {"{ ['1'] = 'text' }", "{ 'number' }", "T['1'] == 'text' and T[1] == 'number'"},
-        {"{ a = { b = { 1, { c = 2 } } } }", "{ a = { own = 3 } }", "T.a.b[2].c == 2 and T.a.own == 3"},
-        {"{ a = 0 / 0 }", "{ a = 1 }", "T.a == nil"},
-        {"{ a = 1, b = {} }", "5", "T == 5"},
+         "T[2] == 'a' and T[-1] == 'b' and T[1] == 'c'", ""},
+        {"{ ['1'] = 'text' }", "{ 'number' }", "T['1'] == 'text' and T[1] == 'number'", ""},
+        {"{ a = { b = { 1, { c = 2 } } } }", "{ a = { own = 3 } }", "T.a.b[2].c == 2 and T.a.own == 3", ""},
+        {"{ a = 0 / 0 }", "{ a = 1 }", "T.a == nil", ""},
+        {"{ a = 1, b = {} }", "5", "T == 5", ""},
         {"5", "{}", "true", "false"},
         {"{ a = print }", "{}", "true", "Lua Unknow value type!"},
         {"{ a = { io.stdout } }", "{}", "T.a", "Lua Unknow value type!"},
@@ -43,9 +41,9 @@ TEST_F(Copy, Entries) {
         {"{ {} }", "5", "true", "Enter Lua Table Error!"},
         {"{ a = 1 }", "setmetatable({}, { __newindex = function() error('closed', 0) end })", "true",
          "a closed"}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(Apply(c.source, c.target), c.thrown) << c.source;
-        EXPECT_TRUE(Holds(m_target, c.holds)) << c.source;
+    for (const auto& [source, target, holds, thrown] : cases) {
+        EXPECT_EQ(Apply(source, target), thrown) << source;
+        EXPECT_TRUE(Holds(m_target, holds)) << source;
     }
     EXPECT_TRUE(CopyLuaTable(L, L));
 }

@@ -59,10 +59,9 @@ TEST_F(Messages, AreTheirChineseTexts) {
     expect([](CLuaAccess& a) { a.StartCall(nullptr, "none", 0); },
            u8"Tool.[2]. \u627E\u4E0D\u5230\u51FD\u6570");
     for (int i = 2; i < 16; ++i) access.Enter("x");
-    EXPECT_NE(ToUtf8(test::Thrown([&] {
-                  access.Enter("y");
-              })).find(reinterpret_cast<const char*>(u8"x.y \u8868\u683C\u5D4C\u5957\u592A\u6DF1")),
-              std::string::npos);
+    const std::string tooDeep = ToUtf8(test::Thrown([&] { access.Enter("y"); }));
+    const auto* text16 = reinterpret_cast<const char*>(u8"x.y \u8868\u683C\u5D4C\u5957\u592A\u6DF1");
+    EXPECT_NE(tooDeep.find(text16), std::string::npos);
 }
 
 } // namespace

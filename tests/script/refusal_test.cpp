@@ -65,29 +65,23 @@ TEST(Refusal, Steps) {
              double number = 0;
              char text[8];
              access.Read(number, "a name that nobody has used", 0, 9);
-             access.Enter("a");
-             access.Read(number, "b", 0, 9);
-             access.Enter(1);
-             access.Read(text, sizeof text, "c");
+             access.Enter("a"), access.Read(number, "b", 0, 9);
+             access.Enter(1), access.Read(text, sizeof text, "c");
          }},
         {"write", 15,
          [](CLuaAccess& access, lua_State*) {
              access.Write("a text that nobody has written", "a new key");
              for (int i = 1; i < 20; ++i) access.Write(1.0, i);
-             access.Enter("created");
-             access.Enter(3);
+             access.Enter("created"), access.Enter(3);
              access.Write(true, "deep inside");
          }},
         {"call", 15,
          [](CLuaAccess& access, lua_State*) {
              char area[4], *buffer = area;
              access.StartCall(nullptr, "f", 2);
-             access.PushTable();
-             access.Write("y", "x");
-             access.PushTable("inner table");
-             access.PushTableLeave();
-             access.PushTableLeave();
-             access.EndCall();
+             access.PushTable(), access.Write("y", "x");
+             access.PushTable("inner table"), access.PushTableLeave();
+             access.PushTableLeave(), access.EndCall();
              access.CallLuaFunc("string", "rep", "si>S", "z", 4, &buffer, 4);
              access.CallLuaFunc("math", "abs", "d>S", -0.5, &buffer, 4);
          }},

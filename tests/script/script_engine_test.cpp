@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <memory>
+#include <tuple>
 
 #include "script/lua_fixture.h"
 
@@ -18,21 +19,18 @@ struct Engine : CLuaScriptEngine {
 TEST(ScriptEngine, RunsTextsAndFiles) {
     const std::string path = testing::TempDir() + "qev_script.lua";
     std::ofstream(path) << "return 1, 'two', nil";
-    const struct {
-        bool isFile;
-        const char* argument;
-        int status, height;
-    } cases[] = {{false, "return 1, 2", 0, 2}, {false, "x = string.rep('a', 3)", 0, 0},
-                 {false, "return +", 1, 1},    {false, "error('late')", 1, 1},
-                 {false, nullptr, 1, 1},       {true, path.c_str(), 0, 3},
-                 {true, "missing.lua", 1, 1},  {true, nullptr, 1, 1}};
+    const std::tuple<bool, const char*, int, int> cases[] = {
+        {false, "return 1, 2", 0, 2}, {false, "x = string.rep('a', 3)", 0, 0},
+        {false, "return +", 1, 1},    {false, "error('late')", 1, 1},
+        {false, nullptr, 1, 1},       {true, path.c_str(), 0, 3},
+        {true, "missing.lua", 1, 1},  {true, nullptr, 1, 1}};
     Engine engine;
     EXPECT_EQ(engine.GetLanguage(), "lua");
-    for (const auto& c : cases) {
+    for (const auto& [isFile, argument, status, height] : cases) {
         const CLuaAccess restore(engine.GetLuaState());
-        EXPECT_EQ(c.isFile ? engine.DoFile(c.argument) : engine.DoString(c.argument), c.status) << c.argument;
-        EXPECT_EQ(lua_gettop(engine.GetLuaState()), c.height) << c.argument;
-        EXPECT_TRUE(c.status == 0 || lua_type(engine.GetLuaState(), -1) == LUA_TSTRING);
+        EXPECT_EQ(isFile ? engine.DoFile(argument) : engine.DoString(argument), status) << argument;
+        EXPECT_EQ(lua_gettop(engine.GetLuaState()), height) << argument;
+        EXPECT_TRUE(status == 0 || lua_type(engine.GetLuaState(), -1) == LUA_TSTRING);
     }
     std::remove(path.c_str());
 }

@@ -6,6 +6,7 @@
 
 namespace {
 
+using namespace std::string_literals;
 using test::Objects;
 
 #ifdef _WIN32
@@ -74,11 +75,8 @@ TEST_F(PlugIns, RefusalsRegisterNothingAndUnload) {
         EXPECT_EQ(platform::ModulePathOf(PlaceIn(path)), "") << name;
         EXPECT_EQ(Directory(), "here") << name;
     }
-    for (const std::string& path :
-         {std::string(), std::string("nowhere"), std::string(platform::kLongestPath + 1, 'x')}) {
-        EXPECT_FALSE(manager.LoadTechnicsPlugIn(path));
-        EXPECT_NE(manager.GetLastErrorText(), "");
-    }
+    for (const std::string& path : {""s, "nowhere"s, std::string(platform::kLongestPath + 1, 'x')})
+        EXPECT_TRUE(!manager.LoadTechnicsPlugIn(path) && !manager.GetLastErrorText().empty());
     EXPECT_FALSE(manager.LoadTechnicsPlugIn(PathOf("plugin_no_set")));
     EXPECT_EQ(Directory(), "") << "no other plug-in in its place";
 }

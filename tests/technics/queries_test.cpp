@@ -18,12 +18,11 @@ struct Queries : testing::Test {
 };
 
 TEST_F(Queries, FindByTypes) {
-    EXPECT_TRUE(qev::HasTechnics(&object));
-    EXPECT_EQ(qev::GetTechnics(&object, 3, -1), first);
-    EXPECT_EQ(qev::GetTechnics(&object, 3, 7), second);
-    EXPECT_EQ(qev::GetTechnics(&object, 5, -1), nullptr) << "it is no default";
-    EXPECT_EQ(qev::GetTechnics(&object, 5, -2), other);
-    EXPECT_TRUE(qev::HasTechnics(&object, 3, 7));
+    const std::tuple<int, int, const qev::CTechnics*> found[] = {
+        {3, -1, first}, {3, 7, second}, {5, -1, nullptr}, {5, -2, other}}; // -1 is no default of the third
+    for (const auto& [type, subType, expected] : found)
+        EXPECT_EQ(qev::GetTechnics(&object, type, subType), expected) << type << " " << subType;
+    EXPECT_TRUE(qev::HasTechnics(&object) && qev::HasTechnics(&object, 3, 7));
     EXPECT_FALSE(qev::HasTechnics(&object, 3, -1)) << "-1 is a number like any other here";
     EXPECT_FALSE(qev::HasTechnics(&object, 5, 7));
     auto* path = new qev::CCadDot({0, 0});
@@ -55,12 +54,10 @@ TEST(NoTechnics, NullAndEmptyObjects) {
     qev::CCadGroup empty;
     for (qev::CCadObject* object :
          {static_cast<qev::CCadObject*>(&empty), static_cast<qev::CCadObject*>(nullptr)}) {
-        EXPECT_FALSE(qev::HasTechnics(object) || qev::HasTechnics(object, 0, true)
-                     || qev::HasTechnics(object, 0, 0));
-        EXPECT_FALSE(qev::GetTechnics(object, 0, 0) || qev::PickOffTechnics(object, 0)
-                     || qev::PickOffTechnics(object, 0, 0));
-        EXPECT_FALSE(qev::RefreshCadObject(object, 0, 0, nullptr)
-                     || qev::RefreshCadObject(object, -1, 0, nullptr));
+        EXPECT_FALSE(qev::HasTechnics(object) || qev::HasTechnics(object, 0, true));
+        EXPECT_FALSE(qev::HasTechnics(object, 0, 0) || qev::GetTechnics(object, 0, 0));
+        EXPECT_FALSE(qev::PickOffTechnics(object, 0) || qev::PickOffTechnics(object, 0, 0));
+        for (const int type : {0, -1}) EXPECT_FALSE(qev::RefreshCadObject(object, type, 0, nullptr));
     }
 }
 
