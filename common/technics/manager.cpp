@@ -20,12 +20,9 @@ namespace qev {
 namespace {
 
 // The way to what all operators share.
-class Context final : CITechnicsOperator {
-public:
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): never made
+struct Context final : CITechnicsOperator {
     using CITechnicsOperator::m_TarvelEnvContext;
-
-private:
-    ~Context() = default;
 };
 
 // The first operator for which a test holds; null when there is none. The walk stays sound when operators

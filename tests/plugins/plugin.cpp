@@ -8,6 +8,10 @@
 #define JOIN_(a, b, c) a##b##c
 #define JOIN(a, b, c) JOIN_(a, b, c)
 
+// What the host has set last; also an address to tell whether the plug-in is loaded.
+extern "C" QEV_EXPORT char* g_directory;
+char* g_directory = nullptr;
+
 namespace {
 
 enum { kGood, kNoLoad, kNoSet, kNull, kNoName, kThrowsText, kThrowsItsOwn, kThrowsInType, kThrowsLater };
@@ -16,13 +20,17 @@ struct Fault : std::runtime_error { // its code goes with the plug-in
     using std::runtime_error::runtime_error;
 };
 
+struct Odd {
+    ~Odd() { g_directory = nullptr; }
+};
+
 class Operator final : public qev::CITechnicsOperator {
 public:
     using Objects = const std::list<qev::CCadObject*>*;
     using Out = std::list<qev::CCadObject*>*;
 
     explicit Operator(int type) : m_type(type) {}
-    int GetTechnicsType() override { return WAY == kThrowsInType ? throw Fault("no type") : m_type; }
+    int GetTechnicsType() override { return WAY == kThrowsInType ? throw Odd() : m_type; }
     const char* GetTechnicsName() override { return WAY == kNoName && m_type == 22 ? nullptr : "Tiny"; }
     bool AddTechnicsByLua(Objects, qev::CLuaAccess*, Out, Out, std::string&) override { return Called(); }
     qev::CTechnics* CreateTechnics(qev::CCadObject*, qev::CLuaAccess*) override {
@@ -46,10 +54,6 @@ private:
 };
 
 } // namespace
-
-// What the host has set last; also an address to tell whether the plug-in is loaded.
-extern "C" QEV_EXPORT char* g_directory;
-char* g_directory = nullptr;
 
 #if WAY != 2
 extern "C" QEV_EXPORT void JOIN(Set_, NAME, _CadTempDir)(char* directory) {

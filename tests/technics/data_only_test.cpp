@@ -31,35 +31,36 @@ struct DataOnly : testing::Test {
 TEST_F(DataOnly, AttacksEndSoonAndHarmNobody) {
     const std::string longText =
         "local a,b='" + std::string(60'000, 'x') + "1','" + std::string(60'000, 'x') + "2' ";
-    const std::pair<const char*, std::string> attacks[] = {
-        {"endless loop", "while true do end"},
-        {"endless recursion", "function f() return 1 + f() end f()"},
-        {"endless tail calls", "function f() return f() end f()"},
-        {"table bomb", "T={} local i=0 while true do i=i+1 T[i]={} end"},
-        {"string bomb", "local s='x' while true do s=s..s end"},
-        {"long comparisons", longText + "while true do local c=a<b end"},
-        {"long concatenations", longText + "while true do local c=a..b end"},
-        {"labels", Labels()},
-        {"deep tables", "T=" + Repeat("{", 100'000)},
-        {"long text", "T={" + Repeat("{1},", 2'000'000) + "}"},
-        {"command", "os.execute('exit')"},
-        {"file", "T={Lead={}} io.open('x','w')"},
-        {"method of a text", "local s=('x'):rep(1e9)"},
-        {"metatable", "setmetatable(_ENV,{})"},
-        {"binary chunk", "\x1BLua"}};
-    for (const auto& [name, text] : attacks) {
+    const struct {
+        const char* name;
+        std::string text;
+        const char* why;
+    } attacks[] = {{"endless loop", "while true do end", "too many instructions"},
+                   {"endless recursion", "function f() return 1 + f() end f()", ""},
+                   {"endless tail calls", "function f() return f() end f()", "too many instructions"},
+                   {"table bomb", "local t,i={},0 while true do i=i+1 t[i]={} end", "not enough memory"},
+                   {"string bomb", "local s='x' while true do s=s..s end", "not enough memory"},
+                   {"comparisons", longText + "while true do local c=a<b end", "takes too long"},
+                   {"concatenations", longText + "while true do local c=a..b end", "not enough memory"},
+                   {"labels", Labels(), "takes too long"},
+                   {"deep tables", "T=" + Repeat("{", 100'000), "levels"},
+                   {"long text", "T={" + Repeat("{1},", 2'000'000) + "}", "takes too long"},
+                   {"command", "os.execute('exit')", "index global 'os' (a nil value)"},
+                   {"method of a text", "local s=('x'):rep(1e9)", "index"},
+                   {"metatable", "setmetatable(_ENV,{})", "'setmetatable' (a nil value)"},
+                   {"binary chunk", "\x1BLua", "binary chunk"}};
+    for (const auto& [name, text, why] : attacks) {
         const double start = platform::ThreadSeconds();
         EXPECT_FALSE(manager.Add(text)) << name;
         EXPECT_LT(platform::ThreadSeconds() - start, 0.1) << name;
-        EXPECT_EQ(manager.GetLastErrorText().find_first_not_of(" -~"), 0u)
+        EXPECT_NE(manager.GetLastErrorText().find(why), std::string::npos)
             << name << manager.GetLastErrorText();
+        EXPECT_NE(manager.GetLastErrorText(), "") << name;
         EXPECT_TRUE(manager.Add("T={Lead={Speed=1}}")) << name << manager.GetLastErrorText();
     }
 }
 
 TEST_F(DataOnly, TextsFindNothingAndLeaveNothing) {
-    const std::string noFunction = "T={Lead={}} for k in next do T=nil end";
-    EXPECT_FALSE(manager.Add(noFunction));
     EXPECT_TRUE(manager.Add("if not (print or _G or n) then T={Lead={}} end n=1"));
     EXPECT_TRUE(manager.Add("if not (print or _G or n) then T={Lead={}} end n=1")) << "seen before";
     EXPECT_FALSE(manager.Add("n=1")) << "the table of another text";
