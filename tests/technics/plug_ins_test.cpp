@@ -62,7 +62,7 @@ TEST_F(PlugIns, RefusalsRegisterNothingAndUnload) {
         {"no_name", "gives an operator without a name"},
         {"throws_text", "throws: a text"},
         {"throws_its_own", "throws: its own"},
-        {"throws_in_type", "Technics throws"}};
+        {"throws_in_type", "_Technics throws"}};
     ASSERT_TRUE(manager.LoadTechnicsPlugIn(good));
     const auto registered = *manager.GetTehcnisItemVector();
     for (const auto& [name, why] : refusals) {
