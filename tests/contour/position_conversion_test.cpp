@@ -77,9 +77,9 @@ TEST(PositionConversion, EveryPositionOfAPoint) {
 TEST(PositionConversion, RatiosAndLengths) {
     const auto contour = Polyline("0 0 L 10 0 A 10 10 -1 L 10 10");
     double ratio = -1, length = 5;
-    EXPECT_TRUE(CoorToRatio(contour.get(), {2.5, 5e-7}, 0, ratio) && std::abs(ratio - 0.25) < 1e-12);
-    EXPECT_TRUE(CoorToRatio(contour.get(), {5, 5}, 1, ratio) && std::abs(ratio - 0.5) < 1e-12);
-    EXPECT_TRUE(CoorToRatio(contour.get(), {10, 10}, 1, ratio) && ratio == 1);
+    for (const auto& [row, p, index, expected] :
+         Rows<DPOINT2, int, double>("2.5,5e-7 0 0.25; 5,5 1 0.5; 10,10 1 1"))
+        EXPECT_TRUE(CoorToRatio(contour.get(), p, index, ratio) && std::abs(ratio - expected) < 1e-12) << row;
     for (const int index : {0, 2, 3, -1, INT_MIN, INT_MAX})
         EXPECT_FALSE(CoorToRatio(contour.get(), {10, 10}, index, ratio));
     EXPECT_FALSE(CoorToRatio(PolylineEx("0 0 L 10 0").get(), {5, 0}, 0, ratio)) << "deliberately left out";
@@ -89,10 +89,8 @@ TEST(PositionConversion, RatiosAndLengths) {
     }
     EXPECT_TRUE(GetLengthStartToPos(PolylineEx("0 0 L 10 0").get(), {0, 0.5}, ratio) && ratio == 1);
     EXPECT_TRUE(GetLengthStartToPos(contour.get(), {INT_MAX, 0.5}, length = 0) && length > 25);
-    const CCadDot dot({0, 0});
-    const CCadLine line({0, 0}, {3, 4});
-    EXPECT_TRUE(GetLengthStartToPos(&dot, {0, 0}, length) && length == 0);
-    EXPECT_TRUE(GetLengthStartToPos(&line, {7, 0.5}, length) && length == 2.5);
+    EXPECT_TRUE(GetLengthStartToPos(Object("dot 0 0").get(), {0, 0}, length) && length == 0);
+    EXPECT_TRUE(GetLengthStartToPos(Object("line 0 0 3 4").get(), {7, 0.5}, length) && length == 2.5);
     EXPECT_FALSE(GetLengthStartToPos(nullptr, {0, 0}, length));
 }
 
@@ -103,8 +101,7 @@ TEST(PositionConversion, PickingAndTheStartPoint) {
     EXPECT_FALSE(FindCadAndPosByPoint(&group, {0, 0}, object, pos, 1)
                  || FindCadAndPosByPoint(nullptr, {0, 0}, object, pos, 1));
     group.PushBack(new CCadLine({0, 0}, {10, 0}));
-    EXPECT_TRUE(FindCadAndPosByPoint(&group, {10, 0}, object, pos, 1) && pos.nSegIndex == 0
-                && pos.dRatio == 1);
+    EXPECT_TRUE(FindCadAndPosByPoint(&group, {10, 0}, object, pos, 1) && IsAt(pos, {0, 1}));
     EXPECT_FALSE(FindCadAndPosByPoint(&group, {kNaN, 0}, object, pos, 1));
     for (const auto& [row, start, end, over] : Rows<POLYPOS, POLYPOS, bool>(
              "3+0.5 1+0.2 1; 1+0.2 3+0.5 0; 2+0.5 2+0.5 0; 2+0.5 2+0.4 1; 2+0.4 2+0.5 0; 3+-1 1+0 0"))

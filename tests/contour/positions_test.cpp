@@ -43,9 +43,8 @@ TEST(Positions, ValidityAndNormalForm) {
         PosRange open{pos, pos}, closed = open;
         NormalizePosRange(kOpen.get(), open);
         NormalizePosRange(kClosed.get(), closed);
-        EXPECT_TRUE(open.start.nSegIndex == normalOpen.nSegIndex && open.end.dRatio == normalOpen.dRatio);
-        EXPECT_TRUE(closed.start.nSegIndex == normalClosed.nSegIndex
-                    && closed.end.dRatio == normalClosed.dRatio);
+        EXPECT_TRUE(IsAt(open.start, normalOpen) && IsAt(open.end, normalOpen));
+        EXPECT_TRUE(IsAt(closed.start, normalClosed) && IsAt(closed.end, normalClosed));
     }
     EXPECT_TRUE(IsInvalidPos({0, kNaN}));
     for (POLYPOS pos : {POLYPOS{0, 1}, POLYPOS{-1, 0}, POLYPOS{4, 0.5}}) {
@@ -72,8 +71,7 @@ TEST(Positions, ScalarForm) {
                                         "-1+0; -1e300 -1+0 -1+0; nan -1+0 -1+0")) {
         const POLYPOS onOpen = DoubleToPolyPos(kOpen.get(), value);
         const POLYPOS onClosed = DoubleToPolyPos(kClosed.get(), value);
-        EXPECT_TRUE(onOpen.nSegIndex == open.nSegIndex && onOpen.dRatio == open.dRatio) << row;
-        EXPECT_TRUE(onClosed.nSegIndex == closed.nSegIndex && onClosed.dRatio == closed.dRatio) << row;
+        EXPECT_TRUE(IsAt(onOpen, open) && IsAt(onClosed, closed)) << row;
     }
 }
 

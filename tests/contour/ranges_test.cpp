@@ -26,8 +26,7 @@ bool Covers(const PosRange& range, double at) {
     return start < end ? start <= at && at <= end : start > end && (at >= start || at <= end);
 }
 bool Covers(const Ranges& ranges, double at) {
-    return std::any_of(ranges.begin(), ranges.end(),
-                       [at](const PosRange& range) { return Covers(range, at); });
+    return std::any_of(ranges.begin(), ranges.end(), [at](const auto& range) { return Covers(range, at); });
 }
 
 // "0+0.2 0+0.5 7; ...": start, end and tag.
@@ -41,8 +40,7 @@ Ranges RangesOf(const std::string& text) {
 void ExpectSame(const Ranges& ranges, const Ranges& expected) {
     ASSERT_EQ(ranges.size(), expected.size());
     for (std::size_t i = 0; i < ranges.size(); ++i) {
-        EXPECT_NEAR(PolyPosToDouble(ranges[i].start), PolyPosToDouble(expected[i].start), 1e-12);
-        EXPECT_NEAR(PolyPosToDouble(ranges[i].end), PolyPosToDouble(expected[i].end), 1e-12);
+        EXPECT_TRUE(IsAt(ranges[i].start, expected[i].start) && IsAt(ranges[i].end, expected[i].end)) << i;
         EXPECT_EQ(ranges[i].nTag, expected[i].nTag);
     }
 }
@@ -144,11 +142,8 @@ TEST(InvalidRanges, ZonesAgainstDistances) {
         zone.nTag = 7;
         const bool made = GenerateInvalidRange(contour.get(), pos, back, on, zone);
         ASSERT_EQ(made, !IsInvalidRange(contour.get(), zone) || back + on >= total);
-        double here = 0, there = 0;
-        GetLengthStartToPos(contour.get(), pos, here);
         const POLYPOS probe{random.Int(0, GetCadSegments(contour.get()) - 1), random.Uniform(0, 0.99)};
-        GetLengthStartToPos(contour.get(), probe, there);
-        const double ahead = std::fmod(there - here + total, total);
+        const double ahead = std::fmod(LengthTo(*contour, probe) - LengthTo(*contour, pos) + total, total);
         const bool reached = ahead <= on || total - ahead <= back || back + on >= total;
         const bool inside = IsRangeIntersected(probe, zone);
         if (std::abs(ahead - on) > 1e-6 && std::abs(total - ahead - back) > 1e-6) EXPECT_EQ(inside, reached);
@@ -167,8 +162,8 @@ TEST(InvalidRanges, FallbacksAndCorners) {
         EXPECT_TRUE(GenerateInvalidRange(square.get(), {1, 0.2}, back, on, zone));
         EXPECT_TRUE(PolyPosToDouble(zone.start) == 0 && zone.end.nSegIndex == 3 && zone.end.dRatio == 1);
     }
-    EXPECT_TRUE(IsRangeIntersected(square.get(), {7, 0}, 1, 1, {{0, 0.4}, {0, 0.6}}))
-        << "the fallback is (0, 0) to (0, 0.5)";
+    // the fallback is (0, 0) to (0, 0.5)
+    EXPECT_TRUE(IsRangeIntersected(square.get(), {7, 0}, 1, 1, {{0, 0.4}, {0, 0.6}}));
     EXPECT_FALSE(IsRangeIntersected(square.get(), {2, 0.5}, 1, 1, {{0, 0.4}, {0, 0.6}}));
     // whether exact neighbours merge, at a distance of 5, is a matter of the last bit
     const std::tuple<double, double, const char*> cases[] = {
@@ -216,7 +211,7 @@ TEST(SegmentMap, ByLengthAndByPoint) {
         int index = hint;
         double found = least;
         ASSERT_EQ(MapPos(two.get(), four.get(), &byTwo, segment, ratio, &index, &found), out >= 0) << row;
-        if (out >= 0) EXPECT_TRUE(index == out && std::abs(found - outRatio) < 1e-12) << row;
+        if (out >= 0) EXPECT_TRUE(IsAt({index, found}, {out, outRatio})) << row;
     }
 }
 

@@ -33,16 +33,12 @@ private:
         struct Other : CCadObject {
             cad_t GetType() const override { return 0x1300; }
         };
-        CCadObject* object = nullptr;
-        if (letter == 'c') object = new CCadCircle({0, 0}, 1);
-        if (letter == 'o') object = new CCadLine({0, 0}, {2, 3});
-        if (letter == 'd') object = new CCadDot({0, 0});
-        if (letter == 'x') object = new Other;
-        if (letter == 't') {
-            auto* text = TextOf(Make('c'));
-            text->GetTextGroup()->PushBack(Make('o'));
-            object = text;
-        }
+        CCadObject* object = letter == 'c'   ? Object("circle 0 0 1").release()
+                             : letter == 'o' ? Object("line 0 0 2 3").release()
+                             : letter == 'd' ? Object("dot 0 0").release()
+                             : letter == 't' ? static_cast<CCadObject*>(TextOf(Make('c')))
+                                             : new Other;
+        if (letter == 't') static_cast<CCadText*>(object)->GetTextGroup()->PushBack(Make('o'));
         object->SetKey("letter", std::string(1, letter).c_str());
         return object;
     }
@@ -56,8 +52,7 @@ TEST(Selection, Closedness) {
              "ct(c) 1; (co)(co) -1"))
         EXPECT_EQ(IsClose(Selection(members).Root()), closed) << row;
     EXPECT_EQ(IsClose(static_cast<const CCadObject*>(nullptr)), 0);
-    const CCadRelationGroup relation;
-    EXPECT_EQ(IsClose(&relation), 0) << "only plain groups ask their members";
+    EXPECT_EQ(IsClose(Object("relation").get()), 0) << "only plain groups ask their members";
 }
 
 // Members, then whether all are open, closed, dots, texts, and how many texts there are.
@@ -68,12 +63,9 @@ TEST(Selection, AllOfOneSort) {
              "c(c) 0 1 0 0 0; d(d) 1 0 1 0 0; t(t) 0 1 0 1 2; t() 0 1 0 0 1; (tt)t 0 1 0 1 3")) {
         SCOPED_TRACE(row);
         Selection s(members);
-        EXPECT_EQ(IsAllUnClosed(s.List()), unclosed);
-        EXPECT_EQ(IsAllClosed(s.List()), closed);
-        EXPECT_EQ(IsAllDot(s.List()), dots);
-        EXPECT_EQ(IsAllText(s.List()), texts);
-        EXPECT_EQ(GetTextCount(s.List()), textCount);
-        EXPECT_EQ(GetTextCount(s.Root()), textCount);
+        EXPECT_TRUE(IsAllUnClosed(s.List()) == unclosed && IsAllClosed(s.List()) == closed);
+        EXPECT_TRUE(IsAllDot(s.List()) == dots && IsAllText(s.List()) == texts);
+        EXPECT_TRUE(GetTextCount(s.List()) == textCount && GetTextCount(s.Root()) == textCount);
     }
     EXPECT_FALSE(IsAllUnClosed(nullptr) || IsAllClosed(nullptr) || IsAllDot(nullptr) || IsAllText(nullptr));
     EXPECT_EQ(GetTextCount(static_cast<const CCadObject*>(nullptr)), 0);
@@ -130,16 +122,15 @@ TEST(CoEdge, MarksAreExact) {
     CCadLine line({0, 0}, {1, 0});
     EXPECT_FALSE(IsCoEdgeGroup(&group) || IsCoEdgeObject(&line) || IsCoEdgeObject_Tube(&line));
     EXPECT_FALSE(IsCoEdgeGroup(nullptr) || IsCoEdgeObject(nullptr) || IsCoEdgeObject_Tube(nullptr));
-    for (CCadObject* o : {static_cast<CCadObject*>(&group), static_cast<CCadObject*>(&line)})
-        o->SetKey("GroupType", "1");
+    group.SetKey("GroupType", "1");
+    line.SetKey("GroupType", "1");
     EXPECT_TRUE(IsCoEdgeGroup(&group) && !IsCoEdgeGroup(&line));
     for (const auto& [row, key, value, coEdge, tube] : Rows<std::string, std::string, bool, bool>(
              "CoEdge 1 0 0; CoEdge true 1 0; CoEdge True 0 0; IsCoedgeEdge 1 0 1; TubeTrucateCoedge 1 0 1;"
              "TubeTruncateCoedge 1 0 0; IsCoedgeEdge true 0 0")) {
         CCadLine marked({0, 0}, {1, 0});
         marked.SetKey(key.c_str(), value.c_str());
-        EXPECT_EQ(IsCoEdgeObject(&marked), coEdge) << row;
-        EXPECT_EQ(IsCoEdgeObject_Tube(&marked), tube) << row;
+        EXPECT_TRUE(IsCoEdgeObject(&marked) == coEdge && IsCoEdgeObject_Tube(&marked) == tube) << row;
     }
 }
 

@@ -26,8 +26,7 @@ TEST(SubContour, CutsTheStretchBetweenTwoPositions) {
         ASSERT_EQ(cut == nullptr, IsInvalidRange(contour.get(), range));
         if (!cut) continue;
         ++cuts;
-        double expected = LengthTo(*contour, range.end.nSegIndex, range.end.dRatio)
-                          - LengthTo(*contour, range.start.nSegIndex, range.start.dRatio);
+        double expected = LengthTo(*contour, range.end) - LengthTo(*contour, range.start);
         if (PolyPosToDouble(range.end) < PolyPosToDouble(range.start)) expected += contour->GetLength();
         EXPECT_NEAR(cut->GetLength(), expected, 1e-8 * (1 + contour->GetLength()));
         EXPECT_POINT_NEAR(cut->GetStartPoint(),

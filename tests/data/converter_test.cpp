@@ -4,12 +4,16 @@ namespace {
 
 using namespace test;
 
-std::unique_ptr<CCadPolyline> Convert(const CCadObject& object, const std::string& word, double error) {
+std::unique_ptr<CCadPolyline> ConvertBy(const char* settings, const CCadObject& object) {
     CCadPolyline* out = nullptr;
-    const std::string settings = "SegmentType=" + word + ";AbsoluteError=" + std::to_string(error) + ";";
-    const bool made = CConvertCadObjectToCadPolyline(settings.c_str())(&object, out);
+    const bool made = CConvertCadObjectToCadPolyline(settings)(&object, out);
     EXPECT_EQ(made, out != nullptr);
     return std::unique_ptr<CCadPolyline>(out);
+}
+
+std::unique_ptr<CCadPolyline> Convert(const CCadObject& object, const std::string& word, double error) {
+    return ConvertBy(("SegmentType=" + word + ";AbsoluteError=" + std::to_string(error) + ";").c_str(),
+                     object);
 }
 
 // The largest distance between the two, sampled densely both ways.
@@ -34,15 +38,15 @@ double LargestKink(const CCadPolyline& polyline) {
 }
 
 std::unique_ptr<CCadObject> RandomCurve(Random& random) {
-    const double a = random.Uniform(0.1, 100);
-    const double b = a * std::pow(10, random.Uniform(-2, 1));
-    if (random.Coin())
-        return std::make_unique<CCadEllipse>(random.Point(), a, b, random.Uniform(-4, 4), random.Coin());
-    if (random.Coin())
-        return std::make_unique<CCadEllipseArc>(random.Point(), a, b, random.Uniform(-4, 4),
-                                                random.Uniform(-9, 9), random.Uniform(0, 7), random.Coin());
+    const double a = random.Uniform(0.1, 100), b = a * std::pow(10, random.Uniform(-2, 1)),
+                 rotation = random.Uniform(-4, 4), start = random.Uniform(-9, 9),
+                 sweep = random.Uniform(0, 7);
+    const bool ccw = random.Coin();
+    const DPOINT2 p = random.Point();
+    if (random.Coin()) return std::make_unique<CCadEllipse>(p, a, b, rotation, ccw);
+    if (random.Coin()) return std::make_unique<CCadEllipseArc>(p, a, b, rotation, start, sweep, ccw);
     auto contour = std::make_unique<CCadPolylineEx>();
-    contour->SetStartPoint(random.Point());
+    contour->SetStartPoint(p);
     contour->AddBezier(random.Point(), random.Point(), random.Point());
     return contour;
 }
@@ -50,16 +54,14 @@ std::unique_ptr<CCadObject> RandomCurve(Random& random) {
 TEST(Converter, DeviationIsGuaranteedAndArcsJoinTangentially) {
     for (Random random; random.Rounds(60);) {
         const auto object = RandomCurve(random);
-        const double error =
-            std::ceil(std::pow(10, random.Uniform(2, 6))) * 1e-6; // as the settings can say it
-        const auto arcs = Convert(*object, "Both", error);
-        const auto chords = Convert(*object, "Line", error);
+        // the error as the settings can say it
+        const double error = std::ceil(std::pow(10, random.Uniform(2, 6))) * 1e-6;
+        const auto arcs = Convert(*object, "Both", error), chords = Convert(*object, "Line", error);
         ASSERT_TRUE(arcs && chords);
         EXPECT_LE(Deviation(*object, *arcs), error * (1 + 1e-9));
         EXPECT_LE(Deviation(*object, *chords), error * (1 + 1e-9));
         EXPECT_LE(arcs->GetSegmentCount(), chords->GetSegmentCount() + 8);
-        if (object->GetType() != kCadPolylineEx)
-            EXPECT_LT(LargestKink(*arcs), 1e-8); // a Bezier piece may have cusps
+        EXPECT_LT(object->GetType() == kCadPolylineEx ? 0 : LargestKink(*arcs), 1e-8); // one may have cusps
         EXPECT_POINT_NEAR(arcs->GetStartPoint(), object->GetStartPoint(), 0);
         EXPECT_POINT_NEAR(arcs->GetEndPoint(), object->GetEndPoint(), 1e-13);
     }
@@ -73,19 +75,17 @@ TEST(Converter, CountsAreNearMinimal) {
             EXPECT_LE(Convert(ellipse, "Line", 0.001)->GetSegmentCount(), 512);
         }
     // the chord over the widest angle that the error allows
-    const CCadCircle circle({0, 0}, 50);
     const double least = kPi / std::acos(1 - 0.001 / 50);
-    EXPECT_LE(Convert(circle, "Line", 0.001)->GetSegmentCount(), std::ceil(least) + 1);
+    EXPECT_LE(Convert(CCadCircle({0, 0}, 50), "Line", 0.001)->GetSegmentCount(), std::ceil(least) + 1);
 }
 
 TEST(Converter, KeepsLinesAndArcs) {
     const auto contour = Polyline("0 0 L 10 0 A 10 10 2.5 L 10 10 A 0 0 -1e-7");
     const auto both = Convert(*contour, "Both", 1);
     ASSERT_EQ(both->GetSegmentCount(), 4);
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(both->GetAt(i).bulge, contour->GetAt(i).bulge);
-        EXPECT_EQ(both->GetAt(i).x, contour->GetAt(i).x);
-    }
+    for (int i = 0; i < 4; ++i)
+        EXPECT_TRUE(both->GetAt(i).bulge == contour->GetAt(i).bulge
+                    && both->GetAt(i).x == contour->GetAt(i).x);
     EXPECT_EQ(Convert(*contour, "Arc", 1)->GetSegmentCount(), 4);
     const auto chords = Convert(*contour, "Line", 0.01);
     EXPECT_LE(Deviation(*contour, *chords), 0.01);
@@ -101,52 +101,36 @@ TEST(Converter, KeepsLinesAndArcs) {
 
 // A step into a cusp, a loop, a doubled control point, a flat and a needle-like ellipse.
 TEST(Converter, DegenerateCurves) {
-    const char* beziers[] = {"0 0 B 1 1 0 1 1 0", "0 0 B 3 2 -2 2 1 0", "0 0 B 0 0 5 5 5 5",
-                             "0 0 B 1 0 -1 0 0 0", "1 1 B 1 1 1 1 1 1"};
-    for (const char* text : beziers) {
-        const auto object = PolylineEx(text);
-        for (const char* word : {"Both", "Line"})
+    for (const char* text :
+         {"0 0 B 1 1 0 1 1 0", "0 0 B 3 2 -2 2 1 0", "0 0 B 0 0 5 5 5 5", "0 0 B 1 0 -1 0 0 0",
+          "1 1 B 1 1 1 1 1 1", "ellipse 3 4 50 0 1", "ellipse 3 4 50 1e-9 1", "ellipse 3 4 50 1e-3 1"})
+        for (const char* word : {"Both", "Line"}) {
+            const auto object = Object(text);
             EXPECT_LE(Deviation(*object, *Convert(*object, word, 1e-4)), 1e-4) << text;
-    }
-    for (const double b : {0.0, 1e-9, 1e-3}) {
-        const CCadEllipse ellipse({3, 4}, 50, b, 1);
-        for (const char* word : {"Both", "Line"})
-            EXPECT_LE(Deviation(ellipse, *Convert(ellipse, word, 1e-4)), 1e-4) << b;
-    }
+        }
     EXPECT_EQ(Convert(CCadCircle({0, 0}, 1), "Line", 100)->GetSegmentCount(), 4);
 }
 
 TEST(Converter, SettingsAndRefusals) {
     const CCadCircle circle({0, 0}, 5);
-    const std::pair<const char*, bool> cases[] = {
-        {"SegmentType=Both;AbsoluteError=0.001;", true},
-        {"Other=x; AbsoluteError =  0.0010 ;SegmentType=Line", true},
-        {"SegmentType=Both;AbsoluteError=0", true},
-        {"SegmentType=Both;AbsoluteError=0,001;", false},
-        {"SegmentType=Both;AbsoluteError=nan;", false},
-        {"SegmentType=both;AbsoluteError=1;", false},
-        {"SegmentType=Both;", false},
-        {"AbsoluteError=1;", false},
-        {nullptr, false}};
-    for (const auto& [settings, made] : cases) {
-        CCadPolyline* out = nullptr;
-        EXPECT_EQ(CConvertCadObjectToCadPolyline(settings)(&circle, out), made) << settings;
-        EXPECT_EQ(out != nullptr, made);
-        delete out;
-    }
+    for (const char* settings : {"SegmentType=Both;AbsoluteError=0.001;", "SegmentType=Both;AbsoluteError=0",
+                                 "Other=x; AbsoluteError =  0.0010 ;SegmentType=Line"})
+        EXPECT_TRUE(ConvertBy(settings, circle)) << settings;
+    for (const char* settings :
+         {"SegmentType=Both;AbsoluteError=0,001;", "SegmentType=Both;AbsoluteError=nan;", "SegmentType=Both;",
+          "SegmentType=both;AbsoluteError=1;", "AbsoluteError=1;", static_cast<const char*>(nullptr)})
+        EXPECT_FALSE(ConvertBy(settings, circle));
     const auto refused = [](const CCadObject& object) {
         return !Convert(object, "Line", 1e-6) && !Convert(object, "Line", 0.0);
     };
-    EXPECT_TRUE(refused(CCadDot({0, 0})) && refused(CCadGroup()) && refused(CCadText("a"))
-                && refused(CCadPolyline()));
-    EXPECT_TRUE(refused(CCadCircle({0, 0}, 1e12))) << "too many chords";
+    for (const char* object : {"dot 0 0", "group", "text", "polyline", "circle 0 0 1e12"}) // too many chords
+        EXPECT_TRUE(refused(*Object(object))) << object;
     for (const double bad : {kNaN, kInf, 1e300}) {
-        EXPECT_TRUE(refused(CCadCircle({0, 0}, bad)));
-        EXPECT_TRUE(refused(CCadEllipse({0, 0}, bad, 1, 0)));
-        EXPECT_TRUE(refused(CCadEllipseArc({bad, 0}, bad, 1, bad, 1, 2, true)));
         CCadPolylineEx bezier;
         bezier.AddBezier({bad, 1}, {1, bad}, {bad, bad});
-        EXPECT_TRUE(refused(bezier));
+        EXPECT_TRUE(refused(bezier) && refused(CCadCircle({0, 0}, bad))
+                    && refused(CCadEllipse({0, 0}, bad, 1, 0))
+                    && refused(CCadEllipseArc({bad, 0}, bad, 1, bad, 1, 2, true)));
     }
 }
 

@@ -24,15 +24,12 @@ TEST(Objects, AnswerAsTheirKind) {
     for (const auto& [row, text, kind, closed, length, direction, box] : kOneOfEach) {
         SCOPED_TRACE(row);
         const auto object = Object(text);
-        EXPECT_EQ(object->GetType(), static_cast<cad_t>(kind));
-        EXPECT_EQ(object->IsClose(), closed);
+        EXPECT_TRUE(object->GetType() == static_cast<cad_t>(kind) && object->IsClose() == closed);
         EXPECT_EQ(GetContourDirectionEx(object.get()), direction);
         if (!std::isnan(length)) EXPECT_NEAR(object->GetLength(), length, 1e-11);
         const CadRect bounds = object->GetBoundRect();
-        EXPECT_NEAR(bounds.x, box[0], 1e-12);
-        EXPECT_NEAR(bounds.y, box[1], 1e-12);
-        EXPECT_NEAR(bounds.width, box[2], 1e-12);
-        EXPECT_NEAR(bounds.height, box[3], 1e-12);
+        EXPECT_POINT_NEAR((DPOINT2{bounds.x, bounds.y}), (DPOINT2{box[0], box[1]}), 1e-12);
+        EXPECT_POINT_NEAR((DPOINT2{bounds.width, bounds.height}), (DPOINT2{box[2], box[3]}), 1e-12);
     }
     EXPECT_EQ(GetContourDirectionEx(nullptr), CContourDirection::NONE);
 }
@@ -47,12 +44,9 @@ TEST(Objects, PiecesMakeTheOutline) {
         for (int i = 0; i < object->GetPieceCount(); ++i) {
             const OutlinePiece piece = object->GetPiece(i);
             length += std::visit([](const auto& p) { return p.GetLength(); }, piece);
-            if (const auto* segment = std::get_if<SEGMENT>(&piece)) {
-                EXPECT_POINT_NEAR(segment->ptStart, at, 1e-12);
-                at = segment->ptEnd;
-            } else {
-                at = object->GetEndPoint();
-            }
+            const auto* segment = std::get_if<SEGMENT>(&piece);
+            if (segment) EXPECT_POINT_NEAR(segment->ptStart, at, 1e-12);
+            at = segment ? segment->ptEnd : object->GetEndPoint();
         }
         EXPECT_NEAR(length, object->GetLength(), 1e-11);
         if (object->GetPieceCount() > 0) EXPECT_POINT_NEAR(at, object->GetEndPoint(), 1e-12);
@@ -72,10 +66,8 @@ TEST(Objects, CloneCopiesEverythingButMachining) {
         o.AddTechnics(new CTechnics);
         o.GetToolPathList().push_back(new CCadLine({0, 0}, {1, 1}));
         const std::unique_ptr<CCadObject> same(o.Clone(false)), fresh(o.Clone(true));
-        EXPECT_EQ(same->GetID(), o.GetID());
-        EXPECT_NE(fresh->GetID(), o.GetID());
-        EXPECT_EQ(fresh->GetType(), o.GetType());
-        EXPECT_DOUBLE_EQ(fresh->GetLength(), o.GetLength());
+        EXPECT_TRUE(same->GetID() == o.GetID() && fresh->GetID() != o.GetID());
+        EXPECT_TRUE(fresh->GetType() == o.GetType() && fresh->GetLength() == o.GetLength());
         EXPECT_TRUE(fresh->GetKey("a") == "1" && fresh->IsSelected() && fresh->GetParamIndex() == 4);
         EXPECT_TRUE(fresh->GetInnerObject() && fresh->GetInnerObject() != o.GetInnerObject());
         EXPECT_TRUE(fresh->GetTechnicsString() == "T={};" && fresh->GetTechnicsList().empty()
@@ -88,16 +80,13 @@ TEST(Objects, DefaultsOfAHostsKind) {
     class Own : public CCadObject {};
     Own own;
     own.SetInnerObject(&own);
-    EXPECT_EQ(own.GetInnerObject(), nullptr);
-    EXPECT_EQ(own.GetType(), 0);
+    EXPECT_TRUE(!own.GetInnerObject() && own.GetType() == 0 && !own.Clone(true));
     EXPECT_TRUE(math::IsNoPoint(own.GetStartPoint()) && math::IsNoPoint(own.GetEndPoint()));
     EXPECT_EQ(own.GetSegmentCount() + own.GetLength() + own.GetBoundRect().width + own.IsClose(), 0);
-    EXPECT_EQ(own.Clone(true), nullptr);
     EXPECT_TRUE(own.GetKey(nullptr).IsEmpty() && own.GetKey("x").IsEmpty());
     own.SetKey(nullptr, "x");
     own.SetKey("x", nullptr);
-    EXPECT_EQ(own.GetID() + 1, CCadDot({0, 0}).GetID());
-    EXPECT_EQ(CCadDot({0, 0}, false).GetID(), 0u);
+    EXPECT_TRUE(own.GetID() + 1 == CCadDot({0, 0}).GetID() && CCadDot({0, 0}, false).GetID() == 0);
 }
 
 TEST(Arc, EndAngleAndBulge) {
@@ -122,9 +111,7 @@ TEST(Group, InsertsAndGivesBack) {
     CCadGroup group;
     auto *a = new CCadDot({0, 0}), *b = new CCadDot({5, 5}), *c = new CCadDot({0, 0});
     group.PushBack(nullptr);
-    group.Insert(b, 7);
-    group.Insert(a, 0);
-    group.Insert(c, -1);
+    for (const auto& [dot, index] : {std::pair{b, 7}, {a, 0}, {c, -1}}) group.Insert(dot, index);
     EXPECT_TRUE(group.GetFront() == a && group.GetBack() == c && group.GetNumOfChild() == 3);
     EXPECT_EQ(group.GetBoundRect().width, 5) << "a dot at the origin counts";
     group.PopBack();

@@ -39,9 +39,9 @@ void CheckTransformAndReverse(Random& random, Contour& contour) {
     EXPECT_FALSE(contour.IsNormalDir());
     contour.ApplyTransform2D(transform.Inverted());
     for (int i = 0; i < contour.GetSegmentCount(); ++i) {
-        EXPECT_EQ(contour.GetSegment(i).nType, before->GetSegment(i).nType);
-        EXPECT_NEAR(contour.GetSegment(i).dBulge, before->GetSegment(i).dBulge, 1e-12);
-        EXPECT_POINT_NEAR(contour.GetSegment(i).ptEnd, before->GetSegment(i).ptEnd, 1e-10);
+        const SEGMENT now = contour.GetSegment(i), then = before->GetSegment(i);
+        EXPECT_TRUE(now.nType == then.nType && std::abs(now.dBulge - then.dBulge) < 1e-12);
+        EXPECT_POINT_NEAR(now.ptEnd, then.ptEnd, 1e-10);
     }
     EXPECT_POINT_NEAR(contour.GetStartPoint(), before->GetStartPoint(), 1e-10);
 }
@@ -64,12 +64,10 @@ TEST(Polyline, EmptyAndOutOfRange) {
     plain.AddArc({3, 2}, 0.9e-9);
     extended.SetStartPoint({1, 2});
     extended.AddArc({3, 2}, 0.9e-9);
-    EXPECT_EQ(plain.GetSegment(0).nType, 1) << "no bulge, no arc";
-    EXPECT_EQ(extended.GetAt(0).nType, 1);
+    EXPECT_TRUE(plain.GetSegment(0).nType == 1 && extended.GetAt(0).nType == 1) << "no bulge, no arc";
     for (const int index : {-1, 1, INT_MAX, INT_MIN}) {
         EXPECT_TRUE(std::isnan(plain.GetAt(index).x));
-        EXPECT_EQ(plain.GetSegment(index).GetLength(), 0);
-        EXPECT_EQ(extended.GetAt(index).GetLength(), 0);
+        EXPECT_EQ(plain.GetSegment(index).GetLength() + extended.GetAt(index).GetLength(), 0);
     }
     extended.SetStartPoint({2, 2});
     EXPECT_EQ(extended.GetLength(), 1) << "the first segment follows the start point";

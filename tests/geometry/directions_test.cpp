@@ -8,14 +8,13 @@ const auto Unit = [](const DPOINT2& v) { return v / math::Norm(v); };
 
 // Differences of nearby points are the oracle for every direction.
 TEST(Directions, OfSegmentsAgainstDifferences) {
-    constexpr double kStep = 1e-7;
     for (Random random; random.Rounds(500);) {
         const SEGMENT a(random.Point(), random.Point(), random.Uniform(-2, 2));
         const SEGMENT b(a.ptEnd, random.Point(), random.Coin() ? random.Uniform(-2, 2) : 0);
         DPOINT2 va, vb, tangent;
         GetVector(a, b, va, vb);
-        EXPECT_POINT_NEAR(Unit(va), Unit(a.GetPoint(1 - kStep) - a.ptEnd), 1e-6);
-        EXPECT_POINT_NEAR(Unit(vb), Unit(b.GetPoint(kStep) - b.ptStart), 1e-6);
+        EXPECT_POINT_NEAR(Unit(va), Unit(a.GetPoint(1 - 1e-7) - a.ptEnd), 1e-6);
+        EXPECT_POINT_NEAR(Unit(vb), Unit(b.GetPoint(1e-7) - b.ptStart), 1e-6);
         EXPECT_NEAR(GetTangent(b, 0, &tangent), b.GetArc().GetCurvature(), 1e-9);
         EXPECT_POINT_NEAR(Unit(tangent), Unit(vb), 1e-9);
         GetTangent(a, 0.5, &tangent); // any value but 0 asks for the end
@@ -23,8 +22,7 @@ TEST(Directions, OfSegmentsAgainstDifferences) {
         // the corner is the signed angle between the two
         CCadPolyline contour;
         contour.SetStartPoint(a.ptStart);
-        contour.AddArc(a.ptEnd, a.dBulge);
-        contour.AddArc(b.ptEnd, b.dBulge);
+        for (const SEGMENT& segment : {a, b}) contour.AddArc(segment.ptEnd, segment.dBulge);
         EXPECT_NEAR(GetCornerAngle(&contour, 1), GetAngleDir(-va, vb), 1e-7);
     }
 }
@@ -45,32 +43,26 @@ TEST(Directions, Corners) {
         << "a Bezier piece has no bulge";
 }
 
+// The ratio is a share of the angle, and on ellipses nearly one of the length.
 TEST(Directions, OfObjectsAgainstDifferences) {
-    const CCadCircle circle({1, 2}, 5, false);
-    const CCadArc arc({1, 2}, 5, 1, 2, false);
-    const CCadArc left({1, 2}, 5, 1, 2, true);
-    for (const double ratio : {0.0, 0.2, 0.7}) {
-        const double angle = -ratio * kTwoPi;
-        EXPECT_POINT_NEAR(Unit(GetVector(&circle, 0, ratio)),
-                          Unit(circle.GetPoint(angle - 1e-7) - circle.GetPoint(angle)), 1e-6);
-        EXPECT_NEAR(math::Norm(GetVector(&circle, 3, ratio)), 5, 1e-12);
-        for (const CCadArc* a : {&arc, &left})
-            EXPECT_POINT_NEAR(Unit(GetVector(a, 0, ratio)),
-                              Unit(a->GetPoint(2 * ratio + 1e-7) - a->GetPoint(2 * ratio)), 1e-6);
-    }
-    for (const bool ccw : {true, false}) {
-        const CCadEllipse ellipse({0, 0}, 50, 25, 0.4, ccw);
-        const CCadEllipseArc half({0, 0}, 50, 25, 0.4, 0.3, 3, ccw);
-        for (const double ratio : {0.1, 0.45, 0.9}) {
+    for (const bool ccw : {true, false})
+        for (const double ratio : {0.0, 0.2, 0.7}) {
+            const CCadCircle circle({1, 2}, 5, ccw);
+            const CCadArc arc({1, 2}, 5, 1, 2, ccw);
+            const CCadEllipse ellipse({0, 0}, 50, 25, 0.4, ccw);
+            const CCadEllipseArc half({0, 0}, 50, 25, 0.4, 0.3, 3, ccw);
+            const double sign = ccw ? 1 : -1, angle = sign * ratio * kTwoPi, step = sign * 1e-7;
+            const DPOINT2 chord = circle.GetPoint(angle + step) - circle.GetPoint(angle),
+                          part = arc.GetPoint(2 * ratio + 1e-7) - arc.GetPoint(2 * ratio);
             const math::EllipticArc &e = ellipse.GetOutline(), &h = half.GetOutline();
-            EXPECT_POINT_NEAR(Unit(GetVector(&ellipse, 0, ratio)),
-                              e.TangentAt(e.ParameterAt(ratio)) * (ccw ? 1 : -1), 0.01);
-            EXPECT_POINT_NEAR(Unit(GetVector(&half, 0, ratio)),
-                              h.TangentAt(h.ParameterAt(ratio)) * (ccw ? 1 : -1), 0.15);
+            EXPECT_POINT_NEAR(GetVector(&circle, 3, ratio), Unit(chord) * 5, 1e-6);
+            EXPECT_POINT_NEAR(Unit(GetVector(&arc, 0, ratio)), Unit(part), 1e-6);
+            EXPECT_POINT_NEAR(Unit(GetVector(&ellipse, 0, ratio)), e.TangentAt(e.ParameterAt(ratio)) * sign,
+                              0.01);
+            EXPECT_POINT_NEAR(Unit(GetVector(&half, 0, ratio)), h.TangentAt(h.ParameterAt(ratio)) * sign,
+                              0.15);
+            EXPECT_POINT_NEAR(Unit(GetVector(&ellipse, 0, 5)), e.TangentAt(0) * sign, 1e-9);
         }
-        EXPECT_POINT_NEAR(Unit(GetVector(&ellipse, 0, 5)), ellipse.GetOutline().TangentAt(0) * (ccw ? 1 : -1),
-                          1e-9);
-    }
 }
 
 TEST(Directions, OfWhatHasNone) {

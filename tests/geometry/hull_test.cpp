@@ -31,19 +31,16 @@ TEST(Hull, AgainstEveryLineThroughTwoPoints) {
         std::set<int> corners;
         for (const Point& a : points)
             for (const Point& b : points) {
-                const auto isLeft = [&](const Point& c) {
-                    return c.nTag == a.nTag || c.nTag == b.nTag || Turn(a, b, c) > 0;
-                };
-                if (a.nTag != b.nTag && std::all_of(points.begin(), points.end(), isLeft))
-                    corners.insert(a.nTag);
+                bool isEdge = a.nTag != b.nTag;
+                for (const Point& c : points)
+                    isEdge = isEdge && (c.nTag == a.nTag || c.nTag == b.nTag || Turn(a, b, c) > 0);
+                if (isEdge) corners.insert(a.nTag);
             }
         const std::vector<int> tags = Tags(points);
         EXPECT_EQ(std::set<int>(tags.begin(), tags.end()), corners);
-        for (std::size_t i = 0; i < tags.size(); ++i) {
-            EXPECT_GE(points[tags[i]].y, points[tags[0]].y) << "the lowest comes first";
-            EXPECT_GT(Turn(points[tags[i]], points[tags[(i + 1) % tags.size()]],
-                           points[tags[(i + 2) % tags.size()]]),
-                      0);
+        for (std::size_t i = 0; i < tags.size(); ++i) { // the lowest comes first, and all turn left
+            const auto at = [&](std::size_t k) { return points[tags[k % tags.size()]]; };
+            EXPECT_TRUE(at(i).y >= at(0).y && Turn(at(i), at(i + 1), at(i + 2)) > 0);
         }
     }
 }
@@ -52,9 +49,9 @@ TEST(Hull, AgainstEveryLineThroughTwoPoints) {
 // counts, as low as the lowest is what is within 1e-9, what is not finite is left out.
 TEST(Hull, SmallFlatAndDoubled) {
     for (const auto& [row, x, y, tags] : Rows<std::vector<double>, std::vector<double>, std::vector<int>>(
-             "none none none; 2,1,0 2,1,0 0,1,2; 1,0,0,1 1,1,0,0 2,3,0,1; 1,0,0,1,0.5,1,0 1,1,0,0,0,0.5,0.3 "
-             "2,3,0,1;"
-             "0,0,1,1,0 0,0,0,0,1 0,2,4; 0,3,3,0 5e-10,0,3,3 0,1,2,3; 0,1,2,3 0,1,2,3 0,3;"
+             "none none none; 2,1,0 2,1,0 0,1,2; 1,0,0,1 1,1,0,0 2,3,0,1; "
+             "1,0,0,1,0.5,1,0 1,1,0,0,0,0.5,0.3 2,3,0,1; 0,0,1,1,0 0,0,0,0,1 0,2,4; 0,3,3,0 5e-10,0,3,3 "
+             "0,1,2,3; 0,1,2,3 0,1,2,3 0,3;"
              "nan,0,1,1,0 0,0,0,inf,1 1,2,4; 1,1,1,1 1,1,1,1 0")) {
         std::vector<Point> points;
         for (std::size_t i = 0; i < x.size(); ++i) points.push_back({x[i], y.at(i), static_cast<int>(i)});
@@ -77,8 +74,8 @@ TEST(Hull, NoisyRectanglesKeepTheirCorners) {
         }
         const std::vector<int> tags = Tags(points);
         for (int corner = 0; corner < 4; ++corner)
-            EXPECT_TRUE(std::any_of(tags.begin(), tags.end(), [&](int tag) {
-                return std::hypot(points[tag].x - points[corner].x, points[tag].y - points[corner].y) < 1e-7;
+            EXPECT_TRUE(std::any_of(tags.begin(), tags.end(), [&, c = points[corner]](int tag) {
+                return std::hypot(points[tag].x - c.x, points[tag].y - c.y) < 1e-7;
             }));
         EXPECT_LE(tags.size(), 12u);
     }
@@ -87,15 +84,14 @@ TEST(Hull, NoisyRectanglesKeepTheirCorners) {
 TEST(Stock, PlatesAndTheirOutlines) {
     const std::unique_ptr<Adobe> plate(Make_RectPlane(100, 50, 20)), same(Make_RectPlane(100, 50, 3));
     double width = 0, height = 0, thickness = 0;
-    EXPECT_FALSE(GetRectPlaneParam(plate.get(), width, height, thickness))
-        << "deliberately, though it has read them";
+    EXPECT_FALSE(GetRectPlaneParam(plate.get(), width, height, thickness)); // deliberately, having read them
     EXPECT_TRUE(width == 100 && height == 50 && thickness == 20);
     const auto* outline = static_cast<const CCadPolyline*>(plate->GetSectionData()->GetFront());
     EXPECT_TRUE(outline->GetStartPoint().x == -50 && outline->GetStartPoint().y == -25 && outline->IsClose());
     const auto isSame = [&](const char* a, const char* b) {
         CCadGroup left, right;
-        left.PushBack(Polyline(a).release());
-        right.PushBack(Polyline(b).release());
+        Fill(left, {Polyline(a).release()});
+        Fill(right, {Polyline(b).release()});
         return CAdobeHelper::IsSameProjectContour(&left, &right);
     };
     EXPECT_TRUE(CAdobeHelper::IsSameProjectContour(plate->GetSectionData(), same->GetSectionData()));

@@ -27,8 +27,7 @@ TEST(NearestPosition, AgainstSamples) {
         group.PushBack(contour);
         const DPOINT2 p = random.Point();
         const PosInfo info = Pick(group, p, 1e4);
-        ASSERT_EQ(info.pObject, contour);
-        EXPECT_EQ(info.nTag, static_cast<int>(contour->GetID()));
+        ASSERT_TRUE(info.pObject == contour && info.nTag == static_cast<int>(contour->GetID()));
         double gap = 0;
         for (int s = 0; s < contour->GetSegmentCount(); ++s)
             gap = std::max(gap, contour->GetSegment(s).GetLength() / 100);
@@ -50,14 +49,12 @@ TEST(NearestPosition, JointsTiesAndEnds) {
         CCadGroup group;
         group.PushBack(Polyline(contour).release());
         const PosInfo info = Pick(group, p, 10);
-        EXPECT_EQ(info.nIndex, pos.nSegIndex) << row;
-        EXPECT_NEAR(info.dRatio, pos.dRatio, 1e-12) << row;
+        EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, pos)) << row;
     }
     using Calc = CPosCalculator;
-    EXPECT_EQ(Calc::GetMinDistance({3, 4}, {0, 0}, {0, 0}, 1), 5);
-    EXPECT_EQ(Calc::GetMinDistance({0, 0}, {0, 0}, {1, 0}, 1), 0);
-    EXPECT_NEAR(Calc::GetMinDistance({1, 3}, {0, 0}, {2, 0}, -1), 2, 1e-12);
-    EXPECT_NEAR(Calc::GetMinDistance({1, 3}, {0, 0}, {2, 0}, 1), std::sqrt(10), 1e-12);
+    for (const auto& [row, p, end, bulge, distance] : Rows<DPOINT2, DPOINT2, double, double>(
+             "3,4 0,0 1 5; 0,0 1,0 1 0; 1,3 2,0 -1 2; 1,3 2,0 1 3.1622776601683795"))
+        EXPECT_NEAR(Calc::GetMinDistance(p, {0, 0}, end, bulge), distance, 1e-12) << row;
     for (const double bad : {kNaN, kInf}) {
         EXPECT_EQ(Calc::GetPerpendicularFootRatio({bad, 1}, {0, 0}, {1, 0}, 0.5) * 0, 0);
         EXPECT_EQ(Calc::GetPerpendicularFootRatio({2, 1}, {0, 0}, {1, 0}, bad) * 0, 0);
@@ -76,10 +73,10 @@ TEST(NearestPosition, RatioAlongContours) {
 TEST(NearestPosition, KindsAndSelections) {
     CCadGroup group;
     auto* circle = new CCadCircle({0, 0}, 5, false);
-    auto* line = new CCadLine({20, 0}, {30, 0});
+    CCadLine line({20, 0}, {30, 0});
     auto* text = TextOf(new CCadLine({40, 0}, {50, 0}));
     AddGroup(*AddGroup(group))->PushBack(circle);
-    Fill(group, {RelationTo(line), text});
+    Fill(group, {RelationTo(&line), text});
     EXPECT_NEAR(Pick(group, {0, 5}, 1).dRatio, 0.75, 1e-12) << "the circle runs clockwise";
     EXPECT_EQ(Pick(group, {5, 0}, 1).dRatio, 0);
     EXPECT_NEAR(Pick(group, {23, 4}, 5).dRatio, 0.5, 1e-12) << "the point itself, not its foot";
@@ -91,9 +88,7 @@ TEST(NearestPosition, KindsAndSelections) {
     Calculator::_SelectClosedObject(&group.GetObjectsList(), &closed);
     EXPECT_TRUE(all.GetNumOfChild() == 3 && all.GetFront() == circle && all.GetBack() == text);
     EXPECT_TRUE(closed.GetNumOfChild() == 1 && closed.GetFront() == circle);
-    all.PickOffAll();
-    closed.PickOffAll();
-    delete line;
+    for (CCadGroup* borrowed : {&all, &closed}) borrowed->PickOffAll();
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "host/dxf_text.h"
 
-#include <cstring>
+#include <cstdint>
+#include <cstdlib>
 #include <sstream>
 
 namespace test {
@@ -23,16 +24,15 @@ std::string BinaryFile(const std::string& asciiFile) {
     std::string code, value;
     while (std::getline(in, code) && std::getline(in, value)) {
         const int number = std::stoi(code);
-        bytes += static_cast<char>(number & 255);
-        bytes += static_cast<char>(number >> 8);
         const double asDouble = std::strtod(value.c_str(), nullptr);
         const auto asInteger = static_cast<std::int64_t>(asDouble);
         const auto append = [&](const void* data, std::size_t size) {
             bytes.append(static_cast<const char*>(data), size);
         };
+        append(&number, 2);
         if ((number >= 10 && number <= 59) || (number >= 210 && number <= 239))
             append(&asDouble, 8);
-        else if ((number >= 60 && number <= 79))
+        else if (number >= 60 && number <= 79)
             append(&asInteger, 2);
         else if (number >= 90 && number <= 99)
             append(&asInteger, 4);
@@ -40,17 +40,6 @@ std::string BinaryFile(const std::string& asciiFile) {
             append(value.c_str(), value.size() + 1);
     }
     return bytes;
-}
-
-std::string ErrorOf(const std::string& bytes) {
-    host::ErrorLog log(false);
-    host::Drawing drawing;
-    try {
-        host::ReadDxfBytes(bytes, log, drawing);
-    } catch (const host::DrawingError& error) {
-        return error.what();
-    }
-    return "";
 }
 
 } // namespace test

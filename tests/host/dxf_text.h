@@ -4,8 +4,6 @@
 
 #include <string>
 
-#include "host/drawing.h"
-
 namespace test {
 
 /// "0 LINE 8 0 10 1.5 ..." as groups on lines of their own; the words of a text value are joined by '_'.
@@ -14,7 +12,5 @@ std::string Groups(const std::string& text);
 std::string DxfFile(const std::string& entities, const std::string& blocks = "");
 /// The same groups as a binary file.
 std::string BinaryFile(const std::string& asciiFile);
-/// Reads a file's bytes; the error's text, empty when there is none.
-std::string ErrorOf(const std::string& bytes);
 
 } // namespace test

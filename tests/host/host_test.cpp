@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <fstream>
+#include <iomanip>
 
 #include "host/dxf_text.h"
 #include "host/host.h"
@@ -15,22 +16,17 @@ struct Ran {
     std::string out, errors;
 };
 
-Ran RunHost(std::vector<const char*> arguments) {
-    arguments.insert(arguments.begin(), "qev_host");
+// Runs the program with arguments from one line of words, or of 'words with blanks'.
+Ran RunHost(const std::string& line) {
+    std::istringstream in("qev_host " + line);
+    std::vector<std::string> words;
+    for (std::string word; in >> std::quoted(word, '\'', '\1');) words.push_back(word);
+    std::vector<const char*> arguments;
+    for (const std::string& word : words) arguments.push_back(word.c_str());
     std::ostringstream out, errors;
     const auto options = host::ParseOptions(static_cast<int>(arguments.size()), arguments.data());
     const int code = host::Run(options, out, errors);
     return {code, out.str(), errors.str()};
-}
-
-// The same with the arguments in one line of words.
-Ran RunHost(const std::string& line) {
-    std::istringstream in(line);
-    std::vector<std::string> words;
-    for (std::string word; in >> word;) words.push_back(word);
-    std::vector<const char*> arguments;
-    for (const std::string& word : words) arguments.push_back(word.c_str());
-    return RunHost(std::move(arguments));
 }
 
 void ExpectContains(const std::string& text, const std::vector<const char*>& parts) {
@@ -52,62 +48,51 @@ TEST(Join, PiecesOfAnyOrderBecomeOneContour) {
         "0 LINE 8 a 10 0 20 1.004 11 0 21 5 ",     "0 LWPOLYLINE 8 a 70 0 10 10 20 5 10 5 20 8 10 0 20 5 "};
     for (Random random; random.Rounds(50);) {
         std::string entities;
-        for (std::size_t left = pieces.size(); left > 0; --left) {
-            std::swap(pieces[left - 1],
-                      pieces[static_cast<std::size_t>(random.Int(0, static_cast<int>(left) - 1))]);
-            entities += pieces[left - 1];
+        for (int last = static_cast<int>(pieces.size()) - 1; last >= 0; --last) {
+            std::swap(pieces[last], pieces[random.Int(0, last)]);
+            entities += pieces[last];
         }
         host::Drawing drawing;
         const auto objects = Join(drawing, entities + "0 LINE 8 b 10 1 20 0 11 1 21 -5", 0.01).Objects();
         ASSERT_EQ(objects.size(), 2u) << "another layer is left alone";
         const CCadObject& contour = objects[0]->GetSegmentCount() > 1 ? *objects[0] : *objects[1];
-        EXPECT_TRUE(contour.IsClose());
-        EXPECT_EQ(contour.GetSegmentCount(), 7);
+        EXPECT_TRUE(contour.IsClose() && contour.GetSegmentCount() == 7);
         EXPECT_NEAR(contour.GetLength(), 8 + 4 + 4 + kPi + 2 * std::sqrt(34.0), 0.02);
     }
 }
 
 TEST(Join, LeavesWhatDoesNotTouch) {
-    host::Drawing drawing;
-    const auto& objects = Join(drawing,
-                               "0 LINE 10 0 20 0 11 1 21 0 0 LINE 10 1.02 20 0 11 2 21 0 0 CIRCLE 10 0 20 0 "
-                               "40 1 0 LINE 10 5 20 5 11 5 21 5",
-                               0.01)
-                              .Objects();
-    EXPECT_EQ(objects.size(), 4u);
-    host::Drawing curved;
-    const auto joined =
-        Join(curved,
-             "0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 0 42 3.141592653589793 0 LINE 10 -2 20 0 11 2 21 0",
-             0.01)
-            .Objects();
-    ASSERT_EQ(joined.size(), 1u);
-    EXPECT_EQ(joined[0]->GetType(), kCadPolylineEx);
+    host::Drawing apart, curved;
+    Join(apart,
+         "0 LINE 10 0 20 0 11 1 21 0 0 LINE 10 1.02 20 0 11 2 21 0 0 CIRCLE 10 0 20 0 40 1 0 LINE 10 5 20 5 "
+         "11 5 21 5",
+         0.01);
+    EXPECT_EQ(apart.Objects().size(), 4u);
+    const std::string half = "0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 0 42 3.141592653589793 ";
+    const auto joined = Join(curved, half + "0 LINE 10 -2 20 0 11 2 21 0", 0.01).Objects();
+    ASSERT_TRUE(joined.size() == 1 && joined[0]->GetType() == kCadPolylineEx);
     EXPECT_NEAR(joined[0]->GetLength(), 4 + 9.688448220547675 / 2, 1e-6);
 }
 
+// Of a circle, a triangle, two lines that turn by 14 degrees and an ellipse.
 TEST(Report, AreasCornersAndClosedness) {
     host::Drawing drawing;
-    const auto reports = host::ReportOf(Join(drawing,
-                                             "0 CIRCLE 10 0 20 0 40 2 0 LWPOLYLINE 70 1 10 0 20 0 10 4 20 0 "
-                                             "10 4 20 3 0 LWPOLYLINE 70 0 10 0 20 0 10 4 20 0 10 8 20 1 "
-                                             "0 ELLIPSE 10 0 20 0 11 4 21 0 40 0.5 41 0 42 6.283185307179586",
-                                             0));
+    const std::string entities = "0 CIRCLE 10 0 20 0 40 2 0 LWPOLYLINE 70 1 10 0 20 0 10 4 20 0 10 4 20 3 "
+                                 "0 LWPOLYLINE 70 0 10 0 20 0 10 4 20 0 10 8 20 1 "
+                                 "0 ELLIPSE 10 0 20 0 11 4 21 0 40 0.5 41 0 42 6.283185307179586";
+    const auto reports = host::ReportOf(Join(drawing, entities, 0));
     ASSERT_EQ(reports.size(), 4u);
-    EXPECT_NEAR(reports[0].area, 4 * kPi, 1e-9);
-    EXPECT_NEAR(reports[1].area, 6, 1e-9);
-    EXPECT_EQ(reports[1].corners.size(), 3u);
-    EXPECT_EQ(reports[2].corners.size(), 0u) << "a turn of 14 degrees";
-    EXPECT_EQ(reports[2].area, 0);
-    EXPECT_NEAR(reports[3].area, 8 * kPi, 0.02);
-    EXPECT_EQ(reports[3].corners.size(), 0u);
+    const double areas[] = {4 * kPi, 6, 0, 8 * kPi};
+    for (int i = 0; i < 4; ++i) EXPECT_NEAR(reports[i].area, areas[i], i == 3 ? 0.02 : 1e-9);
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(reports[i].corners.size(), i == 1 ? 3u : 0u);
 }
 
 class HostRun : public testing::Test {
 protected:
     // The process's technics manager keeps the plug-ins from one case to the next.
     static void SetUpTestSuite() {
-        EXPECT_EQ(RunHost({FLANGE, "--rows", "0", "--plugin", LEADIN, "--plugin", MICROJOINT}).code, 0);
+        const std::string plugIns = "' --plugin '" LEADIN "' --plugin '" MICROJOINT "'";
+        EXPECT_EQ(RunHost("--rows 0 '" FLANGE + plugIns).code, 0);
     }
     void Write(const std::string& bytes) { std::ofstream(m_drawing, std::ios::binary) << bytes; }
     static std::string Text(const std::string& path) {
@@ -157,51 +142,43 @@ TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
 
 // Two squares, one run counter-clockwise from the lower left, one clockwise; a circle and a line.
 TEST_F(HostRun, TechnicsAreAddedSavedLoadedAndRemoved) {
-    Write(test::DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 "
-                        "0 LWPOLYLINE 70 1 10 20 20 0 10 20 20 10 10 30 20 10 10 30 20 0 "
-                        "0 CIRCLE 10 50 20 5 40 5 0 LINE 10 60 20 0 11 60 21 9 0 POINT 10 0 20 0"));
-    const auto run = [this](std::vector<const char*> arguments) {
-        arguments.insert(arguments.begin(), {m_drawing.c_str(), "--join", "0", "--svg", m_picture.c_str()});
-        const Ran ran = RunHost(arguments);
+    Write(DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 "
+                  "0 LWPOLYLINE 70 1 10 20 20 0 10 20 20 10 10 30 20 10 10 30 20 0 "
+                  "0 CIRCLE 10 50 20 5 40 5 0 LINE 10 60 20 0 11 60 21 9 0 POINT 10 0 20 0"));
+    const auto run = [this](const std::string& line) {
+        const Ran ran = RunHost(m_drawing + " --join 0 --svg " + m_picture + line);
         EXPECT_EQ(ran.code, 0) << ran.errors;
         return ran.out + Picture();
     };
-    ExpectContains(run({"--technics", "T={LeadIn={Length=4}}", "--params", "MouseSegment=1;MouseRatio=0.75"}),
+    const std::string save = " --save " + m_saved, load = " --load " + m_saved + save;
+    ExpectContains(run(" --technics T={LeadIn={Length=4}} --params MouseSegment=1;MouseRatio=0.75"),
                    {"lead-ins added to 4 of 4 objects", "class='path' d='M6 7.5L10 7.5'",
                     "class='path' d='M25 6L25 10'", "L60 0'"});
-    ExpectContains(run({"--technics", "T={LeadIn={Type='Arc',Angle=90}}", "--pick", "30,5"}),
+    ExpectContains(run(" --technics T={LeadIn={Type='Arc',Angle=90}} --pick 30,5"),
                    {"added to 1 of 1", "class='path' d='M23 8A2 2 0 0 0 25 10'"});
-    ExpectContains(
-        run({"--technics", "T={MicroJoint={Width=2,Spacing=5,Zone=1}}", "--save", m_saved.c_str()}),
-        {"class='path' d='M6 0L10 0L10 4'", "class='path' d='M60 0L60 3.5'"});
-    ExpectContains(run({"--load", m_saved.c_str(), "--technics", "T={LeadIn={}}", "--save", m_saved.c_str()}),
-                   {});
+    ExpectContains(run(" --technics T={MicroJoint={Width=2,Spacing=5,Zone=1}}" + save),
+                   {"class='path' d='M6 0L10 0L10 4'", "class='path' d='M60 0L60 3.5'"});
+    run(load + " --technics T={LeadIn={}}");
     const std::string saved = Text(m_saved);
     ExpectContains(saved,
                    {"\nT={LeadIn={Type=\"Line\",Length=5,Angle=90,Radius=2,Zone=1,Segment=1,Ratio=0.5},"
                     "MicroJoint={Width=2,Spacing=5,Zone=1},};\n"});
-    ExpectContains(run({"--load", m_saved.c_str(), "--save", m_saved.c_str()}), {});
+    run(load);
     EXPECT_EQ(Text(m_saved), saved);
-    ExpectContains(run({"--load", m_saved.c_str(), "--remove", "1", "--save", m_saved.c_str()}),
-                   {"removed from 4 of 4"});
-    ExpectContains(run({"--load", m_saved.c_str(), "--remove", "2", "--save", m_saved.c_str()}),
-                   {"removed from 4 of 4"});
+    for (const char* remove : {" --remove 1", " --remove 2"})
+        ExpectContains(run(load + remove), {"removed from 4 of 4"});
     EXPECT_EQ(Text(m_saved), "");
 }
 
 TEST_F(HostRun, TechnicsOfThousandsOfObjects) {
-    test::Random random;
-    std::string circles;
-    for (int i = 0; i < 3000; ++i)
-        circles +=
-            "0 CIRCLE 10 " + std::to_string(i) + " 20 0 40 " + std::to_string(random.Uniform(0.1, 20)) + " ";
-    Write(test::DxfFile(circles));
-    std::string saved;
-    for (const auto& arguments : std::vector<std::vector<const char*>>{
-             {"--technics", "T={LeadIn={Angle=30.7}}"}, {"--load", m_saved.c_str()}}) {
-        std::vector<const char*> all = {m_drawing.c_str(), "--save", m_saved.c_str()};
-        all.insert(all.end(), arguments.begin(), arguments.end());
-        ASSERT_EQ(RunHost(all).code, 0);
+    std::string circles, saved;
+    for (Random random; random.Rounds(3000);)
+        circles += "0 CIRCLE 10 5 20 " + std::to_string(random.Point().x) + " 40 "
+                   + std::to_string(random.Uniform(0.1, 20)) + " ";
+    Write(DxfFile(circles));
+    for (const std::string& line :
+         {std::string(" --technics T={LeadIn={Angle=30.7}}"), " --load " + m_saved}) {
+        ASSERT_EQ(RunHost(m_drawing + " --save " + m_saved + line).code, 0);
         if (saved.empty()) saved = Text(m_saved);
         EXPECT_EQ(Text(m_saved), saved);
     }
@@ -209,23 +186,21 @@ TEST_F(HostRun, TechnicsOfThousandsOfObjects) {
 }
 
 TEST_F(HostRun, RefusedTechnicsEndInOneLine) {
-    Write(test::DxfFile("0 CIRCLE 10 50 20 5 40 5"));
+    Write(DxfFile("0 CIRCLE 10 50 20 5 40 5"));
     std::ofstream(m_saved) << "7 3\nT={\n";
-    const std::pair<std::vector<const char*>, const char*> refusals[] = {
-        {{"--plugin", "nowhere.so"}, "nowhere.so: "},
-        {{"--technics", "T={Other={}}"}, "no operator has a table"},
-        {{"--plugin", LEADIN}, "is loaded already"},
-        {{"--technics", "T={LeadIn={Angle=0}}"}, "LeadIn.Angle = 0 "},
-        {{"--technics", "os.exit()"}, "no technics: technics:1: "},
-        {{"--remove", "1"}, "removed from 0 of 1"},
-        {{"--load", m_saved.c_str()}, "do not fit"},
-        {{"--load", m_drawing.c_str()}, "are damaged"}};
-    for (const auto& [arguments, why] : refusals) {
-        std::vector<const char*> all = {m_drawing.c_str()};
-        all.insert(all.end(), arguments.begin(), arguments.end());
-        const Ran ran = RunHost(all);
+    const std::pair<std::string, const char*> refusals[] = {
+        {" --plugin nowhere.so", "nowhere.so: "},
+        {" --technics T={Other={}}", "no operator has a table"},
+        {" --plugin '" LEADIN "'", "is loaded already"},
+        {" --technics T={LeadIn={Angle=0}}", "LeadIn.Angle = 0 "},
+        {" --technics os.exit()", "no technics: technics:1: "},
+        {" --remove 1", "removed from 0 of 1"},
+        {" --load " + m_saved, "do not fit"},
+        {" --load " + m_drawing, "are damaged"}};
+    for (const auto& [line, why] : refusals) {
+        const Ran ran = RunHost(m_drawing + line);
         EXPECT_EQ(ran.code, 1) << why;
-        EXPECT_NE(ran.errors.find(why), std::string::npos) << ran.errors;
+        ExpectContains(ran.errors, {why});
     }
 }
 

@@ -40,14 +40,6 @@ void ExpectCounts(int created, int deleted, int calls) {
     EXPECT_EQ(counts.calls, calls);
 }
 
-// Deleted after the statics of the libraries that were loaded later.
-struct AtExit {
-    bool (*areStaticsAlive)() = nullptr;
-    ~AtExit() {
-        if (areStaticsAlive && areStaticsAlive()) std::_Exit(1);
-    }
-} s_atExit;
-
 struct Lifetime : testing::Test {
     void SetUp() override { GetLifetimeCounts() = {}; }
 };
@@ -106,12 +98,14 @@ TEST_F(Lifetime, ManyRounds) {
     ExpectCounts(kRounds, kRounds, kRounds);
 }
 
-#ifndef _WIN32 // there the statics of a program go before those of any library
+#ifndef _WIN32 // there the end of a program comes before that of any library
+bool (*s_areStaticsAlive)();
 TEST_F(Lifetime, CallsAfterTheEnd) {
-    const auto call =
+    std::atexit(
+        [] { s_areStaticsAlive() ? std::_Exit(1) : void(); }); // after the statics of what is loaded later
+    s_areStaticsAlive =
         reinterpret_cast<bool (*)()>(platform::FindSymbol(Load("lifetime_probe"), "AreStaticsAlive"));
-    EXPECT_TRUE(call());
-    s_atExit.areStaticsAlive = call;
+    EXPECT_TRUE(s_areStaticsAlive());
 }
 #endif
 

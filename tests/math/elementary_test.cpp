@@ -1,26 +1,17 @@
-#include <algorithm>
-#include <cmath>
-
-#include <qevmath/angle.h>
 #include <qevmath/elementary.h>
 
-#include <gtest/gtest.h>
-
-#include "support/random.h"
-#include "support/shapes.h"
+#include "support/support.h"
 
 namespace {
 
-using math::kPi;
-using test::kInf;
-using test::kNaN;
+using namespace test;
 
-double Moderate(test::Random& random) {
+double Moderate(Random& random) {
     return random.Uniform(-10, 10);
 }
 
 // A number of any size and sign, subnormal ones among them.
-double AnyDouble(test::Random& random) {
+double AnyDouble(Random& random) {
     return (random.Coin() ? 1 : -1) * std::ldexp(random.Uniform(0.5, 1), random.Int(-1073, 1024));
 }
 
@@ -32,13 +23,13 @@ double UlpsBetween(double got, long double exact) {
 }
 
 // Next to a multiple of pi/2, where the reduction cancels most.
-double NearQuarterTurn(test::Random& random) {
+double NearQuarterTurn(Random& random) {
     const double kWorst[] = {0x1.39c6fd67805a7p+18, 0x1.39c6fd67805a7p+20, 0x1.6ac5b262ca1ffp+849};
     if (random.Int(0, 9) == 0) return kWorst[random.Int(0, 2)];
     return random.Int(-2000000, 2000000) * (kPi / 2) * (1 + random.Int(-1, 1) * 0x1p-52);
 }
 
-double InUnitRange(test::Random& random) {
+double InUnitRange(Random& random) {
     const double nearOne = 1 - std::pow(10, random.Uniform(-16, -1));
     return (random.Coin() ? 1 : -1) * (random.Coin() ? random.Uniform(0, 1) : nearOne);
 }
@@ -50,17 +41,17 @@ TEST(Elementary, WithinOneUnitOfTheLastPlace) {
         const char* name;
         double (*ours)(double);
         long double (*exact)(long double);
-        double (*argument)(test::Random&);
+        double (*argument)(Random&);
         double bound; // a little above the largest error of ten million arguments
     };
     constexpr Row kRows[] = {{"sin", math::Sin, std::sin, Moderate, 0.83},
                              {"sin", math::Sin, std::sin, AnyDouble, 0.83},
-                             {"sin", math::Sin, std::sin, NearQuarterTurn, 0.51},
                              {"cos", math::Cos, std::cos, Moderate, 0.83},
                              {"cos", math::Cos, std::cos, AnyDouble, 0.83},
-                             {"cos", math::Cos, std::cos, NearQuarterTurn, 0.51},
                              {"tan", math::Tan, std::tan, Moderate, 0.95},
                              {"tan", math::Tan, std::tan, AnyDouble, 0.95},
+                             {"sin", math::Sin, std::sin, NearQuarterTurn, 0.51},
+                             {"cos", math::Cos, std::cos, NearQuarterTurn, 0.51},
                              {"tan", math::Tan, std::tan, NearQuarterTurn, 0.51},
                              {"asin", math::Asin, std::asin, InUnitRange, 0.95},
                              {"acos", math::Acos, std::acos, InUnitRange, 0.95},
@@ -68,7 +59,7 @@ TEST(Elementary, WithinOneUnitOfTheLastPlace) {
                              {"atan", math::Atan, std::atan, AnyDouble, 0.93},
                              {"cbrt", math::Cbrt, std::cbrt, Moderate, 0.67},
                              {"cbrt", math::Cbrt, std::cbrt, AnyDouble, 0.67}};
-    test::Random random;
+    Random random;
     for (const Row& row : kRows)
         for (int i = 0; i < kSamples; ++i) {
             const double x = row.argument(random);
@@ -78,7 +69,7 @@ TEST(Elementary, WithinOneUnitOfTheLastPlace) {
 }
 
 TEST(Elementary, PolarAngleWithinOneUnitOfTheLastPlace) {
-    test::Random random;
+    Random random;
     for (int i = 0; i < kSamples; ++i) {
         const double x = random.Coin() ? Moderate(random) : AnyDouble(random);
         const double y = random.Coin() ? x * Moderate(random) : AnyDouble(random);
@@ -89,7 +80,7 @@ TEST(Elementary, PolarAngleWithinOneUnitOfTheLastPlace) {
 #endif
 
 TEST(Elementary, PairIsSineAndCosine) {
-    test::Random random;
+    Random random;
     for (int i = 0; i < 1000; ++i) {
         const double x = random.Coin() ? Moderate(random) : AnyDouble(random);
         const auto [sine, cosine] = math::SinCos(x);
@@ -102,67 +93,38 @@ bool SameWithSign(double a, double b) {
     return std::isnan(a) ? std::isnan(b) : a == b && std::signbit(a) == std::signbit(b);
 }
 
-// As in the C standard; the odd functions in both directions.
+// As in the C standard; the odd functions in both directions. Angles are in quarters of pi.
 TEST(Elementary, EdgesOfTheDomains) {
     using namespace math;
-    struct Row {
-        double (*function)(double);
-        double x, expected;
+    double (*const functions[])(double) = {Sin, Tan, Asin, Atan, Cbrt, Cos, Acos};
+    const auto check = [&](int index, double x, double expected) {
+        EXPECT_PRED2(SameWithSign, functions[index](x), expected) << index << " of " << x;
     };
-    const Row kOdd[] = {{Sin, 0, 0},
-                        {Tan, 0, 0},
-                        {Asin, 0, 0},
-                        {Atan, 0, 0},
-                        {Cbrt, 0, 0},
-                        {Sin, 5e-324, 5e-324},
-                        {Tan, 5e-324, 5e-324},
-                        {Asin, 5e-324, 5e-324},
-                        {Atan, 5e-324, 5e-324},
-                        {Cbrt, 8, 2},
-                        {Asin, 1, kHalfPi},
-                        {Atan, kInf, kHalfPi},
-                        {Cbrt, kInf, kInf},
-                        {Sin, kInf, kNaN},
-                        {Tan, kInf, kNaN},
-                        {Asin, 1.0000000000000002, kNaN},
-                        {Sin, kNaN, kNaN},
-                        {Tan, kNaN, kNaN},
-                        {Asin, kNaN, kNaN},
-                        {Atan, kNaN, kNaN},
-                        {Cbrt, kNaN, kNaN}};
-    for (const auto& [function, x, expected] : kOdd) {
-        EXPECT_PRED2(SameWithSign, function(x), expected) << x;
-        EXPECT_PRED2(SameWithSign, function(-x), -expected) << x;
+    for (const int odd : {0, 1, 2, 3, 4})
+        for (const double x : {0.0, -0.0, kNaN}) check(odd, x, x);
+    for (const int odd : {0, 1, 2, 3})
+        for (const double x : {5e-324, -5e-324}) check(odd, x, x);
+    for (const double sign : {1, -1}) {
+        check(4, sign * 8, sign * 2);
+        check(4, sign * kInf, sign * kInf);
+        check(2, sign, sign * kHalfPi);
+        check(3, sign * kInf, sign * kHalfPi);
+        check(2, sign * 1.0000000000000002, kNaN);
+        for (const int wave : {0, 1, 5}) check(wave, sign * kInf, kNaN);
     }
-    const Row kOthers[] = {{Cos, 0, 1},        {Cos, -kInf, kNaN}, {Cos, kNaN, kNaN}, {Acos, 1, 0},
-                           {Acos, 0, kHalfPi}, {Acos, -1, kPi},    {Acos, -2, kNaN},  {Acos, kNaN, kNaN}};
-    for (const auto& [function, x, expected] : kOthers)
-        EXPECT_PRED2(SameWithSign, function(x), expected) << x;
+    for (const auto& [row, index, x, quarters] :
+         Rows<int, double, double>("5 nan nan; 6 1 0; 6 0 2; 6 -1 4; 6 -2 nan; 6 nan nan"))
+        check(index, x, quarters * kPi / 4);
+    check(5, 0, 1);
 }
 
 TEST(Elementary, PolarAnglesOnTheAxesAndAtInfinity) {
-    const struct {
-        double y, x, expected;
-    } kRows[] = {{0, 0, 0},
-                 {0, -0.0, kPi},
-                 {0, 1, 0},
-                 {0, -1, kPi},
-                 {1, 0, kPi / 2},
-                 {1, -0.0, kPi / 2},
-                 {1, 1, kPi / 4},
-                 {1e308, -1e308, 3 * kPi / 4},
-                 {kInf, 1, kPi / 2},
-                 {kInf, kInf, kPi / 4},
-                 {kInf, -kInf, 3 * kPi / 4},
-                 {1, kInf, 0},
-                 {1, -kInf, kPi},
-                 {5e-324, 5e-324, kPi / 4},
-                 {5e-324, 1e308, 0},
-                 {kNaN, 1, kNaN},
-                 {1, kNaN, kNaN}};
-    for (const auto& [y, x, expected] : kRows) {
-        EXPECT_PRED2(SameWithSign, math::Atan2(y, x), expected) << y << " " << x;
-        EXPECT_PRED2(SameWithSign, math::Atan2(-y, x), -expected) << y << " " << x;
+    for (const auto& [row, y, x, quarters] : Rows<double, double, double>(
+             "0 0 0; 0 -0 4; 0 1 0; 0 -1 4; 1 0 2; 1 -0 2; 1 1 1; 1e308 -1e308 3; inf 1 2; inf inf 1; inf "
+             "-inf 3;"
+             "1 inf 0; 1 -inf 4; 5e-324 5e-324 1; 5e-324 1e308 0; nan 1 nan; 1 nan nan")) {
+        EXPECT_PRED2(SameWithSign, math::Atan2(y, x), quarters * kPi / 4) << row;
+        EXPECT_PRED2(SameWithSign, math::Atan2(-y, x), -quarters * kPi / 4) << row;
     }
 }
 

@@ -27,8 +27,7 @@ TEST(Path, Parts) {
     EXPECT_EQ(platform::RemoveFileSpec(kInFolder), kFolder);
     EXPECT_EQ(platform::RemoveFileSpec("cut.dll"), "");
     EXPECT_EQ(platform::AppendPath(kFolder, "cut.tar.dll"), kInFolder);
-    EXPECT_TRUE(platform::IsRelativePath("sub/cut.dll"));
-    EXPECT_TRUE(platform::IsRelativePath(""));
+    for (const char* relative : {"sub/cut.dll", ""}) EXPECT_TRUE(platform::IsRelativePath(relative));
     EXPECT_FALSE(platform::IsRelativePath(kInFolder));
 }
 

@@ -8,41 +8,40 @@ using namespace qev;
 
 const CLuaAccess::EnumItem kModes[] = {{"Fast", 1}, {"Quick", 1}, {"Slow", 2}, {nullptr, 3}};
 
-using Write = test::LuaTest;
-
 // Each form creates a key only on request, and replaces one that is there; twice, as names are known then.
+struct Write : test::LuaTest {
+    template <class Step>
+    void Check(Step write, const std::string& holds) {
+        for (int pass = 0; pass < 2; ++pass)
+            for (const bool isThere : {false, true}) {
+                Put(isThere ? "T = { 'before', k = 'before' }" : "T = { other = 1 }");
+                CLuaAccess access(L);
+                if (!isThere) EXPECT_STEP(0, false, write(access));
+                if (!isThere) EXPECT_HOLDS("T.k == nil and T[1] == nil");
+                access.m_bAutoCreate = !isThere;
+                EXPECT_STEP(0, true, write(access));
+                EXPECT_HOLDS(holds);
+            }
+    }
+    template <class Value>
+    void Both(Value value, const std::string& holds) {
+        Check([&](CLuaAccess& a) { return a.Write(value, "k"); }, "T.k" + holds);
+        Check([&](CLuaAccess& a) { return a.Write(value, 1); }, "T[1]" + holds + " and T['1'] == nil");
+    }
+};
+
 TEST_F(Write, EveryForm) {
-    const struct {
-        bool (*write)(CLuaAccess&);
-        const char* holds;
-    } cases[] = {{[](CLuaAccess& a) { return a.Write(true, "k"); }, "T.k == true"},
-                 {[](CLuaAccess& a) { return a.Write(false, 1); }, "T[1] == false"},
-                 {[](CLuaAccess& a) { return a.Write(1.5, "k"); }, "T.k == 1.5"},
-                 {[](CLuaAccess& a) { return a.Write(1.5, 1); }, "T[1] == 1.5"},
-                 {[](CLuaAccess& a) { return a.Write(3, "k"); }, "T.k == 3"},
-                 {[](CLuaAccess& a) { return a.Write(3, 1); }, "T[1] == 3 and T['1'] == nil"},
-                 {[](CLuaAccess& a) { return a.Write("text", "k"); }, "T.k == 'text'"},
-                 {[](CLuaAccess& a) { return a.Write("", 1); }, "T[1] == ''"},
-                 {[](CLuaAccess& a) { return a.Write(std::string(999, 'x').c_str(), 1); }, "#T[1] == 999"},
-                 {[](CLuaAccess& a) { return a.Write(1.0, "k", kModes); }, "T.k == 'Fast'"},
-                 {[](CLuaAccess& a) { return a.Write(2.0, "k", kModes); }, "T.k == 'Slow'"},
-                 {[](CLuaAccess& a) { return a.Write(&a, "k"); }, "type(T.k) == 'userdata'"},
-                 {[](CLuaAccess& a) { return a.Write(std::nan(""), "k"); }, "T.k == nil"},
-                 {[](CLuaAccess& a) { return a.Write(std::nan(""), 1); }, "T[1] == nil"}};
-    for (const auto& c : cases)
-        for (int pass = 0; pass < 2; ++pass) {
-            Put("T = { other = 1 }");
-            CLuaAccess access(L);
-            EXPECT_STEP(0, false, c.write(access));
-            EXPECT_HOLDS("T.k == nil and T[1] == nil");
-            access.m_bAutoCreate = true;
-            EXPECT_STEP(0, true, c.write(access));
-            EXPECT_HOLDS(c.holds);
-            access.m_bAutoCreate = false;
-            Put("T = { 'before', k = 'before' }");
-            EXPECT_STEP(0, true, c.write(access));
-            EXPECT_HOLDS(c.holds);
-        }
+    Both(true, " == true");
+    Both(false, " == false");
+    Both(1.5, " == 1.5");
+    Both(3, " == 3");
+    Both("text", " == 'text'");
+    Both("", " == ''");
+    Both(std::string(999, 'x').c_str(), ":len() == 999");
+    Both(std::nan(""), " == nil");
+    Check([](CLuaAccess& a) { return a.Write(1.0, "k", kModes); }, "T.k == 'Fast'");
+    Check([](CLuaAccess& a) { return a.Write(2.0, "k", kModes); }, "T.k == 'Slow'");
+    Check([](CLuaAccess& a) { return a.Write(&a, "k"); }, "type(T.k) == 'userdata'");
 }
 
 TEST_F(Write, Refused) {

@@ -130,10 +130,14 @@ CurvePoint Along(const CCadObject& object) {
     };
 }
 
-double LengthTo(const CCadMultiSegments& contour, int segment, double ratio) {
-    double length = contour.GetSegment(segment).GetLength() * ratio;
-    while (--segment >= 0) length += contour.GetSegment(segment).GetLength();
+double LengthTo(const CCadMultiSegments& contour, const math::POLYPOS& pos) {
+    double length = contour.GetSegment(pos.nSegIndex).GetLength() * pos.dRatio;
+    for (int i = 0; i < pos.nSegIndex; ++i) length += contour.GetSegment(i).GetLength();
     return length;
+}
+
+bool IsAt(const math::POLYPOS& pos, const math::POLYPOS& expected, double tolerance) {
+    return pos.nSegIndex == expected.nSegIndex && std::abs(pos.dRatio - expected.dRatio) <= tolerance;
 }
 
 double SampledLength(const CurvePoint& curve, int samples) {
@@ -144,7 +148,7 @@ double SampledLength(const CurvePoint& curve, int samples) {
 }
 
 double SampledDistance(const CurvePoint& curve, const DPOINT2& p, int samples) {
-    double distance = std::numeric_limits<double>::infinity();
+    double distance = kInf;
     for (int i = 0; i <= samples; ++i)
         distance = std::min(distance, math::D2GetDistance(p, curve(i / double(samples))));
     return distance;

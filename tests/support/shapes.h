@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include <qev/types.h>
 #include <qevdata/qevdata.h>
 
 #include "support/random.h"
@@ -43,8 +44,10 @@ qev::CCadText* TextOf(qev::CCadObject* outline);
 
 /// The outline of an object, each piece over an equal part of [0, 1].
 CurvePoint Along(const qev::CCadObject& object);
-/// The length of a contour up to a segment and a fraction of it, summed segment by segment.
-double LengthTo(const qev::CCadMultiSegments& contour, int segment, double ratio);
+/// The length of a contour up to a position, summed segment by segment.
+double LengthTo(const qev::CCadMultiSegments& contour, const math::POLYPOS& pos);
+/// Whether a position is the expected one within a small tolerance.
+bool IsAt(const math::POLYPOS& pos, const math::POLYPOS& expected, double tolerance = 1e-12);
 /// Sum of `samples` chords.
 double SampledLength(const CurvePoint& curve, int samples);
 /// Smallest distance from p to `samples` points.
