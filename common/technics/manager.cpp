@@ -103,9 +103,7 @@ CTechnicsManager::CAutoDestory::~CAutoDestory() {
 }
 
 CTechnicsManager* GetTechnicsManager() try {
-    if (!CTechnicsManager::m_pTechnicsManager) {
-        CTechnicsManager::m_pTechnicsManager = new CTechnicsManager;
-    }
+    if (!CTechnicsManager::m_pTechnicsManager) CTechnicsManager::m_pTechnicsManager = new CTechnicsManager;
     return CTechnicsManager::m_pTechnicsManager;
 } catch (const std::bad_alloc&) {
     return nullptr;
