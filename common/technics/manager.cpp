@@ -20,12 +20,9 @@ namespace qev {
 namespace {
 
 // The way to what all operators share.
-class Context final : CITechnicsOperator {
-public:
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): never made
+struct Context final : CITechnicsOperator {
     using CITechnicsOperator::m_TarvelEnvContext;
-
-private:
-    ~Context() = default;
 };
 
 // The first operator for which a test holds; null when there is none. The walk stays sound when operators
@@ -106,9 +103,7 @@ CTechnicsManager::CAutoDestory::~CAutoDestory() {
 }
 
 CTechnicsManager* GetTechnicsManager() try {
-    if (!CTechnicsManager::m_pTechnicsManager) {
-        CTechnicsManager::m_pTechnicsManager = new CTechnicsManager;
-    }
+    if (!CTechnicsManager::m_pTechnicsManager) CTechnicsManager::m_pTechnicsManager = new CTechnicsManager;
     return CTechnicsManager::m_pTechnicsManager;
 } catch (const std::bad_alloc&) {
     return nullptr;

@@ -3,46 +3,17 @@
 #include <array>
 #include <stdexcept>
 
-#include <qev/technics.h>
+#include "technics/test_operator.h"
 
 #define JOIN_(a, b, c) a##b##c
 #define JOIN(a, b, c) JOIN_(a, b, c)
 
 namespace {
 
-enum { kGood, kNoLoad, kNoSet, kNull, kNoName, kThrowsText, kThrowsItsOwn, kThrowsInType, kThrowsLater };
+enum { kGood, kNoLoad, kNoSet, kNull, kNoName, kThrowsText, kThrowsItsOwn, kThrowsAnything, kThrowsLater };
 
 struct Fault : std::runtime_error { // its code goes with the plug-in
     using std::runtime_error::runtime_error;
-};
-
-class Operator final : public qev::CITechnicsOperator {
-public:
-    using Objects = const std::list<qev::CCadObject*>*;
-    using Out = std::list<qev::CCadObject*>*;
-
-    explicit Operator(int type) : m_type(type) {}
-    int GetTechnicsType() override { return WAY == kThrowsInType ? throw Fault("no type") : m_type; }
-    const char* GetTechnicsName() override { return WAY == kNoName && m_type == 22 ? nullptr : "Tiny"; }
-    bool AddTechnicsByLua(Objects, qev::CLuaAccess*, Out, Out, std::string&) override { return Called(); }
-    qev::CTechnics* CreateTechnics(qev::CCadObject*, qev::CLuaAccess*) override {
-        return Called() ? new qev::CTechnics : nullptr;
-    }
-    bool RemoveTechnicsOf(Objects, int, Out, Out, std::string&) override { return Called(); }
-    void Reserved6() override {}
-    void SingleModify(const qev::CCadObject*, qev::CCadObject*, const std::vector<int>&, int) override {
-        Called();
-    }
-    void MultipleModify(Objects, Out, int) override { Called(); }
-    void UpdateViewData(qev::CCadObject*) override { Called(); }
-    void Reserved12() override {}
-    void Reserved13() override {}
-    void Reserved14() override {}
-
-private:
-    static bool Called() { return WAY == kThrowsLater ? throw Fault("later") : true; }
-
-    int m_type;
 };
 
 } // namespace
@@ -58,11 +29,16 @@ extern "C" QEV_EXPORT void JOIN(Set_, NAME, _CadTempDir)(char* directory) {
 #endif
 #if WAY != 1
 extern "C" QEV_EXPORT qev::CITechnicsOperator** JOIN(Load_, NAME, _Technics)() {
-    static Operator first(21);
-    static Operator second(22);
+    static test::TestOperator first(21, "Tiny"), second(22, WAY == kNoName ? nullptr : "Tinier");
     static std::array<qev::CITechnicsOperator*, 4> all = {&first, &second, &first, nullptr};
     if (WAY == kThrowsText) throw "a text";
     if (WAY == kThrowsItsOwn) throw Fault("its own");
+    if (WAY == kThrowsAnything) throw std::array{Fault("anything")};
+    if (WAY == kThrowsLater) {
+        first.onAdd = [](qev::CLuaAccess&) -> bool { throw Fault("add"); };
+        first.onCreate = [](qev::CLuaAccess&) -> qev::CTechnics* { throw Fault("create"); };
+        first.onNotify = [](qev::CCadObject*) { throw Fault("notify"); };
+    }
     return WAY == kNull ? nullptr : all.data();
 }
 #endif

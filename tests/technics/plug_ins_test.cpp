@@ -6,20 +6,10 @@
 
 namespace {
 
-using namespace std::string_literals;
-using test::Objects;
-
-#ifdef _WIN32
-constexpr char kExtension[] = ".dll";
-#else
-constexpr char kExtension[] = ".so";
-#endif
-
 // The path of a plug-in that stands beside this program.
 std::string PathOf(const std::string& name) {
     static const char inHere = 0;
-    const std::string folder = platform::RemoveFileSpec(platform::ModulePathOf(&inHere));
-    return platform::AppendPath(folder, name + kExtension);
+    return platform::AppendPath(platform::RemoveFileSpec(platform::ModulePathOf(&inHere)), name + EXTENSION);
 }
 
 // A place in a plug-in; it stays loaded only if somebody else uses it.
@@ -33,52 +23,46 @@ char** PlaceIn(const std::string& path) {
 
 struct PlugIns : testing::Test {
     ~PlugIns() override { manager.FreeTechnicsPlugIn(); }
-    // Where the host's directory arrives in the good plug-in.
-    std::string Directory() {
+    // Whether the host's directory arrives in the good plug-in.
+    bool IsTold() {
         char directory[] = "here";
-        char** const place = PlaceIn(good);
-        *place = nullptr;
+        *PlaceIn(good) = nullptr;
         manager.SetCadTempDir(directory);
-        return *place ? *place : "";
+        return *PlaceIn(good) == directory;
     }
     const std::string good = PathOf("plugin_good");
     test::TestManager manager;
 };
 
-TEST_F(PlugIns, LoadOnceAndFree) {
-    ASSERT_TRUE(manager.LoadTechnicsPlugIn(good)) << manager.GetLastErrorText();
-    EXPECT_FALSE(manager.LoadTechnicsPlugIn(good));
-    EXPECT_EQ(manager.GetTehcnisItemVector()->size(), 2u);
-    EXPECT_TRUE(manager.Add("T={Tiny={}}"));
-    EXPECT_EQ(Directory(), "here");
-    manager.FreeTechnicsPlugIn();
+TEST_F(PlugIns, LoadOnceAndFreeManyTimes) {
+    for (int i = 0; i < 5000; ++i) {
+        ASSERT_TRUE(manager.LoadTechnicsPlugIn(good)) << manager.GetLastErrorText();
+        EXPECT_FALSE(manager.LoadTechnicsPlugIn(good));
+        EXPECT_EQ(manager.GetTehcnisItemVector()->size(), 2u);
+        manager.FreeTechnicsPlugIn();
+    }
     EXPECT_EQ(platform::ModulePathOf(PlaceIn(good)), "");
-    EXPECT_TRUE(manager.GetTehcnisItemVector()->empty());
 }
 
 TEST_F(PlugIns, RefusalsRegisterNothingAndUnload) {
-    const std::pair<const char*, const char*> refusals[] = {
+    const std::pair<std::string, const char*> refusals[] = {
         {"no_load", "has no Load_plugin_no_load_Technics"},
         {"null", "Load_plugin_null_Technics gives null"},
         {"no_name", "gives an operator without a name"},
         {"throws_text", "throws: a text"},
         {"throws_its_own", "throws: its own"},
-        {"throws_in_type", "throws: no type"}};
+        {"throws_anything", "_Technics throws"}};
     ASSERT_TRUE(manager.LoadTechnicsPlugIn(good));
-    const auto registered = *manager.GetTehcnisItemVector();
     for (const auto& [name, why] : refusals) {
-        const std::string path = PathOf(std::string("plugin_") + name);
+        const std::string path = PathOf("plugin_" + name);
         EXPECT_FALSE(manager.LoadTechnicsPlugIn(path)) << name;
-        EXPECT_EQ(manager.GetLastErrorText().find(path), 0u) << manager.GetLastErrorText();
         EXPECT_NE(manager.GetLastErrorText().find(why), std::string::npos) << manager.GetLastErrorText();
-        EXPECT_EQ(*manager.GetTehcnisItemVector(), registered) << name;
+        EXPECT_TRUE(manager.GetTehcnisItemVector()->size() == 2 && IsTold()) << name;
         EXPECT_EQ(platform::ModulePathOf(PlaceIn(path)), "") << name;
-        EXPECT_EQ(Directory(), "here") << name;
     }
-    for (const std::string& path : {""s, "nowhere"s, std::string(platform::kLongestPath + 1, 'x')})
+    for (const std::string& path : {std::string(), std::string(platform::kLongestPath + 1, 'x')})
         EXPECT_TRUE(!manager.LoadTechnicsPlugIn(path) && !manager.GetLastErrorText().empty());
-    EXPECT_FALSE(manager.LoadTechnicsPlugIn(PathOf("plugin_no_set")));
-    EXPECT_EQ(Directory(), "") << "no other plug-in in its place";
+    EXPECT_FALSE(manager.LoadTechnicsPlugIn(PathOf("plugin_no_set")) || IsTold());
 }
 
 TEST_F(PlugIns, WhatAnOperatorThrowsReachesTheHost) {
@@ -86,34 +70,23 @@ TEST_F(PlugIns, WhatAnOperatorThrowsReachesTheHost) {
     qev::CCadLine line({0, 0}, {1, 0});
     line.AddTechnics(new qev::CTechnics);
     line.SetTechnicsString("T={Tiny={}}");
-    Objects objects = {&line};
+    test::Objects objects = {&line}, out;
     for (int round = 0; round < 20; ++round) {
         EXPECT_THROW(manager.Add("T={Tiny={}}"), std::runtime_error);
         EXPECT_THROW(manager.LoadTechnics(&line), std::runtime_error);
-        EXPECT_THROW(manager.RemoveTechnics(&objects, 21, &objects, &objects, manager.message),
-                     std::runtime_error);
-        EXPECT_THROW(manager.SingleMudifyNotify(&line, &line, {}, 0), std::runtime_error);
-        EXPECT_THROW(manager.MultipleMudifyNotify(&objects, &objects, 0), std::runtime_error);
+        EXPECT_THROW(manager.RemoveTechnics(&objects, 21, &out, &out, manager.message), std::runtime_error);
+        EXPECT_THROW(manager.MultipleMudifyNotify(&objects, &out, 0), std::runtime_error);
         EXPECT_THROW(manager.UpdataViewDataNotify(&objects), std::runtime_error);
     }
 }
 
-TEST_F(PlugIns, ManyRounds) {
-    for (int i = 0; i < 5000; ++i) {
-        ASSERT_TRUE(manager.LoadTechnicsPlugIn(good)) << manager.GetLastErrorText();
-        manager.FreeTechnicsPlugIn();
-    }
-}
-
 TEST(LoadLibrary, LooksBesideTheLibrary) {
-    EXPECT_EQ(qev::_LoadLibrary("nowhere"), nullptr);
-    EXPECT_EQ(qev::_LoadLibrary(nullptr), nullptr);
-    const HINSTANCE beside = qev::_LoadLibrary((std::string("beside/plugin_beside") + kExtension).c_str());
-    EXPECT_NE(beside, nullptr);
-    platform::FreeDynamicLibrary(beside);
-    const HINSTANCE known = qev::_LoadLibrary(PathOf("plugin_good").c_str());
-    EXPECT_NE(known, nullptr);
-    platform::FreeDynamicLibrary(known);
+    for (const std::string& name : {std::string("beside/plugin_beside" EXTENSION), PathOf("plugin_good")}) {
+        const HINSTANCE found = qev::_LoadLibrary(name.c_str());
+        EXPECT_NE(found, nullptr) << name;
+        platform::FreeDynamicLibrary(found);
+    }
+    EXPECT_FALSE(qev::_LoadLibrary("nowhere") || qev::_LoadLibrary(nullptr));
 }
 
 } // namespace

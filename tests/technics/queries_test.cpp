@@ -4,61 +4,37 @@
 
 namespace {
 
-using test::TestTechnics;
-
-struct Queries : testing::Test {
-    Queries() {
-        for (TestTechnics* each : {first, other, second, last}) object.AddTechnics(each);
-    }
-    TestTechnics* const first = new TestTechnics(3, 3);
-    TestTechnics* const other = new TestTechnics(5, -2);
-    TestTechnics* const second = new TestTechnics(3, 7);
-    TestTechnics* const last = new TestTechnics(3, 3);
-    qev::CCadGroup object;
+struct Counting : qev::CTechnics {
+    Counting(int type, int subType) { m_nType = type, m_nSubType = subType; }
+    bool Refresh(const qev::CCadObject*, void* data) override { return ++refreshed > 0 && data == this; }
+    int refreshed = 0;
 };
 
-TEST_F(Queries, FindByTypes) {
-    const std::tuple<int, int, const qev::CTechnics*> found[] = {
-        {3, -1, first}, {3, 7, second}, {5, -1, nullptr}, {5, -2, other}}; // -1 is no default of the third
-    for (const auto& [type, subType, expected] : found)
-        EXPECT_EQ(qev::GetTechnics(&object, type, subType), expected) << type << " " << subType;
-    EXPECT_TRUE(qev::HasTechnics(&object) && qev::HasTechnics(&object, 3, 7));
-    EXPECT_FALSE(qev::HasTechnics(&object, 3, -1)) << "-1 is a number like any other here";
-    EXPECT_FALSE(qev::HasTechnics(&object, 5, 7));
-    auto* path = new qev::CCadDot({0, 0});
-    path->AddTechnics(new TestTechnics(9));
-    object.GetToolPathList().push_back(path);
-    EXPECT_FALSE(qev::HasTechnics(&object, 9, true)) << "tool paths are not searched";
-    EXPECT_TRUE(qev::HasTechnics(&object, 5, true));
-}
+TEST(Queries, FindRefreshAndPickOff) {
+    auto *first = new Counting(3, 3), *other = new Counting(5, -2), *second = new Counting(3, 7);
+    auto *last = new Counting(3, 3), *hidden = new Counting(9, 9);
+    qev::CCadGroup object;
+    for (Counting* each : {first, other, second, last}) object.AddTechnics(each);
+    object.GetToolPathList().push_back(new qev::CCadDot({0, 0}));
+    object.GetToolPathList().back()->AddTechnics(hidden);
 
-TEST_F(Queries, PickOff) {
+    EXPECT_EQ(qev::GetTechnics(&object, 3, -1), first);
+    EXPECT_EQ(qev::GetTechnics(&object, 3, 7), second);
+    EXPECT_EQ(qev::GetTechnics(&object, 5, -1), nullptr) << "it is no default";
+    EXPECT_TRUE(qev::HasTechnics(&object, 3, 7) && !qev::HasTechnics(&object, 3, -1)) << "no -1 rule";
+    EXPECT_TRUE(qev::HasTechnics(&object, 5, true) && !qev::HasTechnics(&object, 9, true));
+    EXPECT_TRUE(qev::RefreshCadObject(&object, 3, -1, first));
+    EXPECT_TRUE(qev::RefreshCadObject(&object, -1, 0, first)) << "though the others say no";
+    EXPECT_FALSE(qev::RefreshCadObject(&object, 5, -1, other));
+    EXPECT_TRUE(first->refreshed == 2 && other->refreshed == 1 && last->refreshed == 1);
+
     EXPECT_EQ(qev::PickOffTechnics(&object, 3, -1), nullptr);
     const std::unique_ptr<qev::CTechnics> bySubType(qev::PickOffTechnics(&object, 3, 7));
     const std::unique_ptr<qev::CTechnics> byType(qev::PickOffTechnics(&object, 3));
-    EXPECT_EQ(bySubType.get(), second);
-    EXPECT_EQ(byType.get(), first);
+    EXPECT_TRUE(bySubType.get() == second && byType.get() == first);
     EXPECT_EQ(object.GetTechnicsList(), (std::list<qev::CTechnics*>{other, last}));
-}
-
-TEST_F(Queries, Refresh) {
-    EXPECT_TRUE(qev::RefreshCadObject(&object, 3, -1, first));
-    EXPECT_FALSE(qev::RefreshCadObject(&object, 5, -1, other));
-    EXPECT_TRUE(qev::RefreshCadObject(&object, -1, 0, first));
-    EXPECT_EQ(first->refreshed * 1000 + other->refreshed * 100 + second->refreshed * 10 + last->refreshed,
-              2111)
-        << "all of them, though the first one says yes";
-}
-
-TEST(NoTechnics, NullAndEmptyObjects) {
-    qev::CCadGroup empty;
-    for (qev::CCadObject* object :
-         {static_cast<qev::CCadObject*>(&empty), static_cast<qev::CCadObject*>(nullptr)}) {
-        EXPECT_FALSE(qev::HasTechnics(object) || qev::HasTechnics(object, 0, true));
-        EXPECT_FALSE(qev::HasTechnics(object, 0, 0) || qev::GetTechnics(object, 0, 0));
-        EXPECT_FALSE(qev::PickOffTechnics(object, 0) || qev::PickOffTechnics(object, 0, 0));
-        for (const int type : {0, -1}) EXPECT_FALSE(qev::RefreshCadObject(object, type, 0, nullptr));
-    }
+    EXPECT_FALSE(qev::HasTechnics(nullptr) || qev::PickOffTechnics(nullptr, 0)
+                 || qev::RefreshCadObject(nullptr, -1, 0, nullptr));
 }
 
 } // namespace

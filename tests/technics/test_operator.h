@@ -3,7 +3,6 @@
 #pragma once
 
 #include <functional>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -13,19 +12,6 @@
 namespace test {
 
 using Objects = std::list<qev::CCadObject*>;
-
-/// Writes a text and counts how often it is refreshed.
-struct TestTechnics : qev::CTechnics {
-    explicit TestTechnics(int type, int subType = -1, std::string saved = "") : text(std::move(saved)) {
-        m_nType = type;
-        m_nSubType = subType == -1 ? type : subType;
-    }
-    bool Refresh(const qev::CCadObject*, void* data) override { return ++refreshed > 0 && data == this; }
-    void Write(std::ostream& out) const override { out << text; }
-
-    std::string text;
-    int refreshed = 0;
-};
 
 class TestOperator final : public qev::CITechnicsOperator {
 public:
@@ -41,15 +27,16 @@ public:
         return onCreate(*cursor);
     }
     bool RemoveTechnicsOf(const Objects* objects, int, Objects* out1, Objects*, std::string&) override {
+        onNotify(nullptr);
         if (out1 && objects) *out1 = *objects;
         return removes;
     }
-    void Reserved6() override {}
     void SingleModify(const qev::CCadObject*, qev::CCadObject*, const std::vector<int>&, int) override {
         onNotify(nullptr);
     }
     void MultipleModify(const Objects*, Objects*, int) override { onNotify(nullptr); }
     void UpdateViewData(qev::CCadObject* object) override { onNotify(object); }
+    void Reserved6() override {}
     void Reserved12() override {}
     void Reserved13() override {}
     void Reserved14() override {}
