@@ -32,7 +32,7 @@ private:
     static constexpr std::size_t kLongestString = 64 << 10; // bytes
     static constexpr int kInstructions = 1'000'000;
     static constexpr int kCheckEach = 100; // instructions
-    static constexpr double kTime = 0.03;  // seconds
+    static constexpr double kTime = 0.05;  // seconds
 
     std::size_t m_inUse = 0;
     bool m_isOn = false;

@@ -7,14 +7,17 @@
 
 #include <gtest/gtest.h>
 
+#include "support/temp_path.h"
+
 namespace {
 
 using namespace std::string_literals;
 
 bool Loads(const std::string& bytes, CImage& image) {
-    const std::string path = testing::TempDir() + "qev_support_test";
+    const std::string path = test::TempPath("image");
     std::ofstream(path, std::ios::binary) << bytes;
-    return qev::LoadImageFile(image, path.c_str()) && std::remove(path.c_str()) == 0;
+    const bool loads = qev::LoadImageFile(image, path.c_str());
+    return std::remove(path.c_str()) == 0 && loads;
 }
 
 // Two pixels, red and half transparent blue.

@@ -6,6 +6,7 @@
 #include "host/host.h"
 #include "host/report.h"
 #include "support/support.h"
+#include "support/temp_path.h"
 
 namespace {
 
@@ -106,9 +107,9 @@ protected:
         std::remove(m_picture.c_str());
         std::remove(m_saved.c_str());
     }
-    const std::string m_drawing = testing::TempDir() + "qev_host_test.dxf";
-    const std::string m_picture = testing::TempDir() + "qev_host_test.svg";
-    const std::string m_saved = testing::TempDir() + "qev_host_test.technics";
+    const std::string m_drawing = TempPath("host.dxf");
+    const std::string m_picture = TempPath("host.svg");
+    const std::string m_saved = TempPath("host.technics");
 };
 
 TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
@@ -178,7 +179,8 @@ TEST_F(HostRun, TechnicsOfThousandsOfObjects) {
     Write(DxfFile(circles));
     for (const std::string& line :
          {std::string(" --technics T={LeadIn={Angle=30.7}}"), " --load " + m_saved}) {
-        ASSERT_EQ(RunHost(m_drawing + " --save " + m_saved + line).code, 0);
+        const Ran ran = RunHost(m_drawing + " --save " + m_saved + line);
+        ASSERT_EQ(ran.code, 0) << ran.errors;
         if (saved.empty()) saved = Text(m_saved);
         EXPECT_EQ(Text(m_saved), saved);
     }

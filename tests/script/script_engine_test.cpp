@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "script/lua_fixture.h"
+#include "support/temp_path.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ struct Engine : CLuaScriptEngine {
 };
 
 TEST(ScriptEngine, RunsTextsAndFiles) {
-    const std::string path = testing::TempDir() + "qev_script.lua";
+    const std::string path = ::test::TempPath("script.lua");
     std::ofstream(path) << "return 1, 'two', nil";
     const std::tuple<bool, const char*, int, int> cases[] = {
         {false, "return 1, 2", 0, 2}, {false, "x = string.rep('a', 3)", 0, 0},
