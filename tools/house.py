@@ -10,7 +10,7 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-TEST_SHARE = (0.25, 0.40)  # lines of tests for each other line of code; the aim is a third, at most 0.38
+TEST_SHARE = (0.25, 0.38)  # lines of tests for each other line of code; the aim is a third
 
 STANDARD = r"<[a-z_0-9]+>"
 OCCT = r"<gp_\w+\.hxx>"
@@ -38,7 +38,7 @@ MAY_INCLUDE = {
     "examples/dialog": (STANDARD, PUBLIC, r"<windows\.h>"),
     "fuzz": (STANDARD, LUA, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
     "examples/settings": (STANDARD, LUA, PUBLIC),
-    "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"script/\w+\.h"'),
+    "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"(script|support)/\w+\.h"'),
     "tests": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>", r"<gtest/gtest\.h>", r'"(host|support|platform|technics)/\w+\.h"',
               r'"(\.\./)+(math|data|common)/[\w/]+\.h"'),
     "tests/lifetime": (STANDARD, LUA, PUBLIC, r"<gtest/gtest\.h>", r'"platform/\w+\.h"'),
