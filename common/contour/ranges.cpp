@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 #include <utility>
 
 #include <qev/contour/position_conversion.h>
@@ -89,8 +88,9 @@ void CombineRange(std::vector<PosRange>* ranges, int nSegments) {
     std::vector<PosRange> merged;
     merged.reserve(ranges->size());
     // first the pieces behind the start point, the last one met in front
-    for (const PosRange& range : std::views::reverse(*ranges))
+    std::for_each(ranges->rbegin(), ranges->rend(), [&merged](const PosRange& range) {
         if (IsOverStartPoint(range)) Merge(merged, PosRange({0, 0.0}, range.end));
+    });
     const bool split = !merged.empty();
     for (PosRange range : *ranges) {
         if (IsOverStartPoint(range)) range.end = {nSegments, 0.0};

@@ -18,9 +18,25 @@ struct Close {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-// Decoders show what there is of these when they break off. GIF and TIFF are read to the end.
+// Whether the chain of a GIF's blocks ends with its trailer.
+bool ReachesTrailer(std::string_view gif) {
+    const auto at = [gif](std::size_t i) { return i < gif.size() ? static_cast<unsigned char>(gif[i]) : 0U; };
+    const auto colours = [&](std::size_t i) {
+        return at(i) & 0x80 ? std::size_t{6} << (at(i) & 7) : 0;
+    };                                     // bytes
+    std::size_t i = 13 + colours(10);      // behind the header
+    while (at(i) == '!' || at(i) == ',') { // an extension or a frame
+        i += at(i) == '!' ? 2 : 11 + colours(i + 9);
+        while (at(i) != 0) i += at(i) + 1; // pieces, led by their sizes
+        ++i;
+    }
+    return at(i) == ';';
+}
+
+// Decoders show what there is of these when they break off. TIFF is read to the end.
 bool IsWhole(std::string_view bytes) {
     constexpr auto kNone = std::string_view::npos;
+    if (bytes.starts_with("GIF8")) return ReachesTrailer(bytes);
     if (bytes.starts_with("\x89PNG")) return bytes.rfind("IEND") != kNone;
     if (bytes.starts_with("\xFF\xD8")) { // its end stands behind its last scan; a small preview has its own
         const std::size_t end = bytes.rfind("\xFF\xD9");

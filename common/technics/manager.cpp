@@ -19,10 +19,12 @@
 namespace qev {
 namespace {
 
-// The way to what all operators share.
-// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): never made
-struct Context final : CITechnicsOperator {
+// The way to what all operators share; never made.
+struct Context : CITechnicsOperator {
     using CITechnicsOperator::m_TarvelEnvContext;
+
+protected:
+    ~Context() = default;
 };
 
 // The first operator for which a test holds; null when there is none. The walk stays sound when operators

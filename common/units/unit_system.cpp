@@ -49,6 +49,7 @@ double UnitSystem::UiUnitToMetric(double v) const {
     return m_eUnit == UNIT_INCH ? InchToMetric(v) : v;
 }
 
+// NOLINTBEGIN(readability-convert-member-functions-to-static): hosts may take them as members
 double UnitSystem::InchToMetric(double v) const {
     return v * kMmPerInch;
 }
@@ -56,3 +57,4 @@ double UnitSystem::InchToMetric(double v) const {
 double UnitSystem::MetricToInch(double v) const {
     return v / kMmPerInch;
 }
+// NOLINTEND(readability-convert-member-functions-to-static)

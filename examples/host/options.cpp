@@ -31,101 +31,104 @@ const char* const kUsage =
 
 namespace {
 
-template <class T>
-T Parse(std::string_view text, const std::string& option) {
-    T value{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool whole = error == std::errc() && end == text.data() + text.size();
-    if (!whole) throw UsageError(option + " takes a number, not '" + std::string(text) + "'");
-    return value;
-}
-
-// The parts of a value between its separators.
-template <std::size_t kCount>
-std::array<std::string_view, kCount> Split(std::string_view text, char separator, const char* usage) {
-    std::array<std::string_view, kCount> parts;
-    for (std::size_t i = 0; i < kCount; ++i) {
-        const std::size_t end = std::min(text.find(separator), text.size());
-        if ((end == text.size()) != (i + 1 == kCount)) throw UsageError(usage);
-        parts[i] = text.substr(0, end);
-        text.remove_prefix(std::min(end + 1, text.size()));
+// An option and the value behind it.
+struct Value {
+    template <class T = double>
+    T Number(std::string_view part) const {
+        T value{};
+        const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), value);
+        const bool whole = error == std::errc() && end == part.data() + part.size();
+        if (!whole) throw UsageError(option + " takes a number, not '" + std::string(part) + "'");
+        return value;
     }
-    return parts;
+    int Int() const { return Number<int>(text); }
+    int Count() const {
+        NotNegative();
+        return Int();
+    }
+    double NotNegative() const {
+        const double value = Number(text);
+        if (!(value >= 0 && std::isfinite(value)))
+            throw UsageError(option + " takes a number that is not negative");
+        return value;
+    }
+    // The parts between separators; `usage` names them.
+    template <std::size_t kCount>
+    std::array<std::string_view, kCount> Split(char separator, const char* usage) const {
+        std::array<std::string_view, kCount> parts;
+        std::string_view rest = text;
+        for (std::size_t i = 0; i < kCount; ++i) {
+            const std::size_t end = std::min(rest.find(separator), rest.size());
+            if ((end == rest.size()) != (i + 1 == kCount)) throw UsageError(option + " takes " + usage);
+            parts[i] = rest.substr(0, end);
+            rest.remove_prefix(std::min(end + 1, rest.size()));
+        }
+        return parts;
+    }
+
+    std::string option;
+    std::string_view text;
+};
+
+CutOption Cut(const Value& value) {
+    const auto [object, from, to] = value.Split<3>(':', "OBJECT:FROM:TO");
+    return {value.Number<int>(object), value.Number(from), value.Number(to)};
 }
 
-CutOption ParseCut(std::string_view text) {
-    const auto parts = Split<3>(text, ':', "--cut takes OBJECT:FROM:TO");
-    return {Parse<int>(parts[0], "--cut"), Parse<double>(parts[1], "--cut"),
-            Parse<double>(parts[2], "--cut")};
+math::DPOINT2 Point(const Value& value) {
+    const auto [x, y] = value.Split<2>(',', "X,Y");
+    return {value.Number(x), value.Number(y)};
 }
 
-math::DPOINT2 ParsePick(std::string_view text) {
-    const auto parts = Split<2>(text, ',', "--pick takes X,Y");
-    return {Parse<double>(parts[0], "--pick"), Parse<double>(parts[1], "--pick")};
+WalkOption Walk(const Value& value) {
+    const auto [segment, ratio, offset] = value.Split<3>(':', "SEGMENT:RATIO:OFFSET");
+    return {{value.Number<int>(segment), value.Number(ratio)}, value.Number(offset)};
 }
 
-WalkOption ParseWalk(std::string_view text) {
-    const auto parts = Split<3>(text, ':', "--walk takes SEGMENT:RATIO:OFFSET");
-    return {{Parse<int>(parts[0], "--walk"), Parse<double>(parts[1], "--walk")},
-            Parse<double>(parts[2], "--walk")};
-}
+struct Option {
+    std::string_view name;
+    void (*take)(Options&, const Value&);
+};
 
-double NotNegative(double value, const std::string& option) {
-    if (!(value >= 0 && std::isfinite(value)))
-        throw UsageError(option + " takes a number that is not negative");
-    return value;
-}
+constexpr Option kOptions[] = {
+    {"--svg", [](Options& to, const Value& value) { to.svg = value.text; }},
+    {"--rows", [](Options& to, const Value& value) { to.rows = value.Count(); }},
+    {"--unit", [](Options& to, const Value& value) { to.unit = value.text; }},
+    {"--join", [](Options& to, const Value& value) { to.joinTolerance = value.NotNegative(); }},
+    {"--polyline", [](Options& to, const Value& value) { to.polylineError = value.NotNegative(); }},
+    {"--cut", [](Options& to, const Value& value) { to.cut = Cut(value); }},
+    {"--pick", [](Options& to, const Value& value) { to.pick = Point(value); }},
+    {"--walk", [](Options& to, const Value& value) { to.walk = Walk(value); }},
+    {"--start-zones", [](Options& to, const Value& value) { to.startZones = value.NotNegative(); }},
+    {"--corner", [](Options& to, const Value& value) { to.cornerDegrees = value.NotNegative(); }},
+    {"--plugin", [](Options& to, const Value& value) { to.plugins.emplace_back(value.text); }},
+    {"--technics", [](Options& to, const Value& value) { to.technics = value.text; }},
+    {"--params", [](Options& to, const Value& value) { to.params = value.text; }},
+    {"--remove", [](Options& to, const Value& value) { to.remove = value.Int(); }},
+    {"--save", [](Options& to, const Value& value) { to.save = value.text; }},
+    {"--load", [](Options& to, const Value& value) { to.load = value.text; }},
+};
 
 } // namespace
 
 Options ParseOptions(int argc, const char* const* argv) {
     Options options;
     for (int i = 1; i < argc; ++i) {
-        const std::string option = argv[i];
-        const auto value = [&]() -> std::string_view {
-            if (++i >= argc) throw UsageError(option + " takes a value");
-            return argv[i];
-        };
-        if (option == "--svg")
-            options.svg = value();
-        else if (option == "--rows")
-            options.rows = static_cast<int>(NotNegative(Parse<int>(value(), option), option));
-        else if (option == "--join")
-            options.joinTolerance = NotNegative(Parse<double>(value(), option), option);
-        else if (option == "--unit")
-            options.unit = value();
-        else if (option == "--lenient")
+        const std::string word = argv[i];
+        const auto* option = std::find_if(std::begin(kOptions), std::end(kOptions),
+                                          [&word](const Option& each) { return each.name == word; });
+        if (option != std::end(kOptions)) {
+            if (++i >= argc) throw UsageError(word + " takes a value");
+            option->take(options, {word, argv[i]});
+        } else if (word == "--lenient") {
             options.lenient = true;
-        else if (option == "--polyline")
-            options.polylineError = NotNegative(Parse<double>(value(), option), option);
-        else if (option == "--cut")
-            options.cut = ParseCut(value());
-        else if (option == "--pick")
-            options.pick = ParsePick(value());
-        else if (option == "--start-zones")
-            options.startZones = NotNegative(Parse<double>(value(), option), option);
-        else if (option == "--corner")
-            options.cornerDegrees = NotNegative(Parse<double>(value(), option), option);
-        else if (option == "--walk")
-            options.walk = ParseWalk(value());
-        else if (option == "--plugin")
-            options.plugins.emplace_back(value());
-        else if (option == "--technics")
-            options.technics = value();
-        else if (option == "--params")
-            options.params = value();
-        else if (option == "--remove")
-            options.remove = Parse<int>(value(), option);
-        else if (option == "--save")
-            options.save = value();
-        else if (option == "--load")
-            options.load = value();
-        else if (option.starts_with("-"))
-            throw UsageError("there is no option " + option);
-        else if (!options.drawing.empty())
+        } else if (word.starts_with("-")) {
+            throw UsageError("there is no option " + word);
+        } else if (!options.drawing.empty()) {
             throw UsageError("only one drawing can be read");
-        else
-            options.drawing = option;
+        } else {
+            options.drawing = word;
+        }
     }
     if (options.drawing.empty()) throw UsageError("no drawing is named");
     return options;

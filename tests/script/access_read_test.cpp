@@ -7,8 +7,6 @@ namespace {
 
 using namespace qev;
 
-const double kNaN = std::nan("");
-
 bool Same(double a, double b) {
     return a == b || (std::isnan(a) && std::isnan(b));
 }

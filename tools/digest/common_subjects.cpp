@@ -77,6 +77,7 @@ void AddPositions(Sequence& random, Digest& results) {
 void AddHulls(Sequence& random, Digest& results) {
     for (int i = 0; i < 20; ++i) {
         std::vector<qev::CConvexHelper::Point> points;
+        points.reserve(50);
         for (int k = 0; k < 50; ++k) points.push_back({random.Uniform(-9, 9), random.Uniform(-9, 9), k});
         qev::CConvexHelper::ConvexGrahamScan(points, points);
         for (const auto& point : points) results.Add(point.nTag);
