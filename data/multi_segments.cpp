@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include <qevdata/contour_index.h>
 #include <qevdata/multi_segments.h>
 
 namespace qev {
@@ -14,12 +15,14 @@ math::DPOINT2 CCadMultiSegments::GetEndPoint() const {
 }
 
 double CCadMultiSegments::GetLength() const {
+    if (const ContourIndex* index = GetIndex()) return index->GetLength();
     double length = 0;
     for (int i = 0, count = GetSegmentCount(); i < count; ++i) length += GetSegment(i).GetLength();
     return length;
 }
 
 CadRect CCadMultiSegments::GetBoundRect() const {
+    if (const ContourIndex* index = GetIndex()) return ToRect(index->GetBounds());
     math::Bounds bounds;
     for (int i = 0, count = GetSegmentCount(); i < count; ++i) bounds.Add(GetSegment(i).GetBounds());
     return ToRect(bounds);

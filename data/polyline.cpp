@@ -11,15 +11,18 @@ namespace qev {
 CCadPolyline::CCadPolyline(bool newId) : CCadMultiSegments(newId) {}
 
 void CCadPolyline::SetStartPoint(const math::DPOINT2& start) {
+    m_index.Drop();
     m_ptStart = start;
     m_bHasStart = true;
 }
 
 void CCadPolyline::AddLine(const math::DPOINT2& end) {
+    m_index.Drop();
     m_vecNodes.push_back({end.x, end.y, 0});
 }
 
 void CCadPolyline::AddArc(const math::DPOINT2& end, double bulge) {
+    m_index.Drop();
     m_vecNodes.push_back({end.x, end.y, std::abs(bulge) < math::kZeroBulge ? 0 : bulge});
 }
 
@@ -47,6 +50,7 @@ void CCadPolyline::ReverseDir(bool toggleNormalDir) {
 }
 
 void CCadPolyline::ApplyTransform(const gp_Trsf2d& transform) {
+    m_index.Drop();
     const Similarity similarity(transform);
     m_ptStart = similarity.Apply(m_ptStart);
     for (ARCNODE& node : m_vecNodes) {

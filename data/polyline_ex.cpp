@@ -9,21 +9,25 @@ namespace qev {
 CCadPolylineEx::CCadPolylineEx(bool newId) : CCadMultiSegments(newId) {}
 
 void CCadPolylineEx::SetStartPoint(const math::DPOINT2& start) {
+    m_index.Drop();
     m_ptStart = start;
     m_bHasStart = true;
     if (!m_vecNodes.empty()) m_vecNodes.front().ptStart = start;
 }
 
 void CCadPolylineEx::AddLine(const math::DPOINT2& end) {
+    m_index.Drop();
     m_vecNodes.emplace_back(PresentEnd(), end);
 }
 
 void CCadPolylineEx::AddArc(const math::DPOINT2& end, double bulge) {
+    m_index.Drop();
     m_vecNodes.emplace_back(PresentEnd(), end, bulge);
 }
 
 void CCadPolylineEx::AddBezier(const math::DPOINT2& ctrl1, const math::DPOINT2& ctrl2,
                                const math::DPOINT2& end) {
+    m_index.Drop();
     m_vecNodes.emplace_back(PresentEnd(), ctrl1, ctrl2, end);
 }
 
@@ -40,6 +44,7 @@ void CCadPolylineEx::ReverseDir(bool toggleNormalDir) {
 }
 
 void CCadPolylineEx::ApplyTransform(const gp_Trsf2d& transform) {
+    m_index.Drop();
     const Similarity similarity(transform);
     m_ptStart = similarity.Apply(m_ptStart);
     for (SEGMENT& segment : m_vecNodes) {

@@ -5,6 +5,7 @@
 #include <qev/contour/measures.h>
 #include <qev/contour/offset_walk.h>
 #include <qev/contour/positions.h>
+#include <qevdata/contour_index.h>
 
 #include "cad_kinds.h"
 #include "tolerance.h"
@@ -47,8 +48,9 @@ int WalkPiece(const CCadObject& piece, const POLYPOS& pos, double offset, POLYPO
 class SegmentWalk {
 public:
     SegmentWalk(const CCadObject& contour, int count, const POLYPOS& pos, double offset)
-        : m_contour(contour), m_nCount(count), m_nDirection(offset < 0 ? -1 : 1), m_nIndex(pos.nSegIndex),
-          m_dLeft(std::abs(offset)), m_dEntry(pos.dRatio) {}
+        : m_contour(contour), m_pIndex(contour.GetIndex()), m_nCount(count),
+          m_nDirection(offset < 0 ? -1 : 1), m_nIndex(pos.nSegIndex), m_dLeft(std::abs(offset)),
+          m_dEntry(pos.dRatio) {}
 
     // Passes segments until the rest of the way lies within one; false when it never does.
     bool Run() {
@@ -84,7 +86,10 @@ public:
     std::int64_t Passed() const { return m_nPassed; }
 
 private:
-    void EnterSegment() { m_dLength = m_contour.GetSegment(m_nIndex).GetLength(); }
+    void EnterSegment() {
+        m_dLength =
+            m_pIndex ? m_pIndex->GetSegmentLength(m_nIndex) : m_contour.GetSegment(m_nIndex).GetLength();
+    }
 
     void Step() {
         ++m_nPassed;
@@ -104,6 +109,7 @@ private:
     }
 
     const CCadObject& m_contour;
+    const ContourIndex* m_pIndex; // null when the contour has none
     int m_nCount;
     int m_nDirection;
     int m_nIndex;

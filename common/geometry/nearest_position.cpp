@@ -6,6 +6,7 @@
 
 #include <qev/contour/polyline_conversion.h>
 #include <qev/geometry/nearest_position.h>
+#include <qevdata/contour_index.h>
 #include <qevdata/picking.h>
 #include <qevdata/polyline.h>
 #include <qevdata/tree_walk.h>
@@ -101,25 +102,69 @@ void SearchSamples(const SEGMENT& segment, const DPOINT2& p, int index, double& 
     }
 }
 
+double SegmentDistance(const SEGMENT& segment, const DPOINT2& p) {
+    return CPosCalculator::GetMinDistance(p, segment.ptStart, segment.ptEnd, segment.dBulge);
+}
+
+// The search of all segments, below, by those alone that come near: the segment that it ends with, or none
+// when that cannot be told. What it has seen before matters only up to a segment that is nearer by more than
+// kSame than all before it: that one it takes in any case. From there on this search does as it does, since
+// what lies out of reach is farther than the best.
+std::optional<int> NearestByIndex(const CCadObject& contour, const ContourIndex& index, const DPOINT2& p) {
+    // Heron's rule errs by up to 1.5e-8 of the lengths that go into it.
+    constexpr double kRounding = 1e-7;
+    const double margin = kRounding * (1 + index.GetExtent(p));
+    double least = std::numeric_limits<double>::max();
+    const auto lower = [&](int i) { least = std::min(least, SegmentDistance(contour.GetSegment(i), p)); };
+    index.VisitNearest(p, lower);
+    index.VisitWithin(p, least + margin, lower);
+
+    const double reach = least + margin;
+    double best = std::numeric_limits<double>::max();
+    double leastBefore = reach; // and what is out of reach is farther
+    bool isSure = false;
+    int nearest = -1;
+    index.VisitWithin(p, reach + margin, [&](int i) {
+        const double distance = SegmentDistance(contour.GetSegment(i), p);
+        if (distance + kSame < best) {
+            isSure = isSure || distance + kSame < leastBefore;
+            best = distance;
+            nearest = i;
+        }
+        leastBefore = std::min(leastBefore, distance);
+    });
+    return isSure ? std::optional(nearest) : std::nullopt;
+}
+
 // Only a distance that is smaller by more than kSame replaces the best, so the first of equal segments wins.
-std::optional<Place> NearestOnContour(const CCadObject& contour, const DPOINT2& p) {
+Place NearestOfAll(const CCadObject& contour, const DPOINT2& p) {
     double best = std::numeric_limits<double>::max();
     Place place{-1, 0};
-    SEGMENT nearest;
-    for (int i = 0; i < contour.GetSegmentCount(); ++i) {
+    for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
         const SEGMENT segment = contour.GetSegment(i);
         if (segment.nType == SEGMENT::kBezier) {
             SearchSamples(segment, p, i, best, place);
-        } else {
-            const double distance =
-                CPosCalculator::GetMinDistance(p, segment.ptStart, segment.ptEnd, segment.dBulge);
-            if (!(distance + kSame < best)) continue;
-            best = distance;
-            place = {i, 0};
+            continue;
         }
-        if (place.index == i) nearest = segment;
+        const double distance = SegmentDistance(segment, p);
+        if (!(distance + kSame < best)) continue;
+        best = distance;
+        place = {i, 0};
     }
+    return place;
+}
+
+Place NearestSegment(const CCadObject& contour, const DPOINT2& p) {
+    const ContourIndex* index = contour.GetIndex();
+    const bool isUsed = index && !index->HasBezier() && std::isfinite(index->GetLength());
+    const auto found = isUsed ? NearestByIndex(contour, *index, p) : std::nullopt;
+    return found ? Place{*found, 0} : NearestOfAll(contour, p);
+}
+
+std::optional<Place> NearestOnContour(const CCadObject& contour, const DPOINT2& p) {
+    Place place = NearestSegment(contour, p);
     if (place.index < 0) return std::nullopt;
+    const SEGMENT nearest = contour.GetSegment(place.index);
     if (nearest.nType != SEGMENT::kBezier)
         place.ratio =
             CPosCalculator::GetPerpendicularFootRatio(p, nearest.ptStart, nearest.ptEnd, nearest.dBulge);

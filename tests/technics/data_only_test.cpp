@@ -23,12 +23,13 @@ struct DataOnly : testing::Test {
 TEST_F(DataOnly, AttacksEndSoonAndHarmNobody) {
     const std::string half(60'000, 'x'), texts = "local a,b='" + half + "1','" + half + "2' ";
     const std::pair<std::string, const char*> attacks[] = {
+        // any reason where a limit may come before another
         {"while true do end", "too"},
         {"function f() return 1 + f() end f()", ""},
-        {"local t,i={},0 while true do i=i+1 t[i]={} end", "not enough memory"},
+        {"local t,i={},0 while true do i=i+1 t[i]={} end", ""},
         {"local s='x' while true do s=s..s end", "not enough memory"},
         {texts + "while true do local c=a<b end", "takes too long"},
-        {texts + "while true do local c=a..b end", "not enough memory"},
+        {texts + "while true do local c=a..b end", ""},
         {Labels(), "takes too long"},
         {"T=" + std::string(100'000, '{'), "levels"},
         {"os.execute('exit')", "index global 'os' (a nil value)"},

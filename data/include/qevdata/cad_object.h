@@ -19,6 +19,8 @@
 
 namespace qev {
 
+class ContourIndex;
+
 /// One piece of an outline: what length, distance, boxes and conversion are computed from.
 using OutlinePiece = std::variant<SEGMENT, math::EllipticArc>;
 
@@ -59,6 +61,10 @@ public:
     virtual const std::list<CCadObject*>* GetMembers() const;
     /// What GetContourDirectionEx answers; NONE by default.
     virtual CContourDirection::ContourDirection_T GetDirection() const;
+    /// What the contour keeps of its segments; null for a kind that keeps nothing, and as LazyIndex says. It
+    /// lasts until the contour is changed. A class that derives from a kind that does, and changes segments
+    /// on its own, answers null.
+    virtual const ContourIndex* GetIndex() const { return nullptr; }
 
     unsigned int GetID() const { return m_nID; }
     void SetID(unsigned int id) { m_nID = id; }

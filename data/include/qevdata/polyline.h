@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include <qevdata/contour_index.h>
 #include <qevdata/multi_segments.h>
 
 class gp_Trsf2d;
@@ -52,6 +53,7 @@ public:
     int GetSegmentCount() const override { return GetNodeCount(); }
     SEGMENT GetSegment(int index) const override;
     CCadObject* Clone(bool newId) const override;
+    const ContourIndex* GetIndex() const override { return m_index.Of(*this); }
 
 protected:
     CCadPolyline(const CCadPolyline&) = default;
@@ -61,6 +63,7 @@ private:
     std::vector<ARCNODE> m_vecNodes;
     bool m_bHasStart = false;
     bool m_bNormalDir = true;
+    LazyIndex m_index; // every change drops it
 };
 
 } // namespace qev

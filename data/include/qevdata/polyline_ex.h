@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include <qevdata/contour_index.h>
 #include <qevdata/multi_segments.h>
 
 class gp_Trsf2d;
@@ -40,6 +41,7 @@ public:
     int GetSegmentCount() const override { return GetNodeCount(); }
     SEGMENT GetSegment(int index) const override { return GetAt(index); }
     CCadObject* Clone(bool newId) const override;
+    const ContourIndex* GetIndex() const override { return m_index.Of(*this); }
 
 protected:
     CCadPolylineEx(const CCadPolylineEx&) = default;
@@ -51,6 +53,7 @@ private:
     std::vector<SEGMENT> m_vecNodes;
     bool m_bHasStart = false;
     bool m_bNormalDir = true;
+    LazyIndex m_index; // every change drops it
 };
 
 } // namespace qev

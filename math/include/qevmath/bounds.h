@@ -16,6 +16,13 @@ struct Bounds {
 
     bool IsEmpty() const { return !(lower.x <= upper.x && lower.y <= upper.y); }
 
+    /// Square of a point's distance from the box: 0 inside, infinity when the box is empty.
+    double GetSquaredDistance(const DPOINT2& p) const {
+        const double x = std::max({lower.x - p.x, p.x - upper.x, 0.0});
+        const double y = std::max({lower.y - p.y, p.y - upper.y, 0.0});
+        return x * x + y * y;
+    }
+
     void Add(const DPOINT2& p) {
         if (IsNoPoint(p)) return;
         lower = {std::min(lower.x, p.x), std::min(lower.y, p.y)};
