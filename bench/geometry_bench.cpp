@@ -124,16 +124,17 @@ bool PickPair(double bound) {
         });
 }
 
-// The bounds are what the plain searches keep today: each visits every segment, and a pick measures every box
-// anew.
+// Beside one pass over bare lines, which is all that the limit does: a few segments are searched twice, for
+// the object and for the position, by the exact rules for lines, arcs and ties; many are searched by their
+// boxes. A pick asks each object for its box through its virtual functions.
 const bool nearest10 = NearestPair<10>(50);
-const bool nearest1000 = NearestPair<1000>(45);
-const bool nearest100000 = NearestPair<100'000>(20);
-const bool pick100 = PickPair<10>(200);
-const bool pick10000 = PickPair<100>(600);
+const bool nearest1000 = NearestPair<1000>(2);
+const bool nearest100000 = NearestPair<100'000>(0.5);
+const bool pick100 = PickPair<10>(40);
+const bool pick10000 = PickPair<100>(40);
 
 const bool walk = Pair(
-    "walk over 500 of 1000 segments", 8,
+    "walk over 500 of 1000 segments", 1.5,
     [](State& state) {
         const Star star(1000, {0, 0}, 100);
         const double half = star.contour.GetLength() / 2;
@@ -162,7 +163,7 @@ std::vector<qev::CConvexHelper::Point> Cloud() {
 }
 
 const bool hull = Pair(
-    "hull of 10000 points", 3,
+    "hull of 10000 points", 2,
     [](State& state) {
         const auto cloud = Cloud();
         for (auto _ : state) {

@@ -28,6 +28,11 @@ double ContourIndex::GetExtent(const math::DPOINT2& p) const {
     return extent;
 }
 
+bool ContourIndex::IsForSearch() const {
+    constexpr int kFewRuns = 4; // the boxes cost as much as the segments that they save
+    return GetRunCount() > kFewRuns && std::isfinite(m_dLength);
+}
+
 LazyIndex& LazyIndex::operator=(const LazyIndex& other) {
     if (this != &other) Drop();
     return *this;

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 #include <qevdata/contour_index.h>
@@ -39,7 +38,7 @@ void Offer(const CCadObject& leaf, int piece, const math::DPOINT2& p, Nearest& b
 void SearchPieces(const CCadObject& leaf, const math::DPOINT2& p, Nearest& best) {
     constexpr double kRounding = 1e-12; // of a distance, relative to the coordinates
     const ContourIndex* index = leaf.GetIndex();
-    if (!index || !std::isfinite(index->GetLength())) {
+    if (!index || !index->IsForSearch()) {
         for (int i = 0, count = leaf.GetPieceCount(); i < count; ++i) Offer(leaf, i, p, best);
         return;
     }

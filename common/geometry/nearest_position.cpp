@@ -156,7 +156,7 @@ Place NearestOfAll(const CCadObject& contour, const DPOINT2& p) {
 
 Place NearestSegment(const CCadObject& contour, const DPOINT2& p) {
     const ContourIndex* index = contour.GetIndex();
-    const bool isUsed = index && !index->HasBezier() && std::isfinite(index->GetLength());
+    const bool isUsed = index && index->IsForSearch() && !index->HasBezier();
     const auto found = isUsed ? NearestByIndex(contour, *index, p) : std::nullopt;
     return found ? Place{*found, 0} : NearestOfAll(contour, p);
 }
