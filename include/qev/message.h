@@ -17,10 +17,10 @@ using MsgTopicCallback = int (*)(const char* topic, void* user, int value, const
 
 /// One subscription as the bus keeps it.
 struct MsgTopicSubscriber {
-    int id;
-    std::string topic;
-    MsgTopicCallback callback;
-    void* user;
+    int id;                    ///< from 1 on, unique in the process
+    std::string topic;         ///< a copy of the text
+    MsgTopicCallback callback; ///< null once the subscription has ended
+    void* user;                ///< handed to the callback as it is; never read, never freed
 };
 
 /// Adds a subscription behind all earlier ones and answers its id: 1 for the first of the process, then 2, 3

@@ -24,14 +24,20 @@ public:
 
     /// The bytes, ended by a zero; valid until the object is changed or destroyed. Never null.
     const char* GetString() const { return m_text.c_str(); }
+    /// The same as GetString, for functions that take a C text.
     operator const char*() const { return m_text.c_str(); }
     /// Number of bytes.
     int GetLength() const { return static_cast<int>(m_text.size()); }
+    /// Whether there is no byte before the final zero.
     bool IsEmpty() const { return m_text.empty(); }
 
+    /// Whether the bytes are equal.
     friend bool operator==(const CString& a, const CString& b) { return a.m_text == b.m_text; }
+    /// The same for a C text; null is the empty one.
     friend bool operator==(const CString& a, const char* b) { return a == CString(b); }
+    /// The order of the bytes as unsigned numbers; the start of a text comes before the text.
     friend auto operator<=>(const CString& a, const CString& b) { return a.m_text <=> b.m_text; }
+    /// The same for a C text; null is the empty one.
     friend auto operator<=>(const CString& a, const char* b) { return a <=> CString(b); }
 
 private:
@@ -45,9 +51,11 @@ public:
     CImage(const CImage&) = delete;
     CImage& operator=(const CImage&) = delete;
 
+    /// Whether there are no pixels.
     bool IsNull() const { return m_bgra.empty(); }
-    /// Size in pixels; 0 without a picture.
+    /// Pixels in a row; 0 without a picture.
     int GetWidth() const { return m_nWidth; }
+    /// Number of rows; 0 without a picture.
     int GetHeight() const { return m_nHeight; }
     /// Four bytes a pixel (blue, green, red, alpha), rows from the top without gaps; null without a picture.
     const unsigned char* GetBits() const { return m_bgra.data(); }
@@ -85,9 +93,9 @@ public:
     /// The empty text when there is no such item.
     virtual CString GetItemText(int id) const = 0;
 };
-using HWND = CIDialog*;
-using HMODULE = void*; ///< of a dynamic library
-using HINSTANCE = void*;
+using HWND = CIDialog*;  ///< the dialog, which stays the host's; null is none
+using HMODULE = void*;   ///< of a dynamic library; null is none
+using HINSTANCE = void*; ///< the same as HMODULE
 
 #endif
 #endif

@@ -14,11 +14,13 @@ struct POLYPOS {
 /// A stretch of one contour in the contour's direction. On a closed contour the end may lie before the
 /// start; the stretch then passes the contour's start point.
 struct PosRange {
-    POLYPOS start;
-    POLYPOS end;
-    int nTag = 0; ///< the caller's own value: copied with the range, never read
+    POLYPOS start; ///< where the stretch begins in the contour's direction
+    POLYPOS end;   ///< where it ends
+    int nTag = 0;  ///< the caller's own value: copied with the range, never read
 
+    /// The empty range at the contour's start.
     PosRange() = default;
+    /// Takes the positions as they are, unchecked.
     PosRange(const POLYPOS& from, const POLYPOS& to, int tag = 0) : start(from), end(to), nTag(tag) {}
 };
 

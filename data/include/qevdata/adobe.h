@@ -15,11 +15,15 @@ public:
     Adobe(const Adobe&) = delete;
     Adobe& operator=(const Adobe&) = delete;
 
+    /// The kind that the constructor was given.
     int GetKind() const { return m_nKind; }
+    /// A rectangular plate's thickness in mm; what other kinds keep here is the host's matter. 0 at first.
     double GetScalarParam() const { return m_dScalarParam; }
+    /// Takes any value, unchecked.
     void SetScalarParam(double value) { m_dScalarParam = value; }
     /// The group of outline contours, owned by the stock; never null.
     CCadGroup* GetSectionData() { return &m_section; }
+    /// The same of a constant stock.
     const CCadGroup* GetSectionData() const { return &m_section; }
 
 private:

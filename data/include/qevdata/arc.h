@@ -9,10 +9,12 @@ namespace qev {
 /// A whole circle; it starts and ends at the angle 0.
 class QEVDATA_API CCadCircle : public CCadObject {
 public:
+    /// Centre and radius in mm; they are not checked otherwise.
     CCadCircle(const math::DPOINT2& centre, double radius, bool counterClockwise = true, bool newId = true);
 
-    const math::DPOINT2& GetCenterPoint() const { return m_ptCenter; }
-    double GetRadius() const { return m_dRadius; }
+    const math::DPOINT2& GetCenterPoint() const { return m_ptCenter; } ///< mm
+    double GetRadius() const { return m_dRadius; }                     ///< mm, never negative
+    /// Which way the circle runs; GetPoint does not go by it.
     bool IsCounterClockwise() const { return m_bCounterClockwise; }
     /// The point at an absolute angle, whichever way the circle runs.
     math::DPOINT2 GetPoint(double angle) const;
@@ -46,10 +48,11 @@ public:
             bool counterClockwise, bool newId = true);
     CCadArc(const CCadArc&) = default;
 
-    const math::DPOINT2& GetCenterPoint() const { return m_ptCenter; }
-    double GetRadius() const { return m_dRadius; }
-    double GetStartAngle() const { return m_dStartAngle; }
-    double GetCentralAngle() const { return m_dCentralAngle; }
+    const math::DPOINT2& GetCenterPoint() const { return m_ptCenter; } ///< mm; of the arc's circle
+    double GetRadius() const { return m_dRadius; }                     ///< mm, never negative
+    double GetStartAngle() const { return m_dStartAngle; }             ///< radians, as given: not reduced
+    double GetCentralAngle() const { return m_dCentralAngle; }         ///< radians, in [0, 2*pi]
+    /// Which way the arc runs from its start angle.
     bool IsCounterClockwise() const { return m_bCounterClockwise; }
     /// Takes an absolute angle and sets the central angle to the turn from the start to it, in [0, 2*pi).
     void SetEndAngle(double angle);

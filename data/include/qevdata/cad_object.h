@@ -39,12 +39,13 @@ public:
     virtual cad_t GetType() const;
     /// Whether the contour is closed; false by default.
     virtual bool IsClose() const;
-    /// Where the contour starts and ends; math::NoPoint() when it has no such point, which is the default.
+    /// Where the contour starts; math::NoPoint() when it has no such point, which is the default.
     virtual math::DPOINT2 GetStartPoint() const;
+    /// Where the contour ends, the start on a whole circle or ellipse; math::NoPoint() as for the start.
     virtual math::DPOINT2 GetEndPoint() const;
-    /// Number of segments of a segment contour and the segment at an index; 0 and SEGMENT() by default and
-    /// for an index out of range.
+    /// Number of segments of a segment contour; 0 by default.
     virtual int GetSegmentCount() const;
+    /// The segment at an index; SEGMENT() by default and for an index out of range.
     virtual SEGMENT GetSegment(int index) const;
     /// Length in mm; 0 by default.
     virtual double GetLength() const;
@@ -54,8 +55,10 @@ public:
     /// fresh id, or with this one's. Technics and tool paths are not copied, their text is. Null by default.
     virtual CCadObject* Clone(bool newId) const;
 
-    /// The pieces of the outline in order; by default the segments. Containers have none of their own.
+    /// Number of pieces of the outline; by default that of the segments. Containers have none of their own.
     virtual int GetPieceCount() const;
+    /// The piece at an index, which has to be one of the object's; by default the segment there. Pieces
+    /// follow each other as the outline runs.
     virtual OutlinePiece GetPiece(int index) const;
     /// The members of a container, in drawing order; null for everything else.
     virtual const std::list<CCadObject*>* GetMembers() const;
@@ -66,45 +69,61 @@ public:
     /// on its own, answers null.
     virtual const ContourIndex* GetIndex() const { return nullptr; }
 
+    /// 0 for an object that was made without a fresh id and has not been given one.
     unsigned int GetID() const { return m_nID; }
+    /// Takes any number; whether another object has it is not checked.
     void SetID(unsigned int id) { m_nID = id; }
 
-    /// The value of a named attribute, empty when there is none; SetKey replaces it. A null key has no value,
-    /// a null value is the empty one.
+    /// The value of a named attribute, empty when there is none and for a null key.
     CString GetKey(const char* key) const;
+    /// Sets an attribute, replacing the value before; both texts are copied. A null key is ignored, a null
+    /// value is the empty one.
     void SetKey(const char* key, const char* value);
 
-    /// The machining processes of the object, owned by it. AddTechnics takes ownership; null is ignored.
+    /// The machining processes of the object, owned by it: what is taken off the list is the taker's to
+    /// delete.
     std::list<CTechnics*>& GetTechnicsList() { return m_listTechnics; }
+    /// The same of a constant object.
     const std::list<CTechnics*>& GetTechnicsList() const { return m_listTechnics; }
+    /// Takes ownership of a technics and appends it; null is ignored.
     void AddTechnics(CTechnics* technics);
-    /// The technics' text form; null sets the empty text.
+    /// Sets the technics' text form, whatever the list holds; null sets the empty text.
     void SetTechnicsString(const char* text);
+    /// The technics' text form, as it was set last: it does not follow the list.
     CString GetTechnicsString() const;
 
-    /// The tool paths that were generated for the object, owned by it, and the box round them.
+    /// The tool paths that were generated for the object, owned by it: what is taken off the list is the
+    /// taker's to delete.
     std::list<CCadObject*>& GetToolPathList() { return m_listToolPaths; }
+    /// The same of a constant object.
     const std::list<CCadObject*>& GetToolPathList() const { return m_listToolPaths; }
+    /// The box round all tool paths and what is below them; the empty box when there are none.
     CadRect GetToolPathBoundRect() const;
 
-    /// One owned inner object, null when there is none. SetInnerObject takes ownership and deletes the old
-    /// one; ClearInnerObject deletes it. An object is never its own inner object.
+    /// The one inner object, which stays this object's; null when there is none.
     CCadObject* GetInnerObject() const { return m_pInner.get(); }
+    /// Takes ownership of an inner object and deletes the one before. Null only deletes. The object itself
+    /// and the inner object that it has already are ignored.
     void SetInnerObject(CCadObject* inner);
+    /// Deletes the inner object, if there is one.
     void ClearInnerObject() { m_pInner.reset(); }
 
-    bool IsSelected() const { return m_bSelected; }
-    void Select(bool selected) { m_bSelected = selected; }
-    bool IsFilled() const { return m_bFilled; }
-    void Fill(bool filled) { m_bFilled = filled; }
-    bool IsMachining() const { return m_bMachining; }
-    void SetMachining(bool machining) { m_bMachining = machining; }
+    // Marks and a number of the host's own. The library only keeps and clones them.
+
+    bool IsSelected() const { return m_bSelected; }                 ///< what Select set; false at first
+    void Select(bool selected) { m_bSelected = selected; }          ///< sets IsSelected, nothing else
+    bool IsFilled() const { return m_bFilled; }                     ///< what Fill set; false at first
+    void Fill(bool filled) { m_bFilled = filled; }                  ///< sets IsFilled, nothing else
+    bool IsMachining() const { return m_bMachining; }               ///< what SetMachining set; false at first
+    void SetMachining(bool machining) { m_bMachining = machining; } ///< sets IsMachining, nothing else
+    /// What SetOverturned and Overturn left; false at first.
     bool IsOverturned() const { return m_bOverturned; }
+    /// Sets IsOverturned; the outline stays as it is.
     void SetOverturned(bool overturned) { m_bOverturned = overturned; }
     /// Toggles the overturned flag.
     void Overturn() { m_bOverturned = !m_bOverturned; }
-    int GetParamIndex() const { return m_nParamIndex; }
-    void SetParamIndex(int index) { m_nParamIndex = index; }
+    int GetParamIndex() const { return m_nParamIndex; }      ///< what SetParamIndex set; 0 at first
+    void SetParamIndex(int index) { m_nParamIndex = index; } ///< any number, unchecked
 
 protected:
     /// With a fresh id from the process-wide counter (which starts at 1), or with the id 0.

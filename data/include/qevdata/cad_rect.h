@@ -8,10 +8,10 @@ namespace qev {
 
 /// An axis-parallel box in mm. The empty box, of an object without an outline, is all zeros.
 struct CadRect {
-    double x = 0; ///< left
-    double y = 0; ///< bottom; the y axis points up
-    double width = 0;
-    double height = 0;
+    double x = 0;      ///< left
+    double y = 0;      ///< bottom; the y axis points up
+    double width = 0;  ///< not negative in a box of this library
+    double height = 0; ///< not negative in a box of this library
 };
 
 /// The box of gathered bounds; the empty box when nothing was gathered.

@@ -18,6 +18,7 @@ public:
     /// So many segments, but for the last run, share a box.
     static constexpr int kRun = 8;
 
+    /// Measures every segment of a contour, and keeps no reference to it. Throws when memory is refused.
     explicit ContourIndex(const CCadObject& contour);
 
     /// The exact bounding box of the whole contour.
@@ -26,6 +27,7 @@ public:
     double GetLength() const { return m_dLength; }
     /// Length of the segment at an index, which has to be one of the contour's.
     double GetSegmentLength(int index) const { return m_vecLengths[index]; }
+    /// Number of segments that the contour had.
     int GetSegmentCount() const { return static_cast<int>(m_vecLengths.size()); }
     /// The largest coordinate of the box and of p, which the rounding of distances between them goes by.
     double GetExtent(const math::DPOINT2& p) const;
@@ -76,7 +78,9 @@ private:
 class QEVDATA_API LazyIndex {
 public:
     LazyIndex() = default;
+    /// Takes nothing over: the copy has not been asked either.
     LazyIndex(const LazyIndex&) noexcept {}
+    /// Forgets the own index and takes nothing over; assigned to itself it stays as it is.
     LazyIndex& operator=(const LazyIndex& other);
     ~LazyIndex() { Drop(); }
 

@@ -8,8 +8,14 @@ namespace qev {
 
 class CCadObject;
 
+/// Holds the names of the directions.
 struct CContourDirection {
-    enum ContourDirection_T { NONE = 0, CLOCKWISE = 1, COUNTERCLOCKWISE = 2 };
+    /// Which way a contour runs, seen with the y axis up.
+    enum ContourDirection_T {
+        NONE = 0,            ///< neither way: no contour, or next to no area
+        CLOCKWISE = 1,       ///< what it encloses lies to the right of travel
+        COUNTERCLOCKWISE = 2 ///< what it encloses lies to the left of travel
+    };
 };
 
 /// The direction in which an object runs: by their flag for circles, ellipses, arcs and elliptic arcs; by the

@@ -14,6 +14,7 @@ public:
     CCadEllipse(const math::DPOINT2& centre, double semiAxisA, double semiAxisB, double rotation,
                 bool counterClockwise = true, bool newId = true);
 
+    /// Which way the ellipse runs; GetPoint_XY does not go by it.
     bool IsCounterClockwise() const { return m_outline.GetSweep() > 0; }
     /// The point at an absolute parameter, whichever way the ellipse runs.
     math::DPOINT2 GetPoint_XY(double parameter) const { return m_outline.PointAt(parameter); }
@@ -45,6 +46,7 @@ public:
     CCadEllipseArc(const math::DPOINT2& centre, double semiAxisA, double semiAxisB, double rotation,
                    double startParameter, double sweepParameter, bool counterClockwise, bool newId = true);
 
+    /// The flag as given, also when the sweep is 0.
     bool IsCounterClockwise() const { return m_bCounterClockwise; }
     /// The point at an absolute parameter.
     math::DPOINT2 GetPoint_XY(double parameter) const { return m_outline.PointAt(parameter); }

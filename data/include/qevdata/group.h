@@ -13,21 +13,32 @@ namespace qev {
 /// An ordered list of objects in drawing order. The group owns what it holds and deletes it with itself.
 class QEVDATA_API CCadGroup : public CCadObject {
 public:
+    /// An empty group, with a fresh id or with the id 0.
     explicit CCadGroup(bool newId = true);
+    /// Deletes the members and what they hold, however deep they are nested.
     ~CCadGroup() override;
 
+    /// The members themselves, to be changed at will: what is put in is the group's to delete from then on,
+    /// what is taken out the taker's.
     std::list<CCadObject*>& GetObjectsList() { return m_listObjects; }
+    /// The same of a constant group.
     const std::list<CCadObject*>& GetObjectsList() const { return m_listObjects; }
+    /// Number of direct members; what nested groups hold does not count.
     int GetNumOfChild() const { return static_cast<int>(m_listObjects.size()); }
+    /// Whether there is no member; one that is an empty group counts.
     bool IsEmpty() const { return m_listObjects.empty(); }
-    /// The first and the last member; null when the group is empty.
+    /// The first member, which stays the group's; null when the group is empty.
     CCadObject* GetFront() const { return IsEmpty() ? nullptr : m_listObjects.front(); }
+    /// The same for the last member.
     CCadObject* GetBack() const { return IsEmpty() ? nullptr : m_listObjects.back(); }
-    /// Take ownership of an object; null is ignored. An index out of range appends.
+    /// Takes ownership of an object and appends it; null is ignored.
     void PushBack(CCadObject* object);
+    /// Takes ownership of an object and puts it in front of the member at an index; an index out of range
+    /// appends, null is ignored.
     void Insert(CCadObject* object, int index);
-    /// Give ownership back: the last member, or all of them, leave the list and are not destroyed.
+    /// Gives the last member back: it leaves the list and is not destroyed. Nothing on an empty group.
     void PopBack();
+    /// The same for all members.
     void PickOffAll() { m_listObjects.clear(); }
 
     cad_t GetType() const override { return kCadGroup; }
@@ -50,9 +61,13 @@ private:
 /// A list of related paths that other containers own.
 class QEVDATA_API CCadRelationGroup : public CCadObject {
 public:
+    /// Without paths, with a fresh id or with the id 0.
     explicit CCadRelationGroup(bool newId = true);
 
+    /// The list itself, to be changed at will. A path has to be taken off before its
+    /// owner deletes it.
     std::list<CCadObject*>& GetRelationPaths() { return m_listPaths; }
+    /// The same of a constant group.
     const std::list<CCadObject*>& GetRelationPaths() const { return m_listPaths; }
 
     cad_t GetType() const override { return kCadRelationGroup; }
@@ -74,9 +89,11 @@ public:
     /// Copies the text (null is the empty one); the group starts empty.
     explicit CCadText(const char* text, bool newId = true);
 
+    /// The text that the constructor was given.
     CString GetText() const { return CString(m_strText.c_str()); }
     /// The group of outline objects, owned by the text; never null.
     CCadGroup* GetTextGroup() { return &m_group; }
+    /// The same of a constant text.
     const CCadGroup* GetTextGroup() const { return &m_group; }
 
     cad_t GetType() const override { return kCadText; }
@@ -85,6 +102,7 @@ public:
     const std::list<CCadObject*>* GetMembers() const override { return m_group.GetMembers(); }
 
 protected:
+    /// Copies everything but the outline objects.
     CCadText(const CCadText& other) : CCadObject(other), m_strText(other.m_strText), m_group(false) {}
 
 private:

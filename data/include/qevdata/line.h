@@ -9,8 +9,10 @@ namespace qev {
 /// A single point.
 class QEVDATA_API CCadDot : public CCadObject {
 public:
+    /// With a fresh id or with the id 0. The point is not checked.
     explicit CCadDot(const math::DPOINT2& point, bool newId = true);
 
+    /// The point that the constructor was given, in mm.
     math::DPOINT2 GetPoint() const { return m_ptPoint; }
 
     cad_t GetType() const override { return kCadDot; }
@@ -31,8 +33,10 @@ private:
 /// A straight line.
 class QEVDATA_API CCadLine : public CCadObject {
 public:
+    /// With a fresh id or with the id 0. The points are not checked and may be equal.
     CCadLine(const math::DPOINT2& start, const math::DPOINT2& end, bool newId = true);
 
+    /// Moves the end, unchecked; the start stays.
     void SetEndPoint(const math::DPOINT2& end) { m_ptEnd = end; }
 
     cad_t GetType() const override { return kCadLine; }

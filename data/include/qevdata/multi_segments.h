@@ -18,6 +18,7 @@ public:
     CContourDirection::ContourDirection_T GetDirection() const override;
 
 protected:
+    /// With a fresh id or with the id 0.
     explicit CCadMultiSegments(bool newId = true) : CCadObject(newId) {}
     CCadMultiSegments(const CCadMultiSegments&) = default;
 };

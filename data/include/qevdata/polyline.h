@@ -15,40 +15,46 @@ namespace qev {
 /// point of segment k together with that segment's bulge.
 class QEVDATA_API CCadPolyline : public CCadMultiSegments {
 public:
+    /// The end of a segment, and how the segment reaches it.
     struct ARCNODE {
-        double x = 0;
-        double y = 0;
-        double bulge = 0;
+        double x = 0;     ///< mm
+        double y = 0;     ///< mm
+        double bulge = 0; ///< that of `math::BulgeArc`; 0 for a line
     };
 
+    /// Without nodes and without a start point, with a fresh id or with the id 0.
     explicit CCadPolyline(bool newId = true);
 
     /// Where the first segment starts, (0, 0) until it is set. Nodes that exist stay where they are.
     void SetStartPoint(const math::DPOINT2& start);
-    /// Appends a segment from the present end; segments of no length are kept. An arc with |bulge| below
-    /// math::kZeroBulge becomes a line.
+    /// Appends a line from the present end; one of no length is kept.
     void AddLine(const math::DPOINT2& end);
+    /// The same for an arc; with |bulge| below math::kZeroBulge it becomes a line.
     void AddArc(const math::DPOINT2& end, double bulge);
-    /// Makes room for so many nodes in all.
+    /// Makes room for so many nodes in all; nothing for 0 and less.
     void Reserve(int nodes);
 
+    /// Number of nodes, which is that of the segments.
     int GetNodeCount() const { return static_cast<int>(m_vecNodes.size()); }
     /// The node at an index; a node at math::NoPoint() when there is none. The reference lasts until the
     /// contour is changed.
     const ARCNODE& GetAt(int index) const;
+    /// All nodes in order. The reference lasts as long as the contour; what it shows changes with it.
     const std::vector<ARCNODE>& GetNodes() const { return m_vecNodes; }
 
     /// Runs the contour the other way; with the flag, IsNormalDir toggles too.
     void ReverseDir(bool toggleNormalDir);
     /// Whether the contour still runs the way it was drawn; true at first.
     bool IsNormalDir() const { return m_bNormalDir; }
-    /// Moves the contour by a similarity; a mirror turns its arcs. Both spellings do the same.
+    /// Moves the contour by a similarity; a mirror turns its arcs.
     void ApplyTransform(const gp_Trsf2d& transform);
+    /// The same under its other name.
     void ApplyTransform2D(const gp_Trsf2d& transform);
 
     cad_t GetType() const override { return kCadPolyline; }
     /// Without nodes: the start point if one was set, else no point.
     math::DPOINT2 GetStartPoint() const override;
+    /// The last node's point; without nodes what GetStartPoint answers.
     math::DPOINT2 GetEndPoint() const override;
     int GetSegmentCount() const override { return GetNodeCount(); }
     SEGMENT GetSegment(int index) const override;

@@ -15,24 +15,33 @@ namespace qev {
 /// it shares with CCadPolyline behaves the same.
 class QEVDATA_API CCadPolylineEx : public CCadMultiSegments {
 public:
+    /// Without segments and without a start point, with a fresh id or with the id 0.
     explicit CCadPolylineEx(bool newId = true);
 
     /// Where the first segment starts, (0, 0) until it is set. The segments' ends stay where they are.
     void SetStartPoint(const math::DPOINT2& start);
-    /// Append a segment from the present end.
+    /// Appends a line from the present end; one of no length is kept.
     void AddLine(const math::DPOINT2& end);
+    /// The same for an arc; with |bulge| below math::kZeroBulge it becomes a line.
     void AddArc(const math::DPOINT2& end, double bulge);
+    /// The same for a Bezier piece.
     void AddBezier(const math::DPOINT2& ctrl1, const math::DPOINT2& ctrl2, const math::DPOINT2& end);
 
+    /// Number of segments.
     int GetNodeCount() const { return static_cast<int>(m_vecNodes.size()); }
     /// The segment at an index; SEGMENT() when there is none. The reference lasts until the contour is
     /// changed.
     const SEGMENT& GetAt(int index) const;
+    /// All segments in order. The reference lasts as long as the contour; what it shows changes with it.
     const std::vector<SEGMENT>& GetNodes() const { return m_vecNodes; }
 
+    /// Runs the contour the other way; with the flag, IsNormalDir toggles too.
     void ReverseDir(bool toggleNormalDir);
+    /// Whether the contour still runs the way it was drawn; true at first.
     bool IsNormalDir() const { return m_bNormalDir; }
+    /// Moves the contour by a similarity; a mirror turns its arcs.
     void ApplyTransform(const gp_Trsf2d& transform);
+    /// The same under its other name.
     void ApplyTransform2D(const gp_Trsf2d& transform);
 
     cad_t GetType() const override { return kCadPolylineEx; }

@@ -13,20 +13,27 @@ namespace qev {
 /// A straight line, a circular arc or a cubic Bezier piece; a value. The bulge is that of `math::BulgeArc`.
 class SEGMENT {
 public:
-    enum Type { kLine = 1, kArc = 2, kBezier = 3 };
+    /// What a segment is, as nType holds it.
+    enum Type {
+        kLine = 1,  ///< straight
+        kArc = 2,   ///< circular, by its bulge
+        kBezier = 3 ///< cubic, by its control points
+    };
 
-    int nType = kLine; ///< one of Type
-    math::DPOINT2 ptStart;
-    math::DPOINT2 ptEnd;
+    int nType = kLine;     ///< one of Type
+    math::DPOINT2 ptStart; ///< mm
+    math::DPOINT2 ptEnd;   ///< mm
     double dBulge = 0;     ///< arcs only, 0 for the others
     math::DPOINT2 ptCtrl1; ///< Bezier pieces only
     math::DPOINT2 ptCtrl2; ///< Bezier pieces only
 
     /// A line of no length at the origin.
     SEGMENT() = default;
+    /// A line, of any length.
     SEGMENT(const math::DPOINT2& start, const math::DPOINT2& end) : ptStart(start), ptEnd(end) {}
     /// An arc; a line when |bulge| is below math::kZeroBulge.
     QEVDATA_API SEGMENT(const math::DPOINT2& start, const math::DPOINT2& end, double bulge);
+    /// A Bezier piece, also when its points lie on a line.
     SEGMENT(const math::DPOINT2& start, const math::DPOINT2& ctrl1, const math::DPOINT2& ctrl2,
             const math::DPOINT2& end)
         : nType(kBezier), ptStart(start), ptEnd(end), ptCtrl1(ctrl1), ptCtrl2(ctrl2) {}
@@ -45,8 +52,9 @@ public:
     /// The same piece run from its end to its start.
     QEVDATA_API SEGMENT Reversed() const;
 
-    /// The line or arc, and the Bezier piece; each is meaningful for its own types only.
+    /// The line or arc; of a Bezier piece the chord.
     math::BulgeArc GetArc() const { return {ptStart, ptEnd, nType == kArc ? dBulge : 0}; }
+    /// The Bezier piece; without meaning for a line and an arc, which have no control points.
     math::CubicBezier GetBezier() const { return {ptStart, ptCtrl1, ptCtrl2, ptEnd}; }
 };
 

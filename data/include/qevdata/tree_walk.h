@@ -17,11 +17,12 @@ class CCadObject;
 /// are passed over too. The tree must not change during the walk.
 class QEVDATA_API TreeWalk {
 public:
+    /// What the walk has come to.
     enum class Step {
         kLeaf,  ///< Object() is not descended into
         kEnter, ///< Object() is a container, its members follow
         kLeave, ///< Object() is a container whose members have all been walked
-        kEnd
+        kEnd    ///< everything has been walked
     };
     /// Answers the list to descend into, or null for an object that the walk takes as a leaf.
     using MembersOf = const std::list<CCadObject*>* (*)(const CCadObject&);
@@ -29,12 +30,15 @@ public:
     /// Every container of the data library: groups, relation groups and texts.
     static const std::list<CCadObject*>* AllMembers(const CCadObject& object);
 
-    /// Starts at an object, which may be null, or at a list of objects, which may be null.
+    /// Starts at an object, which is a step itself; null is nothing to walk.
     TreeWalk(const CCadObject* root, MembersOf membersOf);
+    /// Starts in a list of objects; null is the empty one.
     TreeWalk(const std::list<CCadObject*>* roots, MembersOf membersOf);
 
+    /// Goes one step on. kEnd comes again and again from the end on.
     Step Next();
-    /// The object of the last step. It is handed out as the lists hold it; only the root may be constant.
+    /// The object of the last step, without meaning before the first and after kEnd. It is handed out as the
+    /// lists hold it; only the root may be constant.
     CCadObject* Object() const { return m_pObject; }
 
 private:

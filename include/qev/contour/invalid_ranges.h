@@ -12,8 +12,9 @@ namespace qev {
 class CCadObject;
 
 /// The zone from dBefore mm before a position to dAfter mm after it, along the contour; the range's tag
-/// stays. A zone that reaches round to itself becomes the whole contour, (0, 0) to (count - 1, 1). True when
-/// the zone is a valid range on the contour; false with nothing written for a position off the contour.
+/// stays. A zone that reaches round to itself becomes the whole contour, (0, 0) to (count - 1, 1). True then,
+/// and when the zone is a valid range on the contour; false with nothing written for a position off the
+/// contour.
 QEVCOMMON_API bool GenerateInvalidRange(const CCadObject* contour, const math::POLYPOS& pos, double dBefore,
                                         double dAfter, math::PosRange& range);
 

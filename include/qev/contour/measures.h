@@ -12,12 +12,14 @@ class CCadMultiSegments;
 class CCadObject;
 class CCadPolyline;
 
-/// Where an object starts and ends. Circles and ellipses start and end at angle 0, a container and a text
-/// where their first (last) leaf does. math::NoPoint() for kinds without ends, empty containers and null.
+/// Where an object starts. Circles and ellipses start and end at angle 0, a container and a text where their
+/// first (last) leaf does. math::NoPoint() for kinds without ends, empty containers and null.
 QEVCOMMON_API math::DPOINT2 GetStartPoint(const CCadObject* object);
+/// Where an object ends, by the same rules.
 QEVCOMMON_API math::DPOINT2 GetEndPoint(const CCadObject* object);
-/// The same; kept for the callers that ask through the front (back) members of plain groups.
+/// The same as GetStartPoint; kept for the callers that ask through the front members of plain groups.
 QEVCOMMON_API math::DPOINT2 GetCadStartPoint(const CCadObject* object);
+/// The same as GetEndPoint; kept for the callers that ask through the back members of plain groups.
 QEVCOMMON_API math::DPOINT2 GetCadEndPoint(const CCadObject* object);
 
 /// Total length in mm; containers and texts sum what they hold. 0 for kinds without a length.

@@ -12,8 +12,9 @@ class CCadLine;
 class CCadRectangle;
 class SEGMENT;
 
-/// Whether a point lies within 1e-6 mm of an arc (a line), ends included. False for null.
+/// Whether a point lies within 1e-6 mm of an arc, ends included. False for null.
 QEVCOMMON_API bool IsPointInArc(const math::DPOINT2& p, const CCadArc* arc);
+/// The same for a line.
 QEVCOMMON_API bool IsPointInLine(const math::DPOINT2& p, const CCadLine* line);
 /// Whether a point lies inside a rectangle or on its boundary (within 1e-9 mm). False for null.
 QEVCOMMON_API bool IsPointInRectangle(const math::DPOINT2& p, const CCadRectangle* rectangle);

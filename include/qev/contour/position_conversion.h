@@ -27,6 +27,7 @@ QEVCOMMON_API bool PosToCoor(const CCadObject* object, int nSegIndex, double dRa
 /// point is farther away.
 QEVCOMMON_API bool CoorToPos(const CCadObject* object, const math::DPOINT2& point, math::POLYPOS& pos,
                              double dTolerance);
+/// The same within kDefaultPickTolerance.
 QEVCOMMON_API bool CoorToPos(const CCadObject* object, const math::DPOINT2& point, math::POLYPOS& pos);
 /// Appends every position of a polyline at which a point lies (within 1e-6 mm); a joint comes once, as the
 /// start of its later segment. True when the list holds anything afterwards.
@@ -52,6 +53,7 @@ QEVCOMMON_API bool FindCadAndPosByPoint(const CCadGroup* group, const math::DPOI
 /// Whether a range starts after its end, so that on a closed contour it passes the start point. False for an
 /// invalid range.
 QEVCOMMON_API bool IsOverStartPoint(const math::PosRange& range);
+/// The same for a range between two positions.
 QEVCOMMON_API bool IsOverStartPoint(const math::POLYPOS& start, const math::POLYPOS& end);
 
 } // namespace qev

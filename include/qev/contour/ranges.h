@@ -31,16 +31,18 @@ QEVCOMMON_API bool IsRangeIntersected(const math::POLYPOS& pos, const math::PosR
 /// Whether a position lies strictly inside a range, exactly compared. False for invalid arguments.
 QEVCOMMON_API bool IsRangeIntersectedWithoutEndpoint(const math::PosRange& range, const math::POLYPOS& pos);
 
-/// Whether two ranges share at least a point, or, the second, more than a touching end. False for invalid
-/// ranges.
+/// Whether two ranges share at least a point; two over the start point always do. False for invalid ranges.
 QEVCOMMON_API bool IsRangeIntersected(const math::PosRange& a, const math::PosRange& b);
+/// The same, but a touching end alone does not count.
 QEVCOMMON_API bool IsRangeIntersectedBoundary(const math::PosRange& a, const math::PosRange& b);
 
-/// Whether any element shares a point with a range, with an element of another list, or holds a position
-/// (false for an invalid one). The lists are never null.
+/// Whether any element shares a point with a range. The list is never null; so for the next two.
 QEVCOMMON_API bool IsRangeIntersected(const std::vector<math::PosRange>* ranges, const math::PosRange& range);
+/// Whether any element of one list shares a point with one of another.
 QEVCOMMON_API bool IsRangeIntersected(const std::vector<math::PosRange>* a,
                                       const std::vector<math::PosRange>* b);
+/// Whether any element holds a position, those over the start point too; false for an invalid position.
+/// Whether the elements are valid is not checked.
 QEVCOMMON_API bool IsRangeIntersected(const std::vector<math::PosRange>* ranges, const math::POLYPOS& pos);
 
 } // namespace qev

@@ -30,8 +30,9 @@ QEVCOMMON_API bool IsAllDot(const std::list<CCadObject*>* selection);
 /// Whether every object is a text. Unlike the others, an empty selection or nested group gives false.
 QEVCOMMON_API bool IsAllText(const std::list<CCadObject*>* selection);
 
-/// Number of texts in an object (plain groups searched) or a selection; 0 for null.
+/// Number of texts in an object, plain groups searched: 1 for a text itself; 0 for null.
 QEVCOMMON_API int GetTextCount(const CCadObject* object);
+/// The same for all objects of a selection.
 QEVCOMMON_API int GetTextCount(const std::list<CCadObject*>* selection);
 
 } // namespace qev

@@ -9,7 +9,8 @@ namespace qev {
 
 /// Centre form of a bulge arc. The end angle is the start angle + 4*atan(bulge): below the start angle, and
 /// possibly negative, for a clockwise arc; above 2*pi both angles are reduced by 2*pi. A chord below 1e-9 mm
-/// gives the start as centre and zeros. False, with nothing written, when the included angle is below 1e-9.
+/// gives the start as centre and zeros. False, with nothing written, when the included angle is below 1e-9 or
+/// nearly a whole turn.
 QEVCOMMON_API bool CalcArcParam(const math::DPOINT2& start, const math::DPOINT2& end, double bulge,
                                 math::DPOINT2& centre, double& radius, double& startAngle, double& endAngle);
 /// Centre and direction only; the same failures. A chord below 1e-9 mm counts as clockwise.

@@ -8,18 +8,20 @@
 
 namespace qev {
 
+/// Functions on tagged points; it keeps no state.
 class QEVCOMMON_API CConvexHelper {
 public:
+    /// A point and what its caller knows it by.
     struct Point {
-        double x;
-        double y;
+        double x; ///< mm
+        double y; ///< mm
         int nTag; ///< the caller's own value, carried through unchanged
     };
 
     /// The corners of the convex hull, counter-clockwise from the lowest point (of those within 1e-9 mm of
     /// the lowest the leftmost). Points on its edges are dropped, of duplicates the first is kept. Fewer than
-    /// four points are answered as they are. Points that are not finite are left out. The output is cleared
-    /// first and may be the input.
+    /// four points are answered as they are; of more, those that are not finite are left out. The output is
+    /// cleared first and may be the input.
     static void ConvexGrahamScan(const std::vector<Point>& input, std::vector<Point>& output);
 
     /// Whether three points lie on a line: two of them are nearer than 1e-9 mm, or the sine of the smallest

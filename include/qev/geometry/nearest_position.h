@@ -28,8 +28,8 @@ public:
     /// The objects to search, the point (copied; null keeps the one before), and the tolerance in mm of Hit.
     void Init(const CCadGroup* group, const math::DPOINT2* point, double tolerance);
 
-    /// Picks among all objects, or among closed ones only. True when an object was hit; the index and ratio
-    /// of an object of a kind without positions stay as they were.
+    /// Picks among all objects, or among closed ones only. True when an object was hit; with one of a
+    /// kind without positions the tag, index and ratio stay as they were. False for null.
     bool CalculatePosition(PosInfo* info, bool bClosedOnly);
 
     /// Distance from p to the line or arc (|bulge| from 1e-9 on) from a to b, by Heron's rule for lines: its
@@ -49,19 +49,29 @@ protected:
     /// kind, also for one without positions; false for null, and with the flag for an open object.
     bool _RetrieveNearestPos(const CCadObject* object, PosInfo* info, bool bClosedOnly) const;
 
-    /// Collects the objects below a group (of a list), flattened in drawing order, into a group that must not
-    /// delete them: its children have to be picked off again. The second pair takes closed objects only.
+    /// Collects the objects below a group, flattened in drawing order, into a group that must not delete
+    /// them: its children have to be picked off again. Nothing for null.
     static void _SelectObject(const CCadGroup* group, CCadGroup* into);
+    /// The same for all objects of a list.
     static void _SelectObject(const std::list<CCadObject*>* objects, CCadGroup* into);
+    /// The same below a group, closed objects only.
     static void _SelectClosedObject(const CCadGroup* group, CCadGroup* into);
+    /// The same for all objects of a list, closed ones only.
     static void _SelectClosedObject(const std::list<CCadObject*>* objects, CCadGroup* into);
 
     // The kinds one by one. Each serves whatever the object is: the kind is looked at once, in one place.
+
+    /// _RetrieveNearestPos without the flag, its answer dropped; so for the next five.
     void _Line(const CCadObject* object, PosInfo* info) const;
+    /// As _Line, under the name for arcs.
     void _Arc(const CCadObject* object, PosInfo* info) const;
+    /// As _Line, under the name for circles.
     void _Circle(const CCadObject* object, PosInfo* info) const;
+    /// As _Line, under the name for ellipses.
     void _Ellipse(const CCadObject* object, PosInfo* info) const;
+    /// As _Line, under the name for elliptic arcs.
     void _EllipseArc(const CCadObject* object, PosInfo* info) const;
+    /// As _Line, under the name for segment contours.
     void _MultiSegments(const CCadObject* object, PosInfo* info) const;
 
 private:

@@ -24,9 +24,11 @@ QEVCOMMON_API void MakeSectionData_RectPlane(CCadGroup* section, double width, d
 /// kind, or a section that is not exactly one polyline of two nodes or more.
 QEVCOMMON_API bool GetRectPlaneParam(const Adobe* stock, double& width, double& height, double& thickness);
 
+/// Comparison of stock outlines; it keeps no state.
 struct QEVCOMMON_API CAdobeHelper {
     /// Whether two sections hold the same contours in the same order, from the same start in the same
-    /// direction: points within 1e-6 mm, bulges within 1e-9. False for null.
+    /// direction: ends of segments within 1e-6 mm, bulges within 1e-9. Control points of Bezier pieces are
+    /// not looked at, and of what has no segments, such as circles, only the kind is. False for null.
     static bool IsSameProjectContour(const CCadGroup* a, const CCadGroup* b);
 };
 

@@ -16,16 +16,18 @@ namespace qev {
 /// keeps the polyline's own nodes. It owns its groups; copies are deep.
 class QEVCOMMON_API CTopoMultiPolyline {
 public:
+    /// What a group is.
     enum Kind {
-        kLine = 0,
-        kArc = 1,
+        kLine = 0,  ///< one line
+        kArc = 1,   ///< one arc
         kLines = 2, ///< collinear lines
         kArcs = 3,  ///< arcs on one circle
         kCurve = 4  ///< short lines that turn gently, as a flattened spline leaves them
     };
 
+    /// A group: the segments from the end of the group before it on.
     struct CompoundNode {
-        int nKind = kLine;
+        int nKind = kLine;                           ///< one of Kind
         std::vector<CCadPolyline::ARCNODE> vecNodes; ///< end point and bulge of each segment
         math::DPOINT2 ptEnd;                         ///< the last node's point
     };
@@ -33,34 +35,43 @@ public:
     /// Where a group came from. Its kind may differ from the node's: a run merged over the start of a closed
     /// source gives its kind to the record, and the node keeps its own.
     struct TopoInfo {
-        int nKind = kLine;
-        int nFirst = 0; ///< first source segment
-        int nLast = 0;  ///< last source segment
-        double dLength = 0;
+        int nKind = kLine;  ///< one of Kind
+        int nFirst = 0;     ///< first source segment; behind nLast in a group merged over the start
+        int nLast = 0;      ///< last source segment
+        double dLength = 0; ///< mm; of the source segments
     };
 
-    /// Groups a polyline; the caller owns the answer. Null for null. Lines and arcs of no length are left
-    /// out, their records stay.
+    /// Groups a polyline; the caller owns the answer. Null for null. A line or an arc of no length that
+    /// stands alone is left out, its record stays.
     static CTopoMultiPolyline* CreateTopoMultiPolyline(const CCadPolyline* source);
 
+    /// Copies the groups, which keep no tie to the other's.
     CTopoMultiPolyline(const CTopoMultiPolyline& other);
+    /// The same; the groups held before are deleted.
     CTopoMultiPolyline& operator=(const CTopoMultiPolyline& other);
     virtual ~CTopoMultiPolyline();
 
     /// The group at an index, null when there is none. It stays with the polyline.
     CompoundNode* GetAt(int index) const;
+    /// Number of groups.
     int GetNodeCount() const { return static_cast<int>(m_vecNodes.size()); }
-    /// One record for each group as it was made; reversing leaves them as they are.
+    /// One record for each group as it was made, those left out included; what is done to the groups later
+    /// leaves them as they are.
     const std::vector<TopoInfo>& GetTopoInfo() const { return m_vecTopoInfo; }
 
+    /// Where the first group starts. Without groups the source's start, math::NoPoint() if it had none.
     math::DPOINT2 GetStartPoint() const { return m_ptStart; }
+    /// Moves the start of the first group alone.
     void SetStartPoint(const math::DPOINT2& start) { m_ptStart = start; }
     /// The last group's end, or the start point without groups.
     math::DPOINT2 GetEndPoint() const;
-    /// The point at a fraction of a group's length; (0, 0) beyond its ends and for an index without a group.
+    /// The point at a fraction of a group's length, 0 its start and 1 its end. Beyond them the line or arc
+    /// that lies there goes on, but above 1 runs and curves give (0, 0); so does an index without a group.
     math::DPOINT2 GetPoint(int node, double ratio) const;
 
+    /// Runs everything the other way: the groups, and the nodes of each.
     void ReverseDir();
+    /// Moves everything by a vector in mm.
     void Translate(const gp_Vec2d& offset);
     /// Turns everything by an angle in radians; nothing for 0 and 2*pi (within 1e-9).
     void Rotate(const math::DPOINT2& centre, double angle);

@@ -31,11 +31,14 @@ public:
     /// What a text in a script stands for. An array of them ends with a null name.
     struct EnumItem {
         const char* name; ///< compared exactly
-        double value;
+        double value;     ///< what Read stores for the name, compared exactly by Write
     };
 
+    /// Works from the value on top of the stack, whose height it remembers. L is never null.
     explicit CLuaAccess(lua_State* L);
+    /// Works on the same state and stack, and restores the same height.
     CLuaAccess(const CLuaAccess&) = default;
+    /// Moves to the other's state and stack; the stack that it worked on is not restored.
     CLuaAccess& operator=(const CLuaAccess&) = default;
     /// Brings the stack back to the height that it had at construction.
     virtual ~CLuaAccess();
@@ -45,6 +48,7 @@ public:
     /// opens one level, so that each Enter needs its Leave. Throws when 16 levels are open (nothing is opened
     /// then) and when the key holds something else than a table (the level is open, nothing is pushed).
     bool Enter(const char* name);
+    /// The same for the table under an index.
     bool Enter(int index);
     /// Closes the innermost level and pops one value, if the stack holds one. A Leave without an Enter pops
     /// too, and every later Enter throws.
@@ -52,44 +56,57 @@ public:
 
     // Reading. The output stays as it was unless stated otherwise.
 
+    /// A boolean, and nothing that only counts as one.
     bool Read(bool& value, const char* name);
+    /// The same by index.
     bool Read(bool& value, int index);
     /// A number or a numeric text. Outside [min, max] it is stored and the error thrown; a NaN never is
     /// outside, and a NaN as a bound never fires.
     bool Read(double& value, const char* name, double min, double max);
+    /// The same by index.
     bool Read(double& value, int index, double min, double max);
     /// The bounds apply to the number as it stands (-0.5 is below 0), which is then cut towards zero. Beyond
-    /// the range of int it gives the nearest int, a NaN 0.
+    /// the range of int it gives the nearest int, a NaN 0. Outside the bounds the error is thrown and nothing
+    /// stored.
     bool Read(int& value, const char* name, double min, double max);
-    /// The same, for any finite number.
+    /// The same by index, for any finite number and NaN; infinite ones are outside the bounds.
     bool Read(int& value, int index);
-    /// The value of the first item with the name that the script wrote. An unknown name throws.
+    /// The value of the first item with the name that the script wrote. An unknown name throws, and with null
+    /// items every name is one.
     bool Read(double& value, const char* name, const EnumItem* items);
+    /// The same, the item's value cut towards zero.
     bool Read(int& value, const char* name, const EnumItem* items);
     /// A text or number into a buffer of `size` bytes, with its final zero. A longer text is cut and the
-    /// error thrown. A size of 0 gives false.
+    /// error thrown. A null buffer and a size of 0 give false.
     bool Read(char* buffer, unsigned long long size, const char* name);
+    /// The same by index.
     bool Read(char* buffer, unsigned long long size, int index);
     /// The address of a full or light userdata, which belongs to Lua or to whoever wrote it.
+    /// A null pointer gives false.
     bool Read(void** pointer, const char* name);
 
     // Writing. Unless m_bAutoCreate is set, only a key that holds a value is written, else the answer is
     // false.
 
+    /// A boolean under a name. False without a table on top and for a null name; so everywhere below.
     bool Write(bool value, const char* name);
+    /// The same by index.
     bool Write(bool value, int index);
     /// A NaN removes the key.
     bool Write(double value, const char* name);
+    /// The same by index.
     bool Write(double value, int index);
-    /// As numbers.
+    /// As a number.
     bool Write(int value, const char* name);
+    /// The same by index.
     bool Write(int value, int index);
     /// The name of the first item with exactly this value. A value without a name throws.
     bool Write(double value, const char* name, const EnumItem* items);
     /// Copies the text; a null text gives false.
     bool Write(const char* text, const char* name);
+    /// The same by index.
     bool Write(const char* text, int index);
-    /// As a light userdata; what it points to stays the caller's.
+    /// As a light userdata, null too; what it points to stays the caller's.
     bool Write(void* pointer, const char* name);
 
     // Calling step by step: StartCall, the arguments, EndCall, then the results lie on the stack.
@@ -103,17 +120,22 @@ public:
     /// Calls with the arguments pushed so far. False when no StartCall has succeeded yet or the stack holds
     /// less than was pushed. An error in the function is thrown.
     bool EndCall();
-    /// One more argument; nothing before the first successful StartCall. Always true. A null text is nil.
+    /// One more argument, a boolean; nothing before the first successful StartCall. Always true.
     bool Push(bool value);
+    /// The same as a number.
     bool Push(int value);
+    /// The same for any number, NaN too.
     bool Push(double value);
+    /// The same for a text, which is copied; null is nil.
     bool Push(const char* text);
-    /// A new table: one more argument or, inside a table argument, its member under a name or under the count
-    /// of members pushed so far. Fill it with Write. False before the first successful StartCall. Throws at
-    /// the 16th level, or with 16 levels entered.
+    /// A new table: one more argument or, inside a table argument, its member under a number: how many the
+    /// call has pushed at that level so far, in the tables before it too. Fill it with Write. False before
+    /// the first successful StartCall. Throws at the 16th level, or with 16 levels entered.
     bool PushTable();
+    /// The same, as a member under a name; an argument has none, and drops it. Null gives false.
     bool PushTable(const char* name);
-    /// Ends the innermost table argument. False when none is open.
+    /// Ends the innermost table argument. False when none is open, or when the stack no longer holds it.
+    /// True, and nothing is done, before the first successful StartCall.
     bool PushTableLeave();
 
     /// Calls in one step. The format holds a letter for each argument, ">", and a letter for each result; the

@@ -16,12 +16,15 @@ class CLuaAccess;
 /// What every script engine has: the name of its language.
 class QEVCOMMON_API CScriptEngine {
 public:
+    /// Takes any name, which is copied.
     explicit CScriptEngine(const std::string& language);
     CScriptEngine(const CScriptEngine&) = default;
     CScriptEngine& operator=(const CScriptEngine&) = default;
     virtual ~CScriptEngine();
 
+    /// The name as it was given last; "lua" for the engine below. The reference lasts as long as the engine.
     const std::string& GetLanguage() const { return m_strLanguage; }
+    /// Changes the name and nothing else.
     void SetLanguage(const std::string& language) { m_strLanguage = language; }
 
 private:
@@ -37,20 +40,23 @@ public:
     /// The process's engine, which stays the library's; null when it could not be made.
     static CLuaScriptEngine* GetLuaScript();
 
+    /// Opens an interpreter. When memory is refused there is none, and GetLuaState answers null.
     CLuaScriptEngine();
     CLuaScriptEngine(const CLuaScriptEngine&) = default;
     CLuaScriptEngine& operator=(const CLuaScriptEngine&) = default;
     ~CLuaScriptEngine() override;
 
-    /// Runs a file or a text. 0, with all results on the stack, or 1, with Lua's message on the stack. The
+    /// Runs a file. 0, with all results on the stack, or 1, with Lua's message on the stack, as for null. The
     /// caller takes them off, for instance through a cursor that was made before. 1 without an interpreter.
     int DoFile(const char* path);
+    /// The same for a text.
     int DoString(const char* text);
     /// Prints the stack to the standard output, from its top down, for finding errors.
     void PrintLuaStack();
 
-    /// Null when no interpreter is open; both belong to the engine.
+    /// The interpreter's state, which stays the engine's; null when none is open.
     lua_State* GetLuaState() { return m_pLuaState.get(); }
+    /// The engine's own cursor over it, which stays the engine's; null when no interpreter is open.
     CLuaAccess* GetLuaAccess() { return m_pLuaAccess.get(); }
 
 protected:

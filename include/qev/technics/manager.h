@@ -52,6 +52,8 @@ public:
     /// A copy has the same operators and shares the interpreter, which is closed with the last of them. It
     /// has a lock of its own, so that only one of them is used at a time. One of them may free the plug-ins.
     CTechnicsManager(const CTechnicsManager& other);
+    /// The same for a manager that is there, which lets go of its own interpreter and keeps its lock. It
+    /// unloads no plug-in.
     CTechnicsManager& operator=(const CTechnicsManager& other);
 
     /// Loads a plug-in and registers its operators; of those of one type the first stays. False, with the
@@ -82,9 +84,10 @@ public:
     bool RemoveTechnics(const std::list<CCadObject*>* objects, int type, std::list<CCadObject*>* out1,
                         std::list<CCadObject*>* out2, std::string& message);
 
-    /// Pass an edit on to every operator.
+    /// Passes an edit of one object on to every operator.
     void SingleMudifyNotify(const CCadObject* before, CCadObject* after, const std::vector<int>& indices,
                             int kind);
+    /// The same for an edit of several objects.
     void MultipleMudifyNotify(const std::list<CCadObject*>* before, std::list<CCadObject*>* after, int kind);
     /// Has every operator update what is shown of the leaves that carry technics, then of the groups among
     /// the given objects that do. Nothing when there is no leaf (CollectLeafNode) at all.
@@ -92,6 +95,7 @@ public:
 
     /// What the host tells its plug-ins, one for the process.
     TarvelEnvContext& GetTarvelEnvContext();
+    /// Copies the host's values over those of the process.
     void SetTarvelEnvContext(const TarvelEnvContext& context);
 
     /// Whether technics texts are taken as data, off at first. On, a text finds no functions and no trace of
@@ -99,9 +103,11 @@ public:
     /// instructions, 30 ms of computing or 16 MB, or builds a string of more than 64 kB, fails. Opens a fresh
     /// interpreter; false, with everything as it was, when memory is refused.
     bool SetDataOnly(bool dataOnly);
+    /// What SetDataOnly set last; false at first.
     bool IsDataOnly() const { return m_bDataOnly; }
 
-    /// Why the last LoadTechnicsPlugIn, LoadTechnics or AddTechnics was refused; empty when it was not.
+    /// Why the last LoadTechnicsPlugIn, LoadTechnics or AddTechnics was refused; empty when it was not. A
+    /// call that finds nothing to do (no object, an empty text) leaves it as it was.
     const std::string& GetLastErrorText() const { return m_strLastError; }
 
 protected:
@@ -124,6 +130,7 @@ protected:
     public:
         ~CAutoDestory();
     };
+    /// The one that does it.
     static CAutoDestory m_AutoDestory;
 
 private:

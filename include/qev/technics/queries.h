@@ -23,8 +23,10 @@ QEVCOMMON_API bool HasTechnics(const CCadObject* object, int type, int subType);
 /// stands for the type itself, which marks a type's default technics; only here and in RefreshCadObject.
 QEVCOMMON_API CTechnics* GetTechnics(const CCadObject* object, int type, int subType);
 
-/// Takes a technics off the object and hands it over to the caller; null when there is none.
+/// Takes the first technics of a type off the object and hands it over to the caller; null when there is
+/// none.
 QEVCOMMON_API CTechnics* PickOffTechnics(CCadObject* object, int type);
+/// The same by type and sub-type. A sub-type of -1 is a number like any other.
 QEVCOMMON_API CTechnics* PickOffTechnics(CCadObject* object, int type, int subType);
 
 /// Has the technics that GetTechnics finds, or with a negative type every technics, refresh itself; `data` is

@@ -18,10 +18,10 @@ class CTechnics;
 
 /// What the host tells its plug-ins: three handles and a text of its own, which this library only hands out.
 struct TarvelEnvContext {
-    unsigned long long first = 0;
-    unsigned long long second = 0;
-    unsigned long long third = 0;
-    CString fourth;
+    unsigned long long first = 0;  ///< a handle of the host
+    unsigned long long second = 0; ///< a handle of the host
+    unsigned long long third = 0;  ///< a handle of the host
+    CString fourth;                ///< a text of the host; empty at first
 };
 
 /// One type of technics. A plug-in makes its operators and keeps them for as long as it is loaded; nobody
@@ -32,8 +32,11 @@ struct TarvelEnvContext {
 /// order of the operations is the binary interface; the reserved ones are never called by this library.
 class QEVCOMMON_API CITechnicsOperator {
 public:
+    /// Registers nothing: the plug-in's load entry hands the operator to the manager.
     CITechnicsOperator();
+    /// Copies nothing: the class holds no data of its object.
     CITechnicsOperator(const CITechnicsOperator&);
+    /// Copies nothing either.
     CITechnicsOperator& operator=(const CITechnicsOperator&);
 
     /// The type of technics that this operator serves; always the same.
@@ -51,10 +54,12 @@ public:
     virtual bool RemoveTechnicsOf(const std::list<CCadObject*>* objects, int type,
                                   std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
                                   std::string& message) = 0;
+    /// Reserved.
     virtual void Reserved6() = 0;
-    /// An object has been edited, or several have.
+    /// An object has been edited. What the manager was told is passed on as it is, null too.
     virtual void SingleModify(const CCadObject* before, CCadObject* after, const std::vector<int>& indices,
                               int kind) = 0;
+    /// The same for several objects.
     virtual void MultipleModify(const std::list<CCadObject*>* before, std::list<CCadObject*>* after,
                                 int kind) = 0;
     /// Spelled as plug-ins override it. Does nothing by default.
@@ -65,8 +70,11 @@ public:
     virtual bool IncrementalAdd(const CCadObject* object, CTechnics* technics);
     /// Brings what is shown of an object's technics up to date.
     virtual void UpdateViewData(CCadObject* object) = 0;
+    /// Reserved.
     virtual void Reserved12() = 0;
+    /// Reserved.
     virtual void Reserved13() = 0;
+    /// Reserved.
     virtual void Reserved14() = 0;
 
 protected:

@@ -8,7 +8,10 @@
 #include <qev/export.h>
 
 /// A unit of length.
-enum unit_len_t : int { UNIT_METRIC = 0, UNIT_INCH = 1 };
+enum unit_len_t : int {
+    UNIT_METRIC = 0, ///< mm
+    UNIT_INCH = 1    ///< 25.4 mm
+};
 
 /// How a quantity is converted for display. Any other value acts as CONVERT_NONE.
 enum convert_type_t : int {
@@ -30,6 +33,7 @@ public:
     /// The instance, which stays the library's; null when it could not be made or is deleted already.
     static UnitSystem* GetUnitSystem();
 
+    /// A copy is a value of its own: setting it leaves the process's instance as it is.
     UnitSystem(const UnitSystem&) = default;
     /// Takes over the unit and whether it was set.
     UnitSystem& operator=(const UnitSystem&) = default;
@@ -40,6 +44,7 @@ public:
     bool Load(std::string name);
     /// Sets the unit; a value that is no unit acts as metric. False when a unit was set before.
     bool Load(unit_len_t unit);
+    /// The unit as Load took it, also when it is none; metric at first.
     unit_len_t GetUnitType() const { return m_eUnit; }
     /// Digits behind the point that dialogs show: 5 in inch, 3 otherwise.
     int GetDefaultPrecision() const;
@@ -48,8 +53,9 @@ public:
     double MetricToUiUnit(double v, convert_type_t type) const;
     /// A displayed length in mm.
     double UiUnitToMetric(double v) const;
-    /// Lengths, whatever the display unit is.
+    /// Inches in mm, whatever the display unit is.
     double InchToMetric(double v) const;
+    /// mm in inches, whatever the display unit is.
     double MetricToInch(double v) const;
 
 private:

@@ -10,9 +10,9 @@ class gp_Vec2d;
 
 namespace math {
 
-inline constexpr double kPi = std::numbers::pi;
-inline constexpr double kTwoPi = 2 * kPi;
-inline constexpr double kHalfPi = kPi / 2;
+inline constexpr double kPi = std::numbers::pi; ///< a half turn
+inline constexpr double kTwoPi = 2 * kPi;       ///< a whole turn
+inline constexpr double kHalfPi = kPi / 2;      ///< a quarter turn
 
 /// The same direction in [0, 2*pi). Not a number for NaN and infinities.
 QEVMATH_API double RegularizeRadian(double radian);
@@ -22,6 +22,7 @@ QEVMATH_API double AngleToRadian(double degrees);
 
 /// Polar angle of a vector in [0, 2*pi); the zero vector gives 0.
 QEVMATH_API double D2GetNormalAngle(double dx, double dy);
+/// The same for a vector's coordinates.
 QEVMATH_API double D2GetNormalAngle(const DPOINT2& vector);
 
 /// z of the cross product of u and v.

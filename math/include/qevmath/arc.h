@@ -13,10 +13,11 @@ namespace math {
 
 /// An arc (or, with a bulge below kZeroBulge, the straight line) from start to end.
 struct BulgeArc {
-    DPOINT2 start;
-    DPOINT2 end;
-    double bulge = 0;
+    DPOINT2 start;    ///< mm; where the arc is entered
+    DPOINT2 end;      ///< mm; where it is left
+    double bulge = 0; ///< tangent of a quarter of the included angle; positive runs counter-clockwise
 
+    /// Whether |bulge| is below kZeroBulge. False for a bulge that is not a number.
     QEVMATH_API bool IsStraight() const;
     /// The point at a fraction of the length; exactly the ends at 0 and 1. Ratios outside go on round the
     /// circle (or along the line).

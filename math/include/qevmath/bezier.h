@@ -10,12 +10,15 @@ namespace math {
 
 /// A cubic Bezier piece with the parameter t in [0, 1].
 struct CubicBezier {
-    DPOINT2 start;
-    DPOINT2 ctrl1;
-    DPOINT2 ctrl2;
-    DPOINT2 end;
+    DPOINT2 start; ///< mm; the point at t = 0
+    DPOINT2 ctrl1; ///< mm; the piece leaves the start towards it
+    DPOINT2 ctrl2; ///< mm; the piece reaches the end from it
+    DPOINT2 end;   ///< mm; the point at t = 1
 
+    /// The point at t, exactly the ends at 0 and 1. Beyond them the polynomial goes on.
     QEVMATH_API DPOINT2 PointAt(double t) const;
+    /// The derivative by t in mm, also beyond the ends. (0, 0) where a doubled control point or a cusp stops
+    /// it.
     QEVMATH_API DPOINT2 DerivativeAt(double t) const;
     /// Unit vector of travel at t. Where the derivative vanishes (an end with a doubled control point, a
     /// cusp) it is the direction in which the piece leaves; (0, 0) when the piece is a single point.

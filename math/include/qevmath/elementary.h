@@ -13,12 +13,15 @@ namespace math {
 
 /// The sine and the cosine of one angle.
 struct SineCosine {
-    double sin;
-    double cos;
+    double sin; ///< in [-1, 1], or NaN
+    double cos; ///< in [-1, 1], or NaN
 };
 
+/// In [-1, 1].
 QEVMATH_API double Sin(double angle);
+/// In [-1, 1].
 QEVMATH_API double Cos(double angle);
+/// Finite for every finite angle, since no double is an odd multiple of pi/2.
 QEVMATH_API double Tan(double angle);
 /// Both at once, at little more than the cost of one; the same bits as Sin and Cos.
 QEVMATH_API SineCosine SinCos(double angle);

@@ -19,24 +19,27 @@ public:
     QEVMATH_API EllipticArc(const DPOINT2& centre, double semiAxisA, double semiAxisB, double rotation,
                             double start = 0, double sweep = kTwoPi);
 
-    double GetSemiAxisA() const { return m_dSemiAxisA; }
-    double GetSemiAxisB() const { return m_dSemiAxisB; }
-    const DPOINT2& GetCenter() const { return m_ptCenter; }
-    const DPOINT2& GetAxisA() const { return m_vAxisA; }
-    const DPOINT2& GetAxisB() const { return m_vAxisB; }
-    /// Parameter where the arc starts and where it ends; the second is below the first when it runs
-    /// clockwise.
+    double GetSemiAxisA() const { return m_dSemiAxisA; }    ///< mm, never negative
+    double GetSemiAxisB() const { return m_dSemiAxisB; }    ///< mm, never negative; may be the longer one
+    const DPOINT2& GetCenter() const { return m_ptCenter; } ///< mm; of the whole ellipse
+    const DPOINT2& GetAxisA() const { return m_vAxisA; }    ///< mm; from the centre to the point at t = 0
+    const DPOINT2& GetAxisB() const { return m_vAxisB; }    ///< mm; from the centre to the point at t = pi/2
+    /// The parameter where the arc starts, in [0, 2*pi).
     double GetStart() const { return m_dStart; }
+    /// The parameter where the arc ends: start + sweep, below the start when the arc runs clockwise.
     double GetEnd() const { return m_dStart + m_dSweep; }
+    /// The signed parameter travelled, in [-2*pi, 2*pi]; positive counter-clockwise.
     double GetSweep() const { return m_dSweep; }
 
     /// The same arc moved by a vector.
     QEVMATH_API EllipticArc Translated(const DPOINT2& shift) const;
 
-    /// The point and the derivative at a parameter, on the arc or not.
+    /// The point at a parameter, on the arc or not.
     QEVMATH_API DPOINT2 PointAt(double t) const;
+    /// The derivative by t at a parameter, on the arc or not: it points along growing t, whichever way the
+    /// arc runs.
     QEVMATH_API DPOINT2 DerivativeAt(double t) const;
-    /// Unit vector in the direction of growing t, also at the tips of a flat ellipse's axes.
+    /// The derivative's unit vector; (0, 0) where it vanishes, as at t = 0 of an ellipse whose axis B is 0.
     QEVMATH_API DPOINT2 TangentAt(double t) const;
 
     /// Length in mm to 1e-10 relative: whole quadrants by the complete elliptic integral of the second kind,

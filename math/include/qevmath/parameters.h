@@ -16,8 +16,11 @@ public:
     void Add(double value) {
         if (m_count < m_values.size()) m_values[m_count++] = value;
     }
+    /// The first value, for range loops. The values stand in the order in which they were added.
     const double* begin() const { return m_values.data(); }
+    /// Behind the last value.
     const double* end() const { return m_values.data() + m_count; }
+    /// Number of values kept, at most eight.
     std::size_t size() const { return m_count; }
 
 private:
@@ -30,8 +33,8 @@ private:
 /// whose distance from it is stationary satisfy (k*C(t) - q) . C'(t) = 0 with q = k*apex + n. k = 0 is
 /// the straight line through apex at right angles to n. k = 1 and q = p is the distance from the point p.
 struct FootEquation {
-    double curvature = 1;
-    DPOINT2 q;
+    double curvature = 1; ///< k, in 1/mm for a circle; 0 for a straight line
+    DPOINT2 q;            ///< k*apex + n, or the point itself
 
     /// The factor of C'(t) at a point of the curve.
     DPOINT2 At(const DPOINT2& onCurve) const { return onCurve * curvature - q; }

@@ -11,25 +11,31 @@ namespace math {
 
 /// A point or a vector of the drawing plane.
 struct DPOINT2 {
-    double x = 0;
-    double y = 0;
+    double x = 0; ///< mm
+    double y = 0; ///< mm
 };
 
+/// A point moved by a vector, or the sum of two vectors.
 constexpr DPOINT2 operator+(const DPOINT2& p, const DPOINT2& q) {
     return {p.x + q.x, p.y + q.y};
 }
+/// The vector that leads from q to p.
 constexpr DPOINT2 operator-(const DPOINT2& p, const DPOINT2& q) {
     return {p.x - q.x, p.y - q.y};
 }
+/// The vector of the opposite direction.
 constexpr DPOINT2 operator-(const DPOINT2& p) {
     return {-p.x, -p.y};
 }
+/// The vector scaled by a factor; a negative one turns it round.
 constexpr DPOINT2 operator*(const DPOINT2& p, double factor) {
     return {p.x * factor, p.y * factor};
 }
+/// The same with the factor in front.
 constexpr DPOINT2 operator*(double factor, const DPOINT2& p) {
     return p * factor;
 }
+/// Divides both coordinates; by 0 they become infinite or NaN.
 constexpr DPOINT2 operator/(const DPOINT2& p, double divisor) {
     return {p.x / divisor, p.y / divisor};
 }
