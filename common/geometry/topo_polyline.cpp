@@ -172,7 +172,7 @@ DPOINT2 CTopoMultiPolyline::GetPoint(int node, double ratio) const {
     for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
         const SEGMENT segment = contour.GetSegment(i);
         const double length = segment.GetLength();
-        if (rest - length <= 0) return segment.GetPoint(rest / length);
+        if (rest - length <= 0) return segment.GetPoint(length > 0 ? rest / length : 0);
         rest -= length;
     }
     return {};

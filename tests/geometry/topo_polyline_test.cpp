@@ -85,9 +85,10 @@ TEST(TopoPolyline, Groups) {
              "'0 0 L 10 0 L 10 20 L -20 20 L -20 0 L 0 0' '0x2 0x1 0x1 0x1 ' 0 4;"
              "'0 0 L 20 0 L 40 0 L 40 30 L -20 30 L -20 0 L 0 0' '2x3 0x1 0x1 0x1 ' 0 5;"
              "'0 0 L 20 0 L 40 0 L 40 30 L -40 30 L -40 0 L -20 0 L 0 0' '2x4 0x1 0x1 0x1 ' 2 5;"
-             "'0 0 L 5 0' '0x1 ' 0 0; '0 0 L 0 0 A 30 0 1' '1x1 ' 0 0")) {
+             "'0 0 L 0 0 L 20 0' '2x2 ' 2 0; '0 0 L 5 0' '0x1 ' 0 0; '0 0 L 0 0 A 30 0 1' '1x1 ' 0 0")) {
         const auto topo = Make(*Polyline(source));
         EXPECT_EQ(Kinds(*topo), kinds) << row;
+        EXPECT_POINT_NEAR(topo->GetPoint(0, 0), topo->GetStartPoint(), 0) << row;
         EXPECT_TRUE(topo->GetTopoInfo()[0].nKind == firstKind && topo->GetTopoInfo()[0].nFirst == first)
             << row;
     }
