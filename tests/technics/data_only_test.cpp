@@ -53,8 +53,9 @@ TEST_F(DataOnly, TextsFindNothingAndLeaveNothing) {
     for (int i = 0; i < 2; ++i)
         EXPECT_TRUE(manager.Add("if not (print or _G or n) then T={Lead={}} end n=1")) << "new, then known";
     EXPECT_FALSE(manager.Add("n=1")) << "the table of another text";
-    for (int i = 0; i < 150; ++i)
-        EXPECT_TRUE(manager.Add("x={} for i=1,2e3 do x[i]={i} end T={Lead={}} --" + std::to_string(i)));
+    const std::string half = "local s='" + std::string(50'000, 's') + "' x={} for i=1,150 do x[i]=s..i end";
+    for (int i = 0; i < 20; ++i) // half the memory each, which goes with its text
+        EXPECT_TRUE(manager.Add(half + " T={Lead={}} --" + std::to_string(i))) << manager.GetLastErrorText();
     EXPECT_FALSE(manager.Add("T={Lead={Speed=math.pi}}"));
     EXPECT_TRUE(manager.SetDataOnly(false) && manager.Add("T={Lead={Speed=math.pi}}"));
 }
