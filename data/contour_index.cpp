@@ -1,6 +1,5 @@
 #include <cmath>
 #include <memory>
-#include <new>
 
 #include <qevdata/cad_object.h>
 #include <qevdata/contour_index.h>
@@ -39,24 +38,13 @@ LazyIndex& LazyIndex::operator=(const LazyIndex& other) {
 }
 
 const ContourIndex* LazyIndex::Of(const CCadObject& contour) const {
-    if (const ContourIndex* made = m_pIndex.load(std::memory_order_acquire)) return made;
-    return m_bAsked.exchange(true, std::memory_order_relaxed) ? Make(contour) : nullptr;
-}
-
-// Two threads may make one each; the first that is ready is kept.
-const ContourIndex* LazyIndex::Make(const CCadObject& contour) const try {
-    if (contour.GetSegmentCount() <= 0) return nullptr;
-    auto made = std::make_unique<const ContourIndex>(contour);
-    const ContourIndex* kept = nullptr;
-    return m_pIndex.compare_exchange_strong(kept, made.get(), std::memory_order_acq_rel) ? made.release()
-                                                                                         : kept;
-} catch (const std::bad_alloc&) {
-    return nullptr;
+    if (const ContourIndex* made = m_index.Get()) return made;
+    if (!m_bAsked.exchange(true, std::memory_order_relaxed) || contour.GetSegmentCount() <= 0) return nullptr;
+    return m_index.GetOr([&] { return std::make_unique<const ContourIndex>(contour); });
 }
 
 void LazyIndex::Drop() {
-    if (m_pIndex.load(std::memory_order_relaxed))
-        delete m_pIndex.exchange(nullptr, std::memory_order_relaxed);
+    m_index.Drop();
     m_bAsked.store(false, std::memory_order_relaxed);
 }
 

@@ -1,3 +1,4 @@
+#include <qevdata/converter.h>
 #include <qevdata/ellipse.h>
 
 #include "central_angle.h"
@@ -9,6 +10,12 @@ double Directed(double sweep, bool counterClockwise) {
     return counterClockwise ? sweep : -sweep;
 }
 
+std::unique_ptr<const CCadPolyline> Converted(const CCadObject& ellipse) {
+    CCadPolyline* polyline = nullptr;
+    CConvertCadObjectToCadPolyline("SegmentType=Both;AbsoluteError=0.001;")(&ellipse, polyline);
+    return std::unique_ptr<const CCadPolyline>(polyline);
+}
+
 } // namespace
 
 CCadEllipse::CCadEllipse(const math::DPOINT2& centre, double semiAxisA, double semiAxisB, double rotation,
@@ -18,6 +25,10 @@ CCadEllipse::CCadEllipse(const math::DPOINT2& centre, double semiAxisA, double s
 
 CCadObject* CCadEllipse::Clone(bool newId) const {
     return Cloned(new CCadEllipse(*this), newId);
+}
+
+const CCadPolyline* CCadEllipse::GetPolyline() const {
+    return m_polyline.GetOr([this] { return Converted(*this); });
 }
 
 CContourDirection::ContourDirection_T CCadEllipse::GetDirection() const {
@@ -33,6 +44,10 @@ CCadEllipseArc::CCadEllipseArc(const math::DPOINT2& centre, double semiAxisA, do
 
 CCadObject* CCadEllipseArc::Clone(bool newId) const {
     return Cloned(new CCadEllipseArc(*this), newId);
+}
+
+const CCadPolyline* CCadEllipseArc::GetPolyline() const {
+    return m_polyline.GetOr([this] { return Converted(*this); });
 }
 
 CContourDirection::ContourDirection_T CCadEllipseArc::GetDirection() const {

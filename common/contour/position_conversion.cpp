@@ -1,11 +1,9 @@
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <optional>
 
 #include <qev/contour/converted_position.h>
 #include <qev/contour/measures.h>
-#include <qev/contour/polyline_conversion.h>
 #include <qev/contour/position_conversion.h>
 #include <qev/contour/positions.h>
 #include <qev/geometry/nearest_position.h>
@@ -25,13 +23,14 @@ using math::DPOINT2;
 using math::POLYPOS;
 using Point = std::optional<DPOINT2>;
 
-Point PointOfEllipse(const CCadObject& ellipse, double ratio) {
-    std::vector<int> map;
-    const std::unique_ptr<CCadPolyline> polyline(Convert2Polyline(&ellipse, map, kEllipseError));
+// Of a whole ellipse or an arc of one.
+template <class Ellipse>
+Point PointOfEllipse(const Ellipse& ellipse, double ratio) {
+    const CCadPolyline* const polyline = ellipse.GetPolyline();
     POLYPOS mapped;
     DPOINT2 point;
-    if (!polyline || !GetMapPos(&ellipse, polyline.get(), map, {0, ratio}, mapped)
-        || !PosToCoor(polyline.get(), mapped.nSegIndex, mapped.dRatio, point))
+    if (!polyline || !GetMapPos(&ellipse, polyline, {}, {0, ratio}, mapped)
+        || !PosToCoor(polyline, mapped.nSegIndex, mapped.dRatio, point))
         return std::nullopt;
     return point;
 }

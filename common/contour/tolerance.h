@@ -10,10 +10,6 @@ namespace qev {
 /// drawing resolves and far above the rounding of a ratio; positions that hosts have stored depend on it.
 inline constexpr double kSame = 1e-9;
 
-/// mm: how far the polyline may lie from an ellipse whose positions, points and directions it answers.
-/// Positions go out and come back through the same polyline, so that they agree.
-inline constexpr double kEllipseError = 0.001;
-
 /// Whether two values are the same within kSame.
 inline bool IsSame(double a, double b) {
     return std::abs(a - b) < kSame;

@@ -2,9 +2,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <memory>
 
-#include <qev/contour/polyline_conversion.h>
 #include <qev/geometry/arc_math.h>
 #include <qev/geometry/directions.h>
 #include <qevdata/multi_segments.h>
@@ -53,7 +51,7 @@ math::DPOINT2 SegmentDirection(const SEGMENT& segment, double ratio) {
 }
 
 math::DPOINT2 EllipseDirection(const CCadEllipse& ellipse, int index, double ratio) {
-    const std::unique_ptr<CCadPolyline> polyline(Convert2Polyline(&ellipse, kEllipseError));
+    const CCadPolyline* const polyline = ellipse.GetPolyline();
     if (!polyline) return {};
     const auto chord = [&](int k) {
         const SEGMENT segment = polyline->GetSegment(k);
@@ -77,7 +75,7 @@ math::DPOINT2 EllipseDirection(const CCadEllipse& ellipse, int index, double rat
 
 // The chord of the polyline's segment, also where that is an arc: kept apart from the ellipse on purpose.
 math::DPOINT2 EllipseArcDirection(const CCadEllipseArc& arc, double ratio) {
-    const std::unique_ptr<CCadPolyline> polyline(Convert2Polyline(&arc, kEllipseError));
+    const CCadPolyline* const polyline = arc.GetPolyline();
     if (!polyline) return {};
     const double target = polyline->GetLength() * ratio;
     const int last = polyline->GetSegmentCount() - 1;

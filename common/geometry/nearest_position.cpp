@@ -1,10 +1,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <memory>
 #include <optional>
 
-#include <qev/contour/polyline_conversion.h>
 #include <qev/geometry/nearest_position.h>
 #include <qevdata/contour_index.h>
 #include <qevdata/picking.h>
@@ -181,12 +179,40 @@ double CircleRatio(const CCadCircle& circle, const DPOINT2& p) {
     return ratio == 1 ? 0 : ratio;
 }
 
-std::optional<Place> NearestOnEllipse(const CCadObject& ellipse, const DPOINT2& p) {
-    const std::unique_ptr<CCadPolyline> polyline(Convert2Polyline(&ellipse, kEllipseError));
+// The turn from an arc's start to a point on it. A point that lies before the start, as near as the test of
+// points on arcs allows, is the start: it must not count for a whole turn.
+double TravelledTo(const DPOINT2& p, const SolvedArc& arc) {
+    const double angle = arc.AngleOf(p);
+    if (IsSame(angle, arc.start)) return 0;
+    const double turn = math::RegularizeRadian(arc.sweep > 0 ? angle - arc.start : arc.start - angle);
+    return math::kTwoPi - turn < turn - std::abs(arc.sweep) ? 0 : turn;
+}
+
+// The length up to a point, which lies on one of the segments, by that of the whole contour.
+double RatioAlong(const CCadObject& contour, const DPOINT2& p) {
+    const double total = contour.GetLength();
+    double before = 0;
+    for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
+        const SEGMENT segment = contour.GetSegment(i);
+        if (std::abs(segment.dBulge) < kSame) {
+            if (math::IsPointInLine(p, segment.ptStart, segment.ptEnd))
+                return (before + math::D2GetDistance(p, segment.ptStart)) / total;
+        } else {
+            const SolvedArc arc(segment.ptStart, segment.ptEnd, segment.dBulge);
+            const bool left = arc.sweep > 0;
+            if (math::IsPointInArc(p, arc.centre, arc.radius, arc.start, std::abs(arc.sweep), left))
+                return (before + arc.radius * TravelledTo(p, arc)) / total;
+        }
+        before += segment.GetLength();
+    }
+    return before / total;
+}
+
+std::optional<Place> NearestOnEllipse(const CCadPolyline* polyline, const DPOINT2& p) {
     if (!polyline) return std::nullopt;
     DPOINT2 nearest;
-    GetMinDistance(polyline.get(), p, nearest);
-    return Place{0, CPosCalculator::GetPtInMultiRatio(nearest, polyline.get())};
+    GetMinDistance(polyline, p, nearest);
+    return Place{0, RatioAlong(*polyline, nearest)};
 }
 
 // Where a point lies on an object; none for a kind without positions.
@@ -205,8 +231,8 @@ std::optional<Place> NearestPlace(const CCadObject* object, const DPOINT2& p) {
                [&](const CCadCircle& circle) -> Answer {
                    return Place{0, CircleRatio(circle, p)};
                },
-               [&](const CCadEllipse& ellipse) { return NearestOnEllipse(ellipse, p); },
-               [&](const CCadEllipseArc& arc) { return NearestOnEllipse(arc, p); },
+               [&](const CCadEllipse& ellipse) { return NearestOnEllipse(ellipse.GetPolyline(), p); },
+               [&](const CCadEllipseArc& arc) { return NearestOnEllipse(arc.GetPolyline(), p); },
                [&](const Contour& contour) { return NearestOnContour(contour.object, p); }});
 }
 
@@ -219,15 +245,6 @@ void Select(const std::list<CCadObject*>* objects, CCadGroup* into, bool closedO
         if (step != TreeWalk::Step::kLeaf || IsGroupCode(object->GetType())) continue;
         if (!closedOnly || object->IsClose()) into->PushBack(object);
     }
-}
-
-// The turn from an arc's start to a point on it. A point that lies before the start, as near as the test of
-// points on arcs allows, is the start: it must not count for a whole turn.
-double TravelledTo(const DPOINT2& p, const SolvedArc& arc) {
-    const double angle = arc.AngleOf(p);
-    if (IsSame(angle, arc.start)) return 0;
-    const double turn = math::RegularizeRadian(arc.sweep > 0 ? angle - arc.start : arc.start - angle);
-    return math::kTwoPi - turn < turn - std::abs(arc.sweep) ? 0 : turn;
 }
 
 } // namespace
@@ -314,23 +331,7 @@ double CPosCalculator::GetPerpendicularFootRatio(const DPOINT2& p, const DPOINT2
 }
 
 double CPosCalculator::GetPtInMultiRatio(const DPOINT2& p, CCadObject* contour) {
-    if (!contour) return std::numeric_limits<double>::quiet_NaN();
-    const double total = contour->GetLength();
-    double before = 0;
-    for (int i = 0, count = contour->GetSegmentCount(); i < count; ++i) {
-        const SEGMENT segment = contour->GetSegment(i);
-        if (std::abs(segment.dBulge) < kSame) {
-            if (math::IsPointInLine(p, segment.ptStart, segment.ptEnd))
-                return (before + math::D2GetDistance(p, segment.ptStart)) / total;
-        } else {
-            const SolvedArc arc(segment.ptStart, segment.ptEnd, segment.dBulge);
-            const bool left = arc.sweep > 0;
-            if (math::IsPointInArc(p, arc.centre, arc.radius, arc.start, std::abs(arc.sweep), left))
-                return (before + arc.radius * TravelledTo(p, arc)) / total;
-        }
-        before += segment.GetLength();
-    }
-    return before / total;
+    return contour ? RatioAlong(*contour, p) : std::numeric_limits<double>::quiet_NaN();
 }
 
 } // namespace qev

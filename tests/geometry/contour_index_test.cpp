@@ -82,6 +82,8 @@ TEST(ContourIndex, EveryChangeDropsIt) {
     ExpectSameAnswers(*extended, random);
     const std::unique_ptr<CCadObject> copy(extended->Clone(true));
     ExpectSameAnswers(*copy, random);
+    const CCadEllipse ellipse({0, 0}, 2, 1, 0);
+    EXPECT_TRUE(ellipse.GetPolyline() && ellipse.GetPolyline() == ellipse.GetPolyline());
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <qev/export.h>
+#include <qevdata/lazy.h>
 #include <qevmath/bounds.h>
 
 namespace qev {
@@ -74,7 +75,6 @@ private:
 };
 
 /// Holds a contour's index from the second time on that it is asked for, since many contours are asked once.
-/// Threads that only ask may do so at the same time. A copy starts without an index.
 class QEVDATA_API LazyIndex {
 public:
     LazyIndex() = default;
@@ -82,7 +82,6 @@ public:
     LazyIndex(const LazyIndex&) noexcept {}
     /// Forgets the own index and takes nothing over; assigned to itself it stays as it is.
     LazyIndex& operator=(const LazyIndex& other);
-    ~LazyIndex() { Drop(); }
 
     /// The index of the contour that this belongs to; null the first time, for a contour without segments and
     /// when memory is refused. It lasts until Drop.
@@ -91,9 +90,7 @@ public:
     void Drop();
 
 private:
-    const ContourIndex* Make(const CCadObject& contour) const;
-
-    mutable std::atomic<const ContourIndex*> m_pIndex = nullptr; // owned
+    Lazy<ContourIndex> m_index;
     mutable std::atomic<bool> m_bAsked = false;
 };
 

@@ -3,7 +3,8 @@
 /// angles. Negative semi-axes count as positive; either axis may be the longer one.
 #pragma once
 
-#include <qevdata/cad_object.h>
+#include <qevdata/lazy.h>
+#include <qevdata/polyline.h>
 
 namespace qev {
 
@@ -20,6 +21,10 @@ public:
     math::DPOINT2 GetPoint_XY(double parameter) const { return m_outline.PointAt(parameter); }
     /// The outline as the math library knows it.
     const math::EllipticArc& GetOutline() const { return m_outline; }
+    /// The polyline of lines and arcs, nowhere farther than 0.001 mm from the ellipse, that its positions,
+    /// points and directions go by: so they agree. It stays with the ellipse. Null when the converter refuses
+    /// the ellipse.
+    const CCadPolyline* GetPolyline() const;
 
     cad_t GetType() const override { return kCadEllipse; }
     bool IsClose() const override { return true; }
@@ -37,6 +42,7 @@ protected:
 
 private:
     math::EllipticArc m_outline;
+    Lazy<CCadPolyline> m_polyline;
 };
 
 /// An arc of an ellipse: from the start parameter over the sweep, travelled in the direction of the flag.
@@ -52,6 +58,8 @@ public:
     math::DPOINT2 GetPoint_XY(double parameter) const { return m_outline.PointAt(parameter); }
     /// The outline as the math library knows it.
     const math::EllipticArc& GetOutline() const { return m_outline; }
+    /// As that of CCadEllipse.
+    const CCadPolyline* GetPolyline() const;
 
     cad_t GetType() const override { return kCadEllipseArc; }
     bool IsClose() const override { return EndsMeet(*this); }
@@ -69,6 +77,7 @@ protected:
 
 private:
     math::EllipticArc m_outline;
+    Lazy<CCadPolyline> m_polyline;
     bool m_bCounterClockwise;
 };
 
