@@ -19,6 +19,7 @@ using plugins::Number;
 
 constexpr int kType = 2;
 constexpr double kSharpCorner = 30; // degrees
+constexpr double kRounding = 1e-9;  // spacings: a stretch that is short by this much of a whole number has it
 
 class MicroJoint final : public plugins::PathTechnics {
 public:
@@ -55,7 +56,7 @@ std::vector<math::PosRange> MicroJoint::FindBridges(const qev::CCadMultiSegments
     };
     const auto found = contours::FindStartZones(contour, m_zone, kSharpCorner);
     for (const Stretch& stretch : found.freeStretches) {
-        const int count = static_cast<int>(stretch.length / m_spacing + 1e-9);
+        const int count = static_cast<int>(stretch.length / m_spacing + kRounding);
         for (int i = 0; i < count; ++i) addBridge(stretch.range.start, (i + 0.5) * stretch.length / count);
     }
     if (bridges.empty() && found.longest > 2 * m_width) addBridge(found.chosen, -found.longest / 4);
