@@ -21,10 +21,7 @@ lua_State* Open() {
     luaL_requiref(L, "table", luaopen_table, 1);
     luaL_requiref(L, "coroutine", luaopen_coroutine, 1);
     luaL_requiref(L, "debug", luaopen_debug, 1);
-    for (const char* name : {"dofile", "loadfile", "print"}) {
-        lua_pushnil(L);
-        lua_setglobal(L, name);
-    }
+    luaL_dostring(L, "dofile, loadfile, print = nil");
     lua_settop(L, 0);
     lua_sethook(
         L, [](lua_State* hooked, lua_Debug*) { luaL_error(hooked, "too long"); }, LUA_MASKCOUNT, 5000);

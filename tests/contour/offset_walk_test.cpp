@@ -1,7 +1,5 @@
 #include "support/support.h"
 
-using namespace test;
-
 // Walks of up to some laps either way against the sum of lengths, modulo the whole.
 TEST(OffsetWalk, AgainstSummedLengths) {
     for (Random random; random.Rounds(2000);) {
@@ -96,7 +94,6 @@ TEST(SharpJoints, TurnsAndTheHull) {
 
 // Both lengths against sums, on three segments of lengths 1, 2 and 3.
 TEST(LengthBetween, BothVariants) {
-    const double kept = -77;
     const std::pair<const char*, const char*> tables[] = {
         {"0 0 L 1 0 L 3 0 L 0 0", "1+0.5 1+0.25 -0.5 5.5; 1+0.5 1+0.5 0 6; 2+0.5 0+0.5 2 2; 0+0.5 2+0.5 4 4"},
         {"0 0 L 1 0 L 3 0 L 6 0", "2+0.5 0+0.5 2 -4; 0+0.5 2+0.5 4 4; 1+0.5 1+0.5 0 0; 0+0 7+0 -77 -77;"
@@ -108,12 +105,12 @@ TEST(LengthBetween, BothVariants) {
         for (const auto& [row, from, to, once, twice] : Rows<POLYPOS, POLYPOS, double, double>(rows)) {
             SCOPED_TRACE(text + (":" + row));
             const auto object = Object(text);
-            double first = kept, second = kept;
+            double first = -77, second = -77; // kept where there is no answer
             GetLineLength_Dot2Dot(object.get(), from, to, first);
             GetLineLength_Dot2Dot2(object.get(), from, to, second);
             EXPECT_POINT_NEAR((DPOINT2{first, second}), (DPOINT2{once, twice}), 1e-12);
         }
-    double length = kept;
+    double length = -77;
     GetLineLength_Dot2Dot2(PolylineEx("0 0 L 1 0 L 2 0").get(), {1, 0}, {0, 0}, length);
-    EXPECT_EQ(length, kept) << "the extended polyline is left out";
+    EXPECT_EQ(length, -77) << "the extended polyline is left out";
 }

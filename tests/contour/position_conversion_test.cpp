@@ -2,8 +2,6 @@
 
 namespace {
 
-using namespace test;
-
 // A random object of every kind with positions, away from the origin.
 std::unique_ptr<CCadObject> RandomObject(Random& random, const DPOINT2& shift) {
     const DPOINT2 centre = random.Point() + shift;

@@ -1,9 +1,5 @@
 #include "support/support.h"
 
-namespace {
-
-using namespace test;
-
 const auto kOpen = Polyline("0 0 L 10 0 L 10 10 L 0 10");
 const auto kClosed = Polyline("0 0 L 10 0 L 10 10 L 0 0");
 
@@ -74,5 +70,3 @@ TEST(Positions, ScalarForm) {
         EXPECT_TRUE(IsAt(onOpen, open) && IsAt(onClosed, closed)) << row;
     }
 }
-
-} // namespace

@@ -2,8 +2,6 @@
 
 namespace {
 
-using namespace test;
-
 using Ranges = std::vector<PosRange>;
 
 // Positions on a contour of six segments, in quarters, so that ends meet often.
@@ -39,10 +37,10 @@ Ranges RangesOf(const std::string& text) {
 
 void ExpectSame(const Ranges& ranges, const Ranges& expected) {
     ASSERT_EQ(ranges.size(), expected.size());
-    for (std::size_t i = 0; i < ranges.size(); ++i) {
-        EXPECT_TRUE(IsAt(ranges[i].start, expected[i].start) && IsAt(ranges[i].end, expected[i].end)) << i;
-        EXPECT_EQ(ranges[i].nTag, expected[i].nTag);
-    }
+    for (std::size_t i = 0; i < ranges.size(); ++i)
+        EXPECT_TRUE(IsAt(ranges[i].start, expected[i].start) && IsAt(ranges[i].end, expected[i].end)
+                    && ranges[i].nTag == expected[i].nTag)
+            << i;
 }
 
 TEST(Ranges, SortingLeavesTheOrderOfTheExchangeSort) {
@@ -136,13 +134,14 @@ TEST(InvalidRanges, ZonesAgainstDistances) {
         const auto contour = RandomPolyline(random, 6);
         const double total = contour->GetLength(), back = total * random.Uniform(0, 0.7),
                      on = total * random.Uniform(0, 0.7);
-        if (!contour->IsClose() || total < 1 || GetCadSegments(contour.get()) < 2) continue;
-        const POLYPOS pos{random.Int(0, GetCadSegments(contour.get()) - 1), random.Uniform(0, 0.99)};
-        PosRange zone;
-        zone.nTag = 7;
+        if (!contour->IsClose() || total < 1 || contour->GetSegmentCount() < 2) continue;
+        const auto somewhere = [&] {
+            return POLYPOS{random.Int(0, contour->GetSegmentCount() - 1), random.Uniform(0, 0.99)};
+        };
+        const POLYPOS pos = somewhere(), probe = somewhere();
+        PosRange zone({0, 0}, {0, 0}, 7);
         const bool made = GenerateInvalidRange(contour.get(), pos, back, on, zone);
         ASSERT_EQ(made, !IsInvalidRange(contour.get(), zone) || back + on >= total);
-        const POLYPOS probe{random.Int(0, GetCadSegments(contour.get()) - 1), random.Uniform(0, 0.99)};
         const double ahead = std::fmod(LengthTo(*contour, probe) - LengthTo(*contour, pos) + total, total);
         const bool reached = ahead <= on || total - ahead <= back || back + on >= total;
         const bool inside = IsRangeIntersected(probe, zone);
@@ -182,19 +181,15 @@ TEST(InvalidRanges, FallbacksAndCorners) {
 }
 
 TEST(SegmentMap, ByLengthAndByPoint) {
-    const auto two = Polyline("0 0 L 10 0 L 20 0"), four = Polyline("0 0 L 5 0 L 10 0 L 15 0 L 20 0");
-    const CCadCircle circle({0, 0}, 1);
-    const std::tuple<const CCadObject*, const CCadObject*, std::vector<int>> maps[] = {
-        {two.get(), four.get(), {0, 0, -1, -1}}, // as many entries as the source has segments
-        {four.get(), two.get(), {0, 2}},
-        {&circle, four.get(), {5, 0, 0, 0}},
-        {four.get(), &circle, {5}},
-        {nullptr, four.get(), {5}}};
-    for (const auto& [from, to, expected] : maps) {
+    for (const auto& [row, from, to, expected] : Rows<std::string, std::string, std::vector<int>>(
+             "'0 0 L 2 0 L 4 0' '0 0 L 1 0 L 2 0 L 3 0 L 4 0' 0,0,-1,-1;" // as many as the source has
+             "'0 0 L 1 0 L 2 0 L 3 0 L 4 0' '0 0 L 2 0 L 4 0' 0,2; 'circle 0 0 1' '0 0 L 1 0 L 2 0' 5,0;"
+             "'0 0 L 1 0 L 2 0' 'circle 0 0 1' 5; null '0 0 L 1 0 L 2 0' 5")) {
         std::vector<int> map{5};
-        GetSegMap(from, to, map);
-        EXPECT_EQ(map, expected);
+        GetSegMap(Object(from).get(), Object(to).get(), map);
+        EXPECT_EQ(map, expected) << row;
     }
+    const auto two = Polyline("0 0 L 10 0 L 20 0"), four = Polyline("0 0 L 5 0 L 10 0 L 15 0 L 20 0");
     double before = 9;
     EXPECT_TRUE(FindSegmentIndexByRate(two.get(), 0.5, 0, 0, before) == 0 && before == 0);
     EXPECT_TRUE(FindSegmentIndexByRate(four.get(), 0.6, 1, 5, before) == 2 && before == 10);

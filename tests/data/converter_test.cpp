@@ -2,8 +2,6 @@
 
 namespace {
 
-using namespace test;
-
 std::unique_ptr<CCadPolyline> ConvertBy(const char* settings, const CCadObject& object) {
     CCadPolyline* out = nullptr;
     const bool made = CConvertCadObjectToCadPolyline(settings)(&object, out);

@@ -1,7 +1,5 @@
 #include "support/support.h"
 
-using namespace test;
-
 TEST(MinDistance, AgainstSamples) {
     for (Random random; random.Rounds(100);) {
         const auto contour = RandomPolylineEx(random, 6);

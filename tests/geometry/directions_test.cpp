@@ -1,9 +1,5 @@
 #include "support/support.h"
 
-namespace {
-
-using namespace test;
-
 const auto Unit = [](const DPOINT2& v) { return v / math::Norm(v); };
 
 // Differences of nearby points are the oracle for every direction.
@@ -75,5 +71,3 @@ TEST(Directions, OfWhatHasNone) {
     EXPECT_POINT_NEAR(GetVector(polyline.get(), 0, 0.5), (DPOINT2{3, 4}), 0);
     EXPECT_POINT_NEAR(GetVector(polyline.get(), INT_MAX, 0.5), (DPOINT2{0, 0}), 0);
 }
-
-} // namespace

@@ -4,8 +4,6 @@
 
 namespace {
 
-using namespace test;
-
 using Point = CConvexHelper::Point;
 
 std::vector<int> Tags(const std::vector<Point>& points) {

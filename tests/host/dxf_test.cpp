@@ -1,5 +1,3 @@
-#include <fstream>
-
 #include "host/drawing.h"
 #include "host/dxf_text.h"
 #include "host/host.h"
@@ -7,8 +5,6 @@
 #include "support/support.h"
 
 namespace {
-
-using namespace test;
 
 // The objects of a file that must be sound.
 struct Read {

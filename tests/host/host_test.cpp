@@ -10,8 +10,6 @@
 
 namespace {
 
-using namespace test;
-
 struct Ran {
     int code;
     std::string out, errors;
@@ -88,8 +86,7 @@ TEST(Report, AreasCornersAndClosedness) {
     for (int i = 0; i < 4; ++i) EXPECT_EQ(reports[i].corners.size(), i == 1 ? 3u : 0u);
 }
 
-class HostRun : public testing::Test {
-protected:
+struct HostRun : testing::Test {
     // The process's technics manager keeps the plug-ins from one case to the next.
     static void SetUpTestSuite() {
         const std::string plugIns = "' --plugin '" LEADIN "' --plugin '" MICROJOINT "'";
@@ -103,13 +100,10 @@ protected:
     }
     std::string Picture() const { return Text(m_picture); }
     ~HostRun() override {
-        std::remove(m_drawing.c_str());
-        std::remove(m_picture.c_str());
-        std::remove(m_saved.c_str());
+        for (const auto* path : {&m_drawing, &m_picture, &m_saved}) std::remove(path->c_str());
     }
-    const std::string m_drawing = TempPath("host.dxf");
-    const std::string m_picture = TempPath("host.svg");
-    const std::string m_saved = TempPath("host.technics");
+    const std::string m_drawing = TempPath("host.dxf"), m_picture = TempPath("host.svg"),
+                      m_saved = TempPath("host.technics");
 };
 
 TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {

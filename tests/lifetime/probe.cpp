@@ -44,16 +44,10 @@ extern "C" QEV_EXPORT bool AreStaticsAlive() {
 
 // Code of each library that must go with this one.
 extern "C" QEV_EXPORT const void* CodeOf(int library) {
-    switch (library) {
-    case 0:
-        return reinterpret_cast<const void*>(&math::RegularizeRadian);
-    case 1:
-        return reinterpret_cast<const void*>(&qev::GetContourDirectionEx);
-    case 2:
-        return reinterpret_cast<const void*>(&qev::PolyPosToDouble);
-    default:
-        return nullptr;
-    }
+    const void* const codes[] = {reinterpret_cast<const void*>(&math::RegularizeRadian),
+                                 reinterpret_cast<const void*>(&qev::GetContourDirectionEx),
+                                 reinterpret_cast<const void*>(&qev::PolyPosToDouble), nullptr};
+    return codes[library];
 }
 
 // Leaves something in the script engine that is collected when the engine closes.

@@ -2,8 +2,6 @@
 
 #include "support/support.h"
 
-using namespace test;
-
 TEST(Angle, IsRegularizedIntoOneTurn) {
     for (Random random; random.Rounds(1000);) {
         const double angle = random.Uniform(-100, 100), regular = math::RegularizeRadian(angle);

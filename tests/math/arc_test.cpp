@@ -2,8 +2,6 @@
 
 namespace {
 
-using namespace test;
-
 struct Solved {
     DPOINT2 centre;
     double radius = 0, start = 0, sweep = 0;
@@ -16,9 +14,7 @@ Solved Solve(const BulgeArc& arc) {
     return s;
 }
 
-BulgeArc RandomArc(Random& random) {
-    return {random.Point(), random.Point(), random.Bulge()};
-}
+const auto RandomArc = [](Random& r) { return BulgeArc{r.Point(), r.Point(), r.Bulge()}; };
 
 // The centre form is the oracle for the chord form while the centre is near.
 TEST(Arc, ChordFormAgreesWithCentreForm) {
@@ -76,8 +72,7 @@ TEST(Arc, SolveRefusesWhatIsNoArc) {
 // radius 10.
 TEST(Arc, Membership) {
     for (const auto& [row, p, start, central, ccw, inside] : Rows<DPOINT2, double, double, bool, bool>(
-             "10,0 0 1 1 1; 10.0000009,0 0 1 1 1; 10.0000011,0 0 1 1 0; 0,10 0 1 1 0; 0,10 0 "
-             "1.5707963267948966 1 1;"
+             "10,0 0 1 1 1; 10.0000009,0 0 1 1 1; 10.0000011,0 0 1 1 0; 0,10 0 1 1 0; 0,10 0 1.5708 1 1;"
              "0,10 0 1.5708 0 0; 0,-10 0 1.5708 0 1; 10,-9e-7 0 1 1 1; 10,-2e-6 0 1 1 0; -10,0 3 7 1 1;"
              "0,0 0 7 1 0; nan,0 0 7 1 0; 10,0 6.2 0.2 1 1; 10,0 0.1 0.2 0 1"))
         EXPECT_EQ(math::IsPointInArc(p, {0, 0}, 10, start, central, ccw), inside) << row;

@@ -1,21 +1,11 @@
 #include "support/support.h"
 
-namespace {
-
-using namespace test;
-
-CubicBezier RandomBezier(Random& random) {
-    return {random.Point(), random.Point(), random.Point(), random.Point()};
-}
-
-CurvePoint Curve(const CubicBezier& b) {
-    return [b](double t) { return b.PointAt(t); };
-}
-
+const auto RandomBezier = [](Random& r) { return CubicBezier{r.Point(), r.Point(), r.Point(), r.Point()}; };
+const auto Curve = [](const CubicBezier& b) { return [b](double t) { return b.PointAt(t); }; };
 // Chord sums of n and 2n samples; the extrapolated value is exact to the fourth order of the step.
-double Extrapolated(const CubicBezier& b, int n) {
+const auto Extrapolated = [](const CubicBezier& b, int n) {
     return (4 * SampledLength(Curve(b), 2 * n) - SampledLength(Curve(b), n)) / 3;
-}
+};
 
 TEST(Bezier, LengthAgainstExtrapolatedChords) {
     for (Random random; random.Rounds(100);) {
@@ -81,5 +71,3 @@ TEST(Bezier, HostileNumbersEnd) {
         (void)(b.GetLength() + b.ParameterAt(0.5) + b.GetNearest({a, 1}).x + b.GetBounds().lower.x);
     }
 }
-
-} // namespace

@@ -4,16 +4,11 @@
 
 namespace {
 
-using namespace test;
-
-double Moderate(Random& random) {
-    return random.Uniform(-10, 10);
-}
-
+constexpr auto Moderate = [](Random& random) { return random.Uniform(-10, 10); };
 // A number of any size and sign, subnormal ones among them.
-double AnyDouble(Random& random) {
+constexpr auto AnyDouble = [](Random& random) {
     return (random.Coin() ? 1 : -1) * std::ldexp(random.Uniform(0.5, 1), random.Int(-1073, 1024));
-}
+};
 
 #ifndef _WIN32 // the C library there takes no more than 64 bits of pi in long double, so it is no judge
 // Distance in units of the last place of the exact value.
@@ -62,8 +57,7 @@ TEST(Elementary, WithinOneUnitOfTheLastPlace) {
 }
 
 TEST(Elementary, PolarAngleWithinOneUnitOfTheLastPlace) {
-    Random random;
-    for (int i = 0; i < kSamples; ++i) {
+    for (Random random; random.Rounds(kSamples);) {
         const double x = random.Coin() ? Moderate(random) : AnyDouble(random);
         const double y = random.Coin() ? x * Moderate(random) : AnyDouble(random);
         ASSERT_LT(UlpsBetween(math::Atan2(y, x), std::atan2(static_cast<long double>(y), x)), 0.95)
@@ -73,8 +67,7 @@ TEST(Elementary, PolarAngleWithinOneUnitOfTheLastPlace) {
 #endif
 
 TEST(Elementary, PairIsSineAndCosine) {
-    Random random;
-    for (int i = 0; i < 1000; ++i) {
+    for (Random random; random.Rounds(1000);) {
         const double x = random.Coin() ? Moderate(random) : AnyDouble(random);
         const auto [sine, cosine] = math::SinCos(x);
         ASSERT_TRUE(sine == math::Sin(x) && cosine == math::Cos(x)) << x;
@@ -112,9 +105,8 @@ TEST(Elementary, EdgesOfTheDomains) {
 
 TEST(Elementary, PolarAnglesOnTheAxesAndAtInfinity) {
     for (const auto& [row, y, x, quarters] : Rows<double, double, double>(
-             "0 0 0; 0 -0 4; 0 1 0; 0 -1 4; 1 0 2; 1 -0 2; 1 1 1; 1e308 -1e308 3; inf 1 2; inf inf 1; inf "
-             "-inf 3;"
-             "1 inf 0; 1 -inf 4; 5e-324 5e-324 1; 5e-324 1e308 0; nan 1 nan; 1 nan nan")) {
+             "0 0 0; 0 -0 4; 0 1 0; 0 -1 4; 1 0 2; 1 -0 2; 1 1 1; 1e308 -1e308 3; inf 1 2; inf inf 1;"
+             "inf -inf 3; 1 inf 0; 1 -inf 4; 5e-324 5e-324 1; 5e-324 1e308 0; nan 1 nan; 1 nan nan")) {
         EXPECT_PRED2(SameWithSign, math::Atan2(y, x), quarters * kPi / 4) << row;
         EXPECT_PRED2(SameWithSign, math::Atan2(-y, x), -quarters * kPi / 4) << row;
     }

@@ -2,8 +2,6 @@
 
 namespace {
 
-using namespace test;
-
 // Incomplete integral of the second kind, in long double, measured from the end of the axis B.
 long double LongLength(long double a, long double b, long double t) {
     const long double quarter = 1.57079632679489661923132169163975144L;
@@ -15,10 +13,6 @@ EllipticArc RandomArc(Random& random) {
     const double a = random.Uniform(1, 100), b = a * std::pow(10, random.Uniform(-4, 0));
     return {random.Point(),        random.Coin() ? a : b, random.Coin() ? b : a,
             random.Uniform(-4, 4), random.Uniform(-4, 4), random.Uniform(-7, 7)};
-}
-
-CurvePoint Curve(const EllipticArc& arc) {
-    return [arc](double r) { return arc.PointAt(arc.GetStart() + r * arc.GetSweep()); };
 }
 
 TEST(Ellipse, PartialLengthsToOnePartInTenToTheTen) {
@@ -46,7 +40,8 @@ TEST(Ellipse, NearestAndBoxAgainstSamples) {
         const EllipticArc arc = RandomArc(random);
         const DPOINT2 p = random.Coin() ? random.Point() : arc.GetCenter() + random.Point(arc.GetSemiAxisA());
         const double area = arc.GetSemiAxisA() * arc.GetSemiAxisB();
-        ExpectFits(Curve(arc), 3000, p, arc.GetNearest(p), arc.GetBounds(), arc.GetChordArea(),
+        const auto curve = [&](double r) { return arc.PointAt(arc.GetStart() + r * arc.GetSweep()); };
+        ExpectFits(curve, 3000, p, arc.GetNearest(p), arc.GetBounds(), arc.GetChordArea(),
                    {0.12, 1e-3, 1e-4 * area + 1e-9});
     }
 }

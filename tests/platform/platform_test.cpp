@@ -7,8 +7,6 @@
 #include "platform/path.h"
 #include "platform/recursive_lock.h"
 
-namespace {
-
 #ifdef _WIN32
 constexpr char kFolder[] = "C:\\plug.ins";
 constexpr char kInFolder[] = "C:\\plug.ins\\cut.tar.dll";
@@ -79,5 +77,3 @@ TEST(RecursiveLock, Recursion) {
     EXPECT_TRUE(freeForAnother());
     lock.lock();
 }
-
-} // namespace

@@ -2,10 +2,7 @@
 
 namespace {
 
-using namespace qev;
-
-class Call : public test::LuaTest {
-protected:
+struct Call : test::LuaTest {
     Call() {
         Put("function all(...) T = { n = select('#', ...), ... } return ... end\n"
             "function sum(a, b) return (a or 0) + (b or 0) end\n"

@@ -5,12 +5,7 @@
 
 namespace {
 
-using namespace qev;
-
-bool Same(double a, double b) {
-    return a == b || (std::isnan(a) && std::isnan(b));
-}
-
+const auto Same = [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); };
 using Read = test::LuaTest;
 
 // Read by name, by index and as an int from T = { k = value, value }: the value, the bounds, the number and

@@ -2,10 +2,7 @@
 
 namespace {
 
-using namespace qev;
-
-class Copy : public test::LuaTest {
-protected:
+struct Copy : test::LuaTest {
     Copy() { luaL_openlibs(m_target); }
     ~Copy() override { lua_close(m_target); }
 

@@ -82,3 +82,4 @@ protected:
 #define EXPECT_HOLDS(expression) EXPECT_TRUE(Holds(L, expression)) << (expression)
 
 } // namespace qev::test
+using namespace qev;

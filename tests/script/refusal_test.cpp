@@ -17,7 +17,6 @@ extern "C" QEV_EXPORT lua_State* luaL_newstate() {
 
 namespace {
 
-using namespace qev;
 using Step = std::function<void(CLuaAccess&, lua_State*)>;
 
 // What a step throws that has a table T on top of a stack.
@@ -91,11 +90,7 @@ TEST(Refusal, Steps) {
                            "return { 1, 2, 'text', x = { y = { z = true } }, [9] = 'another text' }");
              CopyLuaTable(source.get(), L);
          }}};
-    for (const auto& c : cases) {
-        const int refused = Sweep(c.step);
-        EXPECT_GE(refused, c.atLeast) << c.name;
-        RecordProperty(c.name, refused);
-    }
+    for (const auto& c : cases) EXPECT_GE(Sweep(c.step), c.atLeast) << c.name;
 }
 
 TEST(Refusal, Engine) {
@@ -120,7 +115,6 @@ TEST(Refusal, Engine) {
     }
     EXPECT_EQ(memory.inUse, 0);
     g_engineMemory = nullptr;
-    RecordProperty("open", refused);
 }
 
 } // namespace

@@ -10,10 +10,8 @@ namespace test {
 using namespace qev;
 using math::DPOINT2;
 
-namespace {
-
 template <class Contour>
-std::unique_ptr<Contour> Parse(const std::string& text) {
+std::unique_ptr<Contour> Polyline(const std::string& text) {
     auto contour = std::make_unique<Contour>();
     std::istringstream in(text);
     DPOINT2 p;
@@ -35,7 +33,7 @@ std::unique_ptr<Contour> Parse(const std::string& text) {
 }
 
 template <class Contour>
-std::unique_ptr<Contour> RandomContour(Random& random, int segments) {
+std::unique_ptr<Contour> RandomPolyline(Random& random, int segments) {
     auto contour = std::make_unique<Contour>();
     DPOINT2 start = random.Point(), end = start;
     contour->SetStartPoint(start);
@@ -52,15 +50,10 @@ std::unique_ptr<Contour> RandomContour(Random& random, int segments) {
     return contour;
 }
 
-} // namespace
-
-std::unique_ptr<CCadPolyline> Polyline(const std::string& text) {
-    return Parse<CCadPolyline>(text);
-}
-
-std::unique_ptr<CCadPolylineEx> PolylineEx(const std::string& text) {
-    return Parse<CCadPolylineEx>(text);
-}
+template std::unique_ptr<CCadPolyline> Polyline(const std::string&);
+template std::unique_ptr<CCadPolylineEx> Polyline(const std::string&);
+template std::unique_ptr<CCadPolyline> RandomPolyline(Random&, int);
+template std::unique_ptr<CCadPolylineEx> RandomPolyline(Random&, int);
 
 std::unique_ptr<CCadObject> Object(const std::string& text) {
     if (text.find_first_of("0123456789-") == 0) {
@@ -86,14 +79,6 @@ std::unique_ptr<CCadObject> Object(const std::string& text) {
     if (kind == "relation") return std::make_unique<CCadRelationGroup>();
     EXPECT_EQ(kind, "null");
     return nullptr;
-}
-
-std::unique_ptr<CCadPolyline> RandomPolyline(Random& random, int segments) {
-    return RandomContour<CCadPolyline>(random, segments);
-}
-
-std::unique_ptr<CCadPolylineEx> RandomPolylineEx(Random& random, int segments) {
-    return RandomContour<CCadPolylineEx>(random, segments);
 }
 
 CCadGroup* AddGroup(CCadGroup& parent) {
