@@ -1,7 +1,3 @@
-#include <cstdio>
-#include <fstream>
-#include <string>
-
 #include <qev/support.h>
 #include <qevdata/qevdata.h>
 

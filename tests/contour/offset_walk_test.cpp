@@ -6,7 +6,7 @@ TEST(OffsetWalk, AgainstSummedLengths) {
         const auto contour = RandomPolylineEx(random, 8);
         const double total = contour->GetLength();
         if (total == 0) continue;
-        POLYPOS pos{random.Int(0, contour->GetSegmentCount() - 1), random.Uniform(0, 0.999)}, out;
+        POLYPOS pos = random.Pos(contour->GetSegmentCount()), out;
         const double offset = total * random.Uniform(-3.5, 3.5);
         const int laps = GetPosByOffset(contour.get(), pos, offset, out);
         const double travelled = LengthTo(*contour, pos) + offset;
@@ -21,10 +21,9 @@ TEST(OffsetWalk, LongContoursThereAndBack) {
     Random random;
     contour.SetStartPoint({1e4, 1e4});
     for (int i = 0; i < 100'000; ++i) contour.AddArc(random.Point() + DPOINT2{1e4, 1e4}, random.Bulge());
-    for (int i = 0; i < 20; ++i) {
-        const POLYPOS pos{random.Int(0, 99'999), random.Uniform(0, 1)};
+    while (random.Rounds(20)) {
         const double offset = random.Uniform(-1e6, 1e6);
-        POLYPOS there, back;
+        POLYPOS pos = random.Pos(100'000), there, back;
         ASSERT_EQ(GetPosByOffset(&contour, pos, offset, there), 0);
         ASSERT_EQ(GetPosByOffset(&contour, there, -offset, back), 0);
         EXPECT_NEAR(PolyPosToDouble(back), PolyPosToDouble(pos), 1e-7); // sums of 1e6 mm

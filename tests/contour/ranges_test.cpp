@@ -132,13 +132,11 @@ TEST(Ranges, IntersectionsAgainstSamples) {
 TEST(InvalidRanges, ZonesAgainstDistances) {
     for (Random random; random.Rounds(300);) {
         const auto contour = RandomPolyline(random, 6);
-        const double total = contour->GetLength(), back = total * random.Uniform(0, 0.7),
-                     on = total * random.Uniform(0, 0.7);
-        if (!contour->IsClose() || total < 1 || contour->GetSegmentCount() < 2) continue;
-        const auto somewhere = [&] {
-            return POLYPOS{random.Int(0, contour->GetSegmentCount() - 1), random.Uniform(0, 0.99)};
-        };
-        const POLYPOS pos = somewhere(), probe = somewhere();
+        const int count = contour->GetSegmentCount();
+        const double total = contour->GetLength();
+        if (!contour->IsClose() || total < 1 || count < 2) continue;
+        const double back = total * random.Uniform(0, 0.7), on = total * random.Uniform(0, 0.7);
+        const POLYPOS pos = random.Pos(count), probe = random.Pos(count);
         PosRange zone({0, 0}, {0, 0}, 7);
         const bool made = GenerateInvalidRange(contour.get(), pos, back, on, zone);
         ASSERT_EQ(made, !IsInvalidRange(contour.get(), zone) || back + on >= total);

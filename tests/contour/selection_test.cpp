@@ -36,29 +36,26 @@ struct Selection : CCadGroup {
     }
 };
 
-TEST(Selection, Closedness) {
-    for (const auto& [row, members, closed] : Rows<std::string, int>(
-             "'' -2; () -2; c 1; o 0; t 1; co -1; ()c 1; c() -1; (co) -1; (co)c -1; (c)(c) 1; (())((o)o) 0;"
-             "ct(c) 1; (co)(co) -1"))
-        EXPECT_EQ(IsClose(std::make_unique<Selection>(members).get()), closed) << row;
-    EXPECT_EQ(IsClose(static_cast<const CCadObject*>(nullptr)), 0);
-    EXPECT_EQ(IsClose(Object("relation").get()), 0) << "only plain groups ask their members";
-}
-
-// Members, then whether all are open, closed, dots, texts, and how many texts there are.
-TEST(Selection, AllOfOneSort) {
-    for (const auto& [row, members, unclosed, closed, dots, texts, textCount] :
-         Rows<std::string, bool, bool, bool, bool, int>(
-             "'' 1 1 1 0 0; () 1 1 1 0 0; o 1 0 0 0 0; ot 0 0 0 0 1; to 0 1 0 0 1; (t)o 0 1 0 0 1;"
-             "c(c) 0 1 0 0 0; d(d) 1 0 1 0 0; t(t) 0 1 0 1 2; t() 0 1 0 0 1; (tt)t 0 1 0 1 3")) {
+// Members, what IsClose says, then whether all are open, closed, dots, texts, and how many texts there are.
+TEST(Selection, ClosednessAndSorts) {
+    for (const auto& [row, members, close, unclosed, closed, dots, texts, textCount] :
+         Rows<std::string, int, bool, bool, bool, bool, int>(
+             "'' -2 1 1 1 0 0; () -2 1 1 1 0 0; o 0 1 0 0 0 0; c 1 0 1 0 0 0; t 1 0 1 0 1 1; co -1 0 0 0 0 0;"
+             "()c 1 0 1 0 0 0; c() -1 0 1 0 0 0; (co) -1 0 0 0 0 0; (co)c -1 0 0 0 0 0; (c)(c) 1 0 1 0 0 0;"
+             "(())((o)o) 0 1 0 0 0 0; ct(c) 1 0 1 0 0 1; (co)(co) -1 0 0 0 0 0; ot -1 0 0 0 0 1;"
+             "to -1 0 1 0 0 1; (t)o -1 0 1 0 0 1; c(c) 1 0 1 0 0 0; d(d) 0 1 0 1 0 0; t(t) 1 0 1 0 1 2;"
+             "t() -1 0 1 0 0 1; (tt)t 1 0 1 0 1 3")) {
         SCOPED_TRACE(row);
-        Selection s(members);
+        const Selection s(members);
+        EXPECT_EQ(IsClose(&s), close);
         EXPECT_TRUE(IsAllUnClosed(s.List()) == unclosed && IsAllClosed(s.List()) == closed);
         EXPECT_TRUE(IsAllDot(s.List()) == dots && IsAllText(s.List()) == texts);
         EXPECT_TRUE(GetTextCount(s.List()) == textCount && GetTextCount(&s) == textCount);
     }
     EXPECT_FALSE(IsAllUnClosed(nullptr) || IsAllClosed(nullptr) || IsAllDot(nullptr) || IsAllText(nullptr));
-    EXPECT_EQ(GetTextCount(static_cast<const CCadObject*>(nullptr)), 0);
+    const CCadObject* const nothing = nullptr;
+    EXPECT_EQ(IsClose(nothing) + GetTextCount(nothing), 0);
+    EXPECT_EQ(IsClose(Object("relation").get()), 0) << "only plain groups ask their members";
 }
 
 // Members, what is removed (a mask, or a list of kinds) and what is kept.

@@ -35,23 +35,11 @@ double LargestKink(const CCadPolyline& polyline) {
     return worst;
 }
 
-std::unique_ptr<CCadObject> RandomCurve(Random& random) {
-    const double a = random.Uniform(0.1, 100), b = a * std::pow(10, random.Uniform(-2, 1)),
-                 rotation = random.Uniform(-4, 4), start = random.Uniform(-9, 9),
-                 sweep = random.Uniform(0, 7);
-    const bool ccw = random.Coin();
-    const DPOINT2 p = random.Point();
-    if (random.Coin()) return std::make_unique<CCadEllipse>(p, a, b, rotation, ccw);
-    if (random.Coin()) return std::make_unique<CCadEllipseArc>(p, a, b, rotation, start, sweep, ccw);
-    auto contour = std::make_unique<CCadPolylineEx>();
-    contour->SetStartPoint(p);
-    contour->AddBezier(random.Point(), random.Point(), random.Point());
-    return contour;
-}
-
 TEST(Converter, DeviationIsGuaranteedAndArcsJoinTangentially) {
-    for (Random random; random.Rounds(60);) {
-        const auto object = RandomCurve(random);
+    for (Random random; random.Rounds(120);) {
+        auto object = RandomSingle(random, -2);
+        if (random.Coin()) object = RandomPolylineEx(random, 1);
+        if (object->GetLength() == 0) continue;
         // the error as the settings can say it
         const double error = std::ceil(std::pow(10, random.Uniform(2, 6))) * 1e-6;
         const auto arcs = Convert(*object, "Both", error), chords = Convert(*object, "Line", error);

@@ -4,8 +4,6 @@
 
 #include <lua.hpp>
 
-#include "log.h"
-
 struct Probe::AutoRelease {
     ~AutoRelease() {
         delete ms_pInstance;
@@ -15,14 +13,6 @@ struct Probe::AutoRelease {
 
 Probe* Probe::ms_pInstance = new Probe;
 Probe::AutoRelease Probe::ms_autoRelease;
-
-Probe::Probe() {
-    ++GetLifetimeCounts().created;
-}
-
-Probe::~Probe() {
-    ++GetLifetimeCounts().deleted;
-}
 
 Probe* Probe::GetInstance() {
     return ms_pInstance;

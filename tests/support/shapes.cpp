@@ -81,6 +81,19 @@ std::unique_ptr<CCadObject> Object(const std::string& text) {
     return nullptr;
 }
 
+std::unique_ptr<CCadObject> RandomSingle(Random& random, double flattest) {
+    const DPOINT2 p = random.Point();
+    const double a = random.Uniform(0.1, 100), b = a * std::pow(10, random.Uniform(flattest, 1)),
+                 angle = random.Uniform(-9, 9), sweep = random.Uniform(0, 7);
+    const bool ccw = random.Coin();
+    const int kind = random.Int(0, 4);
+    if (kind == 0) return std::make_unique<CCadLine>(p, random.Point());
+    if (kind == 1) return std::make_unique<CCadCircle>(p, a, ccw);
+    if (kind == 2) return std::make_unique<CCadArc>(p, a, angle, std::min(sweep, 6.0), ccw);
+    if (kind == 3) return std::make_unique<CCadEllipse>(p, a, b, angle, ccw);
+    return std::make_unique<CCadEllipseArc>(p, a, b, angle, -angle, sweep, ccw);
+}
+
 CCadGroup* AddGroup(CCadGroup& parent) {
     auto* group = new CCadGroup(false);
     parent.PushBack(group);

@@ -35,6 +35,9 @@ std::unique_ptr<Contour> RandomPolyline(Random& random, int segments);
 /// The same with Bezier pieces.
 inline constexpr auto& RandomPolylineEx = RandomPolyline<qev::CCadPolylineEx>;
 
+/// A line, circle, arc, ellipse (down to 10^flattest as flat) or a part of one.
+std::unique_ptr<qev::CCadObject> RandomSingle(Random& random, double flattest);
+
 /// A new group at the end of another, which owns it.
 qev::CCadGroup* AddGroup(qev::CCadGroup& parent);
 /// Hands objects over to a group.
