@@ -1,8 +1,6 @@
 #include <qev/support.h>
 #include <qevdata/qevdata.h>
 
-#include <gtest/gtest.h>
-
 #include "support/temp_path.h"
 
 namespace {

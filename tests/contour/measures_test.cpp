@@ -59,7 +59,7 @@ TEST(Measures, EndsDescendThroughContainers) {
     EXPECT_EQ(GetCadLength(&loop), 0);
 }
 
-TEST(Measures, AreaAgainstAFinePolygon) {
+TEST(Measures, AreaAgainstAFinePolygonAndDirection) {
     for (Random random; random.Rounds(200);) {
         const auto contour = RandomPolyline(random, 8);
         const double fine = SampledArea(Along(*contour), 2000 * contour->GetSegmentCount());
@@ -69,9 +69,6 @@ TEST(Measures, AreaAgainstAFinePolygon) {
         if (std::abs(fine) > 1e-5 * size) EXPECT_EQ(GetCadOBjectDir(contour.get()), fine > 0 ? 2 : 1);
     }
     EXPECT_EQ(GetCadPolylineArea(nullptr, true), 0);
-}
-
-TEST(Measures, Directions) {
     for (const auto& [row, object, direction] : Rows<std::string, int>(
              "'circle 0 0 1 cw' 1; 'ellipse 0 0 2 1 0' 2; 'arc 0 0 1 0 1 cw' 1; 'line 0 0 1 0' 0; null 0"))
         EXPECT_EQ(GetCadOBjectDir(Object(object).get()), direction) << row;

@@ -7,12 +7,9 @@ struct Selection : CCadGroup {
     explicit Selection(const std::string& letters) {
         std::vector<CCadGroup*> open{this};
         for (const char letter : letters) {
-            if (letter == '(')
-                open.push_back(AddGroup(*open.back()));
-            else if (letter == ')')
-                open.pop_back();
-            else
-                open.back()->PushBack(Make(letter));
+            if (letter == '(') open.push_back(AddGroup(*open.back()));
+            if (letter == ')') open.pop_back();
+            if (letter >= 'c') open.back()->PushBack(Make(letter));
         }
     }
     const std::list<CCadObject*>* List() const { return &GetObjectsList(); }
@@ -62,9 +59,8 @@ TEST(Selection, ClosednessAndSorts) {
 TEST(Selection, Filters) {
     for (const auto& [row, members, mask, kinds, kept] :
          Rows<std::string, int, std::vector<int>, std::string>(
-             "co(d)t 0x1200 none cot; co(d)t 0x0400 none odt; co(dt) 0x0200 none cd; co(d) 0 none cod; '' "
-             "0x1200 none '';"
-             "co(dt) -1 0x1100,0x1200 ct; co(dt) -1 0x1900 co; (c(o)) -1 none co")) {
+             "co(d)t 0x1200 none cot; co(d)t 0x0400 none odt; co(dt) 0x0200 none cd; co(d) 0 none cod;"
+             "'' 0x1200 none ''; co(dt) -1 0x1100,0x1200 ct; co(dt) -1 0x1900 co; (c(o)) -1 none co")) {
         const Selection s(members);
         std::list<CCadObject*> out;
         if (mask >= 0) RemoveCadByType(s.List(), &out, mask);
@@ -93,7 +89,7 @@ TEST(Selection, Collectors) {
 }
 
 TEST(Selection, Corners) {
-    Selection s("oc"); // boxes (0, 0)-(2, 3) and (-1, -1)-(1, 1)
+    const Selection s("oc"); // boxes (0, 0)-(2, 3) and (-1, -1)-(1, 1)
     for (const auto& [row, key, corner] :
          Rows<std::string, DPOINT2>("TL -1,3; TR 2,3; BL -1,-1; BR 2,-1; tl -1,-1; TRx -1,-1"))
         EXPECT_POINT_NEAR(GetCornerPoint(s.List(), key.c_str()), corner, 0) << row;

@@ -9,10 +9,10 @@ std::unique_ptr<CCadPolyline> ConvertBy(const char* settings, const CCadObject& 
     return std::unique_ptr<CCadPolyline>(out);
 }
 
-std::unique_ptr<CCadPolyline> Convert(const CCadObject& object, const std::string& word, double error) {
-    return ConvertBy(("SegmentType=" + word + ";AbsoluteError=" + std::to_string(error) + ";").c_str(),
-                     object);
-}
+const auto Convert = [](const CCadObject& object, const std::string& word, double error) {
+    const std::string settings = "SegmentType=" + word + ";AbsoluteError=" + std::to_string(error) + ";";
+    return ConvertBy(settings.c_str(), object);
+};
 
 // The largest distance between the two, sampled densely both ways.
 double Deviation(const CCadObject& object, const CCadPolyline& polyline) {
@@ -68,11 +68,11 @@ TEST(Converter, CountsAreNearMinimal) {
 TEST(Converter, KeepsLinesAndArcs) {
     const auto contour = Polyline("0 0 L 10 0 A 10 10 2.5 L 10 10 A 0 0 -1e-7");
     const auto both = Convert(*contour, "Both", 1);
-    ASSERT_EQ(both->GetSegmentCount(), 4);
-    for (int i = 0; i < 4; ++i)
-        EXPECT_TRUE(both->GetAt(i).bulge == contour->GetAt(i).bulge
-                    && both->GetAt(i).x == contour->GetAt(i).x);
-    EXPECT_EQ(Convert(*contour, "Arc", 1)->GetSegmentCount(), 4);
+    ASSERT_TRUE(both->GetSegmentCount() == 4 && Convert(*contour, "Arc", 1)->GetSegmentCount() == 4);
+    for (int i = 0; i < 4; ++i) {
+        const auto now = both->GetAt(i), then = contour->GetAt(i);
+        EXPECT_TRUE(now.bulge == then.bulge && now.x == then.x);
+    }
     const auto chords = Convert(*contour, "Line", 0.01);
     EXPECT_LE(Deviation(*contour, *chords), 0.01);
     for (int i = 0; i < chords->GetSegmentCount(); ++i) EXPECT_EQ(chords->GetAt(i).bulge, 0);

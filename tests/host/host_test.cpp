@@ -9,6 +9,8 @@
 
 namespace {
 
+const std::string kSquare = "0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 ";
+
 struct Ran {
     int code;
     std::string out, errors;
@@ -23,8 +25,7 @@ Ran RunHost(const std::string& line) {
         arguments.push_back(words.emplace_back(word).c_str());
     std::ostringstream out, errors;
     const auto options = host::ParseOptions(static_cast<int>(arguments.size()), arguments.data());
-    const int code = host::Run(options, out, errors);
-    return {code, out.str(), errors.str()};
+    return {host::Run(options, out, errors), out.str(), errors.str()};
 }
 
 void ExpectContains(const std::string& text, const std::vector<const char*>& parts) {
@@ -99,8 +100,7 @@ struct HostRun : testing::Test {
 };
 
 TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
-    Write(DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 0 CIRCLE 10 5 20 5 40 "
-                  "2 0 TEXT 10 1 20 1 40 1 1 A"));
+    Write(DxfFile(kSquare + "0 CIRCLE 10 5 20 5 40 2 0 TEXT 10 1 20 1 40 1 1 A"));
     const std::string picture = " --svg " + m_picture;
     const Ran ran = RunHost(m_drawing + picture + " --polyline 0.01 --cut 0:3.5:1.25 --rows 2");
     EXPECT_EQ(ran.code, 0) << ran.errors;
@@ -129,9 +129,9 @@ TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
 
 // Two squares, one run counter-clockwise from the lower left, one clockwise; a circle and a line.
 TEST_F(HostRun, TechnicsAreAddedSavedLoadedAndRemoved) {
-    Write(DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 "
-                  "0 LWPOLYLINE 70 1 10 20 20 0 10 20 20 10 10 30 20 10 10 30 20 0 "
-                  "0 CIRCLE 10 50 20 5 40 5 0 LINE 10 60 20 0 11 60 21 9 0 POINT 10 0 20 0"));
+    Write(DxfFile(kSquare
+                  + "0 LWPOLYLINE 70 1 10 20 20 0 10 20 20 10 10 30 20 10 10 30 20 0 "
+                    "0 CIRCLE 10 50 20 5 40 5 0 LINE 10 60 20 0 11 60 21 9 0 POINT 10 0 20 0"));
     const auto run = [this](const std::string& line) {
         const Ran ran = RunHost(m_drawing + " --join 0 --svg " + m_picture + line);
         EXPECT_EQ(ran.code, 0) << ran.errors;

@@ -87,8 +87,8 @@ TEST_F(Lifetime, ManyRounds) {
 #ifndef _WIN32 // there the end of a program comes before that of any library
 bool (*s_areStaticsAlive)();
 TEST_F(Lifetime, CallsAfterTheEnd) {
-    std::atexit(
-        [] { s_areStaticsAlive() ? std::_Exit(1) : void(); }); // after the statics of what is loaded later
+    // runs after the statics of what is loaded later
+    std::atexit([] { s_areStaticsAlive() ? std::_Exit(1) : void(); });
     s_areStaticsAlive =
         reinterpret_cast<bool (*)()>(platform::FindSymbol(Load("lifetime_probe"), "AreStaticsAlive"));
     EXPECT_TRUE(s_areStaticsAlive());

@@ -32,27 +32,22 @@ double InUnitRange(Random& random) {
 constexpr int kSamples = 30000;
 
 TEST(Elementary, WithinOneUnitOfTheLastPlace) {
-    struct Row {
-        double (*ours)(double);
-        long double (*exact)(long double);
-        double (*argument)(Random&);
-        double bound; // a little above the largest error of ten million arguments
-    };
+    // the bound is a little above the largest error of ten million arguments
+    using Row = std::tuple<double (*)(double), long double (*)(long double), double (*)(Random&), double>;
     using namespace math;
-    constexpr Row kRows[] = {{Sin, std::sin, Moderate, 0.83},        {Sin, std::sin, AnyDouble, 0.83},
-                             {Cos, std::cos, Moderate, 0.83},        {Cos, std::cos, AnyDouble, 0.83},
-                             {Tan, std::tan, Moderate, 0.95},        {Tan, std::tan, AnyDouble, 0.95},
-                             {Sin, std::sin, NearQuarterTurn, 0.51}, {Cos, std::cos, NearQuarterTurn, 0.51},
-                             {Tan, std::tan, NearQuarterTurn, 0.51}, {Asin, std::asin, InUnitRange, 0.95},
-                             {Acos, std::acos, InUnitRange, 0.95},   {Atan, std::atan, Moderate, 0.93},
-                             {Atan, std::atan, AnyDouble, 0.93},     {Cbrt, std::cbrt, Moderate, 0.67},
-                             {Cbrt, std::cbrt, AnyDouble, 0.67}};
-    Random random;
+    const Row kRows[] = {{Sin, std::sin, Moderate, 0.83},        {Sin, std::sin, AnyDouble, 0.83},
+                         {Cos, std::cos, Moderate, 0.83},        {Cos, std::cos, AnyDouble, 0.83},
+                         {Tan, std::tan, Moderate, 0.95},        {Tan, std::tan, AnyDouble, 0.95},
+                         {Sin, std::sin, NearQuarterTurn, 0.51}, {Cos, std::cos, NearQuarterTurn, 0.51},
+                         {Tan, std::tan, NearQuarterTurn, 0.51}, {Asin, std::asin, InUnitRange, 0.95},
+                         {Acos, std::acos, InUnitRange, 0.95},   {Atan, std::atan, Moderate, 0.93},
+                         {Atan, std::atan, AnyDouble, 0.93},     {Cbrt, std::cbrt, Moderate, 0.67},
+                         {Cbrt, std::cbrt, AnyDouble, 0.67}};
     for (const Row& row : kRows)
-        for (int i = 0; i < kSamples; ++i) {
-            const double x = row.argument(random);
-            ASSERT_LT(UlpsBetween(row.ours(x), row.exact(x)), row.bound)
-                << "row " << &row - kRows << " of " << std::hexfloat << x;
+        for (Random random; random.Rounds(kSamples);) {
+            const auto& [ours, exact, argument, bound] = row;
+            const double x = argument(random);
+            ASSERT_LT(UlpsBetween(ours(x), exact(x)), bound) << &row - kRows << " of " << std::hexfloat << x;
         }
 }
 
@@ -101,9 +96,6 @@ TEST(Elementary, EdgesOfTheDomains) {
          Rows<int, double, double>("5 nan nan; 6 1 0; 6 0 2; 6 -1 4; 6 -2 nan; 6 nan nan"))
         check(index, x, quarters * kPi / 4);
     check(5, 0, 1);
-}
-
-TEST(Elementary, PolarAnglesOnTheAxesAndAtInfinity) {
     for (const auto& [row, y, x, quarters] : Rows<double, double, double>(
              "0 0 0; 0 -0 4; 0 1 0; 0 -1 4; 1 0 2; 1 -0 2; 1 1 1; 1e308 -1e308 3; inf 1 2; inf inf 1;"
              "inf -inf 3; 1 inf 0; 1 -inf 4; 5e-324 5e-324 1; 5e-324 1e308 0; nan 1 nan; 1 nan nan")) {

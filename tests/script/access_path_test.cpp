@@ -33,8 +33,7 @@ TEST_F(Path, Texts) {
     longest.Enter(x.c_str());
     longest.Enter(y.c_str());
     EXPECT_FAULT(0, x.substr(0, 127) + "." + y.substr(0, 127), longest.ErrorHandle("cut", nullptr, ""));
-    EXPECT_FAULT(0, "key message",
-                 CLuaAccess(L).ErrorHandle("key", nullptr, "message")); // outlives the cursor
+    EXPECT_FAULT(0, "key message", CLuaAccess(L).ErrorHandle("key", nullptr, "message")); // it stays
 }
 
 TEST_F(Path, Depth) {

@@ -41,8 +41,7 @@ std::string Thrown(Step step) {
     }
 }
 
-class LuaTest : public testing::Test {
-protected:
+struct LuaTest : testing::Test {
     LuaTest() { luaL_openlibs(L); }
     ~LuaTest() override {
         lua_close(L);

@@ -40,8 +40,7 @@ int Sweep(const Step& step) {
         test::Memory memory;
         lua_State* L = lua_newstate(test::Memory::Allocate, &memory);
         luaL_openlibs(L);
-        EXPECT_EQ(
-            luaL_dostring(L, "T = { a = { b = 1, { c = 'x' } } } function f(t) return 'r' .. t.x, 5 end"), 0);
+        EXPECT_EQ(luaL_dostring(L, "T={a={b=1,{c='x'}}} function f(t) return 'r'..t.x,5 end"), 0);
         memory.left = granted;
         const std::string thrown = Try(L, step);
         memory.left = INT_MAX;
@@ -54,11 +53,8 @@ int Sweep(const Step& step) {
 }
 
 TEST(Refusal, Steps) {
-    const struct {
-        const char* name;
-        int atLeast; // requests that can be refused
-        Step step;
-    } cases[] = {
+    const std::tuple<const char*, int, Step> cases[] = {
+        // with how many requests at least can be refused
         {"read", 5,
          [](CLuaAccess& access, lua_State*) {
              double number = 0;
@@ -90,7 +86,7 @@ TEST(Refusal, Steps) {
                            "return { 1, 2, 'text', x = { y = { z = true } }, [9] = 'another text' }");
              CopyLuaTable(source.get(), L);
          }}};
-    for (const auto& c : cases) EXPECT_GE(Sweep(c.step), c.atLeast) << c.name;
+    for (const auto& [name, atLeast, step] : cases) EXPECT_GE(Sweep(step), atLeast) << name;
 }
 
 TEST(Refusal, Engine) {

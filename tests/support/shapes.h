@@ -5,10 +5,6 @@
 #include <functional>
 #include <limits>
 #include <memory>
-#include <string>
-
-#include <qev/types.h>
-#include <qevdata/qevdata.h>
 
 #include "support/random.h"
 
@@ -53,8 +49,6 @@ CurvePoint Along(const qev::CCadObject& object);
 double LengthTo(const qev::CCadMultiSegments& contour, const math::POLYPOS& pos);
 /// Whether a position is the expected one within a small tolerance.
 bool IsAt(const math::POLYPOS& pos, const math::POLYPOS& expected, double tolerance = 1e-12);
-/// Sum of `samples` chords.
-double SampledLength(const CurvePoint& curve, int samples);
 /// Smallest distance from p to `samples` points.
 double SampledDistance(const CurvePoint& curve, const math::DPOINT2& p, int samples);
 /// The area of the polygon through `samples` points, counter-clockwise positive.
