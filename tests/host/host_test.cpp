@@ -42,9 +42,9 @@ host::Drawing& Join(host::Drawing& drawing, const std::string& entities, double 
 // A rounded rectangle in pieces of every order comes back as one closed contour.
 TEST(Join, PiecesOfAnyOrderBecomeOneContour) {
     std::vector<std::string> pieces = {
-        "0 LINE 8 a 10 1 20 0 11 9 21 0 ",         "0 LINE 8 a 10 10 20 5 11 10 21 1 ",
-        "0 ARC 8 a 10 9 20 1 40 1 50 270 51 360 ", "0 ARC 8 a 10 1 20 1 40 1 50 180 51 270 ",
-        "0 LINE 8 a 10 0 20 1.004 11 0 21 5 ",     "0 LWPOLYLINE 8 a 70 0 10 10 20 5 10 5 20 8 10 0 20 5 "};
+        "0 LINE 8 a 10 1 20 0 11 9 21 0 ",          "0 LINE 8 a 10 10 20 5 11 10 21 1 ",
+        "0 ARC 8 a 10 9 20 1 40 1 50 270 51 360 ",  "0 ARC 8 a 10 1 20 1 40 1 50 180 51 270 ",
+        "0 LINE 8 a 10 -0.004 20 0.996 11 0 21 5 ", "0 LWPOLYLINE 8 a 70 0 10 10 20 5 10 5 20 8 10 0 20 5 "};
     std::sort(pieces.begin(), pieces.end());
     do {
         std::string entities = "0 LINE 8 b 10 1 20 0 11 1 21 -5 ";
