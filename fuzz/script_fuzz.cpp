@@ -1,7 +1,6 @@
 // Any bytes as a script, whose tables are then read, written, copied and called.
 #include <cfloat>
 #include <cstring>
-#include <string>
 
 #include <qev/lua.h>
 
@@ -16,15 +15,13 @@ constexpr CLuaAccess::EnumItem kModes[] = {{"Fast", 1}, {"Slow", 2}, {nullptr, 0
 // No files and no processes, and an end after some thousand steps.
 lua_State* Open() {
     lua_State* L = luaL_newstate();
-    luaL_requiref(L, "_G", luaopen_base, 1);
-    luaL_requiref(L, "string", luaopen_string, 1);
-    luaL_requiref(L, "table", luaopen_table, 1);
-    luaL_requiref(L, "coroutine", luaopen_coroutine, 1);
-    luaL_requiref(L, "debug", luaopen_debug, 1);
-    for (const char* name : {"dofile", "loadfile", "print"}) {
-        lua_pushnil(L);
-        lua_setglobal(L, name);
-    }
+    constexpr luaL_Reg kLibraries[] = {{"_G", luaopen_base},
+                                       {"string", luaopen_string},
+                                       {"table", luaopen_table},
+                                       {"coroutine", luaopen_coroutine},
+                                       {"debug", luaopen_debug}};
+    for (const luaL_Reg& library : kLibraries) luaL_requiref(L, library.name, library.func, 1);
+    luaL_dostring(L, "dofile, loadfile, print = nil");
     lua_settop(L, 0);
     lua_sethook(
         L, [](lua_State* hooked, lua_Debug*) { luaL_error(hooked, "too long"); }, LUA_MASKCOUNT, 5000);
@@ -64,10 +61,10 @@ void Exercise(lua_State* L, lua_State* target) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-    const std::string script(reinterpret_cast<const char*>(data), size);
+    const auto* script = reinterpret_cast<const char*>(data);
     lua_State* L = Open();
     lua_State* target = Open();
-    if (luaL_loadbufferx(L, script.data(), size, "script", "t") == LUA_OK) lua_pcall(L, 0, 1, 0);
+    if (luaL_loadbufferx(L, script, size, "script", "t") == LUA_OK) lua_pcall(L, 0, 1, 0);
     Exercise(L, target);
     lua_close(target);
     lua_close(L);

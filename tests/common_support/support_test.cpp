@@ -1,11 +1,5 @@
-#include <cstdio>
-#include <fstream>
-#include <string>
-
 #include <qev/support.h>
 #include <qevdata/qevdata.h>
-
-#include <gtest/gtest.h>
 
 #include "support/temp_path.h"
 

@@ -3,8 +3,6 @@
 #include "../../common/contour/conversion_settings.h"
 #include "support/support.h"
 
-using namespace test;
-
 TEST(Convert2Polyline, SettingsTextInAnyLocale) {
     std::setlocale(LC_ALL, "de_DE.UTF-8"); // where there is one, it writes a comma
     EXPECT_EQ(ConversionSettings("Line", 0.01), "SegmentType=Line;AbsoluteError=      0.010000;");
@@ -13,7 +11,7 @@ TEST(Convert2Polyline, SettingsTextInAnyLocale) {
     std::setlocale(LC_ALL, "C");
 }
 
-TEST(Convert2Polyline, SegmentTypes) {
+TEST(Convert2Polyline, SegmentTypesAndMaps) {
     const CCadCircle circle({0, 0}, 5);
     const int counts[] = {0, 2, 158, 2, 0};
     for (int type = -1; type <= 3; ++type) {
@@ -22,9 +20,6 @@ TEST(Convert2Polyline, SegmentTypes) {
     }
     EXPECT_EQ(Convert2Polyline(nullptr, 0.1), nullptr);
     EXPECT_EQ(Convert2Polyline(&circle, kNaN), nullptr);
-}
-
-TEST(Convert2Polyline, SegmentMaps) {
     for (const auto& [row, object, expected] :
          Rows<std::string, std::vector<int>>("'circle 0 0 5' 0,0,7; 'line 0 0 1 1' 7,0; '0 0 L 1 0 A 1 "
                                              "1 1 L 0 0' 7,0,1,2; group 7; null 7")) {

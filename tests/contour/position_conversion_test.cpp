@@ -1,38 +1,15 @@
 #include "support/support.h"
 
-namespace {
-
-using namespace test;
-
-// A random object of every kind with positions, away from the origin.
-std::unique_ptr<CCadObject> RandomObject(Random& random, const DPOINT2& shift) {
-    const DPOINT2 centre = random.Point() + shift;
-    const double a = random.Uniform(1, 100), b = a * random.Uniform(0.1, 1), angle = random.Uniform(-3, 3),
-                 sweep = random.Uniform(0.5, 6);
-    const bool ccw = random.Coin();
-    const int kind = random.Int(0, 5);
-    if (kind == 0) return std::make_unique<CCadLine>(centre, random.Point() + shift);
-    if (kind == 1) return std::make_unique<CCadCircle>(centre, a, ccw);
-    if (kind == 2) return std::make_unique<CCadArc>(centre, a, angle, sweep, ccw);
-    if (kind == 3) return std::make_unique<CCadEllipse>(centre, a, b, angle, ccw);
-    if (kind == 4) return std::make_unique<CCadEllipseArc>(centre, a, b, angle, angle, sweep, ccw);
-    auto moved = std::make_unique<CCadPolyline>();
-    const auto contour = RandomPolyline(random, 8);
-    moved->SetStartPoint(contour->GetStartPoint() + shift);
-    for (const auto& node : contour->GetNodes()) moved->AddArc(DPOINT2{node.x, node.y} + shift, node.bulge);
-    return moved;
-}
-
 // Position -> point -> position -> point comes back to the point, near the origin and 1e4 mm away.
 TEST(PositionConversion, RoundTrips) {
-    Random random;
-    for (int i = 0; i < 3000; ++i) {
-        const double far = i % 2 == 0 ? 0 : 1e4;
-        const auto object = RandomObject(random, {far, -far});
+    for (Random random; random.Rounds(3000);) {
+        random.origin = random.Coin() ? DPOINT2{0, 0} : DPOINT2{1e4, -1e4};
+        auto object = RandomSingle(random, -1);
+        if (random.Int(0, 5) == 0) object = RandomPolyline(random, 8);
         DPOINT2 point, again;
         POLYPOS pos;
         const int index = random.Int(0, GetCadSegments(object.get()) - 1);
-        ASSERT_TRUE(PosToCoor(object.get(), index, i % 20 == 0 ? 0 : random.Uniform(0, 1), point));
+        ASSERT_TRUE(PosToCoor(object.get(), index, std::max(0.0, random.Uniform(-0.05, 1)), point));
         ASSERT_TRUE(CoorToPos(object.get(), point, pos)) << object->GetType();
         ASSERT_TRUE(PosToCoor(object.get(), pos.nSegIndex, pos.dRatio, again));
         const bool isEllipse = object->GetType() == kCadEllipse || object->GetType() == kCadEllipseArc;
@@ -107,5 +84,3 @@ TEST(PositionConversion, PickingAndTheStartPoint) {
              "3+0.5 1+0.2 1; 1+0.2 3+0.5 0; 2+0.5 2+0.5 0; 2+0.5 2+0.4 1; 2+0.4 2+0.5 0; 3+-1 1+0 0"))
         EXPECT_EQ(IsOverStartPoint(start, end), over) << row;
 }
-
-} // namespace

@@ -1,9 +1,5 @@
 #include "support/support.h"
 
-namespace {
-
-using namespace test;
-
 const auto kOpen = Polyline("0 0 L 10 0 L 10 10 L 0 10");
 const auto kClosed = Polyline("0 0 L 10 0 L 10 10 L 0 0");
 
@@ -47,32 +43,24 @@ TEST(Positions, ValidityAndNormalForm) {
         EXPECT_TRUE(IsAt(closed.start, normalClosed) && IsAt(closed.end, normalClosed));
     }
     EXPECT_TRUE(IsInvalidPos({0, kNaN}));
-    for (POLYPOS pos : {POLYPOS{0, 1}, POLYPOS{-1, 0}, POLYPOS{4, 0.5}}) {
-        const int expected = pos.dRatio == 1 ? -1 : pos.nSegIndex;
-        NormalizePos(nullptr, pos);
-        EXPECT_EQ(pos.nSegIndex, expected);
-    }
+    PosRange joint{{0, 1}, {-1, 0}}, beyond{{4, 0.5}, {4, 0.5}};
+    for (PosRange* each : {&joint, &beyond}) NormalizePosRange(nullptr, *each);
+    EXPECT_TRUE(joint.start.nSegIndex == -1 && joint.end.nSegIndex == -1 && beyond.start.nSegIndex == 4);
 }
 
 // Whether a range is malformed, and whether it is invalid on the open contour.
-TEST(Positions, Ranges) {
+TEST(Positions, RangesAndScalarForm) {
     for (const auto& [row, start, end, invalid, invalidOpen] : Rows<POLYPOS, POLYPOS, bool, bool>(
              "0+0 0+1 0 1; 0+0.5 0+0.5000000009 1 1; 0+0.5 0+0.500000002 0 0; 2+0.5 0+0.5 0 0; 0+0 2+1 0 0;"
              "0+0 5+0 0 1; 0+-1 1+0 1 1")) {
         EXPECT_EQ(IsInvalidRange({start, end}), invalid) << row;
         EXPECT_EQ(IsInvalidRange(kOpen.get(), {start, end}), invalidOpen) << row;
     }
-}
-
-TEST(Positions, ScalarForm) {
     EXPECT_EQ(PolyPosToDouble({2, 0.25}), 2.25);
     for (const auto& [row, value, open, closed] :
          Rows<double, POLYPOS, POLYPOS>("1.25 1+0.25 1+0.25; 3 2+1 0+0; -0.5 -1+0.5 -1+0.5; 1e300 -1+0 "
                                         "-1+0; -1e300 -1+0 -1+0; nan -1+0 -1+0")) {
-        const POLYPOS onOpen = DoubleToPolyPos(kOpen.get(), value);
-        const POLYPOS onClosed = DoubleToPolyPos(kClosed.get(), value);
-        EXPECT_TRUE(IsAt(onOpen, open) && IsAt(onClosed, closed)) << row;
+        EXPECT_TRUE(IsAt(DoubleToPolyPos(kOpen.get(), value), open)) << row;
+        EXPECT_TRUE(IsAt(DoubleToPolyPos(kClosed.get(), value), closed)) << row;
     }
 }
-
-} // namespace

@@ -2,16 +2,12 @@
 
 namespace {
 
-using namespace test;
-
 using Ranges = std::vector<PosRange>;
 
 // Positions on a contour of six segments, in quarters, so that ends meet often.
 constexpr int kSegments = 6;
 
-POLYPOS QuarterPos(Random& random) {
-    return {random.Int(0, kSegments - 1), random.Int(0, 3) / 4.0};
-}
+const auto QuarterPos = [](Random& r) { return POLYPOS{r.Int(0, kSegments - 1), r.Int(0, 3) / 4.0}; };
 
 Ranges RandomRanges(Random& random, int most) {
     Ranges ranges;
@@ -39,25 +35,23 @@ Ranges RangesOf(const std::string& text) {
 
 void ExpectSame(const Ranges& ranges, const Ranges& expected) {
     ASSERT_EQ(ranges.size(), expected.size());
-    for (std::size_t i = 0; i < ranges.size(); ++i) {
-        EXPECT_TRUE(IsAt(ranges[i].start, expected[i].start) && IsAt(ranges[i].end, expected[i].end)) << i;
-        EXPECT_EQ(ranges[i].nTag, expected[i].nTag);
-    }
+    for (std::size_t i = 0; i < ranges.size(); ++i)
+        EXPECT_TRUE(IsAt(ranges[i].start, expected[i].start) && IsAt(ranges[i].end, expected[i].end)
+                    && ranges[i].nTag == expected[i].nTag);
 }
 
 TEST(Ranges, SortingLeavesTheOrderOfTheExchangeSort) {
-    Random random;
-    for (int round = 0; round < 500; ++round) {
+    const auto key = [](const PosRange& range) {
+        return std::pair(range.start.nSegIndex, range.start.dRatio);
+    };
+    for (Random random; random.Rounds(500);) {
         Ranges sorted = RandomRanges(random, 12), literal = sorted;
-        if (round % 9 == 0) literal[0].start.dRatio = sorted[0].start.dRatio = kNaN;
+        if (random.Int(0, 8) == 0) literal[0].start.dRatio = sorted[0].start.dRatio = kNaN;
         for (std::size_t i = 0; i + 1 < literal.size(); ++i)
-            for (std::size_t j = i + 1; j < literal.size(); ++j) {
-                const POLYPOS &a = literal[i].start, &b = literal[j].start;
-                if (b.nSegIndex < a.nSegIndex || (b.nSegIndex == a.nSegIndex && b.dRatio < a.dRatio))
-                    std::swap(literal[i], literal[j]);
-            }
+            for (std::size_t j = i + 1; j < literal.size(); ++j)
+                if (key(literal[j]) < key(literal[i])) std::swap(literal[i], literal[j]);
         SortRange(&sorted);
-        for (std::size_t i = 0; i < literal.size(); ++i) ASSERT_EQ(sorted[i].nTag, literal[i].nTag) << round;
+        for (std::size_t i = 0; i < literal.size(); ++i) ASSERT_EQ(sorted[i].nTag, literal[i].nTag);
     }
     SortRange(nullptr);
 }
@@ -134,15 +128,14 @@ TEST(Ranges, IntersectionsAgainstSamples) {
 TEST(InvalidRanges, ZonesAgainstDistances) {
     for (Random random; random.Rounds(300);) {
         const auto contour = RandomPolyline(random, 6);
-        const double total = contour->GetLength(), back = total * random.Uniform(0, 0.7),
-                     on = total * random.Uniform(0, 0.7);
-        if (!contour->IsClose() || total < 1 || GetCadSegments(contour.get()) < 2) continue;
-        const POLYPOS pos{random.Int(0, GetCadSegments(contour.get()) - 1), random.Uniform(0, 0.99)};
-        PosRange zone;
-        zone.nTag = 7;
+        const int count = contour->GetSegmentCount();
+        const double total = contour->GetLength();
+        if (!contour->IsClose() || total < 1 || count < 2) continue;
+        const double back = total * random.Uniform(0, 0.7), on = total * random.Uniform(0, 0.7);
+        const POLYPOS pos = random.Pos(count), probe = random.Pos(count);
+        PosRange zone({0, 0}, {0, 0}, 7);
         const bool made = GenerateInvalidRange(contour.get(), pos, back, on, zone);
         ASSERT_EQ(made, !IsInvalidRange(contour.get(), zone) || back + on >= total);
-        const POLYPOS probe{random.Int(0, GetCadSegments(contour.get()) - 1), random.Uniform(0, 0.99)};
         const double ahead = std::fmod(LengthTo(*contour, probe) - LengthTo(*contour, pos) + total, total);
         const bool reached = ahead <= on || total - ahead <= back || back + on >= total;
         const bool inside = IsRangeIntersected(probe, zone);
@@ -182,19 +175,15 @@ TEST(InvalidRanges, FallbacksAndCorners) {
 }
 
 TEST(SegmentMap, ByLengthAndByPoint) {
-    const auto two = Polyline("0 0 L 10 0 L 20 0"), four = Polyline("0 0 L 5 0 L 10 0 L 15 0 L 20 0");
-    const CCadCircle circle({0, 0}, 1);
-    const std::tuple<const CCadObject*, const CCadObject*, std::vector<int>> maps[] = {
-        {two.get(), four.get(), {0, 0, -1, -1}}, // as many entries as the source has segments
-        {four.get(), two.get(), {0, 2}},
-        {&circle, four.get(), {5, 0, 0, 0}},
-        {four.get(), &circle, {5}},
-        {nullptr, four.get(), {5}}};
-    for (const auto& [from, to, expected] : maps) {
+    for (const auto& [row, from, to, expected] : Rows<std::string, std::string, std::vector<int>>(
+             "'0 0 L 2 0 L 4 0' '0 0 L 1 0 L 2 0 L 3 0 L 4 0' 0,0,-1,-1;" // as many as the source has
+             "'0 0 L 1 0 L 2 0 L 3 0 L 4 0' '0 0 L 2 0 L 4 0' 0,2; 'circle 0 0 1' '0 0 L 1 0 L 2 0' 5,0;"
+             "'0 0 L 1 0 L 2 0' 'circle 0 0 1' 5; null '0 0 L 1 0 L 2 0' 5")) {
         std::vector<int> map{5};
-        GetSegMap(from, to, map);
-        EXPECT_EQ(map, expected);
+        GetSegMap(Object(from).get(), Object(to).get(), map);
+        EXPECT_EQ(map, expected) << row;
     }
+    const auto two = Polyline("0 0 L 10 0 L 20 0"), four = Polyline("0 0 L 5 0 L 10 0 L 15 0 L 20 0");
     double before = 9;
     EXPECT_TRUE(FindSegmentIndexByRate(two.get(), 0.5, 0, 0, before) == 0 && before == 0);
     EXPECT_TRUE(FindSegmentIndexByRate(four.get(), 0.6, 1, 5, before) == 2 && before == 10);
@@ -220,9 +209,8 @@ TEST(SegmentMap, PositionsByLength) {
     const auto source = Polyline("0 0 L 5 0 L 9 0 L 14 0");
     const std::pair<const char*, const char*> tables[] = {
         {"0 0 L 5 0 L 8 0 L 9 0 L 14 0",
-         "1+0.5 0,1,1,2 1.6666666666666667; 1+0.875 0,1,1,2 2.5; 1+0.75 0,1,1,2 2; 1+0.5 0,2,0,1 3.5;"
-         "1+0.5 -1,-1 1.5; 2+0.5 -1,-1 1.5; 1+0.5 0,2,2,2 1; 0+0.5 77,-5 0; 1+0.5 none -8; 1+1.5 1 -8;"
-         "1e99+0.5 7,0 1"},
+         "1+0.375 0,1,1,2 1.5; 1+0.875 0,1,1,2 2.5; 1+0.75 0,1,1,2 2; 1+0.5 0,2,0,1 3.5; 1e99+0.5 7,0 1;"
+         "1+0.5 -1,-1 1.5; 2+0.5 -1,-1 1.5; 1+0.5 0,2,2,2 1; 0+0.5 77,-5 0; 1+0.5 none -8; 1+1.5 1 -8"},
         {"line 0 0 14 0", "1+0.5 1 0.5; 1+0.5 2 0"},
         {"null", "1+0.5 1 -8"}};
     for (const auto& [object, rows] : tables)

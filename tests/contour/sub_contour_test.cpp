@@ -1,17 +1,12 @@
 #include "support/support.h"
 
-namespace {
-
-using namespace test;
-
 using Cut = std::unique_ptr<CCadMultiSegments>;
 
-POLYPOS RandomPos(Random& random, const CCadObject& contour) {
-    POLYPOS pos{random.Int(0, contour.GetSegmentCount() - 1),
-                random.Int(0, 3) == 0 ? 0.0 : random.Uniform(0, 1)};
+const auto RandomPos = [](Random& random, const CCadObject& contour) {
+    POLYPOS pos{random.Int(0, contour.GetSegmentCount() - 1), std::max(0.0, random.Uniform(-0.3, 1))};
     NormalizePos(&contour, pos);
     return pos;
-}
+};
 
 // The cut is as long as the difference of the positions, runs between their points, and lies on the contour.
 TEST(SubContour, CutsTheStretchBetweenTwoPositions) {
@@ -29,10 +24,10 @@ TEST(SubContour, CutsTheStretchBetweenTwoPositions) {
         double expected = LengthTo(*contour, range.end) - LengthTo(*contour, range.start);
         if (PolyPosToDouble(range.end) < PolyPosToDouble(range.start)) expected += contour->GetLength();
         EXPECT_NEAR(cut->GetLength(), expected, 1e-8 * (1 + contour->GetLength()));
-        EXPECT_POINT_NEAR(cut->GetStartPoint(),
-                          contour->GetSegment(range.start.nSegIndex).GetPoint(range.start.dRatio), 1e-10);
-        EXPECT_POINT_NEAR(cut->GetEndPoint(),
-                          contour->GetSegment(range.end.nSegIndex).GetPoint(range.end.dRatio), 1e-10);
+        const SEGMENT first = contour->GetSegment(range.start.nSegIndex),
+                      last = contour->GetSegment(range.end.nSegIndex);
+        EXPECT_POINT_NEAR(cut->GetStartPoint(), first.GetPoint(range.start.dRatio), 1e-10);
+        EXPECT_POINT_NEAR(cut->GetEndPoint(), last.GetPoint(range.end.dRatio), 1e-10);
         for (int k = 0; k < 10; ++k) {
             DPOINT2 nearest;
             EXPECT_LE(GetMinDistance(contour.get(), Along(*cut)(random.Uniform(0, 1)), nearest), 1e-6);
@@ -74,5 +69,3 @@ TEST(SubContour, RoundingMovesEndsToJoints) {
     EXPECT_EQ(GetMultiSementsByRangeRound(nullptr, {{0, 0}, {1, 0}}, 1), nullptr);
     EXPECT_EQ(GetMultiSementsByRange(open.get(), {{0, 0}, {5, 0}}), nullptr);
 }
-
-} // namespace

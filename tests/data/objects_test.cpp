@@ -1,9 +1,5 @@
 #include "support/support.h"
 
-namespace {
-
-using namespace test;
-
 // One of each kind with its code, whether it is closed, its length, its direction and its box.
 using Row = std::tuple<std::string, std::string, int, bool, double, int, std::vector<double>>;
 const std::vector<Row> kOneOfEach = Rows<std::string, int, bool, double, int, std::vector<double>>(
@@ -20,7 +16,8 @@ const std::vector<Row> kOneOfEach = Rows<std::string, int, bool, double, int, st
     "polyline 0x1840 0 0 0 0,0,0,0; group 0x1900 0 0 0 0,0,0,0; relation 0x1920 0 0 0 0,0,0,0;"
     "text 0x1A00 0 0 0 0,0,0,0");
 
-TEST(Objects, AnswerAsTheirKind) {
+// Pieces are what everything else is computed from: they join, run from start to end, and add up.
+TEST(Objects, KindsAndPieces) {
     for (const auto& [row, text, kind, closed, length, direction, box] : kOneOfEach) {
         SCOPED_TRACE(row);
         const auto object = Object(text);
@@ -30,27 +27,19 @@ TEST(Objects, AnswerAsTheirKind) {
         const CadRect bounds = object->GetBoundRect();
         EXPECT_POINT_NEAR((DPOINT2{bounds.x, bounds.y}), (DPOINT2{box[0], box[1]}), 1e-12);
         EXPECT_POINT_NEAR((DPOINT2{bounds.width, bounds.height}), (DPOINT2{box[2], box[3]}), 1e-12);
-    }
-    EXPECT_EQ(GetContourDirectionEx(nullptr), CContourDirection::NONE);
-}
-
-// Pieces are what everything else is computed from: they join, run from start to end, and add up.
-TEST(Objects, PiecesMakeTheOutline) {
-    for (const Row& row : kOneOfEach) {
-        SCOPED_TRACE(std::get<0>(row));
-        const auto object = Object(std::get<1>(row));
         DPOINT2 at = object->GetStartPoint();
-        double length = 0;
+        double sum = 0;
         for (int i = 0; i < object->GetPieceCount(); ++i) {
             const OutlinePiece piece = object->GetPiece(i);
-            length += std::visit([](const auto& p) { return p.GetLength(); }, piece);
+            sum += std::visit([](const auto& p) { return p.GetLength(); }, piece);
             const auto* segment = std::get_if<SEGMENT>(&piece);
             if (segment) EXPECT_POINT_NEAR(segment->ptStart, at, 1e-12);
             at = segment ? segment->ptEnd : object->GetEndPoint();
         }
-        EXPECT_NEAR(length, object->GetLength(), 1e-11);
+        EXPECT_NEAR(sum, object->GetLength(), 1e-11);
         if (object->GetPieceCount() > 0) EXPECT_POINT_NEAR(at, object->GetEndPoint(), 1e-12);
     }
+    EXPECT_EQ(GetContourDirectionEx(nullptr), CContourDirection::NONE);
 }
 
 TEST(Objects, CloneCopiesEverythingButMachining) {
@@ -122,5 +111,3 @@ TEST(Group, InsertsAndGivesBack) {
     delete a;
     delete b;
 }
-
-} // namespace

@@ -1,8 +1,6 @@
 #include "support/support.h"
 
-using namespace test;
-
-TEST(MinDistance, AgainstSamples) {
+TEST(MinDistance, AgainstSamplesAndOfNothing) {
     for (Random random; random.Rounds(100);) {
         const auto contour = RandomPolylineEx(random, 6);
         const DPOINT2 p = random.Point();
@@ -13,9 +11,6 @@ TEST(MinDistance, AgainstSamples) {
         EXPECT_GE(distance, sampled - 1) << "one sample step of the longest arcs";
         EXPECT_NEAR(math::D2GetDistance(p, nearest), distance, 1e-12);
     }
-}
-
-TEST(MinDistance, OfNothing) {
     CCadGroup empty;
     DPOINT2 nearest;
     EXPECT_TRUE(GetMinDistance(&empty, {1, 1}, nearest) == kInf && math::IsNoPoint(nearest));

@@ -5,20 +5,12 @@
 
 namespace {
 
-using namespace test;
-
 gp_Trsf2d RandomSimilarity(Random& random) {
     gp_Trsf2d turn, mirror, move;
     turn.SetRotation(gp_Pnt2d(random.Uniform(-9, 9), 3), random.Uniform(-4, 4));
     if (random.Coin()) mirror.SetMirror(gp_Ax2d(gp_Pnt2d(1, 2), gp_Dir2d(random.Uniform(-1, 1), 1)));
     move.SetScale(gp_Pnt2d(3, 4), random.Uniform(0.5, 2));
     return turn * mirror * move;
-}
-
-DPOINT2 Moved(const gp_Trsf2d& t, const DPOINT2& p) {
-    gp_XY xy(p.x, p.y);
-    t.Transforms(xy);
-    return {xy.X(), xy.Y()};
 }
 
 // Every point of every segment goes where the kernel puts it; reversing twice changes nothing.
@@ -31,7 +23,8 @@ void CheckTransformAndReverse(Random& random, Contour& contour) {
     ASSERT_EQ(contour.GetSegmentCount(), before->GetSegmentCount());
     for (int i = 0, n = contour.GetSegmentCount(); i < n; ++i) {
         const double ratio = random.Uniform(0, 1);
-        const DPOINT2 expected = Moved(transform, before->GetSegment(n - 1 - i).GetPoint(1 - ratio));
+        DPOINT2 expected = before->GetSegment(n - 1 - i).GetPoint(1 - ratio);
+        transform.Transforms(expected.x, expected.y);
         EXPECT_POINT_NEAR(contour.GetSegment(i).GetPoint(ratio), expected, 1e-8);
     }
     EXPECT_TRUE(contour.IsNormalDir());

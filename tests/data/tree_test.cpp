@@ -2,8 +2,6 @@
 
 namespace {
 
-using namespace test;
-
 std::vector<const CCadObject*> Leaves(const CCadObject* root) {
     std::vector<const CCadObject*> leaves;
     TreeWalk walk(root, TreeWalk::AllMembers);

@@ -1,7 +1,5 @@
 #include "support/support.h"
 
-using namespace test;
-
 TEST(CalcArcParam, RoundTripsBetweenBulgeAndCentre) {
     for (Random random; random.Rounds(2000);) {
         const DPOINT2 start = random.Point(), end = random.Point();
@@ -63,11 +61,12 @@ TEST(Angles, OfVectors) {
     EXPECT_EQ(ComputeAngle(1, -1e-10), 0);
     for (Random random; random.Rounds(500);) {
         const DPOINT2 u = random.Point();
-        const double turn = random.Uniform(-3.1, 3.1);
+        const double turn = random.Uniform(-3.14, 3.14);
         const DPOINT2 v = math::Rotated(u, turn) * 3;
         EXPECT_NEAR(GetAngleDir(u, v), turn, 1e-7);
+        EXPECT_NEAR(IntersectionAngle(u, v), turn, 1e-14);
         EXPECT_NEAR(GetAngle(u, v), std::abs(turn), 1e-7);
     }
-    EXPECT_EQ(GetAngleDir({1, 0}, {-1, 0}), kPi);
+    EXPECT_TRUE(GetAngleDir({1, 0}, {-1, 0}) == kPi && IntersectionAngle({1, 0}, {-1, 0}) == -kPi);
     EXPECT_TRUE(std::isnan(GetAngle({0, 0}, {1, 0})));
 }

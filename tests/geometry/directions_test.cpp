@@ -1,9 +1,5 @@
 #include "support/support.h"
 
-namespace {
-
-using namespace test;
-
 const auto Unit = [](const DPOINT2& v) { return v / math::Norm(v); };
 
 // Differences of nearby points are the oracle for every direction.
@@ -39,8 +35,7 @@ TEST(Directions, Corners) {
     for (const int i : {INT_MIN, INT_MAX}) EXPECT_TRUE(std::isfinite(GetCornerAngle(contour.get(), i)));
     const CCadPolyline empty;
     EXPECT_EQ(GetCornerAngle(nullptr, 0) + GetCornerAngle(&empty, 0), 0);
-    EXPECT_EQ(GetTangent(SEGMENT({0, 0}, {1, 0}, {1, 1}, {2, 1}), 0, nullptr), -kInf)
-        << "a Bezier piece has no bulge";
+    EXPECT_EQ(GetTangent(SEGMENT({0, 0}, {1, 0}, {1, 1}, {2, 1}), 0, nullptr), -kInf); // no bulge: Bezier
 }
 
 // The ratio is a share of the angle, and on ellipses nearly one of the length.
@@ -57,10 +52,9 @@ TEST(Directions, OfObjectsAgainstDifferences) {
             const math::EllipticArc &e = ellipse.GetOutline(), &h = half.GetOutline();
             EXPECT_POINT_NEAR(GetVector(&circle, 3, ratio), Unit(chord) * 5, 1e-6);
             EXPECT_POINT_NEAR(Unit(GetVector(&arc, 0, ratio)), Unit(part), 1e-6);
-            EXPECT_POINT_NEAR(Unit(GetVector(&ellipse, 0, ratio)), e.TangentAt(e.ParameterAt(ratio)) * sign,
-                              0.01);
-            EXPECT_POINT_NEAR(Unit(GetVector(&half, 0, ratio)), h.TangentAt(h.ParameterAt(ratio)) * sign,
-                              0.15);
+            const double onE = e.ParameterAt(ratio), onH = h.ParameterAt(ratio);
+            EXPECT_POINT_NEAR(Unit(GetVector(&ellipse, 0, ratio)), e.TangentAt(onE) * sign, 0.01);
+            EXPECT_POINT_NEAR(Unit(GetVector(&half, 0, ratio)), h.TangentAt(onH) * sign, 0.15);
             EXPECT_POINT_NEAR(Unit(GetVector(&ellipse, 0, 5)), e.TangentAt(0) * sign, 1e-9);
         }
 }
@@ -75,5 +69,3 @@ TEST(Directions, OfWhatHasNone) {
     EXPECT_POINT_NEAR(GetVector(polyline.get(), 0, 0.5), (DPOINT2{3, 4}), 0);
     EXPECT_POINT_NEAR(GetVector(polyline.get(), INT_MAX, 0.5), (DPOINT2{0, 0}), 0);
 }
-
-} // namespace

@@ -4,8 +4,6 @@
 
 namespace {
 
-using namespace test;
-
 using Point = CConvexHelper::Point;
 
 std::vector<int> Tags(const std::vector<Point>& points) {
@@ -49,9 +47,8 @@ TEST(Hull, AgainstEveryLineThroughTwoPoints) {
 // counts, as low as the lowest is what is within 1e-9, what is not finite is left out.
 TEST(Hull, SmallFlatAndDoubled) {
     for (const auto& [row, x, y, tags] : Rows<std::vector<double>, std::vector<double>, std::vector<int>>(
-             "none none none; 2,1,0 2,1,0 0,1,2; 1,0,0,1 1,1,0,0 2,3,0,1; "
-             "1,0,0,1,0.5,1,0 1,1,0,0,0,0.5,0.3 2,3,0,1; 0,0,1,1,0 0,0,0,0,1 0,2,4; 0,3,3,0 5e-10,0,3,3 "
-             "0,1,2,3; 0,1,2,3 0,1,2,3 0,3;"
+             "none none none; 2,1,0 2,1,0 0,1,2; 1,0,0,1 1,1,0,0 2,3,0,1; 0,0,1,1,0 0,0,0,0,1 0,2,4;"
+             "1,0,0,1,0.5,1,0 1,1,0,0,0,0.5,0.3 2,3,0,1; 0,3,3,0 5e-10,0,3,3 0,1,2,3; 0,1,2,3 0,1,2,3 0,3;"
              "nan,0,1,1,0 0,0,0,inf,1 1,2,4; 1,1,1,1 1,1,1,1 0")) {
         std::vector<Point> points;
         for (std::size_t i = 0; i < x.size(); ++i) points.push_back({x[i], y.at(i), static_cast<int>(i)});
@@ -96,19 +93,17 @@ TEST(Stock, PlatesAndTheirOutlines) {
     };
     EXPECT_TRUE(CAdobeHelper::IsSameProjectContour(plate->GetSectionData(), same->GetSectionData()));
     EXPECT_TRUE(isSame("0 0 L 5 0", "0 0 L 5 0.000001") && !isSame("0 0 L 5 0", "0 0 L 5 0.0000011"));
-    EXPECT_TRUE(isSame("0 0 A 5 0 0.5", "0 0 A 5 0 0.5000000001")
-                && !isSame("0 0 A 5 0 0.5", "0 0 A 5 0 0.51"));
+    EXPECT_TRUE(isSame("0 0 A 1 0 1", "0 0 A 1 0 1.0000000001") && !isSame("0 0 A 1 0 1", "0 0 A 1 0 1.01"));
     EXPECT_FALSE(isSame("0 0 L 5 0", "5 0 L 0 0") || isSame("0 0 L 5 0", "0 0 L 5 0 L 6 0"));
-    const CCadGroup empty, none;
-    EXPECT_TRUE(CAdobeHelper::IsSameProjectContour(&empty, &none));
+    const CCadGroup empty, alike;
+    EXPECT_TRUE(CAdobeHelper::IsSameProjectContour(&empty, &alike));
     EXPECT_FALSE(CAdobeHelper::IsSameProjectContour(&empty, plate->GetSectionData())
                  || CAdobeHelper::IsSameProjectContour(nullptr, &empty));
     MakeSectionData_RectPlane(plate->GetSectionData(), 1, 1);
     const Adobe other(1);
     width = -1;
-    for (const Adobe* stock :
-         {static_cast<const Adobe*>(plate.get()), &other, static_cast<const Adobe*>(nullptr)})
-        EXPECT_FALSE(GetRectPlaneParam(stock, width, height, thickness));
+    const Adobe* const none[] = {plate.get(), &other, nullptr};
+    for (const Adobe* stock : none) EXPECT_FALSE(GetRectPlaneParam(stock, width, height, thickness));
     EXPECT_EQ(width, -1);
 }
 

@@ -2,8 +2,6 @@
 
 namespace {
 
-using namespace test;
-
 // Opens what derived calculators see.
 struct Calculator : CPosCalculator {
     using CPosCalculator::_SelectClosedObject;
@@ -51,13 +49,12 @@ TEST(NearestPosition, JointsTiesAndEnds) {
         const PosInfo info = Pick(group, p, 10);
         EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, pos)) << row;
     }
-    using Calc = CPosCalculator;
     for (const auto& [row, p, end, bulge, distance] : Rows<DPOINT2, DPOINT2, double, double>(
              "3,4 0,0 1 5; 0,0 1,0 1 0; 1,3 2,0 -1 2; 1,3 2,0 1 3.1622776601683795"))
-        EXPECT_NEAR(Calc::GetMinDistance(p, {0, 0}, end, bulge), distance, 1e-12) << row;
+        EXPECT_NEAR(CPosCalculator::GetMinDistance(p, {0, 0}, end, bulge), distance, 1e-12) << row;
     for (const double bad : {kNaN, kInf}) {
-        EXPECT_EQ(Calc::GetPerpendicularFootRatio({bad, 1}, {0, 0}, {1, 0}, 0.5) * 0, 0);
-        EXPECT_EQ(Calc::GetPerpendicularFootRatio({2, 1}, {0, 0}, {1, 0}, bad) * 0, 0);
+        EXPECT_EQ(CPosCalculator::GetPerpendicularFootRatio({bad, 1}, {0, 0}, {1, 0}, 0.5) * 0, 0);
+        EXPECT_EQ(CPosCalculator::GetPerpendicularFootRatio({2, 1}, {0, 0}, {1, 0}, bad) * 0, 0);
     }
 }
 

@@ -4,20 +4,15 @@
 
 namespace {
 
-using namespace test;
-
 using Topo = CTopoMultiPolyline;
 
-std::unique_ptr<Topo> Make(const CCadPolyline& source) {
-    return std::unique_ptr<Topo>(Topo::CreateTopoMultiPolyline(&source));
-}
+const auto Make = [](const auto& s) { return std::unique_ptr<Topo>(Topo::CreateTopoMultiPolyline(&s)); };
 
 std::string Kinds(const Topo& topo) {
-    std::string kinds;
+    std::ostringstream kinds;
     for (int i = 0; i < topo.GetNodeCount(); ++i)
-        kinds += testing::PrintToString(topo.GetAt(i)->nKind) + "x"
-                 + std::to_string(topo.GetAt(i)->vecNodes.size()) + " ";
-    return kinds;
+        kinds << int(topo.GetAt(i)->nKind) << 'x' << topo.GetAt(i)->vecNodes.size() << ' ';
+    return kinds.str();
 }
 
 // A contour of runs of every kind.
@@ -55,8 +50,8 @@ TEST(TopoPolyline, GroupsKeepTheShape) {
         }
         EXPECT_EQ(seen, std::vector<int>(count, 1));
         EXPECT_NEAR(length, source->GetLength(), 1e-9);
-        EXPECT_POINT_NEAR(topo->GetStartPoint(), source->GetSegment(topo->GetTopoInfo()[0].nFirst).ptStart,
-                          0);
+        const DPOINT2 start = source->GetSegment(topo->GetTopoInfo()[0].nFirst).ptStart;
+        EXPECT_POINT_NEAR(topo->GetStartPoint(), start, 0);
         for (int k = 0; k < topo->GetNodeCount(); ++k) {
             DPOINT2 nearest;
             if (topo->GetAt(k)->nKind < 2 && topo->GetAt(k)->vecNodes.size() > 1) continue; // its first piece
@@ -89,8 +84,8 @@ TEST(TopoPolyline, Groups) {
         const auto topo = Make(*Polyline(source));
         EXPECT_EQ(Kinds(*topo), kinds) << row;
         EXPECT_POINT_NEAR(topo->GetPoint(0, 0), topo->GetStartPoint(), 0) << row;
-        EXPECT_TRUE(topo->GetTopoInfo()[0].nKind == firstKind && topo->GetTopoInfo()[0].nFirst == first)
-            << row;
+        const auto& info = topo->GetTopoInfo()[0];
+        EXPECT_TRUE(info.nKind == firstKind && info.nFirst == first) << row;
     }
     EXPECT_EQ(Topo::CreateTopoMultiPolyline(nullptr), nullptr);
     const auto empty = Make(CCadPolyline());

@@ -1,5 +1,3 @@
-#include <fstream>
-
 #include "host/drawing.h"
 #include "host/dxf_text.h"
 #include "host/host.h"
@@ -7,8 +5,6 @@
 #include "support/support.h"
 
 namespace {
-
-using namespace test;
 
 // The objects of a file that must be sound.
 struct Read {
@@ -23,24 +19,22 @@ struct Read {
 
 // What becomes of each entity: code, length, start point, direction (0: not asked).
 TEST(Dxf, Entities) {
-    for (
-        const auto& [row, entity, kind, length, start, direction] :
-        Rows<std::string, int, double, DPOINT2, int>(
-            "'0 LINE 10 1 20 2 11 4 21 6' 0x1200 5 1,2 0; '0 POINT 10 1 20 2' 0x1100 0 1,2 0;"
-            "'0 CIRCLE 10 1 20 2 40 3' 0x1400 18.849555921538759 4,2 2;"
-            "'0 CIRCLE 10 1 20 2 40 3 230 -1' 0x1400 18.849555921538759 2,2 1;" // seen from below
-            "'0 ARC 10 0 20 0 40 2 50 90 51 0' 0x1500 9.42477796076938 0,2 2;"
-            "'0 ARC 10 0 20 0 40 2 50 90 51 180 230 -1' 0x1500 3.141592653589793 0,2 1;"
-            "'0 ELLIPSE 10 0 20 0 11 0 21 2 40 0.5 41 0 42 6.283185307179586' 0x1600 9.688448220547675 0,2 2;"
-            "'0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 3.141592653589793 42 6.283185307179586' 0x1700"
-            " 4.844224110273838 -2,0 2; '0 ELLIPSE 10 0 20 0 11 2 21 0 40 1 41 0 42 1' 0x1500 2 2,0 2;"
-            "'0 LWPOLYLINE 90 2 70 1 10 0 20 0 42 1 10 2 20 0' 0x1840 5.141592653589793 0,0 2;"
-            "'0 POLYLINE 70 0 0 VERTEX 10 0 20 0 42 -1 0 VERTEX 10 2 20 0 0 VERTEX 70 16 10 9 20 9 0 VERTEX "
-            "10 2"
-            " 20 1 0 SEQEND' 0x1840 4.141592653589793 0,0 0;"
-            "'0 SPLINE 70 8 71 1 40 0 40 0 40 1 40 2 40 2 10 0 20 0 10 3 20 4 10 3 20 0' 0x1860 9 0,0 1;"
-            "'0 SPLINE 70 8 71 2 40 0 40 0 40 0 40 1 40 1 40 1 10 0 20 0 10 0.5 20 0 10 1 20 1' 0x1860"
-            " 1.4789428575445975 0,0 2; '0 SPLINE 70 0 71 3 11 0 21 0 11 1 21 0 11 5 21 0' 0x1860 5 0,0 0")) {
+    for (const auto& [row, entity, kind, length, start, direction] :
+         Rows<std::string, int, double, DPOINT2, int>(
+             "'0 LINE 10 1 20 2 11 4 21 6' 0x1200 5 1,2 0; '0 POINT 10 1 20 2' 0x1100 0 1,2 0;"
+             "'0 CIRCLE 10 1 20 2 40 3' 0x1400 18.849555921538759 4,2 2;"
+             "'0 CIRCLE 10 1 20 2 40 3 230 -1' 0x1400 18.849555921538759 2,2 1;" // seen from below
+             "'0 ARC 10 0 20 0 40 2 50 90 51 0' 0x1500 9.42477796076938 0,2 2;"
+             "'0 ARC 10 0 20 0 40 2 50 90 51 180 230 -1' 0x1500 3.141592653589793 0,2 1;"
+             "'0 ELLIPSE 10 0 20 0 11 0 21 2 40 0.5 41 0 42 6.283185307179586' 0x1600 9.68844822054768 0,2 2;"
+             "'0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 3.141592653589793 42 6.283185307179586' 0x1700 "
+             "4.844224110273838 -2,0 2; '0 ELLIPSE 10 0 20 0 11 2 21 0 40 1 41 0 42 1' 0x1500 2 2,0 2;"
+             "'0 LWPOLYLINE 90 2 70 1 10 0 20 0 42 1 10 2 20 0' 0x1840 5.141592653589793 0,0 2;"
+             "'0 POLYLINE 70 0 0 VERTEX 10 0 20 0 42 -1 0 VERTEX 10 2 20 0 0 VERTEX 70 16 10 9 20 9 "
+             "0 VERTEX 10 2 20 1 0 SEQEND' 0x1840 4.141592653589793 0,0 0;"
+             "'0 SPLINE 70 8 71 1 40 0 40 0 40 1 40 2 40 2 10 0 20 0 10 3 20 4 10 3 20 0' 0x1860 9 0,0 1;"
+             "'0 SPLINE 70 8 71 2 40 0 40 0 40 0 40 1 40 1 40 1 10 0 20 0 10 0.5 20 0 10 1 20 1' 0x1860 "
+             "1.4789428575445975 0,0 2; '0 SPLINE 70 0 71 3 11 0 21 0 11 1 21 0 11 5 21 0' 0x1860 5 0,0 0")) {
         SCOPED_TRACE(row);
         const std::string file = DxfFile(entity);
         for (const Read& read : {Read(file), Read(BinaryFile(file))}) {
@@ -55,8 +49,8 @@ TEST(Dxf, Entities) {
 
 // A quarter circle as a rational spline of degree two: every piece lies on the circle.
 TEST(Dxf, RationalSplines) {
-    const Read read(DxfFile("0 SPLINE 71 2 40 0 40 0 40 0 40 1 40 1 40 1 41 1 41 0.7071067811865476 41 1 10 "
-                            "1 20 0 10 1 20 1 10 0 20 1"));
+    const Read read(DxfFile("0 SPLINE 71 2 40 0 40 0 40 0 40 1 40 1 40 1 41 1 41 0.7071067811865476 41 1 "
+                            "10 1 20 0 10 1 20 1 10 0 20 1"));
     const CCadObject& arc = *read.objects.at(0);
     EXPECT_NEAR(arc.GetLength(), kPi / 2, 1e-7);
     for (int i = 0; i < arc.GetSegmentCount(); ++i)
@@ -134,19 +128,16 @@ TEST(Dxf, Damage) {
         {DxfFile("0 INSERT 2 B11 10 0 20 0", bomb), "inserts"},
         {DxfFile("0 INSERT 2 B11 10 0 20 0", "0 BLOCK 2 B0 0 ENDBLK" + levels), "inserts"},
         {DxfFile("0 INSERT 2 B0 10 0 20 0 41 1e9 42 1e9 70 30000 71 30000 44 1e9", bomb), "out of range"},
-        {DxfFile(vertices), "larger than 500000 segments"},
-    };
+        {DxfFile(vertices), "larger than 500000 segments"}};
     for (const auto& [file, message] : cases) ExpectError(file, message);
     for (const auto& [row, entity, message] : Rows<std::string, std::string>(
              "'0 LINE 10 1e300 20 2 11 4 21 6' 'line 16: the number |1e300| is out of range';"
-             "'0 LINE 10 nan 20 2 11 4 21 6' 'is out of range'; '0 LINE 10 1 20 2 11 4' 'line 14: LINE lacks "
-             "its group 21';"
-             "'0 LINE 10 1x 20 2 11 4 21 6' '|1x| is not a number';"
+             "'0 POINT 10 nan 20 2' 'is out of range'; '0 LINE 10 1x 20 2 11 4 21 6' '|1x| is not a number';"
+             "'0 LINE 10 1 20 2 11 4' 'line 14: LINE lacks its group 21';"
              "'0 LWPOLYLINE 90 1 70 0 10 1 20 1' 'LWPOLYLINE has fewer than two points';"
-             "'0 LWPOLYLINE 70 0.5 10 1 20 1' 'is not a whole number'; '0 SPLINE 71 99 10 0 20 0 10 1 20 1' "
-             "'unusable degree';"
-             "'0 SPLINE 71 3 40 0 40 1 10 0 20 0 10 1 20 1 10 1 20 2 10 3 20 3' 'SPLINE has the wrong "
-             "number';"
+             "'0 LWPOLYLINE 70 0.5 10 1 20 1' 'is not a whole number';"
+             "'0 SPLINE 71 99 10 0 20 0 10 1 20 1' 'unusable degree';"
+             "'0 SPLINE 71 3 40 0 40 1 10 0 20 0 10 1 20 1 10 1 20 2 10 3 20 3' 'SPLINE has the wrong';"
              "'0 INSERT 2 nowhere 10 0 20 0' 'INSERT names the block |nowhere|'")) {
         std::string quoted = message;
         std::replace(quoted.begin(), quoted.end(), '|', '\'');

@@ -29,15 +29,12 @@ std::string BinaryFile(const std::string& asciiFile) {
         const auto append = [&](const void* data, std::size_t size) {
             bytes.append(static_cast<const char*>(data), size);
         };
+        const bool isDouble = (number >= 10 && number <= 59) || (number >= 210 && number <= 239);
+        const bool isInteger = number >= 60 && number <= 99;
         append(&number, 2);
-        if ((number >= 10 && number <= 59) || (number >= 210 && number <= 239))
-            append(&asDouble, 8);
-        else if (number >= 60 && number <= 79)
-            append(&asInteger, 2);
-        else if (number >= 90 && number <= 99)
-            append(&asInteger, 4);
-        else
-            append(value.c_str(), value.size() + 1);
+        if (isDouble) append(&asDouble, 8);
+        if (isInteger) append(&asInteger, number < 80 ? 2 : 4);
+        if (!isDouble && !isInteger) append(value.c_str(), value.size() + 1);
     }
     return bytes;
 }

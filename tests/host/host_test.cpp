@@ -1,6 +1,5 @@
-#include <cstdio>
-#include <fstream>
 #include <iomanip>
+#include <list>
 
 #include "host/dxf_text.h"
 #include "host/host.h"
@@ -10,7 +9,7 @@
 
 namespace {
 
-using namespace test;
+const std::string kSquare = "0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 ";
 
 struct Ran {
     int code;
@@ -20,14 +19,13 @@ struct Ran {
 // Runs the program with arguments from one line of words, or of 'words with blanks'.
 Ran RunHost(const std::string& line) {
     std::istringstream in("qev_host " + line);
-    std::vector<std::string> words;
-    for (std::string word; in >> std::quoted(word, '\'', '\1');) words.push_back(word);
+    std::list<std::string> words;
     std::vector<const char*> arguments;
-    for (const std::string& word : words) arguments.push_back(word.c_str());
+    for (std::string word; in >> std::quoted(word, '\'', '\1');)
+        arguments.push_back(words.emplace_back(word).c_str());
     std::ostringstream out, errors;
     const auto options = host::ParseOptions(static_cast<int>(arguments.size()), arguments.data());
-    const int code = host::Run(options, out, errors);
-    return {code, out.str(), errors.str()};
+    return {host::Run(options, out, errors), out.str(), errors.str()};
 }
 
 void ExpectContains(const std::string& text, const std::vector<const char*>& parts) {
@@ -41,34 +39,30 @@ host::Drawing& Join(host::Drawing& drawing, const std::string& entities, double 
     return drawing;
 }
 
-// A rounded rectangle in pieces of any order and direction comes back as one closed contour.
+// A rounded rectangle in pieces of every order comes back as one closed contour.
 TEST(Join, PiecesOfAnyOrderBecomeOneContour) {
     std::vector<std::string> pieces = {
-        "0 LINE 8 a 10 1 20 0 11 9 21 0 ",         "0 LINE 8 a 10 10 20 5 11 10 21 1 ",
-        "0 ARC 8 a 10 9 20 1 40 1 50 270 51 360 ", "0 ARC 8 a 10 1 20 1 40 1 50 180 51 270 ",
-        "0 LINE 8 a 10 0 20 1.004 11 0 21 5 ",     "0 LWPOLYLINE 8 a 70 0 10 10 20 5 10 5 20 8 10 0 20 5 "};
-    for (Random random; random.Rounds(50);) {
-        std::string entities;
-        for (int last = static_cast<int>(pieces.size()) - 1; last >= 0; --last) {
-            std::swap(pieces[last], pieces[random.Int(0, last)]);
-            entities += pieces[last];
-        }
+        "0 LINE 8 a 10 1 20 0 11 9 21 0 ",          "0 LINE 8 a 10 10 20 5 11 10 21 1 ",
+        "0 ARC 8 a 10 9 20 1 40 1 50 270 51 360 ",  "0 ARC 8 a 10 1 20 1 40 1 50 180 51 270 ",
+        "0 LINE 8 a 10 -0.004 20 0.996 11 0 21 5 ", "0 LWPOLYLINE 8 a 70 0 10 10 20 5 10 5 20 8 10 0 20 5 "};
+    std::sort(pieces.begin(), pieces.end());
+    do {
+        std::string entities = "0 LINE 8 b 10 1 20 0 11 1 21 -5 ";
+        for (const std::string& piece : pieces) entities += piece;
         host::Drawing drawing;
-        const auto objects = Join(drawing, entities + "0 LINE 8 b 10 1 20 0 11 1 21 -5", 0.01).Objects();
+        const auto objects = Join(drawing, entities, 0.01).Objects();
         ASSERT_EQ(objects.size(), 2u) << "another layer is left alone";
         const CCadObject& contour = objects[0]->GetSegmentCount() > 1 ? *objects[0] : *objects[1];
         EXPECT_TRUE(contour.IsClose() && contour.GetSegmentCount() == 7);
         EXPECT_NEAR(contour.GetLength(), 8 + 4 + 4 + kPi + 2 * std::sqrt(34.0), 0.02);
-    }
+    } while (std::next_permutation(pieces.begin(), pieces.end()));
 }
 
 TEST(Join, LeavesWhatDoesNotTouch) {
     host::Drawing apart, curved;
-    Join(apart,
-         "0 LINE 10 0 20 0 11 1 21 0 0 LINE 10 1.02 20 0 11 2 21 0 0 CIRCLE 10 0 20 0 40 1 0 LINE 10 5 20 5 "
-         "11 5 21 5",
-         0.01);
-    EXPECT_EQ(apart.Objects().size(), 4u);
+    const std::string pieces = "0 LINE 10 0 20 0 11 1 21 0 0 LINE 10 1.02 20 0 11 2 21 0 "
+                               "0 CIRCLE 10 0 20 0 40 1 0 LINE 10 5 20 5 11 5 21 5";
+    EXPECT_EQ(Join(apart, pieces, 0.01).Objects().size(), 4u);
     const std::string half = "0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 0 42 3.141592653589793 ";
     const auto joined = Join(curved, half + "0 LINE 10 -2 20 0 11 2 21 0", 0.01).Objects();
     ASSERT_TRUE(joined.size() == 1 && joined[0]->GetType() == kCadPolylineEx);
@@ -88,8 +82,7 @@ TEST(Report, AreasCornersAndClosedness) {
     for (int i = 0; i < 4; ++i) EXPECT_EQ(reports[i].corners.size(), i == 1 ? 3u : 0u);
 }
 
-class HostRun : public testing::Test {
-protected:
+struct HostRun : testing::Test {
     // The process's technics manager keeps the plug-ins from one case to the next.
     static void SetUpTestSuite() {
         const std::string plugIns = "' --plugin '" LEADIN "' --plugin '" MICROJOINT "'";
@@ -97,24 +90,17 @@ protected:
     }
     void Write(const std::string& bytes) { std::ofstream(m_drawing, std::ios::binary) << bytes; }
     static std::string Text(const std::string& path) {
-        std::ostringstream text;
-        text << std::ifstream(path, std::ios::binary).rdbuf();
-        return text.str();
+        return (std::ostringstream() << std::ifstream(path, std::ios::binary).rdbuf()).str();
     }
-    std::string Picture() const { return Text(m_picture); }
     ~HostRun() override {
-        std::remove(m_drawing.c_str());
-        std::remove(m_picture.c_str());
-        std::remove(m_saved.c_str());
+        for (const auto* path : {&m_drawing, &m_picture, &m_saved}) std::remove(path->c_str());
     }
-    const std::string m_drawing = TempPath("host.dxf");
-    const std::string m_picture = TempPath("host.svg");
-    const std::string m_saved = TempPath("host.technics");
+    const std::string m_drawing = TempPath("host.dxf"), m_picture = TempPath("host.svg"),
+                      m_saved = TempPath("host.technics");
 };
 
 TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
-    Write(DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 0 CIRCLE 10 5 20 5 40 "
-                  "2 0 TEXT 10 1 20 1 40 1 1 A"));
+    Write(DxfFile(kSquare + "0 CIRCLE 10 5 20 5 40 2 0 TEXT 10 1 20 1 40 1 1 A"));
     const std::string picture = " --svg " + m_picture;
     const Ran ran = RunHost(m_drawing + picture + " --polyline 0.01 --cut 0:3.5:1.25 --rows 2");
     EXPECT_EQ(ran.code, 0) << ran.errors;
@@ -123,7 +109,7 @@ TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
                     "... and 1 more", "3 objects: 1 circle, 1 polyline, 1 text",
                     "2 objects converted within 0.01 mm: 6 lines and arcs",
                     "cut: 3 segments, 17.5 mm of 40 mm", "picture: "});
-    ExpectContains(Picture(),
+    ExpectContains(Text(m_picture),
                    {"class='outline' d='M0 0L10 0L10 10L0 10L0 0'", "class='cut' d='M0 5L0 0L10 0L10 2.5'",
                     "class='converted'", "class='corner'", "A2 2 0 0 1 3 5"});
     EXPECT_EQ(RunHost(m_drawing + " --cut 1:0.25:0.75").code, 0) << "a circle is cut out of its polyline";
@@ -137,19 +123,19 @@ TEST_F(HostRun, PrintsDrawsConvertsAndCuts) {
     ExpectContains(RunHost(m_drawing + " --start-zones 2" + picture).out,
                    {"     0      4      4        6.000     1 + 0.5000  (10.000, 5.000)\n"
                     "     1      0      1       12.566     1 + 0.0000  (3.000, 5.000)"});
-    ExpectContains(Picture(), {"class='zone' d='M0 2L0 0L2 0'"});
+    ExpectContains(Text(m_picture), {"class='zone' d='M0 2L0 0L2 0'"});
     ExpectContains(RunHost(m_drawing + " --start-zones 5.1").out, {"     0      1      0        0.000\n"});
 }
 
 // Two squares, one run counter-clockwise from the lower left, one clockwise; a circle and a line.
 TEST_F(HostRun, TechnicsAreAddedSavedLoadedAndRemoved) {
-    Write(DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 "
-                  "0 LWPOLYLINE 70 1 10 20 20 0 10 20 20 10 10 30 20 10 10 30 20 0 "
-                  "0 CIRCLE 10 50 20 5 40 5 0 LINE 10 60 20 0 11 60 21 9 0 POINT 10 0 20 0"));
+    Write(DxfFile(kSquare
+                  + "0 LWPOLYLINE 70 1 10 20 20 0 10 20 20 10 10 30 20 10 10 30 20 0 "
+                    "0 CIRCLE 10 50 20 5 40 5 0 LINE 10 60 20 0 11 60 21 9 0 POINT 10 0 20 0"));
     const auto run = [this](const std::string& line) {
         const Ran ran = RunHost(m_drawing + " --join 0 --svg " + m_picture + line);
         EXPECT_EQ(ran.code, 0) << ran.errors;
-        return ran.out + Picture();
+        return ran.out + Text(m_picture);
     };
     const std::string save = " --save " + m_saved, load = " --load " + m_saved + save;
     ExpectContains(run(" --technics T={LeadIn={Length=4}} --params MouseSegment=1;MouseRatio=0.75"),

@@ -4,8 +4,6 @@
 
 #include <lua.hpp>
 
-#include "log.h"
-
 struct Probe::AutoRelease {
     ~AutoRelease() {
         delete ms_pInstance;
@@ -15,14 +13,6 @@ struct Probe::AutoRelease {
 
 Probe* Probe::ms_pInstance = new Probe;
 Probe::AutoRelease Probe::ms_autoRelease;
-
-Probe::Probe() {
-    ++GetLifetimeCounts().created;
-}
-
-Probe::~Probe() {
-    ++GetLifetimeCounts().deleted;
-}
 
 Probe* Probe::GetInstance() {
     return ms_pInstance;
@@ -44,16 +34,10 @@ extern "C" QEV_EXPORT bool AreStaticsAlive() {
 
 // Code of each library that must go with this one.
 extern "C" QEV_EXPORT const void* CodeOf(int library) {
-    switch (library) {
-    case 0:
-        return reinterpret_cast<const void*>(&math::RegularizeRadian);
-    case 1:
-        return reinterpret_cast<const void*>(&qev::GetContourDirectionEx);
-    case 2:
-        return reinterpret_cast<const void*>(&qev::PolyPosToDouble);
-    default:
-        return nullptr;
-    }
+    const void* const codes[] = {reinterpret_cast<const void*>(&math::RegularizeRadian),
+                                 reinterpret_cast<const void*>(&qev::GetContourDirectionEx),
+                                 reinterpret_cast<const void*>(&qev::PolyPosToDouble), nullptr};
+    return codes[library];
 }
 
 // Leaves something in the script engine that is collected when the engine closes.

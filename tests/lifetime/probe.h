@@ -5,6 +5,8 @@
 
 #include <qev/export.h>
 
+#include "log.h"
+
 #if defined(lifetime_probe_EXPORTS)
 #define PROBE_API QEV_EXPORT
 #else
@@ -19,8 +21,8 @@ public:
 private:
     struct AutoRelease;
 
-    Probe();
-    ~Probe();
+    Probe() { ++GetLifetimeCounts().created; }
+    ~Probe() { ++GetLifetimeCounts().deleted; }
 
     static Probe* ms_pInstance;
     static AutoRelease ms_autoRelease;

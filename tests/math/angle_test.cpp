@@ -2,8 +2,6 @@
 
 #include "support/support.h"
 
-using namespace test;
-
 TEST(Angle, IsRegularizedIntoOneTurn) {
     for (Random random; random.Rounds(1000);) {
         const double angle = random.Uniform(-100, 100), regular = math::RegularizeRadian(angle);
@@ -17,10 +15,8 @@ TEST(Angle, IsRegularizedIntoOneTurn) {
 // The angle in quarters of pi.
 TEST(Angle, NormalAngleCoversTheAxes) {
     for (const auto& [row, v, quarters] :
-         Rows<DPOINT2, double>("0,0 0; 2,0 0; 0,3 2; -1,0 4; -1,-0 4; 0,-1 6; 1,-0 0; 1,-1 7")) {
+         Rows<DPOINT2, double>("0,0 0; 2,0 0; 0,3 2; -1,0 4; -1,-0 4; 0,-1 6; 1,-0 0; 1,-1 7"))
         EXPECT_DOUBLE_EQ(math::D2GetNormalAngle(v), quarters * kPi / 4) << row;
-        EXPECT_EQ(math::D2GetNormalAngle(v.x, v.y), math::D2GetNormalAngle(v));
-    }
 }
 
 TEST(Angle, BetweenVectorsIsPreciseNearZeroAndPi) {
@@ -31,7 +27,7 @@ TEST(Angle, BetweenVectorsIsPreciseNearZeroAndPi) {
     EXPECT_DOUBLE_EQ(math::AngleToRadian(-90), -kPi / 2);
 }
 
-TEST(Line, FootAndMembership) {
+TEST(Line, FootMembershipAndInterpolation) {
     DPOINT2 foot;
     math::D2GetProjectionPoint({7, 5}, {0, 0}, {2, 0}, foot);
     EXPECT_POINT_NEAR(foot, (DPOINT2{7, 0}), 1e-15);
@@ -41,11 +37,8 @@ TEST(Line, FootAndMembership) {
     for (const auto& [row, p, inside] :
          Rows<DPOINT2, bool>("1,0 1; 1,0.9e-6 1; 1,1.1e-6 0; -0.9e-6,0 1; -1.1e-6,0 0; 3,0 0; none 0"))
         EXPECT_EQ(math::IsPointInLine(p, {0, 0}, {2, 0}), inside) << row;
-}
-
-TEST(Line, InterpolationMeetsBothEndsExactly) {
     for (Random random; random.Rounds(1000);) {
-        const DPOINT2 p = random.Point(), q = random.Point(1e-5);
+        const DPOINT2 p = random.Point(), q = random.Point(1e-5); // both ends are met exactly
         EXPECT_POINT_NEAR(math::Interpolate(p, q, 0), p, 0);
         EXPECT_POINT_NEAR(math::Interpolate(p, q, 1), q, 0);
     }

@@ -2,29 +2,21 @@
 
 namespace {
 
-using namespace test;
-
 struct Solved {
+    explicit Solved(const BulgeArc& arc)
+        : ok(math::SolveArc(arc.start, arc.end, arc.bulge, centre, radius, start, sweep)) {}
     DPOINT2 centre;
     double radius = 0, start = 0, sweep = 0;
-    bool ok = false;
+    bool ok;
 };
 
-Solved Solve(const BulgeArc& arc) {
-    Solved s;
-    s.ok = math::SolveArc(arc.start, arc.end, arc.bulge, s.centre, s.radius, s.start, s.sweep);
-    return s;
-}
-
-BulgeArc RandomArc(Random& random) {
-    return {random.Point(), random.Point(), random.Bulge()};
-}
+const auto RandomArc = [](Random& r) { return BulgeArc{r.Point(), r.Point(), r.Bulge()}; };
 
 // The centre form is the oracle for the chord form while the centre is near.
 TEST(Arc, ChordFormAgreesWithCentreForm) {
     for (Random random; random.Rounds(2000);) {
         const BulgeArc arc = RandomArc(random);
-        const Solved s = Solve(arc);
+        const Solved s(arc);
         ASSERT_TRUE(s.ok == (std::abs(arc.bulge) > 0.25e-9));
         const double tolerance = 1e-12 * (100 + s.radius), ratio = random.Uniform(0, 1);
         const DPOINT2 spoke = math::Rotated({s.radius, 0}, s.start + ratio * s.sweep);
@@ -61,14 +53,13 @@ TEST(Arc, FootIsTheNearestSample) {
 }
 
 TEST(Arc, SolveRefusesWhatIsNoArc) {
-    for (const BulgeArc& arc :
-         {BulgeArc{{1, 1}, {1, 1}, 1}, BulgeArc{{0, 0}, {0.9e-9, 0}, 1}, BulgeArc{{0, 0}, {1, 0}, 0},
-          BulgeArc{{0, 0}, {1, 0}, 2e-10}, BulgeArc{{kNaN, 0}, {1, 0}, 1}, BulgeArc{{0, 0}, {1, 0}, kNaN}}) {
-        const Solved s = Solve(arc);
+    for (const auto& [row, start, end, bulge] : Rows<DPOINT2, DPOINT2, double>(
+             "1,1 1,1 1; 0,0 0.9e-9,0 1; 0,0 1,0 0; 0,0 1,0 2e-10; nan,0 1,0 1; 0,0 1,0 nan")) {
+        const Solved s({start, end, bulge});
         EXPECT_FALSE(s.ok);
         EXPECT_EQ(std::abs(s.centre.x) + std::abs(s.centre.y) + s.radius + s.start + std::abs(s.sweep), 0);
     }
-    const Solved half = Solve({{0, 0}, {2, 0}, -1});
+    const Solved half({{0, 0}, {2, 0}, -1});
     EXPECT_TRUE(half.start == kPi && half.sweep == -kPi && half.centre.x == 1 && half.centre.y == 0);
 }
 
@@ -76,8 +67,7 @@ TEST(Arc, SolveRefusesWhatIsNoArc) {
 // radius 10.
 TEST(Arc, Membership) {
     for (const auto& [row, p, start, central, ccw, inside] : Rows<DPOINT2, double, double, bool, bool>(
-             "10,0 0 1 1 1; 10.0000009,0 0 1 1 1; 10.0000011,0 0 1 1 0; 0,10 0 1 1 0; 0,10 0 "
-             "1.5707963267948966 1 1;"
+             "10,0 0 1 1 1; 10.0000009,0 0 1 1 1; 10.0000011,0 0 1 1 0; 0,10 0 1 1 0; 0,10 0 1.5708 1 1;"
              "0,10 0 1.5708 0 0; 0,-10 0 1.5708 0 1; 10,-9e-7 0 1 1 1; 10,-2e-6 0 1 1 0; -10,0 3 7 1 1;"
              "0,0 0 7 1 0; nan,0 0 7 1 0; 10,0 6.2 0.2 1 1; 10,0 0.1 0.2 0 1"))
         EXPECT_EQ(math::IsPointInArc(p, {0, 0}, 10, start, central, ccw), inside) << row;
@@ -88,7 +78,7 @@ TEST(Arc, HostileNumbersEnd) {
         for (const double b : {0.0, 1.0, -1.0, 1e-320, 1e300, -1e300, kInf, kNaN})
             for (const double bulge : {1e9, 1e-12, -1e300, kInf, kNaN}) {
                 const BulgeArc arc{{a, b}, {b, a + 1}, bulge};
-                (void)(Solve(arc).radius + arc.GetBounds().lower.x + arc.GetChordArea());
+                (void)(Solved(arc).radius + arc.GetBounds().lower.x + arc.GetChordArea());
                 const double foot = arc.GetFootRatio({b, b});
                 EXPECT_FALSE(foot < 0 || foot > 1 || arc.GetLength() < 0);
             }

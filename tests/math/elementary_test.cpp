@@ -4,16 +4,11 @@
 
 namespace {
 
-using namespace test;
-
-double Moderate(Random& random) {
-    return random.Uniform(-10, 10);
-}
-
+constexpr auto Moderate = [](Random& random) { return random.Uniform(-10, 10); };
 // A number of any size and sign, subnormal ones among them.
-double AnyDouble(Random& random) {
+constexpr auto AnyDouble = [](Random& random) {
     return (random.Coin() ? 1 : -1) * std::ldexp(random.Uniform(0.5, 1), random.Int(-1073, 1024));
-}
+};
 
 #ifndef _WIN32 // the C library there takes no more than 64 bits of pi in long double, so it is no judge
 // Distance in units of the last place of the exact value.
@@ -37,33 +32,27 @@ double InUnitRange(Random& random) {
 constexpr int kSamples = 30000;
 
 TEST(Elementary, WithinOneUnitOfTheLastPlace) {
-    struct Row {
-        double (*ours)(double);
-        long double (*exact)(long double);
-        double (*argument)(Random&);
-        double bound; // a little above the largest error of ten million arguments
-    };
+    // the bound is a little above the largest error of ten million arguments
+    using Row = std::tuple<double (*)(double), long double (*)(long double), double (*)(Random&), double>;
     using namespace math;
-    constexpr Row kRows[] = {{Sin, std::sin, Moderate, 0.83},        {Sin, std::sin, AnyDouble, 0.83},
-                             {Cos, std::cos, Moderate, 0.83},        {Cos, std::cos, AnyDouble, 0.83},
-                             {Tan, std::tan, Moderate, 0.95},        {Tan, std::tan, AnyDouble, 0.95},
-                             {Sin, std::sin, NearQuarterTurn, 0.51}, {Cos, std::cos, NearQuarterTurn, 0.51},
-                             {Tan, std::tan, NearQuarterTurn, 0.51}, {Asin, std::asin, InUnitRange, 0.95},
-                             {Acos, std::acos, InUnitRange, 0.95},   {Atan, std::atan, Moderate, 0.93},
-                             {Atan, std::atan, AnyDouble, 0.93},     {Cbrt, std::cbrt, Moderate, 0.67},
-                             {Cbrt, std::cbrt, AnyDouble, 0.67}};
-    Random random;
+    const Row kRows[] = {{Sin, std::sin, Moderate, 0.83},        {Sin, std::sin, AnyDouble, 0.83},
+                         {Cos, std::cos, Moderate, 0.83},        {Cos, std::cos, AnyDouble, 0.83},
+                         {Tan, std::tan, Moderate, 0.95},        {Tan, std::tan, AnyDouble, 0.95},
+                         {Sin, std::sin, NearQuarterTurn, 0.51}, {Cos, std::cos, NearQuarterTurn, 0.51},
+                         {Tan, std::tan, NearQuarterTurn, 0.51}, {Asin, std::asin, InUnitRange, 0.95},
+                         {Acos, std::acos, InUnitRange, 0.95},   {Atan, std::atan, Moderate, 0.93},
+                         {Atan, std::atan, AnyDouble, 0.93},     {Cbrt, std::cbrt, Moderate, 0.67},
+                         {Cbrt, std::cbrt, AnyDouble, 0.67}};
     for (const Row& row : kRows)
-        for (int i = 0; i < kSamples; ++i) {
-            const double x = row.argument(random);
-            ASSERT_LT(UlpsBetween(row.ours(x), row.exact(x)), row.bound)
-                << "row " << &row - kRows << " of " << std::hexfloat << x;
+        for (Random random; random.Rounds(kSamples);) {
+            const auto& [ours, exact, argument, bound] = row;
+            const double x = argument(random);
+            ASSERT_LT(UlpsBetween(ours(x), exact(x)), bound) << &row - kRows << " of " << std::hexfloat << x;
         }
 }
 
 TEST(Elementary, PolarAngleWithinOneUnitOfTheLastPlace) {
-    Random random;
-    for (int i = 0; i < kSamples; ++i) {
+    for (Random random; random.Rounds(kSamples);) {
         const double x = random.Coin() ? Moderate(random) : AnyDouble(random);
         const double y = random.Coin() ? x * Moderate(random) : AnyDouble(random);
         ASSERT_LT(UlpsBetween(math::Atan2(y, x), std::atan2(static_cast<long double>(y), x)), 0.95)
@@ -73,8 +62,7 @@ TEST(Elementary, PolarAngleWithinOneUnitOfTheLastPlace) {
 #endif
 
 TEST(Elementary, PairIsSineAndCosine) {
-    Random random;
-    for (int i = 0; i < 1000; ++i) {
+    for (Random random; random.Rounds(1000);) {
         const double x = random.Coin() ? Moderate(random) : AnyDouble(random);
         const auto [sine, cosine] = math::SinCos(x);
         ASSERT_TRUE(sine == math::Sin(x) && cosine == math::Cos(x)) << x;
@@ -108,13 +96,9 @@ TEST(Elementary, EdgesOfTheDomains) {
          Rows<int, double, double>("5 nan nan; 6 1 0; 6 0 2; 6 -1 4; 6 -2 nan; 6 nan nan"))
         check(index, x, quarters * kPi / 4);
     check(5, 0, 1);
-}
-
-TEST(Elementary, PolarAnglesOnTheAxesAndAtInfinity) {
     for (const auto& [row, y, x, quarters] : Rows<double, double, double>(
-             "0 0 0; 0 -0 4; 0 1 0; 0 -1 4; 1 0 2; 1 -0 2; 1 1 1; 1e308 -1e308 3; inf 1 2; inf inf 1; inf "
-             "-inf 3;"
-             "1 inf 0; 1 -inf 4; 5e-324 5e-324 1; 5e-324 1e308 0; nan 1 nan; 1 nan nan")) {
+             "0 0 0; 0 -0 4; 0 1 0; 0 -1 4; 1 0 2; 1 -0 2; 1 1 1; 1e308 -1e308 3; inf 1 2; inf inf 1;"
+             "inf -inf 3; 1 inf 0; 1 -inf 4; 5e-324 5e-324 1; 5e-324 1e308 0; nan 1 nan; 1 nan nan")) {
         EXPECT_PRED2(SameWithSign, math::Atan2(y, x), quarters * kPi / 4) << row;
         EXPECT_PRED2(SameWithSign, math::Atan2(-y, x), -quarters * kPi / 4) << row;
     }

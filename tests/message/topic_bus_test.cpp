@@ -1,10 +1,7 @@
 #include <functional>
-#include <string>
 #include <vector>
 
 #include <qev/message.h>
-
-#include <gtest/gtest.h>
 
 #include "support/random.h"
 

@@ -7,8 +7,6 @@
 #include "platform/path.h"
 #include "platform/recursive_lock.h"
 
-namespace {
-
 #ifdef _WIN32
 constexpr char kFolder[] = "C:\\plug.ins";
 constexpr char kInFolder[] = "C:\\plug.ins\\cut.tar.dll";
@@ -17,7 +15,7 @@ constexpr char kFolder[] = "/plug.ins";
 constexpr char kInFolder[] = "/plug.ins/cut.tar.dll";
 #endif
 
-TEST(Path, Parts) {
+TEST(Path, PartsAndTheLengthLimit) {
     EXPECT_EQ(platform::StripPath(kInFolder), "cut.tar.dll");
     EXPECT_EQ(platform::StripPath("cut"), "cut");
     EXPECT_EQ(platform::RemoveExtension("cut.tar.dll"), "cut.tar");
@@ -29,9 +27,6 @@ TEST(Path, Parts) {
     EXPECT_EQ(platform::AppendPath(kFolder, "cut.tar.dll"), kInFolder);
     for (const char* relative : {"sub/cut.dll", ""}) EXPECT_TRUE(platform::IsRelativePath(relative));
     EXPECT_FALSE(platform::IsRelativePath(kInFolder));
-}
-
-TEST(Path, LengthLimit) {
     const std::string longest(platform::kLongestPath, 'x');
     EXPECT_EQ(platform::StripPath(longest), longest);
     for (const auto part : {platform::StripPath, platform::RemoveExtension, platform::RemoveFileSpec})
@@ -40,15 +35,12 @@ TEST(Path, LengthLimit) {
     EXPECT_TRUE(platform::IsRelativePath(kInFolder + longest));
 }
 
-TEST(DynamicLibrary, SaysWhyItRefuses) {
+TEST(DynamicLibrary, RefusalsAndThePathOfThisProgram) {
     std::string why;
     EXPECT_EQ(platform::LoadDynamicLibrary("no such library", &why), nullptr);
     EXPECT_FALSE(why.empty());
     EXPECT_EQ(platform::FindSymbol(nullptr, "main"), nullptr);
     platform::FreeDynamicLibrary(nullptr);
-}
-
-TEST(DynamicLibrary, PathOfThisProgram) {
     static const char inHere = 0;
     const std::string path = platform::ModulePathOf(&inHere);
     EXPECT_FALSE(platform::IsRelativePath(path));
@@ -79,5 +71,3 @@ TEST(RecursiveLock, Recursion) {
     EXPECT_TRUE(freeForAnother());
     lock.lock();
 }
-
-} // namespace

@@ -2,10 +2,7 @@
 
 namespace {
 
-using namespace qev;
-
-class Call : public test::LuaTest {
-protected:
+struct Call : test::LuaTest {
     Call() {
         Put("function all(...) T = { n = select('#', ...), ... } return ... end\n"
             "function sum(a, b) return (a or 0) + (b or 0) end\n"
@@ -30,8 +27,7 @@ TEST_F(Call, StepByStep) {
         EXPECT_TRUE(a.m_bAutoCreate);
         EXPECT_STEP(-7, true, a.EndCall());
         EXPECT_FALSE(a.m_bAutoCreate);
-        EXPECT_HOLDS(
-            "T.n == 6 and T[1] == true and T[2] == -3 and T[3] == 0.5 and T[4] == 'text' and not T[5]");
+        EXPECT_HOLDS("T.n==6 and T[1]==true and T[2]==-3 and T[3]==0.5 and T[4]=='text' and not T[5]");
         EXPECT_HOLDS("T[6].x == 1 and T[6].named[1] == 2 and T[6].named[0] and T[6][1]"); // the count before
     }
     EXPECT_STEP(2, true, a.StartCall(nullptr, "all", -5) && a.Push(1) && a.Push(2) && a.EndCall());

@@ -5,12 +5,7 @@
 
 namespace {
 
-using namespace qev;
-
-bool Same(double a, double b) {
-    return a == b || (std::isnan(a) && std::isnan(b));
-}
-
+const auto Same = [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); };
 using Read = test::LuaTest;
 
 // Read by name, by index and as an int from T = { k = value, value }: the value, the bounds, the number and
@@ -78,29 +73,27 @@ TEST_F(Read, OtherTypes) {
 
 TEST_F(Read, NothingThere) {
     Put("T = { k = 5, file = io.stdout }");
-    CLuaAccess access(L);
+    CLuaAccess a(L);
     double number = -9;
     char text[] = "~";
     void* pointer = &number;
     const char* none = nullptr;
-    EXPECT_STEP(0, false,
-                access.Read(text, 0, "k") || access.Read(nullptr, 5, "k") || access.Read(&pointer, "k"));
-    EXPECT_STEP(0, false, access.Read(number, none, 0, 9) || access.Read(text, 5, none));
-    EXPECT_TRUE(pointer == &number && access.Read(&pointer, "file") && pointer != &number);
+    EXPECT_STEP(0, false, a.Read(text, 0, "k") || a.Read(nullptr, 5, "k") || a.Read(&pointer, "k"));
+    EXPECT_STEP(0, false, a.Read(number, none, 0, 9) || a.Read(text, 5, none));
+    EXPECT_TRUE(pointer == &number && a.Read(&pointer, "file") && pointer != &number);
     for (const char* script : {"T = nil", "T = 5", "T = 'k'"}) {
         Put(script);
-        EXPECT_STEP(0, false, access.Read(number, "k", 0, 9) || access.Read(number, 1, 0, 9));
-        EXPECT_STEP(0, false, access.Read(text, 5, 1));
+        EXPECT_STEP(0, false, a.Read(number, "k", 0, 9) || a.Read(number, 1, 0, 9));
+        EXPECT_STEP(0, false, a.Read(text, 5, 1));
     }
     lua_settop(L, 0);
-    EXPECT_STEP(0, false, access.Read(number, "k", 0, 9) || access.Write(1.0, "k"));
+    EXPECT_STEP(0, false, a.Read(number, "k", 0, 9) || a.Write(1.0, "k"));
     EXPECT_TRUE(number == -9 && *text == '~');
 }
 
 // Metatables are asked as Lua asks them; the second time around the names are known.
 TEST_F(Read, Metatables) {
-    Put("T = setmetatable({ own = 1 }, { __index = function(_, key) return key == 'bad' and error('no', 0) "
-        "or 8 end })");
+    Put("T=setmetatable({own=1},{__index=function(_,k) return k=='bad' and error('no',0) or 8 end})");
     CLuaAccess access(L);
     double number = 0;
     for (int pass = 0; pass < 2; ++pass) {

@@ -4,8 +4,6 @@
 
 namespace {
 
-using namespace qev;
-
 const CLuaAccess::EnumItem kModes[] = {{"Fast", 1}, {"Quick", 1}, {"Slow", 2}, {nullptr, 3}};
 
 // Each form creates a key only on request, and replaces one that is there; twice, as names are known then.
@@ -46,14 +44,13 @@ TEST_F(Write, EveryForm) {
 
 TEST_F(Write, Refused) {
     Put("T = { k = 1 }");
-    CLuaAccess access(L);
+    CLuaAccess a(L);
     const char* none = nullptr;
-    EXPECT_STEP(0, false,
-                access.Write(2.0, none) || access.Write(none, "k") || access.Write(2.0, none, kModes));
-    EXPECT_EQ(Run(0, [&] { access.Write(2.5, "k", kModes); }).find("k "), 0u);
+    EXPECT_STEP(0, false, a.Write(2.0, none) || a.Write(none, "k") || a.Write(2.0, none, kModes));
+    EXPECT_EQ(Run(0, [&] { a.Write(2.5, "k", kModes); }).find("k "), 0u);
     EXPECT_HOLDS("T.k == 1");
     lua_pushnil(L);
-    EXPECT_STEP(0, false, access.Write(2.5, "k", kModes));
+    EXPECT_STEP(0, false, a.Write(2.5, "k", kModes));
 }
 
 TEST_F(Write, Metatables) {

@@ -41,8 +41,7 @@ std::string Thrown(Step step) {
     }
 }
 
-class LuaTest : public testing::Test {
-protected:
+struct LuaTest : testing::Test {
     LuaTest() { luaL_openlibs(L); }
     ~LuaTest() override {
         lua_close(L);
@@ -82,3 +81,4 @@ protected:
 #define EXPECT_HOLDS(expression) EXPECT_TRUE(Holds(L, expression)) << (expression)
 
 } // namespace qev::test
+using namespace qev;

@@ -6,11 +6,7 @@
 
 namespace {
 
-using namespace qev;
-
-class Messages : public test::LuaTest {
-protected:
-    Messages() : m_converter(iconv_open("UTF-8", "CP936")) {}
+struct Messages : test::LuaTest {
     ~Messages() override { iconv_close(m_converter); }
 
     std::string ToUtf8(std::string text) {
@@ -21,7 +17,7 @@ protected:
         return {converted, to};
     }
 
-    iconv_t m_converter;
+    const iconv_t m_converter = iconv_open("UTF-8", "CP936");
 };
 
 // What hosts show, byte by byte.

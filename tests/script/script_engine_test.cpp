@@ -1,6 +1,3 @@
-#include <cstdio>
-#include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <tuple>
 
@@ -8,8 +5,6 @@
 #include "support/temp_path.h"
 
 namespace {
-
-using namespace qev;
 
 struct Engine : CLuaScriptEngine {
     using CLuaScriptEngine::initialize;
@@ -70,16 +65,6 @@ TEST(ScriptEngine, PrintsItsStack) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "--Stack Top(v)(3)--\n(i:3) table((null))\n(i:2) "
                                                       "string(text)\n(i:1) number(0.5)\n--Stack Bottom--\n");
     EXPECT_EQ(lua_type(engine.GetLuaState(), 1), LUA_TNUMBER);
-}
-
-// The process's engine is there before main, and its finalizers run when the library is unloaded.
-TEST(ScriptEngineDeathTest, LivesAsLongAsTheLibrary) {
-    const auto leave = [] {
-        CLuaScriptEngine::GetLuaScript()->DoString(
-            "kept = setmetatable({}, { __gc = function() io.stderr:write('engine closed') end })");
-        std::exit(0);
-    };
-    EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "engine closed");
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <random>
 #include <string>
 
+#include <qev/types.h>
 #include <qevdata/qevdata.h>
 
 #include <gtest/gtest.h>
@@ -29,12 +30,17 @@ public:
     /// For loops: true that many times.
     bool Rounds(int count) { return m_round++ < count; }
     bool Coin() { return Int(0, 1) == 1; }
-    math::DPOINT2 Point(double extent = 100) { return {Uniform(-extent, extent), Uniform(-extent, extent)}; }
+    /// A position on a contour of so many segments.
+    math::POLYPOS Pos(int segments) { return {Int(0, segments - 1), Uniform(0, 0.999)}; }
+    math::DPOINT2 Point(double extent = 100) {
+        return origin + math::DPOINT2{Uniform(-extent, extent), Uniform(-extent, extent)};
+    }
     /// A bulge of magnitude 1e-9 to 5, of either sign.
     double Bulge() {
         const double size = Coin() ? Uniform(0.01, 5) : std::pow(10, Uniform(-9, 0));
         return Coin() ? size : -size;
     }
+    math::DPOINT2 origin{0, 0}; ///< round which points lie
 
 private:
     std::mt19937_64 m_engine;

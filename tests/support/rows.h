@@ -32,19 +32,14 @@ T Field(std::istream& in) {
         return Word(in);
     } else {
         const std::vector<double> numbers = Numbers(in, std::is_same_v<T, math::POLYPOS> ? '+' : ',');
-        if constexpr (std::is_same_v<T, std::vector<double>>) return numbers;
-        T value{};
-        if constexpr (std::is_same_v<T, std::vector<int>>)
-            std::transform(numbers.begin(), numbers.end(), std::back_inserter(value), ToInt);
+        if constexpr (std::is_same_v<T, std::vector<double>> || std::is_same_v<T, std::vector<int>>)
+            return {numbers.begin(), numbers.end()};
         else if constexpr (std::is_same_v<T, math::POLYPOS>)
-            value = {ToInt(numbers.at(0)), numbers.at(1)};
+            return {ToInt(numbers.at(0)), numbers.at(1)};
         else if constexpr (std::is_same_v<T, math::DPOINT2>)
-            value = numbers.empty() ? math::NoPoint() : math::DPOINT2{numbers.at(0), numbers.at(1)};
-        else if constexpr (std::is_same_v<T, double>)
-            value = numbers.at(0);
+            return numbers.empty() ? math::NoPoint() : math::DPOINT2{numbers.at(0), numbers.at(1)};
         else
-            value = static_cast<T>(ToInt(numbers.at(0)));
-        return value;
+            return static_cast<T>(std::is_same_v<T, double> ? numbers.at(0) : ToInt(numbers.at(0)));
     }
 }
 

@@ -1,19 +1,14 @@
 #include "support/shapes.h"
 
-#include <cmath>
 #include <sstream>
-
-#include <gtest/gtest.h>
 
 namespace test {
 
 using namespace qev;
 using math::DPOINT2;
 
-namespace {
-
 template <class Contour>
-std::unique_ptr<Contour> Parse(const std::string& text) {
+std::unique_ptr<Contour> Polyline(const std::string& text) {
     auto contour = std::make_unique<Contour>();
     std::istringstream in(text);
     DPOINT2 p;
@@ -24,43 +19,36 @@ std::unique_ptr<Contour> Parse(const std::string& text) {
         double bulge = 0;
         if (kind == 'B') in >> c1.x >> c1.y >> c2.x >> c2.y;
         in >> p.x >> p.y;
-        if (kind == 'A') in >> bulge;
         if constexpr (std::is_same_v<Contour, CCadPolylineEx>)
             if (kind == 'B') contour->AddBezier(c1, c2, p);
         if (kind == 'L') contour->AddLine(p);
-        if (kind == 'A') contour->AddArc(p, bulge);
+        if (kind == 'A' && in >> bulge) contour->AddArc(p, bulge);
     }
     EXPECT_TRUE(in.eof()) << text;
     return contour;
 }
 
 template <class Contour>
-std::unique_ptr<Contour> RandomContour(Random& random, int segments) {
+std::unique_ptr<Contour> RandomPolyline(Random& random, int segments) {
     auto contour = std::make_unique<Contour>();
     DPOINT2 start = random.Point(), end = start;
     contour->SetStartPoint(start);
     for (int i = 0, count = random.Int(1, segments); i < count; ++i) {
         if (random.Int(0, 9) != 0) end = random.Point(); // one in ten has no length
         if (i + 1 == count && random.Coin()) end = start;
-        const int kind = random.Int(0, 2);
+        const int kind = random.Int(0, std::is_same_v<Contour, CCadPolyline> ? 1 : 2);
         if constexpr (std::is_same_v<Contour, CCadPolylineEx>)
             if (kind == 2) contour->AddBezier(random.Point(), random.Point(), end);
         if (kind == 0) contour->AddLine(end);
-        if (kind == 1 || (kind == 2 && std::is_same_v<Contour, CCadPolyline>))
-            contour->AddArc(end, random.Bulge());
+        if (kind == 1) contour->AddArc(end, random.Bulge());
     }
     return contour;
 }
 
-} // namespace
-
-std::unique_ptr<CCadPolyline> Polyline(const std::string& text) {
-    return Parse<CCadPolyline>(text);
-}
-
-std::unique_ptr<CCadPolylineEx> PolylineEx(const std::string& text) {
-    return Parse<CCadPolylineEx>(text);
-}
+template std::unique_ptr<CCadPolyline> Polyline(const std::string&);
+template std::unique_ptr<CCadPolylineEx> Polyline(const std::string&);
+template std::unique_ptr<CCadPolyline> RandomPolyline(Random&, int);
+template std::unique_ptr<CCadPolylineEx> RandomPolyline(Random&, int);
 
 std::unique_ptr<CCadObject> Object(const std::string& text) {
     if (text.find_first_of("0123456789-") == 0) {
@@ -88,12 +76,17 @@ std::unique_ptr<CCadObject> Object(const std::string& text) {
     return nullptr;
 }
 
-std::unique_ptr<CCadPolyline> RandomPolyline(Random& random, int segments) {
-    return RandomContour<CCadPolyline>(random, segments);
-}
-
-std::unique_ptr<CCadPolylineEx> RandomPolylineEx(Random& random, int segments) {
-    return RandomContour<CCadPolylineEx>(random, segments);
+std::unique_ptr<CCadObject> RandomSingle(Random& random, double flattest) {
+    const DPOINT2 p = random.Point();
+    const double a = random.Uniform(0.1, 100), b = a * std::pow(10, random.Uniform(flattest, 1)),
+                 angle = random.Uniform(-9, 9), sweep = random.Uniform(0, 7);
+    const bool ccw = random.Coin();
+    const int kind = random.Int(0, 4);
+    if (kind == 0) return std::make_unique<CCadLine>(p, random.Point());
+    if (kind == 1) return std::make_unique<CCadCircle>(p, a, ccw);
+    if (kind == 2) return std::make_unique<CCadArc>(p, a, angle, std::min(sweep, 6.0), ccw);
+    if (kind == 3) return std::make_unique<CCadEllipse>(p, a, b, angle, ccw);
+    return std::make_unique<CCadEllipseArc>(p, a, b, angle, -angle, sweep, ccw);
 }
 
 CCadGroup* AddGroup(CCadGroup& parent) {
@@ -138,13 +131,6 @@ double LengthTo(const CCadMultiSegments& contour, const math::POLYPOS& pos) {
 
 bool IsAt(const math::POLYPOS& pos, const math::POLYPOS& expected, double tolerance) {
     return pos.nSegIndex == expected.nSegIndex && std::abs(pos.dRatio - expected.dRatio) <= tolerance;
-}
-
-double SampledLength(const CurvePoint& curve, int samples) {
-    double length = 0;
-    for (int i = 0; i < samples; ++i)
-        length += math::D2GetDistance(curve(i / double(samples)), curve((i + 1) / double(samples)));
-    return length;
 }
 
 double SampledDistance(const CurvePoint& curve, const DPOINT2& p, int samples) {

@@ -5,10 +5,6 @@
 #include <functional>
 #include <limits>
 #include <memory>
-#include <string>
-
-#include <qev/types.h>
-#include <qevdata/qevdata.h>
 
 #include "support/random.h"
 
@@ -20,8 +16,9 @@ inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 using CurvePoint = std::function<math::DPOINT2(double)>; // over [0, 1]
 
 /// "0 0 L 10 0 A 10 10 0.5 B 1 2 3 4 5 6": start point, then lines, arcs (end, bulge) and Bezier pieces.
-std::unique_ptr<qev::CCadPolyline> Polyline(const std::string& text);
-std::unique_ptr<qev::CCadPolylineEx> PolylineEx(const std::string& text);
+template <class Contour = qev::CCadPolyline>
+std::unique_ptr<Contour> Polyline(const std::string& text);
+inline constexpr auto& PolylineEx = Polyline<qev::CCadPolylineEx>;
 
 /// "line 0 0 1 1", "circle 1 2 5 cw", "arc 0 0 5 start central", "ellipse 0 0 a b rotation", "ellipsearc
 /// ...", "rectangle 0 0 4 2 rotation", "dot 1 2", "text", "group", "relation", "polyline" (empty), "null" or
@@ -29,9 +26,13 @@ std::unique_ptr<qev::CCadPolylineEx> PolylineEx(const std::string& text);
 std::unique_ptr<qev::CCadObject> Object(const std::string& text);
 
 /// A contour of up to `segments` random lines and arcs, zero-length ones among them, open or closed.
-std::unique_ptr<qev::CCadPolyline> RandomPolyline(Random& random, int segments);
+template <class Contour = qev::CCadPolyline>
+std::unique_ptr<Contour> RandomPolyline(Random& random, int segments);
 /// The same with Bezier pieces.
-std::unique_ptr<qev::CCadPolylineEx> RandomPolylineEx(Random& random, int segments);
+inline constexpr auto& RandomPolylineEx = RandomPolyline<qev::CCadPolylineEx>;
+
+/// A line, circle, arc, ellipse (down to 10^flattest as flat) or a part of one.
+std::unique_ptr<qev::CCadObject> RandomSingle(Random& random, double flattest);
 
 /// A new group at the end of another, which owns it.
 qev::CCadGroup* AddGroup(qev::CCadGroup& parent);
@@ -48,8 +49,6 @@ CurvePoint Along(const qev::CCadObject& object);
 double LengthTo(const qev::CCadMultiSegments& contour, const math::POLYPOS& pos);
 /// Whether a position is the expected one within a small tolerance.
 bool IsAt(const math::POLYPOS& pos, const math::POLYPOS& expected, double tolerance = 1e-12);
-/// Sum of `samples` chords.
-double SampledLength(const CurvePoint& curve, int samples);
 /// Smallest distance from p to `samples` points.
 double SampledDistance(const CurvePoint& curve, const math::DPOINT2& p, int samples);
 /// The area of the polygon through `samples` points, counter-clockwise positive.

@@ -2,16 +2,7 @@
 /// What every test of geometry includes, and the names it uses without their namespaces.
 #pragma once
 
-#include <algorithm>
-#include <climits>
-#include <cmath>
-#include <memory>
-#include <string>
-#include <vector>
-
 #include <qev/qev.h>
-
-#include <gtest/gtest.h>
 
 #include "support/random.h"
 #include "support/rows.h"
@@ -22,3 +13,4 @@ using namespace qev;
 using math::BulgeArc, math::CubicBezier, math::EllipticArc;
 using math::DPOINT2, math::kPi, math::kTwoPi, math::POLYPOS, math::PosRange;
 } // namespace test
+using namespace test;

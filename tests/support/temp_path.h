@@ -2,6 +2,8 @@
 /// Paths for files that tests write.
 #pragma once
 
+#include <cstdio>
+#include <fstream>
 #include <random>
 #include <string>
 

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "technics/test_operator.h"
 
 namespace {

@@ -9,12 +9,13 @@
 #include <qev/lua.h>
 #include <qev/technics.h>
 
+#include <gtest/gtest.h>
+
 namespace test {
 
 using Objects = std::list<qev::CCadObject*>;
 
-class TestOperator final : public qev::CITechnicsOperator {
-public:
+struct TestOperator final : qev::CITechnicsOperator {
     TestOperator(int type, const char* name) : m_type(type), m_name(name) {}
     int GetTechnicsType() override { return m_type; }
     const char* GetTechnicsName() override { return m_name; }
@@ -45,8 +46,6 @@ public:
     std::function<qev::CTechnics*(qev::CLuaAccess&)> onCreate = [](qev::CLuaAccess&) { return nullptr; };
     std::function<void(qev::CCadObject*)> onNotify = [](qev::CCadObject*) {};
     bool removes = true;
-
-private:
     int m_type;
     const char* m_name;
 };

@@ -1,8 +1,4 @@
-#include <string>
-
 #include <qev/units.h>
-
-#include <gtest/gtest.h>
 
 #include "platform/dialog.h"
 #include "support/dialog.h"

@@ -11,9 +11,8 @@ struct Dialog::Native {
 };
 
 Dialog::Dialog(const std::vector<int>& ids) : m_native(std::make_unique<Native>()) {
-    const char* const kDialogClass = "#32770";
-    m_native->window = CreateWindowExA(0, kDialogClass, "", WS_OVERLAPPEDWINDOW, 0, 0, 200, 200, nullptr,
-                                       nullptr, nullptr, nullptr);
+    m_native->window = CreateWindowExA(0, "#32770", "", WS_OVERLAPPEDWINDOW, 0, 0, 200, 200, nullptr, nullptr,
+                                       nullptr, nullptr);
     for (const int id : ids)
         CreateWindowExA(0, "EDIT", "", WS_CHILD, 0, 0, 100, 20, m_native->window,
                         reinterpret_cast<HMENU>(std::intptr_t{id}), nullptr, nullptr);
