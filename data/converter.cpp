@@ -77,7 +77,8 @@ private:
         if (!CanExpressError(arc.GetBounds())) return false;
         const double sine = std::sqrt(m_settings.error * std::abs(arc.GetCurvature()) / 2);
         const double delta = sine < math::Sin(kWidestChord / 2) ? 2 * math::Asin(sine) : kWidestChord;
-        const double chords = std::ceil(2 * std::abs(math::Atan(arc.bulge)) / delta);
+        const double wanted = std::ceil(2 * std::abs(math::Atan(arc.bulge)) / delta);
+        const double chords = delta > 0 ? wanted : 1; // an arc without length
         if (!HasRoomFor(chords)) return false;
         const int count = static_cast<int>(chords);
         for (int i = 1; i < count; ++i) m_out.AddLine(arc.PointAt(static_cast<double>(i) / count));

@@ -104,12 +104,14 @@ Fit FitBiarc(const FitCurve& curve, double from, double to) {
     return {{{*u, first}, {to, second}}, 2, deviation};
 }
 
-// A stretch that is shorter than the error is its own chord whatever it does: this ends the steps into a
+// A stretch that is shorter than the error and cannot be fitted is its own chord: this ends the steps into a
 // cusp.
 Fit FitStep(const FitCurve& curve, double from, double to, const FitSettings& settings) {
-    if (curve.GetLengthBound(from, to) <= settings.error) return {{{to, 0}, {}}, 1, 0};
-    if (!curve.Advances(from, to)) return kNoFit;
-    return settings.chords ? FitChord(curve, from, to) : FitBiarc(curve, from, to);
+    Fit fit = kNoFit;
+    if (curve.Advances(from, to))
+        fit = settings.chords ? FitChord(curve, from, to) : FitBiarc(curve, from, to);
+    const bool isWithin = fit.deviation <= settings.error;
+    return isWithin || curve.GetLengthBound(from, to) > settings.error ? fit : Fit{{{to, 0}, {}}, 1, 0};
 }
 
 // The longest step from a parameter that keeps the error, found by the order with which the deviation grows.
