@@ -1,6 +1,8 @@
 #include <locale>
 #include <thread>
 
+#include <gtest/gtest.h>
+
 #include "technics/test_operator.h"
 
 namespace {

@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include "platform/dynamic_library.h"
 #include "platform/path.h"
 #include "technics/test_operator.h"

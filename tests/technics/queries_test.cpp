@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include "technics/test_operator.h"
 
 namespace {

@@ -9,8 +9,6 @@
 #include <qev/lua.h>
 #include <qev/technics.h>
 
-#include <gtest/gtest.h>
-
 namespace test {
 
 using Objects = std::list<qev::CCadObject*>;
