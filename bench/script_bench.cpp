@@ -120,6 +120,13 @@ bool SetIfThere(lua_State* L) {
     return true;
 }
 
+void WriteAny(State& state) {
+    RunOurs(state, [](CLuaAccess& access) {
+        access.m_bAutoCreate = true;
+        return access.Write(13.0, "Speed");
+    });
+}
+
 const bool writeExisting = Pair(
     "write a number that is there", 1.35, [](State& state) { RunRaw(state, SetIfThere); },
     [](State& state) { RunOurs(state, [](CLuaAccess& access) { return access.Write(13.0, "Speed"); }); });
@@ -138,12 +145,7 @@ const bool writeAny = Pair(
             return lua_pcall(L, 1, 0, 0);
         });
     },
-    [](State& state) {
-        RunOurs(state, [](CLuaAccess& access) {
-            access.m_bAutoCreate = true;
-            return access.Write(13.0, "Speed");
-        });
-    });
+    WriteAny);
 
 // Beside a set that aborts the process when memory is refused.
 const bool writeUnprotected = Pair(
@@ -155,12 +157,7 @@ const bool writeUnprotected = Pair(
             return 0;
         });
     },
-    [](State& state) {
-        RunOurs(state, [](CLuaAccess& access) {
-            access.m_bAutoCreate = true;
-            return access.Write(13.0, "Speed");
-        });
-    });
+    WriteAny);
 
 const bool writeText = Pair(
     "text beside an unprotected set", 2,

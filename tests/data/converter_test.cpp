@@ -52,6 +52,12 @@ TEST(Converter, DeviationIsGuaranteedAndArcsJoinTangentially) {
     }
 }
 
+// The first quadrant's stretch is shorter than the error.
+TEST(Converter, ShortStretchesJoinTangentially) {
+    const CCadEllipseArc shortAtFirst({0, 0}, 3, 1, 0, kPi / 2 - 0.05, 2, true);
+    EXPECT_LT(LargestKink(*Convert(shortAtFirst, "Both", 0.3)), 1e-8);
+}
+
 TEST(Converter, CountsAreNearMinimal) {
     for (const double rotation : {0.0, 0.7, 2.0})
         for (const double shift : {0.0, 1e4}) {
