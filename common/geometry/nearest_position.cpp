@@ -113,10 +113,7 @@ std::optional<int> NearestByIndex(const CCadObject& contour, const ContourIndex&
     constexpr double kRounding = 1e-7;
     const double margin = kRounding * (1 + index.GetExtent(p));
     double least = std::numeric_limits<double>::max();
-    const auto lower = [&](int i) { least = std::min(least, SegmentDistance(contour.GetSegment(i), p)); };
-    index.VisitNearest(p, lower);
-    index.VisitWithin(p, least + margin, lower);
-
+    index.VisitNearest(p, [&](int i) { least = std::min(least, SegmentDistance(contour.GetSegment(i), p)); });
     const double reach = least + margin;
     double best = std::numeric_limits<double>::max();
     double leastBefore = reach; // and what is out of reach is farther
