@@ -29,7 +29,7 @@ double ContourIndex::GetExtent(const math::DPOINT2& p) const {
 
 bool ContourIndex::IsForSearch() const {
     constexpr int kFewRuns = 4; // the boxes cost as much as the segments that they save
-    return GetRunCount() > kFewRuns && std::isfinite(m_dLength);
+    return GetRunCount() > kFewRuns;
 }
 
 LazyIndex& LazyIndex::operator=(const LazyIndex& other) {

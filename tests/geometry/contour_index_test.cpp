@@ -58,6 +58,23 @@ TEST(ContourIndex, SlowlyChangingDistances) {
     }
 }
 
+TEST(ContourIndex, HostileNumbers) {
+    Random random;
+    for (const double hostile : {kNaN, kInf, -kInf, 1e300, 1e9}) {
+        CCadPolyline contour;
+        for (double i = 0; i < 100; ++i)
+            contour.AddArc({i == 50 ? hostile : i, std::fmod(i, 7)}, i == 70 ? hostile : 0);
+        const Plain plain(contour);
+        ASSERT_TRUE((contour.GetIndex(), contour.GetIndex()));
+        for (int k = 0; k < 50; ++k) {
+            const DPOINT2 p = random.Point();
+            POLYPOS pos{-1, 0}, plainPos{-1, 0};
+            EXPECT_EQ(CoorToPos(&contour, p, pos, 1e4), CoorToPos(&plain, p, plainPos, 1e4));
+            EXPECT_TRUE(IsAt(pos, plainPos)) << hostile;
+        }
+    }
+}
+
 TEST(ContourIndex, EveryChangeDropsIt) {
     gp_Trsf2d mirror;
     mirror.SetMirror(gp_Ax2d({1, 2}, {3, 1}));

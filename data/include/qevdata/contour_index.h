@@ -32,8 +32,7 @@ public:
     int GetSegmentCount() const { return static_cast<int>(m_vecLengths.size()); }
     /// The largest coordinate of the box and of p, which the rounding of distances between them goes by.
     double GetExtent(const math::DPOINT2& p) const;
-    /// Whether a search by boxes is worth while and finds the same as one of all segments: there are several
-    /// runs, and no number that is none.
+    /// Whether there are enough runs for a search by boxes to be worth while.
     bool IsForSearch() const;
     /// Whether there is a Bezier piece.
     bool HasBezier() const { return m_bHasBezier; }
