@@ -8,4 +8,3 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/QevCommonConfigVersion.cm
 install(FILES ${PROJECT_BINARY_DIR}/QevCommonConfig.cmake ${PROJECT_BINARY_DIR}/QevCommonConfigVersion.cmake
   DESTINATION ${package_dir})
 install(EXPORT QevCommonTargets NAMESPACE QevCommon:: DESTINATION ${package_dir})
-install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})

@@ -9,9 +9,9 @@ target_compile_options(qev_options INTERFACE
   # a unique symbol (of a template of the standard library) would keep a library from unloading
   $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 
-# qev_library(NAME SOURCE...): one of the installed shared libraries. Its headers stand in include/<name in lower case>
-# beside its sources.
-function(qev_library name)
+# qev_library(NAME HEADERS SOURCE...): one of the installed shared libraries. HEADERS is the folder of its installed
+# headers, as they are included.
+function(qev_library name headers)
   string(TOLOWER ${name} lower)
   add_library(${name} SHARED ${ARGN})
   add_library(QevCommon::${name} ALIAS ${name})
@@ -28,13 +28,11 @@ function(qev_library name)
   endif()
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:qev_options>)
   target_compile_features(${name} PUBLIC cxx_std_20)
+  cmake_path(ABSOLUTE_PATH headers BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} NORMALIZE)
   target_include_directories(${name} PUBLIC
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+    $<BUILD_INTERFACE:${headers}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-  if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/include)
-    target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>)
-    install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-  endif()
+  install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
   install(TARGETS ${name} EXPORT QevCommonTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}

@@ -5,8 +5,8 @@
 
 #include <qev/qev.h>
 
-#include "host/drawing.h"
-#include "host/report.h"
+#include "host/drawing/drawing.h"
+#include "host/report/report.h"
 
 namespace {
 

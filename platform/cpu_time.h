@@ -2,9 +2,9 @@
 /// How long a thread has computed.
 #pragma once
 
-namespace platform {
+namespace qev::platform {
 
 /// Seconds that the calling thread has been computing; waiting does not count.
 double ThreadSeconds();
 
-} // namespace platform
+} // namespace qev::platform

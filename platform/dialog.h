@@ -4,7 +4,7 @@
 
 #include <qev/platform.h>
 
-namespace platform {
+namespace qev::platform {
 
 /// Sets a control's text; nothing happens for a null dialog and an absent control. A null text is the empty
 /// one.
@@ -12,4 +12,4 @@ void SetItemText(HWND dialog, int id, const char* text);
 /// A control's whole text; the empty one for a null dialog and an absent control.
 CString GetItemText(HWND dialog, int id);
 
-} // namespace platform
+} // namespace qev::platform

@@ -6,7 +6,7 @@
 
 #include <qev/platform.h>
 
-namespace platform {
+namespace qev::platform {
 
 /// The longest path, in bytes, that the system's path functions take; longer ones are refused on all systems.
 inline constexpr int kLongestPath = 259;
@@ -22,4 +22,4 @@ void* FindSymbol(HMODULE module, const char* name);
 /// long.
 std::string ModulePathOf(const void* code);
 
-} // namespace platform
+} // namespace qev::platform

@@ -6,7 +6,7 @@
 
 #include <qev/platform.h>
 
-namespace platform {
+namespace qev::platform {
 
 /// The most pixels that a picture may have. A small file may declare any size; these take 400 MB.
 inline constexpr long long kMostPixels = 100'000'000;
@@ -15,4 +15,4 @@ inline constexpr long long kMostPixels = 100'000'000;
 /// for damaged bytes, too many pixels and when there is not enough memory. The bytes are not kept.
 bool LoadImageBytes(const void* bytes, std::size_t size, CImage& image);
 
-} // namespace platform
+} // namespace qev::platform

@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace platform {
+namespace qev::platform {
 
 /// The path without the folders before its last part.
 std::string StripPath(const std::string& path);
@@ -18,4 +18,4 @@ bool IsRelativePath(const std::string& path);
 /// A relative path behind a folder, with one separator between; the empty text when the result is too long.
 std::string AppendPath(const std::string& folder, const std::string& relative);
 
-} // namespace platform
+} // namespace qev::platform

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-namespace platform {
+namespace qev::platform {
 
 /// Works with std::lock_guard. Unlocked as often as locked, by the same thread; never copied.
 class RecursiveLock {
@@ -23,4 +23,4 @@ private:
     std::unique_ptr<Native> m_native;
 };
 
-} // namespace platform
+} // namespace qev::platform

@@ -10,51 +10,62 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-TEST_SHARE = (0.25, 0.38)  # lines of tests and fuzz programs for each other line, benchmarks aside; the aim is a third
+TEST_SHARE = (0.22, 0.30)  # lines of tests and fuzz programs among all lines of code, benchmarks aside
 
 STANDARD = r"<[a-z_0-9]+>"
 OCCT = r"<gp_\w+\.hxx>"
 LUA = r"<lua\.hpp>"
+BASE = r"<qev/(types|export|platform)\.h>"  # the headers of the lowest layer
+LAYERS = r"<qev(math|data)/\w+\.h>"
 PUBLIC = r"<qev/[\w/]+\.h>"
+TESTED = r'"(\.\./)+(math|data|common)/[\w/]+\.h"'  # a private header that a test looks at
+
+# Rooms in the order in which they know each other: each uses those before it, none those behind it.
+COMMON_ROOMS = ("kinds", "measure", "position", "range")
+HOST_ROOMS = ("drawing", "dxf", "report", "picture", "technics")
+
+
+def up_to(rooms, room):
+    return "|".join(rooms[: rooms.index(room) + 1])
+
+
 # What the files under a folder may include besides the private headers beside them. The longest folder counts.
 MAY_INCLUDE = {
     "math": (STANDARD, OCCT, r"<qevmath/\w+\.h>", r"<qev/export\.h>"),
-    "data": (STANDARD, OCCT, r"<qev(math|data)/\w+\.h>", r"<qev/(export|platform)\.h>"),
+    "math/include/qev": (STANDARD, r"<(afxwin|atlimage)\.h>", BASE),
+    "data": (STANDARD, OCCT, LAYERS, BASE),
     "platform": (STANDARD, r"<qev/platform\.h>", r'"\.\./\w+\.h"'),
     "platform/win32": (STANDARD, r"<(windows|shlwapi|gdiplus)\.h>", r'"\.\./\w+\.h"'),
     "platform/posix": (STANDARD, r"<(dlfcn|gdk-pixbuf/gdk-pixbuf)\.h>", r'"\.\./\w+\.h"'),
-    "include": (STANDARD, r"<(afxwin|atlimage)\.h>", PUBLIC, r"<qev(math|data)/\w+\.h>"),
-    "common/contour": (STANDARD, OCCT, PUBLIC, r"<qev(math|data)/\w+\.h>"),
-    "common/geometry": (STANDARD, OCCT, PUBLIC, r"<qev(math|data)/\w+\.h>", r'"\.\./contour/(cad_kinds|tolerance)\.h"'),
+    "include": (STANDARD, BASE, PUBLIC, LAYERS),
     "common/message": (STANDARD, r"<qev/message\.h>"),
     "common/units": (STANDARD, r"<qev/units/\w+\.h>", r'"platform/dialog\.h"'),
-    "common/support": (STANDARD, r"<qev/support/\w+\.h>", r"<qevdata/\w+\.h>", r'"platform/image\.h"',
-                       r'"\.\./contour/(cad_kinds|tolerance)\.h"'),
-    "common/script": (STANDARD, LUA, r"<qev/lua/\w+\.h>"),
-    "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|message)/\w+\.h"'),
-    "common/technics": (STANDARD, LUA, PUBLIC, r"<qevdata/\w+\.h>", r'"\.\./script/(cursor_scope|protect)\.h"', r'"platform/\w+\.h"'),
-    "examples": (STANDARD, r"<qev(math|data)?/[\w/]+\.h>", r'"contours/\w+\.h"'),
-    "tools/digest": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>"),
+    "common/support": (STANDARD, r"<qev/support/\w+\.h>", r"<qevdata/\w+\.h>", r'"platform/image\.h"', r'"\.\./kinds/\w+\.h"'),
+    "common/script": (STANDARD, LUA, r"<qev/script/\w+\.h>"),
+    "common/technics": (STANDARD, LUA, BASE, r"<qev/(technics|script|measure)/\w+\.h>", r"<qevdata/\w+\.h>",
+                        r'"\.\./script/(cursor_scope|protect)\.h"', r'"platform/\w+\.h"'),
+    "kit": (STANDARD, PUBLIC, LAYERS),
+    "host": (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"', r'"host/[\w/]+\.h"'),
+    "examples": (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"'),
     "examples/dialog": (STANDARD, PUBLIC, r"<windows\.h>"),
-    "fuzz": (STANDARD, LUA, r"<qev(math|data)?/[\w/]+\.h>", r'"host/\w+\.h"'),
     "examples/settings": (STANDARD, LUA, PUBLIC),
+    "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|message)/\w+\.h"'),
+    "fuzz": (STANDARD, LUA, PUBLIC, LAYERS, r'"host/[\w/]+\.h"'),
+    "tools/digest": (STANDARD, OCCT, PUBLIC, LAYERS),
+    "tests": (STANDARD, OCCT, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|support|platform|technics)/[\w/]+\.h"', TESTED),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"(script|support)/\w+\.h"'),
-    "tests": (STANDARD, OCCT, r"<qev(math|data)?/[\w/]+\.h>", r"<gtest/gtest\.h>", r'"(host|support|platform|technics)/\w+\.h"',
-              r'"(\.\./)+(math|data|common)/[\w/]+\.h"'),
     "tests/lifetime": (STANDARD, LUA, PUBLIC, r"<gtest/gtest\.h>", r'"platform/\w+\.h"'),
     "tests/support/win32": (STANDARD, r"<windows\.h>", r'"support/\w+\.h"'),
 }
-# The contour and geometry families need each other, so their order is by file: each uses what stands before it.
-ORDER = (
-    "positions measures point_tests selection filters co_edge stock",
-    "sub_contour arc_math polyline_conversion converted_position length_between hull",
-    "directions nearest_position",
-    "position_conversion",
-    "offset_walk sharp_joints segment_map",
-    "ranges",
-    "invalid_ranges",
-)
-RANK = {name: rank for rank, names in enumerate(ORDER) for name in names.split()}
+for room in COMMON_ROOMS:
+    below = rf"<qev/({up_to(COMMON_ROOMS, room)})/\w+\.h>"
+    MAY_INCLUDE[f"common/{room}"] = (STANDARD, OCCT, BASE, LAYERS, below, r'"\.\./kinds/\w+\.h"')
+    MAY_INCLUDE[f"include/qev/{room}"] = (STANDARD, BASE, LAYERS, below)
+for room in ("script", "technics", "units", "support"):
+    MAY_INCLUDE[f"include/qev/{room}"] = (STANDARD, BASE, LAYERS, rf"<qev/{room}/\w+\.h>")
+for room in HOST_ROOMS:
+    MAY_INCLUDE[f"host/{room}"] = (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"', rf'"host/({up_to(HOST_ROOMS, room)})/\w+\.h"')
+MAY_INCLUDE["host/technics"] += (r'"host/options\.h"',)
 
 
 def tracked(*patterns):
@@ -85,15 +96,6 @@ def is_private_header(name, included):
     return included[0] == '"' and "/" not in included and (ROOT / name).with_name(included.strip('"')).exists()
 
 
-def order_fault(name, included):
-    """Whether a file of the contour and geometry families looks at one that does not stand before it."""
-    subject = re.fullmatch(r"<qev/(?:contour|geometry)/(\w+)\.h>", included)
-    own = pathlib.PurePath(name).stem
-    if not subject or not name.startswith(("common/contour/", "common/geometry/")) or subject[1] == own:
-        return False
-    return own not in RANK or subject[1] not in RANK or RANK[subject[1]] >= RANK[own]
-
-
 def include_faults(sources):
     for name in sources:
         folder = folder_of(name)
@@ -106,7 +108,7 @@ def include_faults(sources):
                 continue
             included = match[1]
             allowed = any(re.fullmatch(pattern, included) for pattern in MAY_INCLUDE[folder])
-            if not (allowed or is_private_header(name, included)) or order_fault(name, included):
+            if not (allowed or is_private_header(name, included)):
                 yield f"{name}:{number}: may not include {included}"
 
 
@@ -120,7 +122,7 @@ def share_faults(sources):
     for name in sources:
         if not name.startswith("bench/"):
             counts[name.startswith(("tests/", "fuzz/"))] += lines_of_code(name)
-    share = counts[True] / counts[False]
+    share = counts[True] / (counts[True] + counts[False])
     print(f"tests: {counts[True]} lines, other code: {counts[False]} lines, share {share:.2f}")
     if not TEST_SHARE[0] <= share <= TEST_SHARE[1]:
         yield f"the share of tests is outside {TEST_SHARE[0]} to {TEST_SHARE[1]}"

@@ -2,7 +2,7 @@
 #include <cstring>
 #include <new>
 
-#include <qev/lua/access.h>
+#include <qev/script/access.h>
 
 #include "fields.h"
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string_view>
 
-#include <qev/lua/access.h>
+#include <qev/script/access.h>
 
 #include "fields.h"
 

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include <qev/lua/access.h>
+#include <qev/script/access.h>
 
 #include "fields.h"
 

@@ -1,4 +1,4 @@
-#include <qev/lua/access.h>
+#include <qev/script/access.h>
 
 #include "fields.h"
 

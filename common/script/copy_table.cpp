@@ -2,8 +2,8 @@
 #include <cstdlib>
 #include <type_traits>
 
-#include <qev/lua/access.h>
-#include <qev/lua/copy_table.h>
+#include <qev/script/access.h>
+#include <qev/script/copy_table.h>
 
 #include "fields.h"
 

@@ -2,7 +2,7 @@
 /// A piece of work with somebody else's cursor.
 #pragma once
 
-#include <qev/lua/access.h>
+#include <qev/script/access.h>
 
 #include <lua.hpp>
 

@@ -6,7 +6,7 @@
 #include <charconv>
 #include <type_traits>
 
-#include <qev/lua/access.h>
+#include <qev/script/access.h>
 
 #include "messages.h"
 #include "protect.h"

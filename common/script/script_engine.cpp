@@ -1,8 +1,8 @@
 #include <cstdio>
 #include <new>
 
-#include <qev/lua/access.h>
-#include <qev/lua/script_engine.h>
+#include <qev/script/access.h>
+#include <qev/script/script_engine.h>
 
 #include "protect.h"
 

@@ -4,7 +4,7 @@
 #include <qev/support/test_data.h>
 #include <qevdata/zone_manager.h>
 
-#include "../contour/cad_kinds.h"
+#include "../kinds/cad_kinds.h"
 
 namespace qev {
 namespace {

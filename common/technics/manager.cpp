@@ -5,7 +5,7 @@
 #include <optional>
 #include <sstream>
 
-#include <qev/contour/filters.h>
+#include <qev/measure/filters.h>
 #include <qev/technics/manager.h>
 #include <qev/technics/queries.h>
 #include <qev/technics/technics_operator.h>

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include <qev/lua/access.h>
+#include <qev/script/access.h>
 
 #include <lua.hpp>
 

@@ -50,15 +50,15 @@ CString ToStringPrecision(double value, int precision) {
 
 void SetDlgItemTextUnit(HWND dialog, int id, const char* text) {
     const UnitSystem* const units = UnitSystem::GetUnitSystem(); // null when the library's statics are gone
-    if (!units || !text || !IsNumberText(text)) return platform::SetItemText(dialog, id, text);
+    if (!units || !text || !IsNumberText(text)) return qev::platform::SetItemText(dialog, id, text);
     const double shown = units->MetricToUiUnit(NumberAtStart(text), CONVERT_LENGTH);
-    platform::SetItemText(dialog, id, ToStringPrecision(shown, units->GetDefaultPrecision()));
+    qev::platform::SetItemText(dialog, id, ToStringPrecision(shown, units->GetDefaultPrecision()));
 }
 
 void GetDlgItemTextUnit(HWND dialog, int id, CString& value) {
     constexpr int kDecimals = 16;
     const UnitSystem* const units = UnitSystem::GetUnitSystem();
-    const double shown = NumberAtStart(platform::GetItemText(dialog, id).GetString());
+    const double shown = NumberAtStart(qev::platform::GetItemText(dialog, id).GetString());
     const double stored = units ? units->UiUnitToMetric(shown) : shown;
     // A text that begins like "infinite" or "name" is no number.
     value = FixedText(std::isfinite(stored) ? stored : 0.0, kDecimals).c_str();

@@ -11,8 +11,8 @@
 
 #include <qevmath/elementary.h>
 
-#include "contours/stretches.h"
-#include "path_operator.h"
+#include "kit/path_operator.h"
+#include "kit/stretches.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 
 #include <ostream>
 
-#include "contours/stretches.h"
-#include "path_operator.h"
+#include "kit/path_operator.h"
+#include "kit/stretches.h"
 
 namespace {
 

@@ -4,6 +4,6 @@
 /// Include Lua's own lua.h where its functions are called; these headers only know that there is a lua_State.
 #pragma once
 
-#include <qev/lua/access.h>
-#include <qev/lua/copy_table.h>
-#include <qev/lua/script_engine.h>
+#include <qev/script/access.h>
+#include <qev/script/copy_table.h>
+#include <qev/script/script_engine.h>

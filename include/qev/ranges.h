@@ -2,8 +2,8 @@
 /// Ranges of positions, excluded zones, and positions carried between contours.
 #pragma once
 
-#include <qev/contour/converted_position.h>
-#include <qev/contour/invalid_ranges.h>
-#include <qev/contour/ranges.h>
-#include <qev/contour/segment_map.h>
+#include <qev/position/converted_position.h>
+#include <qev/range/invalid_ranges.h>
+#include <qev/range/ranges.h>
+#include <qev/range/segment_map.h>
 #include <qev/types.h>

@@ -2,7 +2,7 @@
 
 #include <ctime>
 
-namespace platform {
+namespace qev::platform {
 
 double ThreadSeconds() {
     timespec time{};
@@ -10,4 +10,4 @@ double ThreadSeconds() {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-} // namespace platform
+} // namespace qev::platform

@@ -1,6 +1,6 @@
 #include "../dialog.h"
 
-namespace platform {
+namespace qev::platform {
 
 void SetItemText(HWND dialog, int id, const char* text) {
     if (dialog) dialog->SetItemText(id, text ? text : "");
@@ -10,4 +10,4 @@ CString GetItemText(HWND dialog, int id) {
     return dialog ? dialog->GetItemText(id) : CString();
 }
 
-} // namespace platform
+} // namespace qev::platform

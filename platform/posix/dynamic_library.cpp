@@ -5,7 +5,7 @@
 
 #include <dlfcn.h>
 
-namespace platform {
+namespace qev::platform {
 
 HMODULE LoadDynamicLibrary(const char* path, std::string* why) {
     HMODULE module = dlopen(path, RTLD_NOW | RTLD_LOCAL);
@@ -29,4 +29,4 @@ std::string ModulePathOf(const void* code) {
     return whole.size() <= kLongestPath ? whole : std::string();
 }
 
-} // namespace platform
+} // namespace qev::platform

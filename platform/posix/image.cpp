@@ -5,7 +5,7 @@
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
-namespace platform {
+namespace qev::platform {
 namespace {
 
 struct Unref {
@@ -51,4 +51,4 @@ bool LoadImageBytes(const void* bytes, std::size_t size, CImage& image) {
     return true;
 }
 
-} // namespace platform
+} // namespace qev::platform

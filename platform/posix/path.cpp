@@ -2,7 +2,7 @@
 
 #include "../dynamic_library.h"
 
-namespace platform {
+namespace qev::platform {
 namespace {
 
 std::string UnlessTooLong(const std::string& path) {
@@ -44,4 +44,4 @@ std::string AppendPath(const std::string& folder, const std::string& relative) {
     return UnlessTooLong(folder + (needsSlash ? "/" : "") + part);
 }
 
-} // namespace platform
+} // namespace qev::platform

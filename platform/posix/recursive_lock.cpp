@@ -2,7 +2,7 @@
 
 #include <mutex>
 
-namespace platform {
+namespace qev::platform {
 
 struct RecursiveLock::Native {
     std::recursive_mutex mutex;
@@ -24,4 +24,4 @@ void RecursiveLock::unlock() {
     m_native->mutex.unlock();
 }
 
-} // namespace platform
+} // namespace qev::platform

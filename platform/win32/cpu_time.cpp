@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-namespace platform {
+namespace qev::platform {
 namespace {
 
 double Seconds(const FILETIME& time) {
@@ -18,4 +18,4 @@ double ThreadSeconds() {
     return Seconds(inSystem) + Seconds(inProgram);
 }
 
-} // namespace platform
+} // namespace qev::platform

@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-namespace platform {
+namespace qev::platform {
 
 void SetItemText(HWND dialog, int id, const char* text) {
     SetDlgItemTextA(dialog, id, text ? text : "");
@@ -18,4 +18,4 @@ CString GetItemText(HWND dialog, int id) {
     return text.c_str();
 }
 
-} // namespace platform
+} // namespace qev::platform

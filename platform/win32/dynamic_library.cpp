@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-namespace platform {
+namespace qev::platform {
 namespace {
 
 std::string TextOf(DWORD error) {
@@ -40,4 +40,4 @@ std::string ModulePathOf(const void* code) {
     return length < sizeof path ? std::string(path, length) : std::string();
 }
 
-} // namespace platform
+} // namespace qev::platform

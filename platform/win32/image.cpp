@@ -8,7 +8,7 @@
 // after the system's types
 #include <gdiplus.h>
 
-namespace platform {
+namespace qev::platform {
 namespace {
 
 namespace gdi = Gdiplus;
@@ -83,4 +83,4 @@ bool LoadImageBytes(const void* bytes, std::size_t size, CImage& image) {
     }
 }
 
-} // namespace platform
+} // namespace qev::platform

@@ -6,7 +6,7 @@
 
 #include "../dynamic_library.h"
 
-namespace platform {
+namespace qev::platform {
 namespace {
 
 // What a function of the shell library makes of a path in its buffer.
@@ -46,4 +46,4 @@ std::string AppendPath(const std::string& folder, const std::string& relative) {
     });
 }
 
-} // namespace platform
+} // namespace qev::platform

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-namespace platform {
+namespace qev::platform {
 
 struct RecursiveLock::Native {
     CRITICAL_SECTION section;
@@ -28,4 +28,4 @@ void RecursiveLock::unlock() {
     LeaveCriticalSection(&m_native->section);
 }
 
-} // namespace platform
+} // namespace qev::platform

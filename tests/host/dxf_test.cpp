@@ -1,7 +1,7 @@
-#include "host/drawing.h"
+#include "host/drawing/drawing.h"
+#include "host/drawing/stroke_font.h"
 #include "host/dxf_text.h"
 #include "host/host.h"
-#include "host/stroke_font.h"
 #include "support/support.h"
 
 namespace {

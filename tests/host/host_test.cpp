@@ -3,7 +3,7 @@
 
 #include "host/dxf_text.h"
 #include "host/host.h"
-#include "host/report.h"
+#include "host/report/report.h"
 #include "support/support.h"
 #include "support/temp_path.h"
 

@@ -22,15 +22,15 @@ constexpr int kRounds = 400;
 // Loads a library that stands beside this program.
 HMODULE Load(const std::string& name) {
     static const char inHere = 0;
-    const std::string folder = platform::RemoveFileSpec(platform::ModulePathOf(&inHere));
-    std::string why, path = platform::AppendPath(folder, name + kExtension);
-    const HMODULE module = platform::LoadDynamicLibrary(path.c_str(), &why);
+    const std::string folder = qev::platform::RemoveFileSpec(qev::platform::ModulePathOf(&inHere));
+    std::string why, path = qev::platform::AppendPath(folder, name + kExtension);
+    const HMODULE module = qev::platform::LoadDynamicLibrary(path.c_str(), &why);
     EXPECT_NE(module, nullptr) << why;
     return module;
 }
 
 void Use(HMODULE plugin) {
-    reinterpret_cast<void (*)()>(platform::FindSymbol(plugin, "Use"))();
+    reinterpret_cast<void (*)()>(qev::platform::FindSymbol(plugin, "Use"))();
 }
 
 void ExpectCounts(int created, int deleted, int calls) {
@@ -49,10 +49,10 @@ TEST_F(Lifetime, LastsUntilTheLastUse) {
         GetLifetimeCounts() = {};
         const HMODULE probe = Load("lifetime_probe"), plugin = Load("lifetime_plugin");
         Use(plugin);
-        platform::FreeDynamicLibrary(hostEndsFirst ? probe : plugin);
+        qev::platform::FreeDynamicLibrary(hostEndsFirst ? probe : plugin);
         if (hostEndsFirst) Use(plugin);
         ExpectCounts(1, 0, 2); // the plug-in calls once more at its end
-        platform::FreeDynamicLibrary(hostEndsFirst ? plugin : probe);
+        qev::platform::FreeDynamicLibrary(hostEndsFirst ? plugin : probe);
         ExpectCounts(1, 1, hostEndsFirst ? 3 : 2);
     }
 }
@@ -60,27 +60,27 @@ TEST_F(Lifetime, LastsUntilTheLastUse) {
 // The library's own engine lives as long, with what scripts have left in it.
 TEST_F(Lifetime, ScriptEngine) {
     const HMODULE probe = Load("lifetime_probe");
-    reinterpret_cast<void (*)()>(platform::FindSymbol(probe, "WatchEngine"))();
+    reinterpret_cast<void (*)()>(qev::platform::FindSymbol(probe, "WatchEngine"))();
     const HMODULE plugin = Load("lifetime_plugin");
-    platform::FreeDynamicLibrary(probe);
+    qev::platform::FreeDynamicLibrary(probe);
     EXPECT_EQ(GetLifetimeCounts().enginesClosed, 0);
-    platform::FreeDynamicLibrary(plugin);
+    qev::platform::FreeDynamicLibrary(plugin);
     EXPECT_EQ(GetLifetimeCounts().enginesClosed, 1);
 }
 
 // A library that stays behind (an inline static that others see is enough on Linux) keeps its code mapped.
 TEST_F(Lifetime, LibrariesLeaveNothingBehind) {
     const HMODULE probe = Load("lifetime_probe");
-    const auto codeOf = reinterpret_cast<const void* (*)(int)>(platform::FindSymbol(probe, "CodeOf"));
+    const auto codeOf = reinterpret_cast<const void* (*)(int)>(qev::platform::FindSymbol(probe, "CodeOf"));
     std::vector<const void*> codes;
     for (int library = 0; codeOf(library); ++library) codes.push_back(codeOf(library));
-    for (const void* code : codes) EXPECT_NE(platform::ModulePathOf(code), "");
-    platform::FreeDynamicLibrary(probe);
-    for (const void* code : codes) EXPECT_EQ(platform::ModulePathOf(code), "");
+    for (const void* code : codes) EXPECT_NE(qev::platform::ModulePathOf(code), "");
+    qev::platform::FreeDynamicLibrary(probe);
+    for (const void* code : codes) EXPECT_EQ(qev::platform::ModulePathOf(code), "");
 }
 
 TEST_F(Lifetime, ManyRounds) {
-    for (int i = 0; i < kRounds; ++i) platform::FreeDynamicLibrary(Load("lifetime_plugin"));
+    for (int i = 0; i < kRounds; ++i) qev::platform::FreeDynamicLibrary(Load("lifetime_plugin"));
     ExpectCounts(kRounds, kRounds, kRounds);
 }
 
@@ -90,7 +90,7 @@ TEST_F(Lifetime, CallsAfterTheEnd) {
     // runs after the statics of what is loaded later
     std::atexit([] { s_areStaticsAlive() ? std::_Exit(1) : void(); });
     s_areStaticsAlive =
-        reinterpret_cast<bool (*)()>(platform::FindSymbol(Load("lifetime_probe"), "AreStaticsAlive"));
+        reinterpret_cast<bool (*)()>(qev::platform::FindSymbol(Load("lifetime_probe"), "AreStaticsAlive"));
     EXPECT_TRUE(s_areStaticsAlive());
 }
 #endif

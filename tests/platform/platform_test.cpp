@@ -16,41 +16,42 @@ constexpr char kInFolder[] = "/plug.ins/cut.tar.dll";
 #endif
 
 TEST(Path, PartsAndTheLengthLimit) {
-    EXPECT_EQ(platform::StripPath(kInFolder), "cut.tar.dll");
-    EXPECT_EQ(platform::StripPath("cut"), "cut");
-    EXPECT_EQ(platform::RemoveExtension("cut.tar.dll"), "cut.tar");
-    EXPECT_EQ(platform::RemoveExtension("cut"), "cut");
-    const std::string bare = platform::AppendPath(kFolder, "cut"); // the dot is the folder's
-    EXPECT_EQ(platform::RemoveExtension(bare), bare);
-    EXPECT_EQ(platform::RemoveFileSpec(kInFolder), kFolder);
-    EXPECT_EQ(platform::RemoveFileSpec("cut.dll"), "");
-    EXPECT_EQ(platform::AppendPath(kFolder, "cut.tar.dll"), kInFolder);
-    for (const char* relative : {"sub/cut.dll", ""}) EXPECT_TRUE(platform::IsRelativePath(relative));
-    EXPECT_FALSE(platform::IsRelativePath(kInFolder));
-    const std::string longest(platform::kLongestPath, 'x');
-    EXPECT_EQ(platform::StripPath(longest), longest);
-    for (const auto part : {platform::StripPath, platform::RemoveExtension, platform::RemoveFileSpec})
+    EXPECT_EQ(qev::platform::StripPath(kInFolder), "cut.tar.dll");
+    EXPECT_EQ(qev::platform::StripPath("cut"), "cut");
+    EXPECT_EQ(qev::platform::RemoveExtension("cut.tar.dll"), "cut.tar");
+    EXPECT_EQ(qev::platform::RemoveExtension("cut"), "cut");
+    const std::string bare = qev::platform::AppendPath(kFolder, "cut"); // the dot is the folder's
+    EXPECT_EQ(qev::platform::RemoveExtension(bare), bare);
+    EXPECT_EQ(qev::platform::RemoveFileSpec(kInFolder), kFolder);
+    EXPECT_EQ(qev::platform::RemoveFileSpec("cut.dll"), "");
+    EXPECT_EQ(qev::platform::AppendPath(kFolder, "cut.tar.dll"), kInFolder);
+    for (const char* relative : {"sub/cut.dll", ""}) EXPECT_TRUE(qev::platform::IsRelativePath(relative));
+    EXPECT_FALSE(qev::platform::IsRelativePath(kInFolder));
+    const std::string longest(qev::platform::kLongestPath, 'x');
+    EXPECT_EQ(qev::platform::StripPath(longest), longest);
+    for (const auto part :
+         {qev::platform::StripPath, qev::platform::RemoveExtension, qev::platform::RemoveFileSpec})
         EXPECT_EQ(part(kInFolder + longest), "");
-    EXPECT_EQ(platform::AppendPath(kFolder, longest), "");
-    EXPECT_TRUE(platform::IsRelativePath(kInFolder + longest));
+    EXPECT_EQ(qev::platform::AppendPath(kFolder, longest), "");
+    EXPECT_TRUE(qev::platform::IsRelativePath(kInFolder + longest));
 }
 
 TEST(DynamicLibrary, RefusalsAndThePathOfThisProgram) {
     std::string why;
-    EXPECT_EQ(platform::LoadDynamicLibrary("no such library", &why), nullptr);
+    EXPECT_EQ(qev::platform::LoadDynamicLibrary("no such library", &why), nullptr);
     EXPECT_FALSE(why.empty());
-    EXPECT_EQ(platform::FindSymbol(nullptr, "main"), nullptr);
-    platform::FreeDynamicLibrary(nullptr);
+    EXPECT_EQ(qev::platform::FindSymbol(nullptr, "main"), nullptr);
+    qev::platform::FreeDynamicLibrary(nullptr);
     static const char inHere = 0;
-    const std::string path = platform::ModulePathOf(&inHere);
-    EXPECT_FALSE(platform::IsRelativePath(path));
-    EXPECT_EQ(platform::RemoveExtension(platform::StripPath(path)), "platform_tests");
-    EXPECT_EQ(platform::ModulePathOf(nullptr), "");
+    const std::string path = qev::platform::ModulePathOf(&inHere);
+    EXPECT_FALSE(qev::platform::IsRelativePath(path));
+    EXPECT_EQ(qev::platform::RemoveExtension(qev::platform::StripPath(path)), "platform_tests");
+    EXPECT_EQ(qev::platform::ModulePathOf(nullptr), "");
 }
 
 // The same thread takes it again, another one only after as many releases.
 TEST(RecursiveLock, Recursion) {
-    platform::RecursiveLock lock;
+    qev::platform::RecursiveLock lock;
     const auto freeForAnother = [&] {
         bool taken = false;
         std::thread([&] {

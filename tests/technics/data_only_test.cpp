@@ -38,9 +38,9 @@ TEST_F(DataOnly, AttacksEndSoonAndHarmNobody) {
     for (const auto& [text, why] : attacks) {
         double seconds = 1;
         for (int tries = 0; tries < 3 && seconds > 0.1; ++tries) { // a busy machine steals time
-            const double start = platform::ThreadSeconds();
+            const double start = qev::platform::ThreadSeconds();
             EXPECT_FALSE(manager.Add(text));
-            seconds = platform::ThreadSeconds() - start;
+            seconds = qev::platform::ThreadSeconds() - start;
         }
         EXPECT_LT(seconds, 0.1) << text.substr(0, 60);
         const std::string error = manager.GetLastErrorText();

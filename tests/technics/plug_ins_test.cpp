@@ -9,15 +9,16 @@ namespace {
 // The path of a plug-in that stands beside this program.
 std::string PathOf(const std::string& name) {
     static const char inHere = 0;
-    return platform::AppendPath(platform::RemoveFileSpec(platform::ModulePathOf(&inHere)), name + EXTENSION);
+    return qev::platform::AppendPath(qev::platform::RemoveFileSpec(qev::platform::ModulePathOf(&inHere)),
+                                     name + EXTENSION);
 }
 
 // A place in a plug-in; it stays loaded only if somebody else uses it.
 char** PlaceIn(const std::string& path) {
-    const HMODULE module = platform::LoadDynamicLibrary(path.c_str());
-    void* const place = platform::FindSymbol(module, "g_directory");
+    const HMODULE module = qev::platform::LoadDynamicLibrary(path.c_str());
+    void* const place = qev::platform::FindSymbol(module, "g_directory");
     EXPECT_NE(place, nullptr) << path;
-    platform::FreeDynamicLibrary(module);
+    qev::platform::FreeDynamicLibrary(module);
     return static_cast<char**>(place);
 }
 
@@ -41,7 +42,7 @@ TEST_F(PlugIns, LoadOnceAndFreeManyTimes) {
         EXPECT_EQ(manager.GetTehcnisItemVector()->size(), 2u);
         manager.FreeTechnicsPlugIn();
     }
-    EXPECT_EQ(platform::ModulePathOf(PlaceIn(good)), "");
+    EXPECT_EQ(qev::platform::ModulePathOf(PlaceIn(good)), "");
 }
 
 TEST_F(PlugIns, RefusalsRegisterNothingAndUnload) {
@@ -58,9 +59,9 @@ TEST_F(PlugIns, RefusalsRegisterNothingAndUnload) {
         EXPECT_FALSE(manager.LoadTechnicsPlugIn(path)) << name;
         EXPECT_NE(manager.GetLastErrorText().find(why), std::string::npos) << manager.GetLastErrorText();
         EXPECT_TRUE(manager.GetTehcnisItemVector()->size() == 2 && IsTold()) << name;
-        EXPECT_EQ(platform::ModulePathOf(PlaceIn(path)), "") << name;
+        EXPECT_EQ(qev::platform::ModulePathOf(PlaceIn(path)), "") << name;
     }
-    for (const std::string& path : {std::string(), std::string(platform::kLongestPath + 1, 'x')})
+    for (const std::string& path : {std::string(), std::string(qev::platform::kLongestPath + 1, 'x')})
         EXPECT_TRUE(!manager.LoadTechnicsPlugIn(path) && !manager.GetLastErrorText().empty());
     EXPECT_FALSE(manager.LoadTechnicsPlugIn(PathOf("plugin_no_set")) || IsTold());
 }
@@ -84,7 +85,7 @@ TEST(LoadLibrary, LooksBesideTheLibrary) {
     for (const std::string& name : {std::string("beside/plugin_beside" EXTENSION), PathOf("plugin_good")}) {
         const HINSTANCE found = qev::_LoadLibrary(name.c_str());
         EXPECT_NE(found, nullptr) << name;
-        platform::FreeDynamicLibrary(found);
+        qev::platform::FreeDynamicLibrary(found);
     }
     EXPECT_FALSE(qev::_LoadLibrary("nowhere") || qev::_LoadLibrary(nullptr));
 }

@@ -34,10 +34,10 @@ TEST(Units, DialogTexts) {
     const test::Dialog dialog({101});
     const auto shown = [&](const char* text) {
         SetDlgItemTextUnit(dialog.Get(), 101, text);
-        return platform::GetItemText(dialog.Get(), 101);
+        return qev::platform::GetItemText(dialog.Get(), 101);
     };
     const auto stored = [&](const char* text) {
-        platform::SetItemText(dialog.Get(), 101, text);
+        qev::platform::SetItemText(dialog.Get(), 101, text);
         CString value;
         GetDlgItemTextUnit(dialog.Get(), 101, value);
         return value;

@@ -16,11 +16,11 @@
 
 struct lua_State;
 
+namespace qev {
+
 namespace platform {
 class RecursiveLock;
 }
-
-namespace qev {
 
 class CITechnicsOperator;
 class CLuaAccess;

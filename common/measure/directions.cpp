@@ -1,0 +1,155 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+#include <qev/measure/arc_math.h>
+#include <qev/measure/directions.h>
+#include <qevdata/multi_segments.h>
+#include <qevdata/polyline.h>
+#include <qevmath/angle.h>
+#include <qevmath/arc.h>
+#include <qevmath/elementary.h>
+
+#include "../kinds/cad_kinds.h"
+#include "../kinds/tolerance.h"
+
+namespace qev {
+namespace {
+
+// Below this cosine of a corner the contour turns back on itself.
+constexpr double kReversal = -0.999999999;
+
+double SignOf(double bulge) {
+    return bulge > 0 ? 1 : -1;
+}
+
+// Direction of travel at a point of a circle, as long as the radius.
+math::DPOINT2 OnCircle(double radius, double angle, double sign) {
+    const auto [sine, cosine] = math::SinCos(angle);
+    return {-sign * radius * sine, sign * radius * cosine};
+}
+
+// Forward direction at the end of an arc's radius that leads to `at`.
+math::DPOINT2 ForwardAt(const SEGMENT& arc, const math::DPOINT2& at) {
+    math::DPOINT2 centre;
+    double radius = 0;
+    double startAngle = 0;
+    double sweep = 0;
+    math::SolveArc(arc.ptStart, arc.ptEnd, arc.dBulge, centre, radius, startAngle, sweep);
+    return math::LeftOf(at - centre) * SignOf(arc.dBulge);
+}
+
+math::DPOINT2 SegmentDirection(const SEGMENT& segment, double ratio) {
+    if (segment.nType == SEGMENT::kLine) return segment.ptEnd - segment.ptStart;
+    math::DPOINT2 centre;
+    double radius = 0;
+    double startAngle = 0;
+    double sweep = 0;
+    math::SolveArc(segment.ptStart, segment.ptEnd, segment.dBulge, centre, radius, startAngle, sweep);
+    return OnCircle(radius, startAngle + sweep * ratio, SignOf(segment.dBulge));
+}
+
+math::DPOINT2 EllipseDirection(const CCadEllipse& ellipse, int index, double ratio) {
+    const CCadPolyline* const polyline = ellipse.GetPolyline();
+    if (!polyline) return {};
+    const auto chord = [&](int k) {
+        const SEGMENT segment = polyline->GetSegment(k);
+        return math::D2GetDistance(segment.ptStart, segment.ptEnd);
+    };
+    const int count = polyline->GetNodeCount();
+    double total = 0;
+    for (int k = 0; k < count; ++k) total += chord(k);
+    const double target = total * ratio;
+    if (!(target > 0)) return SegmentDirection(polyline->GetSegment(index), ratio);
+    double sum = 0;
+    for (int k = 0; k < count; ++k) {
+        const double length = chord(k);
+        if (sum + length > target) return SegmentDirection(polyline->GetSegment(k), (target - sum) / length);
+        sum += length;
+    }
+    // the very end keeps the caller's position, what lies beyond it gives the start
+    return sum == target ? SegmentDirection(polyline->GetSegment(index), ratio)
+                         : SegmentDirection(polyline->GetSegment(0), 0);
+}
+
+// The chord of the polyline's segment, also where that is an arc: kept apart from the ellipse on purpose.
+math::DPOINT2 EllipseArcDirection(const CCadEllipseArc& arc, double ratio) {
+    const CCadPolyline* const polyline = arc.GetPolyline();
+    if (!polyline) return {};
+    const double target = polyline->GetLength() * ratio;
+    const int last = polyline->GetSegmentCount() - 1;
+    double sum = 0;
+    for (int k = 0;; ++k) {
+        const SEGMENT segment = polyline->GetSegment(k);
+        sum += segment.GetLength();
+        if (sum > target || k >= last) return segment.ptEnd - segment.ptStart;
+    }
+}
+
+} // namespace
+
+void GetVector(const SEGMENT& a, const SEGMENT& b, math::DPOINT2& va, math::DPOINT2& vb) {
+    if (a.nType == SEGMENT::kLine)
+        va = a.ptStart - a.ptEnd;
+    else if (a.nType == SEGMENT::kArc)
+        va = -ForwardAt(a, a.ptEnd);
+    if (b.nType == SEGMENT::kLine)
+        vb = b.ptEnd - b.ptStart;
+    else if (b.nType == SEGMENT::kArc)
+        vb = ForwardAt(b, b.ptStart);
+}
+
+double GetTangent(SEGMENT segment, double at, math::DPOINT2* tangent) {
+    math::DPOINT2 direction = segment.ptEnd - segment.ptStart;
+    double curvature = 0;
+    if (segment.nType != SEGMENT::kLine) {
+        math::DPOINT2 centre;
+        double radius = 0;
+        RetrieveArcInf(segment.ptStart, segment.ptEnd, segment.dBulge, &centre, nullptr, nullptr, &radius);
+        const double sign = SignOf(segment.dBulge);
+        direction = math::LeftOf((at != 0 ? segment.ptEnd : segment.ptStart) - centre) * sign;
+        curvature = radius > 0 ? sign / radius : std::copysign(std::numeric_limits<double>::infinity(), sign);
+    }
+    if (tangent) *tangent = direction;
+    return curvature;
+}
+
+double GetCornerAngle(const CCadMultiSegments* contour, int i) {
+    const int count = contour ? contour->GetSegmentCount() : 0;
+    if (count < 1) return 0;
+    const auto index = [count](std::int64_t k) { return static_cast<int>(k % count); };
+    const SEGMENT previous = contour->GetSegment(index(std::int64_t{count} + i - 1));
+    const SEGMENT current = contour->GetSegment(index(i));
+    math::DPOINT2 in;
+    math::DPOINT2 out;
+    const double curvature = GetTangent(previous, 1, &in) + GetTangent(current, 0, &out);
+    const double cosine = math::Dot(in, out) / std::sqrt(math::Dot(in, in) * math::Dot(out, out));
+    if (!(cosine < 1) || std::abs(cosine - 1) < kSame) return 0;
+    const double angle = math::Acos(std::max(cosine, -1.0));
+    const bool hasArc = previous.dBulge != 0 || current.dBulge != 0;
+    if (cosine < kReversal && hasArc) return curvature < 0 ? angle : -angle;
+    return math::Cross(in, out) < 0 ? -angle : angle;
+}
+
+math::DPOINT2 GetVector(const CCadObject* object, int nSegIndex, double dRatio) {
+    return VisitCad(
+        object, kDirectionContours, math::DPOINT2{},
+        Handle{[](const CCadLine& line) { return line.GetEndPoint() - line.GetStartPoint(); },
+               [&](const CCadCircle& circle) {
+                   const double sign = circle.IsCounterClockwise() ? 1 : -1;
+                   return OnCircle(circle.GetRadius(), dRatio * math::kTwoPi * sign, sign);
+               },
+               [&](const CCadArc& arc) {
+                   const double sign = arc.IsCounterClockwise() ? 1 : -1;
+                   return OnCircle(arc.GetRadius(),
+                                   arc.GetStartAngle() + arc.GetCentralAngle() * dRatio * sign, sign);
+               },
+               [&](const CCadEllipse& ellipse) { return EllipseDirection(ellipse, nSegIndex, dRatio); },
+               [&](const CCadEllipseArc& arc) { return EllipseArcDirection(arc, dRatio); },
+               [&](const Contour& contour) {
+                   return SegmentDirection(contour.object.GetSegment(nSegIndex), dRatio);
+               }});
+}
+
+} // namespace qev

@@ -1,0 +1,103 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+#include <qev/measure/positions.h>
+
+#include "../kinds/cad_kinds.h"
+#include "../kinds/tolerance.h"
+
+namespace qev {
+namespace {
+
+// Indices are computed in 64 bits, so that those at the ends of int do not overflow.
+int ToIndex(std::int64_t index) {
+    return static_cast<int>(std::max<std::int64_t>(index, std::numeric_limits<int>::min()));
+}
+
+int Cyclic(std::int64_t index, int count) {
+    const std::int64_t rest = index % count;
+    return static_cast<int>(rest < 0 ? rest + count : rest);
+}
+
+bool IsRatio(double ratio) {
+    return ratio >= 0 && ratio - 1 < kSame;
+}
+
+} // namespace
+
+int GetCadSegments(const CCadObject* object) {
+    return VisitCad(object, kSegmentContours, -1,
+                    Handle{[](const SinglePiece auto&) { return 1; },
+                           [](const Contour& contour) { return contour.object.GetSegmentCount(); }});
+}
+
+int GetPreSegmentIndex(const CCadObject* object, int i) {
+    const int count = GetCadSegments(object);
+    if (count < 1) return -1;
+    const std::int64_t previous = std::int64_t{i} - 1;
+    return object->IsClose() ? Cyclic(previous, count) : ToIndex(previous);
+}
+
+int GetNextSegmentIndex(const CCadObject* object, int i) {
+    const int count = GetCadSegments(object);
+    if (count < 1) return -1;
+    const std::int64_t next = std::int64_t{i} + 1;
+    if (object->IsClose()) return Cyclic(next, count);
+    return next < count ? ToIndex(next) : -1;
+}
+
+bool IsInvalidPos(const math::POLYPOS& pos) {
+    return pos.nSegIndex < 0 || !IsRatio(pos.dRatio);
+}
+
+bool IsInvalidPos(const CCadObject* object, const math::POLYPOS& pos) {
+    const int count = GetCadSegments(object);
+    if (IsInvalidPos(pos) || pos.nSegIndex >= count) return true;
+    if (!IsSame(pos.dRatio, 1)) return false;
+    return object->IsClose() || pos.nSegIndex != count - 1;
+}
+
+bool IsInvalidRange(const math::PosRange& range) {
+    return IsInvalidPos(range.start) || IsInvalidPos(range.end)
+           || (range.start.nSegIndex == range.end.nSegIndex && IsSame(range.start.dRatio, range.end.dRatio));
+}
+
+bool IsInvalidRange(const CCadObject* object, const math::PosRange& range) {
+    return IsInvalidRange(range) || IsInvalidPos(object, range.start) || IsInvalidPos(object, range.end);
+}
+
+void NormalizePos(const CCadObject* object, math::POLYPOS& pos) {
+    const int count = GetCadSegments(object);
+    const bool closed = object && object->IsClose();
+    if (IsSame(pos.dRatio, 1)) {
+        if (!closed && std::int64_t{pos.nSegIndex} + 1 == count) return;
+        pos = {GetNextSegmentIndex(object, pos.nSegIndex), 0.0};
+    }
+    if (count < 1 || pos.nSegIndex < count) return;
+    if (closed)
+        pos.nSegIndex %= count;
+    else if (pos.nSegIndex == count && IsSame(pos.dRatio, 0))
+        pos = {count - 1, 1.0};
+}
+
+void NormalizePosRange(const CCadObject* object, math::PosRange& range) {
+    NormalizePos(object, range.start);
+    NormalizePos(object, range.end);
+}
+
+double PolyPosToDouble(const math::POLYPOS& pos) {
+    return pos.nSegIndex + pos.dRatio;
+}
+
+math::POLYPOS DoubleToPolyPos(const CCadObject* object, double value) {
+    const double index = std::floor(value);
+    if (!(index >= std::numeric_limits<int>::min() && index <= std::numeric_limits<int>::max()))
+        return {-1, 0.0};
+    math::POLYPOS pos{static_cast<int>(index), value - index};
+    NormalizePos(object, pos);
+    return pos;
+}
+
+} // namespace qev

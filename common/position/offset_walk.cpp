@@ -1,0 +1,166 @@
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+#include <qev/measure/measures.h>
+#include <qev/measure/positions.h>
+#include <qev/position/offset_walk.h>
+#include <qevdata/contour_index.h>
+
+#include "../kinds/cad_kinds.h"
+#include "../kinds/tolerance.h"
+
+namespace qev {
+namespace {
+
+using math::POLYPOS;
+
+constexpr int kNoWalk = -1;
+// A walk of more steps than this takes whole laps off at once: their rounding no longer matters to anybody.
+constexpr double kLongWalk = 1e5;
+constexpr int kMostSteps = 1'000'000; // of an offset table, on each side
+
+// The laps as the answer of a walk.
+int ToLaps(double laps) {
+    laps = std::abs(laps);
+    return laps <= std::numeric_limits<int>::max() ? static_cast<int>(laps) : kNoWalk;
+}
+
+// Single pieces wrap by their length. Taking off the whole turns at once gives the bits of adding or
+// subtracting 1 turn by turn, since all but the last of those sums are exact.
+int WalkPiece(const CCadObject& piece, const POLYPOS& pos, double offset, POLYPOS& out) {
+    const double length = GetCadLength(&piece);
+    if (!std::isfinite(length)) return kNoWalk;
+    double ratio = length > 0 ? (pos.dRatio * length + offset) / length : pos.dRatio;
+    const double change = ratio - pos.dRatio;
+    double laps = std::trunc(change);
+    if (IsSame(change - laps, offset < 0 ? -1 : 1)) laps += offset < 0 ? -1 : 1;
+    if (offset < 0 && ratio < 0) ratio -= std::floor(ratio);
+    if (offset > 0 && ratio > 1) ratio -= std::ceil(ratio) - 1;
+    const cad_t code = piece.GetType();
+    if (offset > 0 && ratio == 1 && (code == kCadCircle || code == kCadEllipse)) ratio = 0;
+    out = {pos.nSegIndex, ratio};
+    return IsInvalidPos(&piece, out) ? kNoWalk : ToLaps(laps);
+}
+
+// A walk over the segments of a contour. Forward and backward differ in the side of a segment that they
+// enter.
+class SegmentWalk {
+public:
+    SegmentWalk(const CCadObject& contour, int count, const POLYPOS& pos, double offset)
+        : m_contour(contour), m_pIndex(contour.GetIndex()), m_nCount(count),
+          m_nDirection(offset < 0 ? -1 : 1), m_nIndex(pos.nSegIndex), m_dLeft(std::abs(offset)),
+          m_dEntry(pos.dRatio) {}
+
+    // Passes segments until the rest of the way lies within one; false when it never does.
+    bool Run() {
+        EnterSegment();
+        double available = m_dLength * (m_nDirection > 0 ? 1 - m_dEntry : m_dEntry);
+        double atLapStart = std::numeric_limits<double>::infinity();
+        while (available < m_dLeft) {
+            m_dLeft -= available;
+            Step();
+            m_dEntry = m_nDirection > 0 ? 0.0 : 1.0;
+            available = m_dLength;
+            if ((m_nPassed - 1) % m_nCount != 0) continue; // laps are counted from the first whole segment
+            if (!SkipLaps(atLapStart - m_dLeft)) return false;
+            atLapStart = m_dLeft;
+        }
+        return std::isfinite(m_dLength);
+    }
+
+    // The position reached; a ratio of 1 is the start of the next segment.
+    POLYPOS Position() {
+        double ratio = m_dEntry + m_nDirection * (m_dLeft / m_dLength);
+        if (IsSame(ratio, 1)) {
+            ratio = 0;
+            m_nIndex = (m_nIndex + 1) % m_nCount;
+            m_nPassed += m_nDirection;
+        }
+        const bool atStart = m_nIndex == 0 && ratio == 0;
+        if (m_nDirection < 0 || !atStart || m_contour.IsClose()) return {m_nIndex, ratio};
+        --m_nPassed;
+        return {m_nCount - 1, 1.0};
+    }
+
+    std::int64_t Passed() const { return m_nPassed; }
+
+private:
+    void EnterSegment() {
+        m_dLength =
+            m_pIndex ? m_pIndex->GetSegmentLength(m_nIndex) : m_contour.GetSegment(m_nIndex).GetLength();
+    }
+
+    void Step() {
+        ++m_nPassed;
+        m_nIndex = (m_nCount + m_nIndex + m_nDirection) % m_nCount;
+        EnterSegment();
+    }
+
+    // Takes laps of a long walk off at once, but for the last one. False for a lap without length and for
+    // more laps than can be answered.
+    bool SkipLaps(double lap) {
+        const double laps = std::floor(m_dLeft / lap) - 1;
+        if (!(lap > 0) || laps > std::numeric_limits<int>::max()) return false;
+        if (laps * m_nCount < kLongWalk) return true;
+        m_dLeft -= laps * lap;
+        m_nPassed += static_cast<std::int64_t>(laps) * m_nCount;
+        return true;
+    }
+
+    const CCadObject& m_contour;
+    const ContourIndex* m_pIndex; // null when the contour has none
+    int m_nCount;
+    int m_nDirection;
+    int m_nIndex;
+    std::int64_t m_nPassed = 0;
+    double m_dLeft;
+    double m_dEntry; // the ratio at which the present segment was entered
+    double m_dLength = 0;
+};
+
+int WalkSegments(const CCadObject& contour, int count, const POLYPOS& pos, double offset, POLYPOS& out) {
+    SegmentWalk walk(contour, count, pos, offset);
+    if (!walk.Run()) return kNoWalk;
+    out = walk.Position();
+    if (IsInvalidPos(&contour, out)) return kNoWalk;
+    const double ahead = (out.dRatio - pos.dRatio) * (offset < 0 ? -1 : 1);
+    const bool startNotReached = out.nSegIndex == pos.nSegIndex && ahead <= -kSame;
+    const std::int64_t passed = walk.Passed();
+    if (passed == 0) return 0;
+    const std::int64_t laps = (startNotReached ? passed - 1 : passed) / count;
+    return ToLaps(static_cast<double>(laps));
+}
+
+bool IsWalkedAsPiece(const CCadObject& object, int count) {
+    return VisitCad(&object, kSegmentContours, false,
+                    Handle{[](const SinglePiece auto&) { return true; },
+                           [count](const Contour& contour) {
+                               return count == 1 && contour.object.GetType() == kCadPolyline;
+                           }});
+}
+
+} // namespace
+
+int GetPosByOffset(const CCadObject* object, const POLYPOS& pos, double dOffset, POLYPOS& out) {
+    if (IsInvalidPos(object, pos) || !std::isfinite(dOffset)) return kNoWalk;
+    if (std::abs(dOffset) < kSame) {
+        out = pos;
+        return 0;
+    }
+    const int count = GetCadSegments(object);
+    return IsWalkedAsPiece(*object, count) ? WalkPiece(*object, pos, dOffset, out)
+                                           : WalkSegments(*object, count, pos, dOffset, out);
+}
+
+void GetOffsetTable(double dBack, double dForward, double dStep, std::vector<int>& out) {
+    const double back = std::trunc(dBack / dStep);
+    const double forward = std::trunc(dForward / dStep);
+    if (!(back <= kMostSteps && forward <= kMostSteps)) return;
+    for (int k = 1; k <= back || k <= forward; ++k) {
+        if (k <= forward) out.push_back(k);
+        if (k <= back) out.push_back(-k);
+    }
+}
+
+} // namespace qev

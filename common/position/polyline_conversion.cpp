@@ -1,0 +1,53 @@
+#include <iterator>
+#include <numeric>
+
+#include <qev/position/polyline_conversion.h>
+#include <qevdata/converter.h>
+#include <qevdata/polyline.h>
+
+#include "../kinds/cad_kinds.h"
+#include "../kinds/conversion_settings.h"
+
+namespace qev {
+namespace {
+
+CCadPolyline* Convert(const CCadObject* object, const char* segmentType, double error) {
+    CCadPolyline* polyline = nullptr;
+    CConvertCadObjectToCadPolyline(ConversionSettings(segmentType, error).c_str())(object, polyline);
+    return polyline;
+}
+
+// Whether all segments of the polyline come from the one piece of a curve.
+bool IsCurve(const CCadObject* object) {
+    return VisitCad(
+        object, kSegmentContours, false,
+        Handle{[](const SinglePiece auto&) { return true; }, [](const CCadLine&) { return false; }});
+}
+
+} // namespace
+
+CCadPolyline* Convert2Polyline(const CCadObject* object, int nSegmentType, double dAbsoluteError) {
+    constexpr const char* kSegmentTypes[] = {"Both", "Line", "Arc"};
+    if (!object || nSegmentType < 0 || nSegmentType >= static_cast<int>(std::size(kSegmentTypes)))
+        return nullptr;
+    return Convert(object, kSegmentTypes[nSegmentType], dAbsoluteError);
+}
+
+CCadPolyline* Convert2Polyline(const CCadObject* object, double dAbsoluteError) {
+    return Convert2Polyline(object, 0, dAbsoluteError);
+}
+
+CCadPolyline* Convert2Polyline(const CCadObject* object, std::vector<int>& segMap, double dAbsoluteError) {
+    CCadPolyline* polyline = Convert2Polyline(object, dAbsoluteError);
+    if (!polyline) return nullptr;
+    const auto count = static_cast<std::size_t>(polyline->GetSegmentCount());
+    if (IsCurve(object)) {
+        segMap.insert(segMap.begin(), count, 0);
+    } else {
+        segMap.resize(segMap.size() + count);
+        std::iota(segMap.end() - static_cast<std::ptrdiff_t>(count), segMap.end(), 0);
+    }
+    return polyline;
+}
+
+} // namespace qev

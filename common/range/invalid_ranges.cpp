@@ -1,0 +1,82 @@
+#include <qev/measure/positions.h>
+#include <qev/position/offset_walk.h>
+#include <qev/position/sharp_joints.h>
+#include <qev/range/invalid_ranges.h>
+#include <qev/range/ranges.h>
+
+#include "../kinds/tolerance.h"
+
+namespace qev {
+namespace {
+
+using math::POLYPOS;
+using math::PosRange;
+
+// How far a position lies ahead of another, going forward round the contour: whole segments and a fraction.
+struct Ahead {
+    int segments;
+    double fraction;
+};
+
+Ahead ToEnd(const POLYPOS& from, const POLYPOS& end, int count) {
+    Ahead ahead{end.nSegIndex - from.nSegIndex, end.dRatio - from.dRatio};
+    if (ahead.fraction < 0) ahead = {ahead.segments - 1, ahead.fraction + 1};
+    if (ahead.segments < 0) ahead.segments += count;
+    return ahead;
+}
+
+Ahead ToStart(const POLYPOS& from, const POLYPOS& start, int count) {
+    Ahead ahead{count - from.nSegIndex + start.nSegIndex - 1, 1.0 - from.dRatio + start.dRatio};
+    if (ahead.fraction > 1 || IsSame(ahead.fraction, 1)) ahead = {ahead.segments + 1, ahead.fraction - 1};
+    if (ahead.segments >= count) ahead.segments -= count;
+    return ahead;
+}
+
+bool IsFurther(const Ahead& a, const Ahead& b) {
+    return a.segments > b.segments || (a.segments == b.segments && a.fraction - b.fraction >= kSame);
+}
+
+// Whether the ends of a zone stay apart: the start has not moved, or lies further ahead than the end.
+bool StaysApart(const POLYPOS& pos, const PosRange& zone, int count) {
+    const Ahead start = ToStart(pos, zone.start, count);
+    const bool unmoved = start.segments < 0 || (start.segments == 0 && !(start.fraction > 0));
+    return unmoved || IsFurther(start, ToEnd(pos, zone.end, count));
+}
+
+} // namespace
+
+bool GenerateInvalidRange(const CCadObject* contour, const POLYPOS& pos, double dBefore, double dAfter,
+                          PosRange& range) {
+    const int count = GetCadSegments(contour);
+    if (pos.nSegIndex < 0 || pos.nSegIndex >= count) return false;
+    range.start = range.end = pos;
+    const int lapsBack = dBefore != 0 ? GetPosByOffset(contour, pos, -dBefore, range.start) : 0;
+    const int lapsOn = dAfter != 0 ? GetPosByOffset(contour, pos, dAfter, range.end) : 0;
+    if (lapsBack < 1 && lapsOn < 1 && StaysApart(pos, range, count)) return !IsInvalidRange(contour, range);
+    range.start = {0, 0.0};
+    range.end = {count - 1, 1.0};
+    return true;
+}
+
+bool GenerateCornerInvalidRange(const CCadObject* contour, double dDistance, double dAngleDegrees,
+                                std::vector<PosRange>* ranges) {
+    std::vector<int> corners;
+    CollectPos(contour, dAngleDegrees, corners);
+    for (const int corner : corners) {
+        PosRange zone;
+        if (!GenerateInvalidRange(contour, {corner, 0.0}, dDistance, dDistance, zone)) return false;
+        ranges->push_back(zone);
+    }
+    SortRange(ranges);
+    CombineRange(ranges, GetCadSegments(contour));
+    return true;
+}
+
+bool IsRangeIntersected(const CCadObject* contour, const POLYPOS& pos, double dBefore, double dAfter,
+                        const PosRange& range) {
+    PosRange zone({0, 0.0}, {0, 0.5});
+    GenerateInvalidRange(contour, pos, dBefore, dAfter, zone);
+    return IsRangeIntersected(zone, range);
+}
+
+} // namespace qev

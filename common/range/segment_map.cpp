@@ -1,0 +1,157 @@
+#include <algorithm>
+#include <cstdint>
+
+#include <qev/measure/measures.h>
+#include <qev/measure/positions.h>
+#include <qev/position/position_conversion.h>
+#include <qev/range/segment_map.h>
+#include <qevdata/multi_segments.h>
+#include <qevmath/point.h>
+
+#include "../kinds/cad_kinds.h"
+#include "../kinds/tolerance.h"
+
+namespace qev {
+namespace {
+
+enum class Form { kNone, kSingle, kMulti };
+
+Form FormOf(const CCadObject* object) {
+    return VisitCad(object, kSegmentContours, Form::kNone,
+                    Handle{[](const SinglePiece auto&) { return Form::kSingle; },
+                           [](const Contour&) { return Form::kMulti; }});
+}
+
+// The search of FindSegmentIndexByRate on any kind.
+int FindByRate(const CCadObject& contour, double total, double rate, int first, double before,
+               double& found) {
+    for (int i = std::max(first, 0), count = contour.GetSegmentCount(); i < count && !(before / total > rate);
+         ++i) {
+        const double length = contour.GetSegment(i).GetLength();
+        if (rate <= (before + length) / total) {
+            found = before;
+            return i;
+        }
+        before += length;
+    }
+    found = 0;
+    return -1;
+}
+
+void FillByLength(const CCadObject& source, const CCadObject& destination, std::vector<int>& map) {
+    const double total = destination.GetLength();
+    const double sourceTotal = source.GetLength();
+    if (IsSame(sourceTotal, 0)) return;
+    const int entries = std::min(source.GetSegmentCount(), static_cast<int>(map.size()));
+    double passed = 0;
+    double before = 0;
+    int hint = 0;
+    for (int i = 0; i < entries; ++i) {
+        const double length = destination.GetSegment(i).GetLength();
+        const int found =
+            FindByRate(source, sourceTotal, (length / 2 + passed) / total, hint, before, before);
+        passed += length;
+        hint = std::max(found, 0);
+        if (found >= 0) map[i] = found;
+    }
+}
+
+// The first entry with a value, from an index on and round to it; -1 for none.
+int FindEntry(const std::vector<int>& map, int value, std::int64_t from) {
+    const auto size = static_cast<std::int64_t>(map.size());
+    const std::int64_t first = (from % size + size) % size;
+    for (std::int64_t k = 0; k < size; ++k)
+        if (const std::int64_t i = (first + k) % size; map[i] == value) return static_cast<int>(i);
+    return -1;
+}
+
+// The place on the destination segments of one source segment that lies at a fraction of its length. Nothing
+// when they are not that long.
+bool SpreadOver(const CCadObject* source, const CCadObject* destination, const std::vector<int>& map,
+                const math::POLYPOS& pos, math::POLYPOS& out) {
+    const double target = GetSegLength(source, pos.nSegIndex) * pos.dRatio;
+    double sum = 0;
+    for (int j = 0, size = static_cast<int>(map.size()); j < size; ++j) {
+        if (map[j] != pos.nSegIndex) continue;
+        const double length = GetSegLength(destination, j);
+        if (!(sum + length >= target)) {
+            sum += length;
+            continue;
+        }
+        out = {j, length > 0 ? (target - sum) / length : 0};
+        if (IsInvalidPos(destination, out)) NormalizePos(destination, out);
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
+int FindSegmentIndexByRate(const CCadMultiSegments* contour, double dRate, int nFirst, double dLengthBefore,
+                           double& dFoundBefore) {
+    if (!contour) return -1;
+    const double total = contour->GetLength();
+    if (IsSame(total, 0)) return -1;
+    return FindByRate(*contour, total, dRate, nFirst, dLengthBefore, dFoundBefore);
+}
+
+void GetSegMap(const CCadObject* source, const CCadObject* destination, std::vector<int>& map) {
+    const Form from = FormOf(source);
+    const Form to = FormOf(destination);
+    if (from == Form::kNone || to == Form::kNone) return;
+    const auto count = static_cast<std::size_t>(std::max(GetCadSegments(destination), 0));
+    const bool byLength = from == Form::kMulti && to == Form::kMulti;
+    map.resize(count, byLength ? -1 : 0);
+    if (byLength) FillByLength(*source, *destination, map);
+}
+
+bool MapPos(const CCadObject* source, const CCadObject* destination, const std::vector<int>* map,
+            int nSegIndex, double dRatio, int* pSegIndex, double* pRatio) {
+    if (!map || map->empty() || !pSegIndex || !pRatio) return false;
+    const int first = FindEntry(*map, nSegIndex, *pSegIndex);
+    math::DPOINT2 point;
+    if (first < 0 || !PosToCoor(source, nSegIndex, dRatio, point)) return false;
+    double ratio = 0;
+    int j = first;
+    bool tried = false;
+    if (!CoorToRatio(destination, point, j, ratio) || (j == *pSegIndex && ratio < *pRatio)) {
+        do { // the segments after it, and at last the first one again, without the preference
+            if (j == first && tried) return false;
+            tried = true;
+            j = FindEntry(*map, nSegIndex, std::int64_t{j} + 1);
+        } while (!CoorToRatio(destination, point, j, ratio));
+    }
+    *pSegIndex = j;
+    *pRatio = ratio;
+    return true;
+}
+
+void GetMapPos(const CCadObject* source, math::POLYPOS pos, const CCadObject* destination, math::POLYPOS& out,
+               const std::vector<int>& map) {
+    const Form to = FormOf(destination);
+    if (FormOf(source) == Form::kNone || to == Form::kNone || IsInvalidPos(pos) || map.empty()) return;
+    out = pos;
+    const int size = static_cast<int>(map.size());
+    if (std::all_of(map.begin(), map.end(), [](int entry) { return entry == -1; })) {
+        out.nSegIndex = std::min(pos.nSegIndex, size - 1);
+        return;
+    }
+    const int count = GetCadSegments(source);
+    int entry = FindEntry(map, pos.nSegIndex, 0);
+    for (int step = 0; entry < 0 && step < count; ++step) { // on to a source segment that has any
+        pos = {static_cast<int>((std::int64_t{pos.nSegIndex} + 1) % count), 0.0};
+        out = pos;
+        entry = FindEntry(map, pos.nSegIndex, 0);
+    }
+    if (to == Form::kSingle) {
+        out = {0, pos.dRatio};
+    } else if (entry >= 0) {
+        const bool several = FindEntry(map, pos.nSegIndex, std::int64_t{entry} + 1) != entry;
+        if (several)
+            SpreadOver(source, destination, map, pos, out);
+        else
+            out = {entry, pos.dRatio};
+    }
+}
+
+} // namespace qev

@@ -1,0 +1,126 @@
+#include <cmath>
+#include <memory>
+
+#include <qev/measure/positions.h>
+#include <qev/range/sub_contour.h>
+#include <qevdata/polyline.h>
+#include <qevdata/polyline_ex.h>
+#include <qevmath/arc.h>
+#include <qevmath/elementary.h>
+
+#include "../kinds/tolerance.h"
+
+namespace qev {
+namespace {
+
+// The cut while it grows: a polyline until a Bezier piece asks for an extended one.
+class Cut {
+public:
+    explicit Cut(const math::DPOINT2& start) : m_pPlain(std::make_unique<CCadPolyline>(true)) {
+        m_pPlain->SetStartPoint(start);
+    }
+
+    /// Adds the stretch of a segment between two ratios.
+    void Add(const SEGMENT& segment, double from, double to) {
+        const bool whole = from == 0 && to == 1;
+        if (segment.nType == SEGMENT::kBezier) {
+            Extend();
+            if (whole) m_pExtended->AddBezier(segment.ptCtrl1, segment.ptCtrl2, segment.ptEnd);
+        } else if (whole) {
+            AddArc(segment.ptEnd, segment.GetArc().bulge);
+        } else {
+            AddArc(segment.GetPoint(to), PartialBulge(segment, to - from));
+        }
+    }
+
+    std::unique_ptr<CCadMultiSegments> Take() {
+        if (m_pExtended) return std::move(m_pExtended);
+        return std::move(m_pPlain);
+    }
+
+private:
+    static double PartialBulge(const SEGMENT& segment, double part) {
+        math::DPOINT2 centre;
+        double radius = 0;
+        double startAngle = 0;
+        double sweep = 0; // stays 0 for a line
+        math::SolveArc(segment.ptStart, segment.ptEnd, segment.GetArc().bulge, centre, radius, startAngle,
+                       sweep);
+        return math::Tan(part * sweep * 0.25);
+    }
+
+    void AddArc(const math::DPOINT2& end, double bulge) {
+        if (m_pExtended)
+            m_pExtended->AddArc(end, bulge);
+        else
+            m_pPlain->AddArc(end, bulge);
+    }
+
+    void Extend() {
+        if (m_pExtended) return;
+        m_pExtended = std::make_unique<CCadPolylineEx>(true);
+        m_pExtended->SetStartPoint(m_pPlain->GetStartPoint());
+        for (const auto& node : m_pPlain->GetNodes()) m_pExtended->AddArc({node.x, node.y}, node.bulge);
+        m_pPlain.reset();
+    }
+
+    std::unique_ptr<CCadPolyline> m_pPlain;
+    std::unique_ptr<CCadPolylineEx> m_pExtended;
+};
+
+// Where a joint mode moves a ratio: to the segment's start (0) or end (1).
+double RoundedRatio(double ratio, int mode, bool isStart) {
+    constexpr int kNearest = 1;
+    constexpr int kOutward = 2;
+    constexpr int kInward = 3;
+    if (IsSame(ratio, 0)) return 0;
+    if (mode == kNearest) return ratio < 0.5 ? 0 : 1;
+    if (mode == kOutward) return isStart ? 0 : 1;
+    if (mode == kInward) return isStart || IsSame(ratio, 1) ? 1 : 0;
+    return ratio;
+}
+
+// Segments from one position to another in the contour's direction, fractions included.
+double SpanInSegments(const math::PosRange& range, int count) {
+    const double span = PolyPosToDouble(range.end) - PolyPosToDouble(range.start);
+    return span > 0 ? span : span + count;
+}
+
+} // namespace
+
+CCadMultiSegments* GetMultiSementsByRange(const CCadMultiSegments* contour, const math::PosRange& range) {
+    if (IsInvalidRange(contour, range)) return nullptr;
+    const int count = contour->GetSegmentCount();
+    const bool runsRound =
+        range.start.nSegIndex == range.end.nSegIndex && !(range.end.dRatio > range.start.dRatio);
+    int i = range.start.nSegIndex;
+    double from = range.start.dRatio;
+    Cut cut(contour->GetSegment(i).GetPoint(from));
+    for (bool first = true;; first = false) {
+        const bool last = i == range.end.nSegIndex && !(first && runsRound);
+        cut.Add(contour->GetSegment(i), from, last ? range.end.dRatio : 1.0);
+        if (last) return cut.Take().release();
+        from = 0;
+        i = (i + 1) % count;
+    }
+}
+
+CCadMultiSegments* GetPolylineByRange(const CCadMultiSegments* contour, const math::PosRange& range) {
+    return GetMultiSementsByRange(contour, range);
+}
+
+CCadMultiSegments* GetMultiSementsByRangeRound(const CCadMultiSegments* contour, const math::PosRange& range,
+                                               int nMode) {
+    if (IsInvalidRange(contour, range)) return nullptr;
+    math::PosRange rounded = range;
+    rounded.start.dRatio = RoundedRatio(range.start.dRatio, nMode, true);
+    rounded.end.dRatio = RoundedRatio(range.end.dRatio, nMode, false);
+    const int count = contour->GetSegmentCount();
+    const double span = SpanInSegments(range, count) + (rounded.end.dRatio - range.end.dRatio)
+                        - (rounded.start.dRatio - range.start.dRatio);
+    NormalizePosRange(contour, rounded);
+    const bool fits = span > kSame && span < count + kSame && !IsInvalidRange(contour, rounded);
+    return GetMultiSementsByRange(contour, fits ? rounded : range);
+}
+
+} // namespace qev

@@ -1,0 +1,294 @@
+#include <algorithm>
+#include <cmath>
+
+#include <qev/range/topo_polyline.h>
+#include <qevdata/transform.h>
+#include <qevmath/angle.h>
+#include <qevmath/arc.h>
+
+#include <gp_Vec2d.hxx>
+
+#include "../kinds/tolerance.h"
+
+namespace qev {
+
+using math::DPOINT2;
+using Node = CCadPolyline::ARCNODE;
+
+// A group while it grows.
+struct CTopoMultiPolyline::Run {
+    TopoInfo info;
+    std::vector<Node> nodes;
+
+    Run(const SEGMENT& segment, int index)
+        : info{IsCurved(segment) ? kArc : kLine, index, index, segment.GetLength()} {
+        AddNode(segment);
+    }
+    void Add(const SEGMENT& segment) {
+        ++info.nLast;
+        info.dLength += segment.GetLength();
+        AddNode(segment);
+    }
+    static bool IsCurved(const SEGMENT& segment) { return !(std::abs(segment.dBulge) < kSame); }
+
+private:
+    void AddNode(const SEGMENT& segment) {
+        nodes.push_back({segment.ptEnd.x, segment.ptEnd.y, segment.dBulge});
+    }
+};
+
+namespace {
+
+using Topo = CTopoMultiPolyline;
+
+constexpr double kCollinear = 0.001;           // radians: lines that turn by less are one line
+constexpr double kGentle = 0.3490658503988659; // radians, 20 degrees: the most that a curve turns at a joint
+constexpr double kLongestOfCurve = 10;         // mm: longer lines are no pieces of a flattened curve
+
+double TurnBetween(const SEGMENT& a, const SEGMENT& b) {
+    const DPOINT2 u = a.ptEnd - a.ptStart;
+    const DPOINT2 v = b.ptEnd - b.ptStart;
+    return math::D2GetIncludeAngle(gp_Vec2d(u.x, u.y), gp_Vec2d(v.x, v.y));
+}
+
+bool AreCollinear(const SEGMENT& a, const SEGMENT& b) {
+    return a.dBulge == 0 && b.dBulge == 0 && TurnBetween(a, b) < kCollinear;
+}
+
+bool AreOnOneCircle(const SEGMENT& a, const SEGMENT& b) {
+    if (std::abs(a.dBulge) < kSame || std::abs(b.dBulge) < kSame) return false;
+    DPOINT2 centres[2];
+    double radii[2] = {};
+    double start = 0;
+    double sweep = 0;
+    math::SolveArc(a.ptStart, a.ptEnd, a.dBulge, centres[0], radii[0], start, sweep);
+    math::SolveArc(b.ptStart, b.ptEnd, b.dBulge, centres[1], radii[1], start, sweep);
+    return math::D2GetDistance(centres[0], centres[1]) < kSame && IsSame(radii[0], radii[1]);
+}
+
+bool AreOfOneCurve(const SEGMENT& a, const SEGMENT& b) {
+    return a.GetLength() <= kLongestOfCurve && b.GetLength() <= kLongestOfCurve && std::abs(a.dBulge) < kSame
+           && std::abs(b.dBulge) < kSame && TurnBetween(a, b) < kGentle;
+}
+
+// The joining tests in the order they are tried: which single kind and which run they extend.
+constexpr struct {
+    int single;
+    int run;
+    bool (*passes)(const SEGMENT&, const SEGMENT&);
+} kJoins[] = {{Topo::kLine, Topo::kLines, AreCollinear},
+              {Topo::kArc, Topo::kArcs, AreOnOneCircle},
+              {Topo::kLine, Topo::kCurve, AreOfOneCurve}};
+
+// The kind of the run that a segment gives with the one after it; -1 when they do not join.
+int JoinedKind(const SEGMENT& a, const SEGMENT& b, int kind) {
+    for (const auto& join : kJoins)
+        if ((kind == join.single || kind == join.run) && join.passes(a, b)) return join.run;
+    return -1;
+}
+
+bool ClosesOver(const SEGMENT& last, const SEGMENT& first, int runKind, int firstKind) {
+    return std::any_of(std::begin(kJoins), std::end(kJoins), [&](const auto& join) {
+        const auto serves = [&join](int kind) { return kind == join.single || kind == join.run; };
+        return serves(runKind) && serves(firstKind) && join.passes(last, first);
+    });
+}
+
+bool IsSingle(int kind) {
+    return kind == Topo::kLine || kind == Topo::kArc;
+}
+
+} // namespace
+
+CTopoMultiPolyline* CTopoMultiPolyline::CreateTopoMultiPolyline(const CCadPolyline* source) {
+    if (!source) return nullptr;
+    std::unique_ptr<CTopoMultiPolyline> made(new CTopoMultiPolyline);
+    made->m_ptStart = source->GetStartPoint();
+    const int count = source->GetSegmentCount();
+    if (count < 1) return made.release();
+    const SEGMENT first = source->GetSegment(0);
+    SEGMENT segment = first;
+    Run run(segment, 0);
+    for (int i = 1; i < count; ++i) {
+        const SEGMENT next = source->GetSegment(i);
+        const int kind = JoinedKind(segment, next, run.info.nKind);
+        if (kind < 0) {
+            made->Emit(run);
+            run = Run(next, i);
+        } else {
+            run.info.nKind = kind;
+            run.Add(next);
+        }
+        segment = next;
+    }
+    // with a group before it, the run may go on over the start
+    if (made->GetNodeCount() > 0 && source->IsClose()
+        && ClosesOver(segment, first, run.info.nKind, made->m_vecNodes.front()->nKind)) {
+        made->MergeIntoFirst(run);
+        made->m_ptStart = source->GetSegment(run.info.nFirst).ptStart;
+    } else {
+        made->Emit(run);
+    }
+    return made.release();
+}
+
+CTopoMultiPolyline::CTopoMultiPolyline(const CTopoMultiPolyline& other)
+    : m_vecTopoInfo(other.m_vecTopoInfo), m_ptStart(other.m_ptStart) {
+    m_vecNodes.reserve(other.m_vecNodes.size());
+    for (const auto& node : other.m_vecNodes) m_vecNodes.push_back(std::make_unique<CompoundNode>(*node));
+}
+
+CTopoMultiPolyline& CTopoMultiPolyline::operator=(const CTopoMultiPolyline& other) {
+    CTopoMultiPolyline copy(other);
+    m_vecNodes.swap(copy.m_vecNodes);
+    m_vecTopoInfo.swap(copy.m_vecTopoInfo);
+    m_ptStart = copy.m_ptStart;
+    return *this;
+}
+
+CTopoMultiPolyline::~CTopoMultiPolyline() = default;
+
+CTopoMultiPolyline::CompoundNode* CTopoMultiPolyline::GetAt(int index) const {
+    return index >= 0 && index < GetNodeCount() ? m_vecNodes[index].get() : nullptr;
+}
+
+DPOINT2 CTopoMultiPolyline::GetEndPoint() const {
+    return m_vecNodes.empty() ? m_ptStart : m_vecNodes.back()->ptEnd;
+}
+
+DPOINT2 CTopoMultiPolyline::BeginOf(int node) const {
+    return node == 0 ? m_ptStart : m_vecNodes[node - 1]->ptEnd;
+}
+
+DPOINT2 CTopoMultiPolyline::GetPoint(int node, double ratio) const {
+    const CompoundNode* group = GetAt(node);
+    if (!group) return {};
+    if (IsSame(ratio, 1)) return group->ptEnd;
+    CCadPolyline contour(false);
+    contour.SetStartPoint(BeginOf(node));
+    for (const Node& n : group->vecNodes) contour.AddArc({n.x, n.y}, n.bulge);
+    if (IsSingle(group->nKind)) return contour.GetSegment(0).GetPoint(ratio);
+    double rest = contour.GetLength() * ratio;
+    for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
+        const SEGMENT segment = contour.GetSegment(i);
+        const double length = segment.GetLength();
+        if (rest - length <= 0) return segment.GetPoint(length > 0 ? rest / length : 0);
+        rest -= length;
+    }
+    return {};
+}
+
+// Every node's point becomes that of the one before it, the first one's the end that the group now has.
+void CTopoMultiPolyline::ReverseDir() {
+    if (m_vecNodes.empty()) return;
+    const DPOINT2 start = GetEndPoint();
+    for (int i = GetNodeCount() - 1; i >= 0; --i) {
+        CompoundNode& group = *m_vecNodes[i];
+        group.ptEnd = BeginOf(i);
+        std::vector<Node> reversed;
+        reversed.reserve(group.vecNodes.size());
+        for (std::size_t m = group.vecNodes.size(); m-- > 0;) {
+            const Node& own = group.vecNodes[m];
+            const DPOINT2 end =
+                m > 0 ? DPOINT2{group.vecNodes[m - 1].x, group.vecNodes[m - 1].y} : group.ptEnd;
+            reversed.push_back({end.x, end.y, own.bulge == 0 ? 0 : -own.bulge});
+        }
+        group.vecNodes = std::move(reversed);
+    }
+    std::reverse(m_vecNodes.begin(), m_vecNodes.end());
+    m_ptStart = start;
+}
+
+template <class Map>
+void CTopoMultiPolyline::MapPoints(const Map& map) {
+    m_ptStart = map(m_ptStart);
+    for (const auto& group : m_vecNodes) {
+        group->ptEnd = map(group->ptEnd);
+        for (Node& node : group->vecNodes) {
+            const DPOINT2 p = map(DPOINT2{node.x, node.y});
+            node.x = p.x;
+            node.y = p.y;
+        }
+    }
+}
+
+void CTopoMultiPolyline::Translate(const gp_Vec2d& offset) {
+    MapPoints([&](const DPOINT2& p) { return DPOINT2{p.x + offset.X(), p.y + offset.Y()}; });
+}
+
+void CTopoMultiPolyline::Rotate(const DPOINT2& centre, double angle) {
+    if (IsSame(angle, 0) || IsSame(angle, math::kTwoPi)) return;
+    MapPoints([&](const DPOINT2& p) { return RotatePoint(p, centre, angle); });
+}
+
+bool CTopoMultiPolyline::Mirror(const DPOINT2& onLine, double angle) {
+    if (math::IsNoPoint(onLine) || !(angle >= 0 && angle < math::kPi)) return false;
+    MapPoints([&](const DPOINT2& p) { return GetMirrorPoint(p, onLine, angle); });
+    for (const auto& group : m_vecNodes)
+        for (Node& node : group->vecNodes) node.bulge = -node.bulge;
+    return true;
+}
+
+void CTopoMultiPolyline::Append(int kind, const std::vector<Node>& nodes) {
+    const Node& last = nodes.back();
+    m_vecNodes.push_back(std::make_unique<CompoundNode>(CompoundNode{kind, nodes, {last.x, last.y}}));
+}
+
+void CTopoMultiPolyline::AddLine(const DPOINT2& end) {
+    AddArc(end, 0);
+}
+
+void CTopoMultiPolyline::AddArc(const DPOINT2& end, double bulge) {
+    const DPOINT2 at = GetEndPoint();
+    if (IsSame(at.x, end.x) && IsSame(at.y, end.y)) return;
+    const bool line = std::abs(bulge) < kSame;
+    Append(line ? kLine : kArc, {{end.x, end.y, line ? 0 : bulge}});
+}
+
+void CTopoMultiPolyline::AddLines(const std::vector<Node>& nodes) {
+    Append(kLines, nodes);
+}
+
+void CTopoMultiPolyline::AddArcs(const std::vector<Node>& nodes) {
+    Append(kArcs, nodes);
+}
+
+void CTopoMultiPolyline::AddCurve(const std::vector<Node>& nodes) {
+    Append(kCurve, nodes);
+}
+
+void CTopoMultiPolyline::Emit(const Run& run) {
+    const Node& first = run.nodes.front();
+    switch (run.info.nKind) {
+    case kLine:
+        AddLine({first.x, first.y});
+        break;
+    case kArc:
+        AddArc({first.x, first.y}, first.bulge);
+        break;
+    case kLines:
+        AddLines(run.nodes);
+        break;
+    case kArcs:
+        AddArcs(run.nodes);
+        break;
+    default:
+        AddCurve(run.nodes);
+        break;
+    }
+    m_vecTopoInfo.push_back(run.info);
+}
+
+// The run comes before the first group. A single first group becomes a run of the run's kind; a first group
+// that is a run keeps its own, though its record takes the other: callers know both.
+void CTopoMultiPolyline::MergeIntoFirst(const Run& run) {
+    CompoundNode& group = *m_vecNodes.front();
+    if (IsSingle(group.nKind)) group.nKind = run.info.nKind;
+    group.vecNodes.insert(group.vecNodes.begin(), run.nodes.begin(), run.nodes.end());
+    TopoInfo& info = m_vecTopoInfo.front();
+    info.nFirst = run.info.nFirst;
+    info.dLength += run.info.dLength;
+    info.nKind = run.info.nKind;
+}
+
+} // namespace qev

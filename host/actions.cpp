@@ -1,0 +1,95 @@
+#include "actions.h"
+
+#include <limits>
+#include <memory>
+#include <optional>
+#include <ostream>
+
+#include <qev/qev.h>
+
+#include "kit/stretches.h"
+
+namespace host {
+namespace {
+
+const qev::CCadObject& ObjectOf(const std::vector<ObjectReport>& reports, int number) {
+    if (number < 0 || number >= static_cast<int>(reports.size()))
+        throw DrawingError("there is no object " + std::to_string(number));
+    return *reports[number].object;
+}
+
+std::string Shown(const math::DPOINT2& p) {
+    return "(" + std::to_string(p.x) + ", " + std::to_string(p.y) + ")";
+}
+
+std::string Shown(const math::POLYPOS& pos) {
+    return "segment " + std::to_string(pos.nSegIndex) + ", ratio " + std::to_string(pos.dRatio);
+}
+
+} // namespace
+
+void DrawConverted(const std::vector<ObjectReport>& reports, double error, SvgPicture& picture,
+                   std::ostream& out) {
+    int converted = 0;
+    int segments = 0;
+    for (const ObjectReport& report : reports) {
+        const std::unique_ptr<qev::CCadPolyline> polyline(qev::Convert2Polyline(report.object, error));
+        if (!polyline) continue;
+        ++converted;
+        segments += polyline->GetSegmentCount();
+        picture.Draw(*polyline, "converted");
+        picture.MarkJoints(*polyline, "joint");
+    }
+    out << converted << " objects converted within " << error << " mm: " << segments << " lines and arcs\n";
+}
+
+void DrawCut(const std::vector<ObjectReport>& reports, const CutOption& cut, SvgPicture& picture,
+             std::ostream& out) {
+    const auto contour = contours::ContourOf(ObjectOf(reports, cut.object));
+    if (!contour) throw DrawingError("object " + std::to_string(cut.object) + " cannot be cut");
+    const math::PosRange range(qev::DoubleToPolyPos(contour.get(), cut.from),
+                               qev::DoubleToPolyPos(contour.get(), cut.to));
+    const std::unique_ptr<qev::CCadMultiSegments> stretch(qev::GetMultiSementsByRange(contour.get(), range));
+    if (!stretch)
+        throw DrawingError("object " + std::to_string(cut.object) + " has no such stretch; it has "
+                           + std::to_string(contour->GetSegmentCount()) + " segments");
+    picture.Draw(*stretch, "cut");
+    out << "cut: " << stretch->GetSegmentCount() << " segments, " << stretch->GetLength() << " mm of "
+        << contour->GetLength() << " mm\n";
+}
+
+int DrawPick(const Drawing& drawing, const std::vector<ObjectReport>& reports, const math::DPOINT2& point,
+             SvgPicture& picture, std::ostream& out) {
+    constexpr double kAnywhere = std::numeric_limits<double>::infinity();
+    const qev::CCadObject* object = nullptr;
+    math::POLYPOS pos;
+    if (!qev::FindCadAndPosByPoint(&drawing.root, point, object, pos, kAnywhere))
+        throw DrawingError("nothing can be picked at " + Shown(point));
+    const auto report = std::find_if(reports.begin(), reports.end(),
+                                     [object](const ObjectReport& r) { return r.object == object; });
+    const int number = static_cast<int>(report - reports.begin());
+    math::DPOINT2 nearest;
+    const double distance = qev::GetMinDistance(object, point, nearest);
+    picture.MarkPoint(nearest, "pick");
+    out << "picked: object " << number << ", " << Shown(pos) << ", " << distance << " mm away at "
+        << Shown(nearest) << "\n";
+    return number;
+}
+
+void DrawWalk(const std::vector<ObjectReport>& reports, int object, const WalkOption& walk,
+              SvgPicture& picture, std::ostream& out) {
+    const qev::CCadObject& walked = ObjectOf(reports, object);
+    math::POLYPOS end;
+    math::DPOINT2 from;
+    math::DPOINT2 to;
+    const int laps = qev::GetPosByOffset(&walked, walk.from, walk.offset, end);
+    if (laps < 0 || !qev::PosToCoor(&walked, walk.from.nSegIndex, walk.from.dRatio, from)
+        || !qev::PosToCoor(&walked, end.nSegIndex, end.dRatio, to))
+        throw DrawingError("object " + std::to_string(object) + " has no walk from " + Shown(walk.from));
+    picture.MarkPoint(from, "start");
+    picture.MarkPoint(to, "pick");
+    out << "walked: object " << object << " by " << walk.offset << " mm to " << Shown(end) << " at "
+        << Shown(to) << ", " << laps << " laps\n";
+}
+
+} // namespace host

@@ -1,0 +1,169 @@
+#include "dxf_groups.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+#include "host/drawing/drawing_error.h"
+
+namespace host {
+namespace {
+
+constexpr std::string_view kBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
+// mm: a thousand kilometres. What lies beyond is damage, and would only lose the rest of the drawing's
+// digits.
+constexpr double kLargestNumber = 1e9;
+
+std::string_view Trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+template <class T>
+bool Parse(std::string_view text, T& value) {
+    text = Trimmed(text);
+    if (text.size() > 1 && text.front() == '+') text.remove_prefix(1);
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
+enum class ValueType { kText, kDouble, kInt16, kInt32, kInt64, kByte, kChunk };
+
+// The ranges of group codes and the value types that binary files store for them.
+ValueType TypeOf(int code) {
+    const struct {
+        int first, last;
+        ValueType type;
+    } ranges[] = {
+        {10, 59, ValueType::kDouble},    {60, 79, ValueType::kInt16},      {90, 99, ValueType::kInt32},
+        {110, 149, ValueType::kDouble},  {160, 169, ValueType::kInt64},    {170, 179, ValueType::kInt16},
+        {210, 239, ValueType::kDouble},  {270, 289, ValueType::kInt16},    {290, 299, ValueType::kByte},
+        {310, 319, ValueType::kChunk},   {370, 389, ValueType::kInt16},    {400, 409, ValueType::kInt16},
+        {420, 429, ValueType::kInt32},   {440, 459, ValueType::kInt32},    {460, 469, ValueType::kDouble},
+        {1004, 1004, ValueType::kChunk}, {1010, 1059, ValueType::kDouble}, {1060, 1070, ValueType::kInt16},
+        {1071, 1071, ValueType::kInt32},
+    };
+    for (const auto& range : ranges)
+        if (code >= range.first && code <= range.last) return range.type;
+    return ValueType::kText;
+}
+
+} // namespace
+
+std::string DxfGroup::Where() const {
+    return (isBinary ? "byte " : "line ") + std::to_string(place);
+}
+
+double DxfGroup::AsNumber() const {
+    double value = number;
+    if (!isBinary && !Parse(text, value))
+        throw DrawingError(Where() + ": " + "'" + Printable(text) + "'" + " is not a number");
+    if (!(std::abs(value) <= kLargestNumber)) {
+        const std::string shown = isBinary ? std::to_string(value) : "'" + Printable(text) + "'";
+        throw DrawingError(Where() + ": the number " + shown + " is out of range");
+    }
+    return value;
+}
+
+int DxfGroup::AsInteger() const {
+    const double value = AsNumber();
+    if (value != std::floor(value))
+        throw DrawingError(Where() + ": " + "'" + Printable(text) + "'" + " is not a whole number");
+    return static_cast<int>(value);
+}
+
+DxfGroups::DxfGroups(std::string_view bytes) : m_bytes(bytes) {
+    if (!bytes.starts_with(kBinarySentinel)) return;
+    m_binary = true;
+    m_at = kBinarySentinel.size();
+    // old files start with the code 0 in one byte, and its text at once
+    if (bytes.size() > m_at + 1 && bytes[m_at] == '\0' && bytes[m_at + 1] != '\0') m_codeSize = 1;
+}
+
+std::string DxfGroups::Where() const {
+    return m_binary ? "byte " + std::to_string(m_at) : "line " + std::to_string(m_line);
+}
+
+bool DxfGroups::Next(DxfGroup& group) {
+    return m_binary ? NextBinary(group) : NextAscii(group);
+}
+
+std::string_view DxfGroups::NextLine() {
+    const std::size_t end = std::min(m_bytes.find('\n', m_at), m_bytes.size());
+    std::string_view line = m_bytes.substr(m_at, end - m_at);
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    m_at = std::min(end + 1, m_bytes.size());
+    ++m_line;
+    return line;
+}
+
+bool DxfGroups::NextAscii(DxfGroup& group) {
+    if (m_bytes.find_first_not_of(" \t\r\n", m_at) == std::string_view::npos) return false;
+    const std::string_view code = NextLine();
+    if (!Parse(code, group.code))
+        throw DrawingError(Where() + ": " + "'" + Printable(code) + "'" + " is no group code");
+    if (m_at >= m_bytes.size()) throw DrawingError(Where() + ": the file ends within a group");
+    group.text = NextLine();
+    group.place = m_line;
+    return true;
+}
+
+std::string_view DxfGroups::Take(std::size_t count) {
+    if (count > m_bytes.size() - m_at) throw DrawingError(Where() + ": the file ends within a group");
+    const std::string_view taken = m_bytes.substr(m_at, count);
+    m_at += count;
+    return taken;
+}
+
+// Little-endian, signed.
+double DxfGroups::TakeInteger(std::size_t count) {
+    std::uint64_t bits = 0;
+    const std::string_view bytes = Take(count);
+    for (std::size_t i = count; i-- > 0;) bits = bits << 8 | static_cast<unsigned char>(bytes[i]);
+    const auto shift = static_cast<int>(64 - 8 * count);
+    return static_cast<double>(static_cast<std::int64_t>(bits << shift) >> shift);
+}
+
+bool DxfGroups::NextBinary(DxfGroup& group) {
+    if (m_at >= m_bytes.size()) return false;
+    group = {};
+    group.place = static_cast<std::uint32_t>(m_at);
+    const auto codeBytes = Take(m_codeSize);
+    group.code = static_cast<unsigned char>(codeBytes[0]);
+    if (m_codeSize == 2)
+        group.code |= static_cast<unsigned char>(codeBytes[1]) << 8;
+    else if (group.code == 255)
+        group.code = static_cast<int>(TakeInteger(2)); // extended data of old files
+    const ValueType type = TypeOf(group.code);
+    group.isBinary = type != ValueType::kText && type != ValueType::kChunk;
+    switch (type) {
+    case ValueType::kText:
+        group.text = m_bytes.substr(m_at, m_bytes.find('\0', m_at) - m_at);
+        Take(group.text.size() + 1);
+        break;
+    case ValueType::kDouble: {
+        const std::string_view bytes = Take(sizeof group.number);
+        std::memcpy(&group.number, bytes.data(), sizeof group.number);
+        break;
+    }
+    case ValueType::kInt16:
+        group.number = TakeInteger(2);
+        break;
+    case ValueType::kInt32:
+        group.number = TakeInteger(4);
+        break;
+    case ValueType::kInt64:
+        group.number = TakeInteger(8);
+        break;
+    case ValueType::kByte:
+        group.number = TakeInteger(1);
+        break;
+    case ValueType::kChunk:
+        group.text = Take(static_cast<unsigned char>(Take(1)[0]));
+        break;
+    }
+    return true;
+}
+
+} // namespace host
