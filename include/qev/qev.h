@@ -11,3 +11,4 @@
 #include <qev/technics.h>
 #include <qev/types.h>
 #include <qev/units.h>
+#include <qev/version.h>

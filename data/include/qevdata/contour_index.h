@@ -27,7 +27,7 @@ public:
     /// Length in mm, summed up from the first segment to the last.
     double GetLength() const { return m_dLength; }
     /// Length of the segment at an index, which has to be one of the contour's.
-    double GetSegmentLength(int index) const { return m_vecLengths[index]; }
+    double GetSegmentLength(int index) const { return m_vecLengths[static_cast<std::size_t>(index)]; }
     /// Number of segments that the contour had.
     int GetSegmentCount() const { return static_cast<int>(m_vecLengths.size()); }
     /// The largest coordinate of the box and of p, which the rounding of distances between them goes by.

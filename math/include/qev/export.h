@@ -3,9 +3,9 @@
 #pragma once
 
 /// \def QEV_EXPORT
-/// What a library offers to others.
+/// Marks what a dynamic library offers to others, as the entries of a plug-in.
 /// \def QEV_IMPORT
-/// What it takes from another.
+/// Marks what a program or library takes from another dynamic library.
 #if defined(_WIN32)
 #define QEV_EXPORT __declspec(dllexport)
 #define QEV_IMPORT __declspec(dllimport)
@@ -15,24 +15,33 @@
 #endif
 
 /// \def QEVMATH_API
-/// Marks what the math library exports: QEV_EXPORT while that is built, QEV_IMPORT for everybody else.
-#if defined(QevMath_EXPORTS)
+/// Marks what QevMath exports: QEV_EXPORT while that library is built, QEV_IMPORT for everybody else. It is
+/// empty where the libraries are static (QEV_STATIC, which the CMake targets and the pkg-config file define).
+#if defined(QEV_STATIC)
+#define QEVMATH_API
+#elif defined(QevMath_EXPORTS)
 #define QEVMATH_API QEV_EXPORT
 #else
 #define QEVMATH_API QEV_IMPORT
 #endif
 
 /// \def QEVDATA_API
-/// The same for the data library.
-#if defined(QevData_EXPORTS)
+/// Marks what QevData exports: QEV_EXPORT while that library is built, QEV_IMPORT for everybody else. It is
+/// empty where the libraries are static (QEV_STATIC, which the CMake targets and the pkg-config file define).
+#if defined(QEV_STATIC)
+#define QEVDATA_API
+#elif defined(QevData_EXPORTS)
 #define QEVDATA_API QEV_EXPORT
 #else
 #define QEVDATA_API QEV_IMPORT
 #endif
 
 /// \def QEVCOMMON_API
-/// The same for QevCommon.
-#if defined(QevCommon_EXPORTS)
+/// Marks what QevCommon exports: QEV_EXPORT while that library is built, QEV_IMPORT for everybody else. It is
+/// empty where the libraries are static (QEV_STATIC, which the CMake targets and the pkg-config file define).
+#if defined(QEV_STATIC)
+#define QEVCOMMON_API
+#elif defined(QevCommon_EXPORTS)
 #define QEVCOMMON_API QEV_EXPORT
 #else
 #define QEVCOMMON_API QEV_IMPORT

@@ -1,14 +1,7 @@
 /// \file
-/// The framework's and the system's types that the interface uses: the real ones where the application
-/// framework is present, our own elsewhere. Only this header decides which.
+/// The framework's and the system's types that the interface uses, as classes of our own with the framework's
+/// names. On Windows the handles are the system's.
 #pragma once
-
-#if defined(_MSC_VER) && __has_include(<afxwin.h>)
-
-#include <afxwin.h>
-#include <atlimage.h>
-
-#else
 
 #include <compare>
 #include <string>
@@ -97,5 +90,4 @@ using HWND = CIDialog*;  ///< the dialog, which stays the host's; null is none
 using HMODULE = void*;   ///< of a dynamic library; null is none
 using HINSTANCE = void*; ///< the same as HMODULE
 
-#endif
 #endif
