@@ -100,18 +100,28 @@ double BulgeArc::GetChordArea() const {
 
 // The centre lies on the chord's perpendicular at chord/2 * cot(theta/2) = chord/4 * (1/b - b). The start
 // angle comes from the chord's direction, which a far centre would blur.
+std::optional<CentreArc> SolveCentreArc(const DPOINT2& start, const DPOINT2& end, double bulge) {
+    const DPOINT2 chord = end - start;
+    const double sweep = 4 * Atan(bulge);
+    if (!(Norm(chord) >= kZeroLength && std::abs(sweep) >= kZeroAngle)) return std::nullopt;
+    CentreArc arc;
+    arc.centre = (start + end) * 0.5 + LeftOf(chord) * ((1 / bulge - bulge) / 4);
+    arc.radius = Norm(chord) / 2 / std::abs(HalfAngleSine(bulge));
+    const double entry = Atan2(chord.y, chord.x) - HalfAngle(bulge) - std::copysign(kHalfPi, bulge);
+    arc.startAngle = RegularizeRadian(entry);
+    arc.sweep = sweep;
+    return arc;
+}
+
 bool SolveArc(const DPOINT2& start, const DPOINT2& end, double bulge, DPOINT2& centre, double& radius,
               double& startAngle, double& sweep) {
-    centre = {};
-    radius = startAngle = sweep = 0;
-    const DPOINT2 chord = end - start;
-    const double angle = 4 * Atan(bulge);
-    if (!(Norm(chord) >= kZeroLength && std::abs(angle) >= kZeroAngle)) return false;
-    centre = (start + end) * 0.5 + LeftOf(chord) * ((1 / bulge - bulge) / 4);
-    radius = Norm(chord) / 2 / std::abs(HalfAngleSine(bulge));
-    startAngle = RegularizeRadian(Atan2(chord.y, chord.x) - HalfAngle(bulge) - std::copysign(kHalfPi, bulge));
-    sweep = angle;
-    return true;
+    const std::optional<CentreArc> arc = SolveCentreArc(start, end, bulge);
+    const CentreArc solved = arc.value_or(CentreArc{});
+    centre = solved.centre;
+    radius = solved.radius;
+    startAngle = solved.startAngle;
+    sweep = solved.sweep;
+    return arc.has_value();
 }
 
 bool IsPointInArc(const DPOINT2& p, const DPOINT2& centre, double radius, double startAngle,

@@ -6,6 +6,8 @@
 /// centre, so that nearly straight arcs, whose centre is far away, lose nothing.
 #pragma once
 
+#include <optional>
+
 #include <qevmath/bounds.h>
 #include <qevmath/point.h>
 
@@ -36,8 +38,21 @@ struct BulgeArc {
     QEVMATH_API double GetChordArea() const;
 };
 
-/// Solves an arc for its centre, radius, start angle in [0, 2*pi) and signed sweep 4*atan(bulge).
-/// False with all outputs zeroed for a chord below kZeroLength or an included angle below kZeroAngle.
+/// An arc in centre form: what drawing files, dialogs and rotations need, and what a bulge does not show.
+struct CentreArc {
+    DPOINT2 centre;        ///< mm; the centre of the circle
+    double radius = 0;     ///< mm; above 0
+    double startAngle = 0; ///< radians in [0, 2*pi); where the arc is entered, seen from the centre
+    double sweep = 0;      ///< radians in [-2*pi, 2*pi]; the angle travelled, positive counter-clockwise
+};
+
+/// The centre form of the arc from start to end. None for a chord below kZeroLength (1e-9 mm), for an
+/// included angle 4*atan(bulge) below kZeroAngle (1e-9 radians), and for numbers that are none.
+QEVMATH_API std::optional<CentreArc> SolveCentreArc(const DPOINT2& start, const DPOINT2& end, double bulge);
+
+/// Solves the arc from start to end for its centre, its radius in mm, its start angle in [0, 2*pi) and its
+/// signed sweep 4*atan(bulge), both in radians. False with all outputs zeroed for a chord below kZeroLength
+/// (1e-9 mm) or an included angle below kZeroAngle (1e-9 radians). New code calls SolveCentreArc.
 QEVMATH_API bool SolveArc(const DPOINT2& start, const DPOINT2& end, double bulge, DPOINT2& centre,
                           double& radius, double& startAngle, double& sweep);
 
