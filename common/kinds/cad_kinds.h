@@ -69,19 +69,19 @@ constexpr Shape ShapeOf(cad_t code) {
 class KindSet {
 public:
     constexpr KindSet(std::initializer_list<cad_t> codes) {
-        for (const cad_t code : codes) m_bits |= Bit(code);
+        for (const cad_t code : codes) m_nBits |= Bit(code);
     }
-    constexpr bool Has(cad_t code) const { return (m_bits & Bit(code)) != 0; }
-    constexpr KindSet operator+(cad_t code) const { return KindSet(m_bits | Bit(code)); }
-    constexpr KindSet operator-(cad_t code) const { return KindSet(m_bits & ~Bit(code)); }
+    constexpr bool Has(cad_t code) const { return (m_nBits & Bit(code)) != 0; }
+    constexpr KindSet operator+(cad_t code) const { return KindSet(m_nBits | Bit(code)); }
+    constexpr KindSet operator-(cad_t code) const { return KindSet(m_nBits & ~Bit(code)); }
 
 private:
-    constexpr explicit KindSet(std::uint32_t bits) : m_bits(bits) {}
+    constexpr explicit KindSet(std::uint32_t bits) : m_nBits(bits) {}
     static constexpr std::uint32_t Bit(cad_t code) {
         const int place = (code - kCad1800) / 0x10;
         return code >= kCad1800 && place < 8 && code % 0x10 == 0 ? 1u << place : 0;
     }
-    std::uint32_t m_bits = 0;
+    std::uint32_t m_nBits = 0;
 };
 
 // The functions do not agree on which kinds are segment contours. That is intended: each set is what its
@@ -103,16 +103,23 @@ inline constexpr KindSet kRatioContours = kSegmentContours - kCadPolylineEx;
 /// Length between two positions: as kRatioContours, and 0x1800.
 inline constexpr KindSet kBetweenContours = kRatioContours + kCad1800;
 
-/// A contour of a set that a visit asked for, used through the virtual operations of CCadObject: a host's own
-/// kinds need not share a class.
+/// A contour of the set that a visit asked for, used through the virtual operations of CCadObject: a host's
+/// own kinds need not share a class.
 struct Contour {
     const CCadObject& object;
 };
 
+/// What a visit finds when there is nothing to serve: null, a container, a text, a kind without a shape, or a
+/// contour that the set does not have.
+struct NotServed {};
+
+/// Whether T is one of the classes listed.
+template <class T, class... Classes>
+concept OneOf = (std::same_as<T, Classes> || ...);
+
 /// The kinds that are one piece.
 template <class T>
-concept SinglePiece = std::same_as<T, CCadLine> || std::same_as<T, CCadCircle> || std::same_as<
-    T, CCadArc> || std::same_as<T, CCadEllipse> || std::same_as<T, CCadEllipseArc>;
+concept SinglePiece = OneOf<T, CCadLine, CCadCircle, CCadArc, CCadEllipse, CCadEllipseArc>;
 
 /// Joins handlers for classes into one visitor.
 template <class... Handlers>
@@ -122,40 +129,50 @@ struct Handle : Handlers... {
 template <class... Handlers>
 Handle(Handlers...) -> Handle<Handlers...>; // deduced for aggregates from gcc 11 and clang 17 on
 
+/// The handler that completes a visitor: it answers one value for NotServed and for the classes that are
+/// named as left out. Naming them is what makes a kind that somebody forgot a compile error.
+template <class... LeftOut, class Result>
+constexpr auto Others(Result result) {
+    return [result](const OneOf<NotServed, LeftOut...> auto&) { return result; };
+}
+/// The handler that completes a visitor without an answer: it does nothing for NotServed and for the classes
+/// that are named as left out.
+template <class... LeftOut>
+constexpr auto Others() {
+    return [](const OneOf<NotServed, LeftOut...> auto&) {};
+}
+
 /// Calls the handler for what an object is: its class for a dot or a single-piece kind, Contour for a contour
-/// of the set. Null, containers, texts, other kinds and shapes without a handler give the fallback.
-template <class Result, class Visitor>
-Result VisitCad(const CCadObject* object, KindSet contours, Result fallback, const Visitor& visitor) {
-    if (!object) return fallback;
-    const auto call = [&]<class T>(const T& served) -> Result {
-        if constexpr (std::is_invocable_v<const Visitor&, const T&>)
-            return visitor(served);
-        else
-            return fallback;
-    };
+/// of the set, NotServed for everything else. A visitor has a handler for each of these classes (Others names
+/// those that it leaves out). The answer has the type that the visitor answers for NotServed.
+template <class Visitor>
+auto VisitCad(const CCadObject* object, KindSet contours, const Visitor& visitor)
+    -> std::invoke_result_t<const Visitor&, NotServed> {
+    if (!object) return visitor(NotServed{});
     const cad_t code = object->GetType();
     switch (ShapeOf(code)) {
     case Shape::kDot:
-        return call(static_cast<const CCadDot&>(*object));
+        return visitor(static_cast<const CCadDot&>(*object));
     case Shape::kLine:
-        return call(static_cast<const CCadLine&>(*object));
+        return visitor(static_cast<const CCadLine&>(*object));
     case Shape::kCircle:
-        return call(static_cast<const CCadCircle&>(*object));
+        return visitor(static_cast<const CCadCircle&>(*object));
     case Shape::kArc:
-        return call(static_cast<const CCadArc&>(*object));
+        return visitor(static_cast<const CCadArc&>(*object));
     case Shape::kEllipse:
-        return call(static_cast<const CCadEllipse&>(*object));
+        return visitor(static_cast<const CCadEllipse&>(*object));
     case Shape::kEllipseArc:
-        return call(static_cast<const CCadEllipseArc&>(*object));
+        return visitor(static_cast<const CCadEllipseArc&>(*object));
     case Shape::kContour:
-        return contours.Has(code) ? call(Contour{*object}) : fallback;
+        if (contours.Has(code)) return visitor(Contour{*object});
+        break;
     case Shape::kGroup:
     case Shape::kRelationGroup:
     case Shape::kText:
     case Shape::kNone:
-        return fallback;
+        break;
     }
-    return fallback;
+    return visitor(NotServed{});
 }
 
 /// Whether a code is that of a container by the bits that containers share. 0x1B00 passes and is none, so

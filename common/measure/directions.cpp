@@ -1,3 +1,21 @@
+// Directions of travel on segments and objects, and the turns between segments.
+//
+// A line's direction is its chord. An arc's is the radius turned by a quarter, to the left when it runs
+// counter-clockwise, so that the vector is as long as the radius: who compares two directions divides by the
+// lengths, who only needs the sense does not pay for it.
+//
+// The turn at a corner is the arccosine of the two directions, with the sign of their cross product. Where
+// the contour turns back on itself the cross product is 0 but for rounding: beside an arc the curvatures tell
+// then on which side the contour leaves, and between two lines nothing does, so that a cross product of 0
+// counts as a turn to the left. Error: the arccosine is right to about 1e-8 near 0 and pi; within kSameCosine
+// of 1 the turn is 0.
+//
+// An ellipse answers from the polyline that its positions go by, and the whole ellipse and the arc of one do
+// it differently on purpose: the whole one goes by chords and answers the direction along the arc that lies
+// there, the other goes by lengths and answers the chord. The exact tangent of the ellipse was rejected: a
+// position on an ellipse is a fraction of the polyline's length, so that the tangent at it would belong to
+// another point.
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -17,8 +35,11 @@
 namespace qev {
 namespace {
 
-// Below this cosine of a corner the contour turns back on itself.
+// Cosine. Below it the contour turns back on itself at a corner: the directions are within 4.5e-5 radians of
+// opposite.
 constexpr double kReversal = -0.999999999;
+// Cosine. A joint whose cosine is this near to 1 is smooth: it turns by less than 4.5e-5 radians.
+constexpr double kSameCosine = 1e-9;
 
 double SignOf(double bulge) {
     return bulge > 0 ? 1 : -1;
@@ -30,26 +51,24 @@ math::DPOINT2 OnCircle(double radius, double angle, double sign) {
     return {-sign * radius * sine, sign * radius * cosine};
 }
 
+// The arc of a segment; all zeros when it has none, so that its directions are those of a circle of no radius
+// about the origin: kept so.
+math::CentreArc ArcOf(const SEGMENT& segment) {
+    return math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge).value_or(math::CentreArc{});
+}
+
 // Forward direction at the end of an arc's radius that leads to `at`.
 math::DPOINT2 ForwardAt(const SEGMENT& arc, const math::DPOINT2& at) {
-    math::DPOINT2 centre;
-    double radius = 0;
-    double startAngle = 0;
-    double sweep = 0;
-    math::SolveArc(arc.ptStart, arc.ptEnd, arc.dBulge, centre, radius, startAngle, sweep);
-    return math::LeftOf(at - centre) * SignOf(arc.dBulge);
+    return math::LeftOf(at - ArcOf(arc).centre) * SignOf(arc.dBulge);
 }
 
 math::DPOINT2 SegmentDirection(const SEGMENT& segment, double ratio) {
     if (segment.nType == SEGMENT::kLine) return segment.ptEnd - segment.ptStart;
-    math::DPOINT2 centre;
-    double radius = 0;
-    double startAngle = 0;
-    double sweep = 0;
-    math::SolveArc(segment.ptStart, segment.ptEnd, segment.dBulge, centre, radius, startAngle, sweep);
-    return OnCircle(radius, startAngle + sweep * ratio, SignOf(segment.dBulge));
+    const math::CentreArc arc = ArcOf(segment);
+    return OnCircle(arc.radius, arc.startAngle + arc.sweep * ratio, SignOf(segment.dBulge));
 }
 
+// Finds the segment by the fraction of the sum of all chords.
 math::DPOINT2 EllipseDirection(const CCadEllipse& ellipse, int index, double ratio) {
     const CCadPolyline* const polyline = ellipse.GetPolyline();
     if (!polyline) return {};
@@ -68,12 +87,12 @@ math::DPOINT2 EllipseDirection(const CCadEllipse& ellipse, int index, double rat
         if (sum + length > target) return SegmentDirection(polyline->GetSegment(k), (target - sum) / length);
         sum += length;
     }
-    // the very end keeps the caller's position, what lies beyond it gives the start
+    // The very end of the chords keeps the caller's position; a ratio beyond it gives the start.
     return sum == target ? SegmentDirection(polyline->GetSegment(index), ratio)
                          : SegmentDirection(polyline->GetSegment(0), 0);
 }
 
-// The chord of the polyline's segment, also where that is an arc: kept apart from the ellipse on purpose.
+// Finds the segment by the fraction of the whole length and answers its chord, also where it is an arc.
 math::DPOINT2 EllipseArcDirection(const CCadEllipseArc& arc, double ratio) {
     const CCadPolyline* const polyline = arc.GetPolyline();
     if (!polyline) return {};
@@ -125,7 +144,7 @@ double GetCornerAngle(const CCadMultiSegments* contour, int i) {
     math::DPOINT2 out;
     const double curvature = GetTangent(previous, 1, &in) + GetTangent(current, 0, &out);
     const double cosine = math::Dot(in, out) / std::sqrt(math::Dot(in, in) * math::Dot(out, out));
-    if (!(cosine < 1) || std::abs(cosine - 1) < kSame) return 0;
+    if (!(cosine < 1) || std::abs(cosine - 1) < kSameCosine) return 0;
     const double angle = math::Acos(std::max(cosine, -1.0));
     const bool hasArc = previous.dBulge != 0 || current.dBulge != 0;
     if (cosine < kReversal && hasArc) return curvature < 0 ? angle : -angle;
@@ -134,7 +153,7 @@ double GetCornerAngle(const CCadMultiSegments* contour, int i) {
 
 math::DPOINT2 GetVector(const CCadObject* object, int nSegIndex, double dRatio) {
     return VisitCad(
-        object, kDirectionContours, math::DPOINT2{},
+        object, kDirectionContours,
         Handle{[](const CCadLine& line) { return line.GetEndPoint() - line.GetStartPoint(); },
                [&](const CCadCircle& circle) {
                    const double sign = circle.IsCounterClockwise() ? 1 : -1;
@@ -149,7 +168,8 @@ math::DPOINT2 GetVector(const CCadObject* object, int nSegIndex, double dRatio) 
                [&](const CCadEllipseArc& arc) { return EllipseArcDirection(arc, dRatio); },
                [&](const Contour& contour) {
                    return SegmentDirection(contour.object.GetSegment(nSegIndex), dRatio);
-               }});
+               },
+               Others<CCadDot>(math::DPOINT2{})});
 }
 
 } // namespace qev

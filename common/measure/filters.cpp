@@ -1,3 +1,8 @@
+// Collecting objects out of selections: one walk over the tree, told what to descend into and which leaves to
+// take. What the functions differ in stands side by side in their few lines; a group that is not descended
+// into is a leaf itself. The walk needs no recursion and passes over a group met inside itself, so that any
+// nesting ends.
+
 #include <algorithm>
 
 #include <qev/measure/filters.h>
@@ -8,8 +13,8 @@
 namespace qev {
 namespace {
 
-// Appends the leaves that pass. They are gathered first, so that the output may be a list that is being
-// walked.
+// Appends the leaves that pass. They are gathered in a list of their own first, so that the output may be the
+// list that is being walked; the nodes are then handed over, which cannot fail half-way.
 template <class Root, class Passes>
 void AppendLeaves(const Root* root, TreeWalk::MembersOf membersOf, std::list<CCadObject*>* out,
                   const Passes& passes) {

@@ -1,3 +1,21 @@
+// The convex hull of tagged points, by monotone chains (A. M. Andrew, "Another efficient algorithm for convex
+// hulls in two dimensions", 1979).
+//
+// The points are sorted from left to right. Going over them once, every point that makes the chain turn right
+// or not at all takes the last points off again until it turns left: what is left is the lower half of the
+// hull, and going back over them gives the upper half. A point that is taken off lies on or above the line
+// between two others, so that it is no corner; a point that stays turns left between its neighbours, so that
+// all of them are corners. It takes O(n log n) for the sorting and O(n) for the chains, since every point is
+// added and taken off once at most.
+//
+// The order of the points is a plain one by coordinates. The scan round a pivot (Graham 1972), which the
+// interface is named after, was rejected: its order goes by angles, and angles compared within a tolerance
+// are no order at all, so that the result depends on the sorting, and a sort may even run out of its range.
+//
+// Error: the turn is the sign of a cross product, which is right unless a point lies nearer to the line than
+// about 1e-16 of its distance from the others. Such a point may stay as a corner or go; DropFlatCorners takes
+// off what is flat by kOnEdge, so that no caller sees the difference.
+
 #include <algorithm>
 #include <cmath>
 #include <tuple>
@@ -23,7 +41,8 @@ bool TurnsLeft(const Point& a, const Point& b, const Point& c) {
     return math::Cross(Vector(a, b), Vector(a, c)) > 0;
 }
 
-// Finite points from left to right without duplicates.
+// Finite points from left to right without duplicates; of points with equal coordinates the first given
+// stays.
 std::vector<Point> Sorted(const std::vector<Point>& input) {
     std::vector<Point> points = input;
     std::erase_if(points, [](const Point& p) { return !std::isfinite(p.x) || !std::isfinite(p.y); });
@@ -46,8 +65,7 @@ void AppendChain(Iterator first, Iterator last, std::vector<Point>& hull) {
     hull.pop_back();
 }
 
-// The hull by monotone chains (Andrew 1979): the order of the points is a plain one, where angles about a
-// pivot within a tolerance are no order at all.
+// Both chains, counter-clockwise from the leftmost point.
 std::vector<Point> Hull(const std::vector<Point>& sorted) {
     if (sorted.size() < 2) return sorted;
     std::vector<Point> hull;
@@ -56,12 +74,12 @@ std::vector<Point> Hull(const std::vector<Point>& sorted) {
     return hull;
 }
 
-// The lowest corner comes first; of those as low as it within kSame the leftmost.
+// The lowest corner comes first; of those as low as it within kSameLength the leftmost.
 void StartAtLowest(std::vector<Point>& hull) {
     const auto higher = [](const Point& p, const Point& q) { return p.y < q.y; };
     const double lowest = std::min_element(hull.begin(), hull.end(), higher)->y;
     const auto first = std::min_element(hull.begin(), hull.end(), [lowest](const Point& p, const Point& q) {
-        return std::tuple(p.y - lowest >= kSame, p.x) < std::tuple(q.y - lowest >= kSame, q.x);
+        return std::tuple(p.y - lowest >= kSameLength, p.x) < std::tuple(q.y - lowest >= kSameLength, q.x);
     });
     std::rotate(hull.begin(), first, hull.end());
 }
@@ -100,7 +118,7 @@ bool CConvexHelper::IsCollinear(const Point& a, const Point& b, const Point& c, 
     const double lu = math::Norm(u);
     const double lv = math::Norm(v);
     const double lw = math::Norm(w);
-    if (lu < kSame || lv < kSame || lw < kSame) return true;
+    if (lu < kZeroLength || lv < kZeroLength || lw < kZeroLength) return true;
     const double sines[] = {std::abs(math::Cross(u, v)) / (lv * lu), std::abs(math::Cross(u, w)) / (lw * lu),
                             std::abs(math::Cross(v, w)) / (lw * lv)};
     return *std::min_element(std::begin(sines), std::end(sines)) < tolerance;

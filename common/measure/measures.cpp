@@ -1,3 +1,16 @@
+// Ends, lengths, area and direction of objects.
+//
+// The area of a contour is the sum of a trapezoid under every chord down to the x axis, and of what every arc
+// adds to its chord. Going round, the parts below the contour cancel. A trapezoid counts positive to the
+// right, so that a clockwise contour has the positive area: callers rely on that sign. The arc's part is the
+// sector less the triangle, with the radius signed by the bulge, so that one formula serves both sides of the
+// chord.
+//
+// Error: the trapezoids reach down to the axis, so that a contour of size s at a distance d from it loses
+// about 1e-16 * s * d; and the sector less the triangle of an arc of bulge b cancels to about 1e-16 * chord^2
+// / b. A sum about the contour's own middle would lose less and was rejected, since hosts have stored areas
+// to the last digit.
+
 #include <cmath>
 #include <limits>
 
@@ -19,19 +32,22 @@ math::DPOINT2 EndOfLeaf(const CCadObject* leaf, End end) {
     const auto pick = [end](const CCadObject& object) {
         return end == End::kStart ? object.GetStartPoint() : object.GetEndPoint();
     };
-    return VisitCad(leaf, kSegmentContours, math::NoPoint(),
+    return VisitCad(leaf, kSegmentContours,
                     Handle{[](const CCadDot& dot) { return dot.GetPoint(); },
                            [](const CCadCircle& circle) { return circle.GetPoint(0.0); },
                            [](const CCadEllipse& ellipse) { return ellipse.GetPoint_XY(0.0); },
                            [&](const CCadLine& line) { return pick(line); },
                            [&](const CCadArc& arc) { return pick(arc); },
                            [&](const CCadEllipseArc& arc) { return pick(arc); },
-                           [&](const Contour& contour) { return pick(contour.object); }});
+                           [&](const Contour& contour) { return pick(contour.object); },
+                           Others(math::NoPoint())});
 }
 
-// Goes down through first (last) members. A container that holds itself is found by comparing with one
-// remembered on the way, which is renewed after 1, 2, 4, ... steps (Brent's cycle search): no memory, however
-// deep the nesting.
+// Goes down through first (or last) members to a leaf. A container may hold itself, and the way would then
+// never end. So one container on the way is remembered and every later one compared with it; the remembered
+// one is renewed after 1, 2, 4, ... steps (R. P. Brent's cycle search, 1980), so that some time it lies on
+// the cycle and is met again within one round. It needs no memory, where a set of all containers would,
+// however deep the nesting.
 math::DPOINT2 EndOf(const CCadObject* object, End end) {
     const CCadObject* remembered = nullptr;
     for (std::size_t step = 0, renewal = 1; object; ++step) {
@@ -48,14 +64,16 @@ math::DPOINT2 EndOf(const CCadObject* object, End end) {
 }
 
 double LengthOfLeaf(const CCadObject* leaf) {
-    return VisitCad(leaf, kLengthContours, 0.0,
+    return VisitCad(leaf, kLengthContours,
                     Handle{[](const SinglePiece auto& piece) { return piece.GetLength(); },
-                           [](const Contour& contour) { return contour.object.GetLength(); }});
+                           [](const Contour& contour) { return contour.object.GetLength(); },
+                           Others<CCadDot>(0.0)});
 }
 
-// Minus the area between the chord and the arc, signed by the bulge, from the signed radius.
+// Minus the area between the chord and the arc, signed by the bulge. The radius is signed too: with half the
+// chord h it is (h/b + h*b)/2, and the arc's height over the chord is h*b.
 double ArcTerm(double chord, double bulge) {
-    if (IsSame(chord, 0) || IsSame(bulge, 0)) return 0;
+    if (IsStraight(bulge)) return 0;
     const double h = chord * 0.5;
     const double radius = (h / bulge + h * bulge) * 0.5;
     return -(math::Atan(bulge) * 2 * radius * radius - (radius - h * bulge) * h);
@@ -98,9 +116,10 @@ double GetSegLength(const CCadPolyline* polyline, int i) {
 }
 
 double GetSegLength(const CCadObject* object, int i) {
-    return VisitCad(object, kSegmentContours, 0.0,
+    return VisitCad(object, kSegmentContours,
                     Handle{[](const SinglePiece auto& piece) { return piece.GetLength(); },
-                           [i](const Contour& contour) { return contour.object.GetSegment(i).GetLength(); }});
+                           [i](const Contour& contour) { return contour.object.GetSegment(i).GetLength(); },
+                           Others<CCadDot>(0.0)});
 }
 
 double GetCadPolylineArea(const CCadMultiSegments* contour, bool bSigned) {
@@ -113,7 +132,7 @@ double GetCadPolylineArea(const CCadMultiSegments* contour, bool bSigned) {
     for (int i = 0; i < count; ++i) {
         const SEGMENT segment = contour->GetSegment(i);
         const double chord = math::D2GetDistance(previous, segment.ptEnd);
-        if (chord < kSame) continue;
+        if (chord < kZeroLength) continue;
         sum += Trapezoid(previous, segment.ptEnd);
         if (segment.nType != SEGMENT::kLine) sum += ArcTerm(chord, segment.dBulge);
         previous = segment.ptEnd;
@@ -127,12 +146,13 @@ CContourDirection::ContourDirection_T GetCadOBjectDir(const CCadObject* object) 
         return curve.IsCounterClockwise() ? CContourDirection::COUNTERCLOCKWISE
                                           : CContourDirection::CLOCKWISE;
     };
-    return VisitCad(object, kSegmentContours, CContourDirection::NONE,
+    return VisitCad(object, kSegmentContours,
                     Handle{[&](const CCadCircle& circle) { return byFlag(circle); },
                            [&](const CCadEllipse& ellipse) { return byFlag(ellipse); },
                            [](const CCadArc& arc) { return GetContourDirectionEx(&arc); },
                            [](const CCadEllipseArc& arc) { return GetContourDirectionEx(&arc); },
-                           [](const Contour& contour) { return GetContourDirectionEx(&contour.object); }});
+                           [](const Contour& contour) { return GetContourDirectionEx(&contour.object); },
+                           Others<CCadDot, CCadLine>(CContourDirection::NONE)});
 }
 
 } // namespace qev

@@ -1,3 +1,9 @@
+// Points against lines, arcs and rectangles, and the angle between two directions. The tests of lines and
+// arcs are those of math, on the object's own measures. A rectangle is given by its vertices alone, so that a
+// point is inside when it is no farther from any side's line than the neighbouring side is long: between two
+// parallel lines no distance to one of them is more than the distance of the two, and outside one is. That
+// needs neither the rectangle's turn nor the direction of its vertices.
+
 #include <cmath>
 
 #include <qev/measure/point_tests.h>
@@ -21,7 +27,6 @@ bool IsPointInLine(const math::DPOINT2& p, const CCadLine* line) {
     return line && math::IsPointInLine(p, line->GetStartPoint(), line->GetEndPoint());
 }
 
-// Inside means: from no side farther away than the neighbouring sides are long.
 bool IsPointInRectangle(const math::DPOINT2& p, const CCadRectangle* rectangle) {
     if (!rectangle || math::IsNoPoint(p)) return false;
     for (int i = 0; i < 4; ++i) {
@@ -30,21 +35,21 @@ bool IsPointInRectangle(const math::DPOINT2& p, const CCadRectangle* rectangle) 
         const math::DPOINT2 next = rectangle->GetVertex((i + 2) % 4);
         math::DPOINT2 foot;
         math::D2GetProjectionPoint(p, from, to, foot);
-        if (math::D2GetDistance(p, foot) >= math::D2GetDistance(to, next) + kSame) return false;
+        if (math::D2GetDistance(p, foot) >= math::D2GetDistance(to, next) + kSameLength) return false;
     }
     return true;
 }
 
 CCadArc GetCadArcFromSeg(const SEGMENT& segment) {
-    math::DPOINT2 centre;
-    double radius = 0;
-    double startAngle = 0;
-    double sweep = 0;
-    math::SolveArc(segment.ptStart, segment.ptEnd, segment.dBulge, centre, radius, startAngle, sweep);
-    return CCadArc(centre, radius, startAngle, std::abs(sweep), segment.dBulge > 0, true);
+    const math::CentreArc arc =
+        math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge).value_or(math::CentreArc{});
+    return CCadArc(arc.centre, arc.radius, arc.startAngle, std::abs(arc.sweep), segment.dBulge > 0, true);
 }
 
-// The arccosine is flat near 0 and pi, the arcsine near pi/2: each serves where it is steep.
+// The arccosine is flat near 0 and pi, where a rounding of 1e-16 turns the angle by 1e-8; the arcsine is flat
+// near pi/2. Each serves where it is steep, so that the angle is right to about 1e-15 everywhere. The
+// arctangent of cross and dot product is as precise; the two branches stay for the last digits that callers
+// have seen.
 double IntersectionAngle(const math::DPOINT2& u, const math::DPOINT2& v) {
     constexpr double kSwitch = 0.70710678118655; // sqrt(1/2) to the 14 decimals that callers have seen
     const double norms = math::Norm(u) * math::Norm(v);

@@ -1,3 +1,10 @@
+// How a position is counted, validated and brought into normal form.
+//
+// One place of a contour can be written in two ways at every joint: as the end of a segment and as the start
+// of the next one. The normal form is the start, so that equal places have equal positions; only the very end
+// of an open contour has no segment behind it and stays an end. Ratios are compared within kSameRatio, since
+// a ratio that was computed from lengths misses 1 by its rounding.
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -6,12 +13,14 @@
 #include <qev/measure/positions.h>
 
 #include "../kinds/cad_kinds.h"
+#include "../kinds/position_order.h"
 #include "../kinds/tolerance.h"
 
 namespace qev {
 namespace {
 
-// Indices are computed in 64 bits, so that those at the ends of int do not overflow.
+// Indices are computed in 64 bits, so that those at the ends of int do not overflow; the index before the
+// least int is that int itself.
 int ToIndex(std::int64_t index) {
     return static_cast<int>(std::max<std::int64_t>(index, std::numeric_limits<int>::min()));
 }
@@ -22,15 +31,16 @@ int Cyclic(std::int64_t index, int count) {
 }
 
 bool IsRatio(double ratio) {
-    return ratio >= 0 && ratio - 1 < kSame;
+    return ratio >= 0 && ratio - 1 < kSameRatio;
 }
 
 } // namespace
 
 int GetCadSegments(const CCadObject* object) {
-    return VisitCad(object, kSegmentContours, -1,
+    return VisitCad(object, kSegmentContours,
                     Handle{[](const SinglePiece auto&) { return 1; },
-                           [](const Contour& contour) { return contour.object.GetSegmentCount(); }});
+                           [](const Contour& contour) { return contour.object.GetSegmentCount(); },
+                           Others<CCadDot>(-1)});
 }
 
 int GetPreSegmentIndex(const CCadObject* object, int i) {
@@ -55,13 +65,12 @@ bool IsInvalidPos(const math::POLYPOS& pos) {
 bool IsInvalidPos(const CCadObject* object, const math::POLYPOS& pos) {
     const int count = GetCadSegments(object);
     if (IsInvalidPos(pos) || pos.nSegIndex >= count) return true;
-    if (!IsSame(pos.dRatio, 1)) return false;
+    if (!IsSameRatio(pos.dRatio, 1)) return false;
     return object->IsClose() || pos.nSegIndex != count - 1;
 }
 
 bool IsInvalidRange(const math::PosRange& range) {
-    return IsInvalidPos(range.start) || IsInvalidPos(range.end)
-           || (range.start.nSegIndex == range.end.nSegIndex && IsSame(range.start.dRatio, range.end.dRatio));
+    return IsInvalidPos(range.start) || IsInvalidPos(range.end) || IsSamePos(range.start, range.end);
 }
 
 bool IsInvalidRange(const CCadObject* object, const math::PosRange& range) {
@@ -71,14 +80,14 @@ bool IsInvalidRange(const CCadObject* object, const math::PosRange& range) {
 void NormalizePos(const CCadObject* object, math::POLYPOS& pos) {
     const int count = GetCadSegments(object);
     const bool closed = object && object->IsClose();
-    if (IsSame(pos.dRatio, 1)) {
+    if (IsSameRatio(pos.dRatio, 1)) {
         if (!closed && std::int64_t{pos.nSegIndex} + 1 == count) return;
         pos = {GetNextSegmentIndex(object, pos.nSegIndex), 0.0};
     }
     if (count < 1 || pos.nSegIndex < count) return;
     if (closed)
         pos.nSegIndex %= count;
-    else if (pos.nSegIndex == count && IsSame(pos.dRatio, 0))
+    else if (pos.nSegIndex == count && IsSameRatio(pos.dRatio, 0))
         pos = {count - 1, 1.0};
 }
 

@@ -1,3 +1,7 @@
+// Questions about whole selections. Each walks the tree of the selection without recursion; a group that is
+// met inside itself is passed over. Where an answer depends on the order of the objects or on empty groups,
+// that is how the functions have always answered, and the headers say so.
+
 #include <algorithm>
 #include <string_view>
 #include <vector>
@@ -31,7 +35,7 @@ void Combine(int& running, int member) {
         running = kMixed;
 }
 
-// Whether every leaf passes; `passes` may also end the walk with an answer.
+// Whether every leaf passes; true when there is none, false for null. The first that does not ends the walk.
 template <class Passes>
 bool AllLeaves(const std::list<CCadObject*>* selection, const Passes& passes) {
     if (!selection) return false;
@@ -67,7 +71,9 @@ math::DPOINT2 GetCornerPoint(const std::list<CCadObject*>* selection, const char
 int IsClose(const CCadObject* object) {
     if (!object) return 0;
     if (!IsPlainGroup(*object)) return ClosednessOfLeaf(*object);
-    std::vector<int> running; // one value for each group that is open
+    // One value for each group that the walk is inside of; a group's own answer goes into that of the group
+    // round it.
+    std::vector<int> running;
     TreeWalk walk(object, GroupMembers);
     while (true) {
         const Step step = walk.Next();
@@ -108,6 +114,18 @@ bool IsAllText(const std::list<CCadObject*>* selection) {
         if (step == Step::kEnter && walk.Object()->GetMembers()->empty()) return false;
     }
     return true;
+}
+
+bool IsCoEdgeGroup(const CCadObject* object) {
+    return object && IsPlainGroup(*object) && object->GetKey("GroupType") == "1";
+}
+
+bool IsCoEdgeObject(const CCadObject* object) {
+    return object && object->GetKey("CoEdge") == "true";
+}
+
+bool IsCoEdgeObject_Tube(const CCadObject* object) {
+    return object && (object->GetKey("TubeTrucateCoedge") == "1" || object->GetKey("IsCoedgeEdge") == "1");
 }
 
 int GetTextCount(const CCadObject* object) {

@@ -1,4 +1,9 @@
+// Rectangular plate stock. A plate is its section, which is one rectangle about the origin, and its
+// thickness, which is the stock's scalar parameter. Reading a plate back takes the two sides that leave the
+// lower left corner; their lengths are those that it was made with up to the rounding of the corners.
+
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 #include <qev/measure/stock.h>
@@ -6,12 +11,12 @@
 #include <qevdata/group.h>
 #include <qevdata/polyline.h>
 
-#include "../kinds/tolerance.h"
-
 namespace qev {
 namespace {
 
 constexpr double kSamePoint = 1e-6; // mm: outlines drawn twice differ by less
+constexpr double kSameBulge =
+    1e-9; // bulges this near are one arc: over a chord of 1 m they are 5e-7 mm apart
 
 const CCadPolyline* OnlyPolyline(const CCadGroup& section) {
     return section.GetNumOfChild() == 1 ? dynamic_cast<const CCadPolyline*>(section.GetFront()) : nullptr;
@@ -19,7 +24,8 @@ const CCadPolyline* OnlyPolyline(const CCadGroup& section) {
 
 bool IsSameSegment(const SEGMENT& a, const SEGMENT& b) {
     return a.nType == b.nType && math::D2GetDistance(a.ptStart, b.ptStart) <= kSamePoint
-           && math::D2GetDistance(a.ptEnd, b.ptEnd) <= kSamePoint && IsSame(a.dBulge, b.dBulge);
+           && math::D2GetDistance(a.ptEnd, b.ptEnd) <= kSamePoint
+           && std::abs(a.dBulge - b.dBulge) < kSameBulge;
 }
 
 bool IsSameContour(const CCadObject* a, const CCadObject* b) {

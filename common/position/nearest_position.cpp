@@ -1,9 +1,23 @@
+// Picking: the object of a group at a point, and the position on it that is nearest to the point.
+//
+// Which object is hit is the data library's matter (Hit); here its nearest place is found, by what the object
+// is. A line answers the point's distance from its start, a circle the angle, an arc its foot. A segment
+// contour is searched for its nearest segment first, whose foot is the answer. A contour that is asked again
+// has an index, with which a few segments are looked at in place of all; NearestByIndex says why the answer
+// is the same to the bit. An ellipse answers the fraction of its converted polyline's length, which is what
+// its positions are.
+//
+// Rejected: the nearest place by the exact nearest points of the curves, which the picking itself uses.
+// Positions that hosts have stored go by the distances and feet of segment_distance.cpp, by the samples of a
+// Bezier piece and by the first of equal segments, and must be found again.
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
 
 #include <qev/position/nearest_position.h>
+#include <qev/types.h>
 #include <qevdata/contour_index.h>
 #include <qevdata/picking.h>
 #include <qevdata/polyline.h>
@@ -18,186 +32,143 @@
 namespace qev {
 namespace {
 
+using math::CentreArc;
 using math::DPOINT2;
+using math::POLYPOS;
 
-struct Place {
-    int index = 0;
-    double ratio = 0;
+// The nearest place so far. Only a distance that is smaller by more than kSameLength replaces it, so that the
+// first of equal segments wins.
+struct Nearest {
+    double distance = std::numeric_limits<double>::max();
+    POLYPOS place{-1, 0.0};
+
+    bool Take(double candidate, const POLYPOS& at) {
+        if (!(candidate + kSameLength < distance)) return false;
+        distance = candidate;
+        place = at;
+        return true;
+    }
 };
 
-struct SolvedArc {
-    DPOINT2 centre;
-    double radius = 0;
-    double start = 0;
-    double sweep = 0;
-
-    SolvedArc(const DPOINT2& a, const DPOINT2& b, double bulge) {
-        math::SolveArc(a, b, bulge, centre, radius, start, sweep);
-    }
-    double End() const { return start + sweep; }
-    bool Sweeps(double angle) const {
-        return angle >= std::min(start, End()) && angle <= std::max(start, End());
-    }
-    double AngleOf(const DPOINT2& p) const { return math::D2GetNormalAngle(p - centre); }
-};
-
-// Whether an arc is so flat that angles about its far centre do not tell 1e-9 mm of a drawing apart. Its
-// chord does.
-bool IsFlat(double bulge) {
-    constexpr double kFlat = 1e-4;
-    return std::abs(bulge) < kFlat;
-}
-
-double ArcDistance(const DPOINT2& p, const SolvedArc& arc, double toNearerEnd) {
-    const double angle = arc.AngleOf(p);
-    const bool beside =
-        arc.Sweeps(angle) || arc.Sweeps(angle - math::kTwoPi) || arc.Sweeps(angle + math::kTwoPi);
-    return beside ? std::abs(arc.radius - math::D2GetDistance(p, arc.centre)) : toNearerEnd;
-}
-
-// The height of the triangle over the line, by Heron's rule; outside the feet of the ends the nearer end.
-double LineDistance(double da, double db, double length) {
-    const double longer = std::max(da, db);
-    const double shorter = std::min(da, db);
-    if (!(shorter * shorter + length * length - longer * longer > 0)) return shorter;
-    const double half = (da + db + length) / 2;
-    const double square = (half - da) * half * (half - db) * (half - length);
-    return 2 * std::sqrt(std::max(square, 0.0)) / length;
-}
-
-// Outside the sweep: 1 when the angle, folded towards the arc, is nearer to its end than to its start. Angles
-// and sweep are bounded, so each fold takes a few turns at most; they follow each other, since one loop with
-// both would not end on a clockwise arc.
-double NearerEnd(double angle, const SolvedArc& arc) {
-    const auto toEnds = [&arc](double a) {
-        return std::min(std::abs(a - arc.start), std::abs(a - arc.End()));
-    };
-    while (angle < arc.start) angle += math::kTwoPi;
-    while (angle > arc.End()) angle -= math::kTwoPi;
-    if (angle < arc.start && toEnds(angle + math::kTwoPi) < toEnds(angle)) angle += math::kTwoPi;
-    return std::abs(angle - arc.End()) < std::abs(angle - arc.start) ? 1 : 0;
-}
-
-double ArcFootRatio(const DPOINT2& p, const SolvedArc& arc) {
-    if (std::abs(arc.sweep) < kSame) return 0;
-    double angle = arc.AngleOf(p);
-    if (arc.Sweeps(angle - math::kTwoPi))
-        angle -= math::kTwoPi;
-    else if (arc.Sweeps(angle + math::kTwoPi))
-        angle += math::kTwoPi;
-    return arc.Sweeps(angle) ? (angle - arc.start) / arc.sweep : NearerEnd(angle, arc);
-}
-
-// The nearest of the samples of a Bezier piece, when it is nearer than the best so far. The step is the
-// number that hosts have stored positions with: 0.01 in single precision.
-void SearchSamples(const SEGMENT& segment, const DPOINT2& p, int index, double& best, Place& place) {
+// Offers samples of a Bezier piece. The step is the number that hosts have stored positions with: 0.01 in
+// single precision.
+void SearchSamples(const SEGMENT& segment, const DPOINT2& p, int index, Nearest& nearest) {
     constexpr double kStep = 0.01f;
-    for (double ratio = 0; ratio <= 1; ratio += kStep) { // NOLINT: the sum is meant
-        const double distance = math::D2GetDistance(p, segment.GetPoint(ratio));
-        if (!(distance + kSame < best)) continue;
-        best = distance;
-        place = {index, ratio};
-    }
+    for (double ratio = 0; ratio <= 1; ratio += kStep) // NOLINT: the sum is meant
+        nearest.Take(math::D2GetDistance(p, segment.GetPoint(ratio)), {index, ratio});
 }
 
 double SegmentDistance(const SEGMENT& segment, const DPOINT2& p) {
     return CPosCalculator::GetMinDistance(p, segment.ptStart, segment.ptEnd, segment.dBulge);
 }
 
-// The search of all segments, below, by those alone that come near: the segment that it ends with, or none
-// when that cannot be told. What it has seen before matters only up to a segment that is nearer by more than
-// kSame than all before it: that one it takes in any case. From there on this search does as it does, since
-// what lies out of reach is farther than the best.
+// The search of all segments, which is what a nearest segment is by definition.
+POLYPOS NearestOfAll(const CCadObject& contour, const DPOINT2& p) {
+    Nearest nearest;
+    for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
+        const SEGMENT segment = contour.GetSegment(i);
+        if (segment.nType == SEGMENT::kBezier)
+            SearchSamples(segment, p, i, nearest);
+        else
+            nearest.Take(SegmentDistance(segment, p), {i, 0.0});
+    }
+    return nearest.place;
+}
+
+// The segment that NearestOfAll ends with, found by looking at those segments only that may matter; nothing
+// when that cannot be told. The contour has no Bezier pieces.
+//
+// The index keeps a box round every run of neighbouring segments. The least distance in the nearest run is an
+// upper bound of the least of all. A run whose box is farther away than `reach` and one margin more cannot
+// hold a segment whose computed distance is `reach` or less, since the margin is more than the error of a
+// computed distance. So the segments that are not visited are all farther away than `reach`.
+//
+// NearestOfAll does not simply end with the least distance: it goes by what it has met before. But every
+// segment s that is nearer than all segments before it by more than kSameLength is taken by NearestOfAll,
+// whatever it held, and by this search, which sees a part of them. From s on both hold s. They go on alike:
+// both look at the visited segments in the same order, and a segment that is not visited is farther away than
+// `reach`, so that NearestOfAll does not take it while it holds something nearer than `reach`. It is
+// therefore enough to meet one such s whose distance lies below `reach` by more than kSameLength. That is
+// what `leastBefore` tells: it starts at `reach`, which stands for all segments that are not visited, and
+// goes down with the visited ones. When no such s was met, because distances within kSameLength of each other
+// lie along the way, the answer is nothing, and all segments are searched.
 std::optional<int> NearestByIndex(const CCadObject& contour, const ContourIndex& index, const DPOINT2& p) {
-    // Heron's rule errs by up to 1.5e-8 of the lengths that go into it.
+    // The distances by Heron's rule err by up to 1.5e-8 of the lengths that go into it, and these are at most
+    // three times the largest coordinate; distances from arcs err by 1e-16 of the radius, which is at most
+    // 2,500 chords. The 1 mm serves small contours that lie at the origin.
     constexpr double kRounding = 1e-7;
     const double margin = kRounding * (1 + index.GetExtent(p));
     double least = std::numeric_limits<double>::max();
     index.VisitNearest(p, [&](int i) { least = std::min(least, SegmentDistance(contour.GetSegment(i), p)); });
     const double reach = least + margin;
-    double best = std::numeric_limits<double>::max();
-    double leastBefore = reach; // and what is out of reach is farther
+    double leastBefore = reach;
     bool isSure = false;
-    int nearest = -1;
+    Nearest nearest;
     index.VisitWithin(p, reach + margin, [&](int i) {
         const double distance = SegmentDistance(contour.GetSegment(i), p);
-        if (distance + kSame < best) {
-            isSure = isSure || distance + kSame < leastBefore;
-            best = distance;
-            nearest = i;
-        }
+        if (nearest.Take(distance, {i, 0.0}) && distance + kSameLength < leastBefore) isSure = true;
         leastBefore = std::min(leastBefore, distance);
     });
-    return isSure ? std::optional(nearest) : std::nullopt;
+    return isSure ? std::optional(nearest.place.nSegIndex) : std::nullopt;
 }
 
-// Only a distance that is smaller by more than kSame replaces the best, so the first of equal segments wins.
-Place NearestOfAll(const CCadObject& contour, const DPOINT2& p) {
-    double best = std::numeric_limits<double>::max();
-    Place place{-1, 0};
-    for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
-        const SEGMENT segment = contour.GetSegment(i);
-        if (segment.nType == SEGMENT::kBezier) {
-            SearchSamples(segment, p, i, best, place);
-            continue;
-        }
-        const double distance = SegmentDistance(segment, p);
-        if (!(distance + kSame < best)) continue;
-        best = distance;
-        place = {i, 0};
-    }
-    return place;
-}
-
-Place NearestSegment(const CCadObject& contour, const DPOINT2& p) {
+POLYPOS NearestSegment(const CCadObject& contour, const DPOINT2& p) {
     const ContourIndex* index = contour.GetIndex();
     const bool isUsed = index && index->IsForSearch() && !index->HasBezier();
     const auto found = isUsed ? NearestByIndex(contour, *index, p) : std::nullopt;
-    return found ? Place{*found, 0} : NearestOfAll(contour, p);
+    return found ? POLYPOS{*found, 0.0} : NearestOfAll(contour, p);
 }
 
-std::optional<Place> NearestOnContour(const CCadObject& contour, const DPOINT2& p) {
-    Place place = NearestSegment(contour, p);
-    if (place.index < 0) return std::nullopt;
-    const SEGMENT nearest = contour.GetSegment(place.index);
+// The place on the nearest segment; the end of a segment that another one follows is the start of that one.
+std::optional<POLYPOS> NearestOnContour(const CCadObject& contour, const DPOINT2& p) {
+    POLYPOS place = NearestSegment(contour, p);
+    if (place.nSegIndex < 0) return std::nullopt;
+    const SEGMENT nearest = contour.GetSegment(place.nSegIndex);
     if (nearest.nType != SEGMENT::kBezier)
-        place.ratio =
+        place.dRatio =
             CPosCalculator::GetPerpendicularFootRatio(p, nearest.ptStart, nearest.ptEnd, nearest.dBulge);
+    const int next = place.nSegIndex + 1;
     const int count = contour.GetSegmentCount();
-    if (IsSame(place.ratio, 1) && (contour.IsClose() || place.index + 1 != count))
-        place = {place.index + 1 < count ? place.index + 1 : 0, 0};
+    if (IsSameRatio(place.dRatio, 1) && (contour.IsClose() || next != count))
+        place = {next < count ? next : 0, 0.0};
     return place;
 }
 
+// The fraction of the turn from angle 0 on in the circle's direction; the centre itself counts as angle 0.
 double CircleRatio(const CCadCircle& circle, const DPOINT2& p) {
     const DPOINT2 fromCentre = p - circle.GetCenterPoint();
-    double ratio = math::Norm(fromCentre) > kSame ? math::D2GetNormalAngle(fromCentre) / math::kTwoPi : 0;
+    double ratio =
+        math::Norm(fromCentre) > kZeroLength ? math::D2GetNormalAngle(fromCentre) / math::kTwoPi : 0;
     if (!circle.IsCounterClockwise()) ratio = 1 - ratio;
     return ratio == 1 ? 0 : ratio;
 }
 
-// The turn from an arc's start to a point on it. A point that lies before the start, as near as the test of
-// points on arcs allows, is the start: it must not count for a whole turn.
-double TravelledTo(const DPOINT2& p, const SolvedArc& arc) {
-    const double angle = arc.AngleOf(p);
-    if (IsSame(angle, arc.start)) return 0;
-    const double turn = math::RegularizeRadian(arc.sweep > 0 ? angle - arc.start : arc.start - angle);
+// The turn from an arc's start to a point on it, in radians. The test of points on arcs lets a point pass
+// that lies a little before the start, whose turn is then nearly a whole one: where the gap left to the whole
+// turn is smaller than the turn's excess over the sweep, the point is the start.
+double TravelledTo(const DPOINT2& p, const CentreArc& arc) {
+    const double angle = math::D2GetNormalAngle(p - arc.centre);
+    if (IsSameAngle(angle, arc.startAngle)) return 0;
+    const double turn =
+        math::RegularizeRadian(arc.sweep > 0 ? angle - arc.startAngle : arc.startAngle - angle);
     return math::kTwoPi - turn < turn - std::abs(arc.sweep) ? 0 : turn;
 }
 
-// The length up to a point, which lies on one of the segments, by that of the whole contour.
+// The length up to a point as a fraction of the whole length. The first segment that holds the point within
+// the test of points on lines and arcs counts; 1 when none does.
 double RatioAlong(const CCadObject& contour, const DPOINT2& p) {
     const double total = contour.GetLength();
     double before = 0;
     for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
         const SEGMENT segment = contour.GetSegment(i);
-        if (std::abs(segment.dBulge) < kSame) {
+        if (IsStraight(segment.dBulge)) {
             if (math::IsPointInLine(p, segment.ptStart, segment.ptEnd))
                 return (before + math::D2GetDistance(p, segment.ptStart)) / total;
         } else {
-            const SolvedArc arc(segment.ptStart, segment.ptEnd, segment.dBulge);
+            const CentreArc arc =
+                math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge).value_or(CentreArc{});
             const bool left = arc.sweep > 0;
-            if (math::IsPointInArc(p, arc.centre, arc.radius, arc.start, std::abs(arc.sweep), left))
+            if (math::IsPointInArc(p, arc.centre, arc.radius, arc.startAngle, std::abs(arc.sweep), left))
                 return (before + arc.radius * TravelledTo(p, arc)) / total;
         }
         before += segment.GetLength();
@@ -205,32 +176,33 @@ double RatioAlong(const CCadObject& contour, const DPOINT2& p) {
     return before / total;
 }
 
-std::optional<Place> NearestOnEllipse(const CCadPolyline* polyline, const DPOINT2& p) {
+std::optional<POLYPOS> NearestOnEllipse(const CCadPolyline* polyline, const DPOINT2& p) {
     if (!polyline) return std::nullopt;
     DPOINT2 nearest;
     GetMinDistance(polyline, p, nearest);
-    return Place{0, RatioAlong(*polyline, nearest)};
+    return POLYPOS{0, RatioAlong(*polyline, nearest)};
 }
 
 // Where a point lies on an object; none for a kind without positions.
-std::optional<Place> NearestPlace(const CCadObject* object, const DPOINT2& p) {
-    using Answer = std::optional<Place>;
+std::optional<POLYPOS> NearestPlace(const CCadObject* object, const DPOINT2& p) {
     return VisitCad(
-        object, kPickedContours, Answer(),
-        Handle{[&](const CCadLine& line) -> Answer {
-                   // the point itself, not its foot: the hit test has put it beside the line
-                   return Place{0, math::D2GetDistance(line.GetStartPoint(), p) / line.GetLength()};
+        object, kPickedContours,
+        Handle{[&](const CCadLine& line) {
+                   // The distance of the point itself, not of its foot: the hit test has put it beside the
+                   // line.
+                   return POLYPOS{0, math::D2GetDistance(line.GetStartPoint(), p) / line.GetLength()};
                },
-               [&](const CCadArc& arc) -> Answer {
-                   return Place{0, CPosCalculator::GetPerpendicularFootRatio(
-                                       p, arc.GetStartPoint(), arc.GetEndPoint(), arc.GetBulge())};
+               [&](const CCadArc& arc) {
+                   return POLYPOS{0, CPosCalculator::GetPerpendicularFootRatio(
+                                         p, arc.GetStartPoint(), arc.GetEndPoint(), arc.GetBulge())};
                },
-               [&](const CCadCircle& circle) -> Answer {
-                   return Place{0, CircleRatio(circle, p)};
+               [&](const CCadCircle& circle) {
+                   return POLYPOS{0, CircleRatio(circle, p)};
                },
                [&](const CCadEllipse& ellipse) { return NearestOnEllipse(ellipse.GetPolyline(), p); },
                [&](const CCadEllipseArc& arc) { return NearestOnEllipse(arc.GetPolyline(), p); },
-               [&](const Contour& contour) { return NearestOnContour(contour.object, p); }});
+               [&](const Contour& contour) { return NearestOnContour(contour.object, p); },
+               Others<CCadDot>(std::optional<POLYPOS>())});
 }
 
 void Select(const std::list<CCadObject*>* objects, CCadGroup* into, bool closedOnly) {
@@ -263,7 +235,7 @@ bool CPosCalculator::CalculatePosition(PosInfo* info, bool bClosedOnly) {
 bool CPosCalculator::_RetrieveNearestPos(const CCadObject* object, PosInfo* info, bool bClosedOnly) const {
     if (!object || !info || (bClosedOnly && !object->IsClose())) return false;
     if (const auto place = NearestPlace(object, m_ptPoint))
-        *info = {nullptr, static_cast<int>(object->GetID()), place->index, place->ratio};
+        *info = {nullptr, static_cast<int>(object->GetID()), place->nSegIndex, place->dRatio};
     return true;
 }
 
@@ -297,34 +269,6 @@ void CPosCalculator::_EllipseArc(const CCadObject* object, PosInfo* info) const 
 }
 void CPosCalculator::_MultiSegments(const CCadObject* object, PosInfo* info) const {
     _RetrieveNearestPos(object, info, false);
-}
-
-double CPosCalculator::GetMinDistance(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b,
-                                      const double& bulge) {
-    const double da = math::D2GetDistance(p, a);
-    const double db = math::D2GetDistance(p, b);
-    const double length = math::D2GetDistance(a, b);
-    if (length < kSame) return da;
-    if (da < kSame || db < kSame) return 0;
-    if (std::abs(bulge) < kSame) return LineDistance(da, db, length);
-    const math::BulgeArc arc{a, b, bulge};
-    if (IsFlat(bulge)) return math::D2GetDistance(p, arc.PointAt(arc.GetFootRatio(p)));
-    return ArcDistance(p, SolvedArc(a, b, bulge), std::min(da, db));
-}
-
-double CPosCalculator::GetPerpendicularFootRatio(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b,
-                                                 const double& bulge) {
-    if (math::D2GetDistance(p, a) < kSame) return 0;
-    if (math::D2GetDistance(p, b) < kSame) return 1;
-    const DPOINT2 chord = b - a;
-    double ratio = 0;
-    if (!(std::abs(bulge) < kSame))
-        ratio = IsFlat(bulge) ? math::BulgeArc{a, b, bulge}.GetFootRatio(p)
-                              : ArcFootRatio(p, SolvedArc(a, b, bulge));
-    else if (!(math::Dot(chord, chord) < kSame))
-        ratio = math::Dot(p - a, chord) / math::Dot(chord, chord);
-    if (ratio >= 1) return 1;
-    return ratio > 0 ? ratio : 0;
 }
 
 double CPosCalculator::GetPtInMultiRatio(const DPOINT2& p, CCadObject* contour) {

@@ -1,3 +1,17 @@
+// Walking along a contour by a length.
+//
+// A single piece is one stretch: the ratio moves by the offset over the length, and whole turns come off. A
+// contour is walked segment by segment, since only their lengths tell where the walk ends; the length left
+// goes down by each segment passed, so that the answer has the rounding of the segments on the way and not of
+// the whole contour. A walk of many laps would take too long: once a whole lap has been measured on the way,
+// the laps but the last are taken off at once. A contour that has been asked before has the lengths in its
+// index; they are the segments' own to the bit.
+//
+// Error: each segment passed rounds the length left by about 1e-16 of it. Taking n laps off at once rounds
+// once by 1e-16 of n laps in place of n times, so that a short walk, whose last digits hosts have stored,
+// takes every step (kLongWalk). Rejected: a table of running sums and a search in it, which answers at once
+// but subtracts two long sums: another rounding, and for short walks on long contours a worse one.
+
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -16,9 +30,10 @@ namespace {
 using math::POLYPOS;
 
 constexpr int kNoWalk = -1;
-// A walk of more steps than this takes whole laps off at once: their rounding no longer matters to anybody.
+// Segments. A walk that would still pass more of them than this takes whole laps off at once; a shorter one
+// takes every step, so that its last digits do not depend on the shortcut.
 constexpr double kLongWalk = 1e5;
-constexpr int kMostSteps = 1'000'000; // of an offset table, on each side
+constexpr int kMostSteps = 1'000'000; // of an offset table on each side: more are no samples but a wrong step
 
 // The laps as the answer of a walk.
 int ToLaps(double laps) {
@@ -26,15 +41,16 @@ int ToLaps(double laps) {
     return laps <= std::numeric_limits<int>::max() ? static_cast<int>(laps) : kNoWalk;
 }
 
-// Single pieces wrap by their length. Taking off the whole turns at once gives the bits of adding or
-// subtracting 1 turn by turn, since all but the last of those sums are exact.
+// Single pieces wrap by their length. Taking off the whole turns at once gives the bits that adding or
+// subtracting 1 turn by turn would give, since all but the last of those sums are exact. A change that is a
+// whole number within kSameRatio counts as that many laps, though its rounding may lie just below.
 int WalkPiece(const CCadObject& piece, const POLYPOS& pos, double offset, POLYPOS& out) {
     const double length = GetCadLength(&piece);
     if (!std::isfinite(length)) return kNoWalk;
     double ratio = length > 0 ? (pos.dRatio * length + offset) / length : pos.dRatio;
     const double change = ratio - pos.dRatio;
     double laps = std::trunc(change);
-    if (IsSame(change - laps, offset < 0 ? -1 : 1)) laps += offset < 0 ? -1 : 1;
+    if (IsSameRatio(change - laps, offset < 0 ? -1 : 1)) laps += offset < 0 ? -1 : 1;
     if (offset < 0 && ratio < 0) ratio -= std::floor(ratio);
     if (offset > 0 && ratio > 1) ratio -= std::ceil(ratio) - 1;
     const cad_t code = piece.GetType();
@@ -43,8 +59,8 @@ int WalkPiece(const CCadObject& piece, const POLYPOS& pos, double offset, POLYPO
     return IsInvalidPos(&piece, out) ? kNoWalk : ToLaps(laps);
 }
 
-// A walk over the segments of a contour. Forward and backward differ in the side of a segment that they
-// enter.
+// A walk over the segments of a contour. Forward and backward share all but the side from which a segment is
+// entered: it is passed from ratio 0 up, or from ratio 1 down.
 class SegmentWalk {
 public:
     SegmentWalk(const CCadObject& contour, int count, const POLYPOS& pos, double offset)
@@ -69,10 +85,11 @@ public:
         return std::isfinite(m_dLength);
     }
 
-    // The position reached; a ratio of 1 is the start of the next segment.
+    // The position reached; a ratio of 1 is the start of the next segment. Only the very end of an open
+    // contour, which a forward walk reaches exactly, stays an end.
     POLYPOS Position() {
         double ratio = m_dEntry + m_nDirection * (m_dLeft / m_dLength);
-        if (IsSame(ratio, 1)) {
+        if (IsSameRatio(ratio, 1)) {
             ratio = 0;
             m_nIndex = (m_nIndex + 1) % m_nCount;
             m_nPassed += m_nDirection;
@@ -119,32 +136,36 @@ private:
     double m_dLength = 0;
 };
 
+// The laps are the segments passed over the count; a walk that ends on the segment it began on, before the
+// place where it began, has one less behind it.
 int WalkSegments(const CCadObject& contour, int count, const POLYPOS& pos, double offset, POLYPOS& out) {
     SegmentWalk walk(contour, count, pos, offset);
     if (!walk.Run()) return kNoWalk;
     out = walk.Position();
     if (IsInvalidPos(&contour, out)) return kNoWalk;
     const double ahead = (out.dRatio - pos.dRatio) * (offset < 0 ? -1 : 1);
-    const bool startNotReached = out.nSegIndex == pos.nSegIndex && ahead <= -kSame;
+    const bool startNotReached = out.nSegIndex == pos.nSegIndex && ahead <= -kSameRatio;
     const std::int64_t passed = walk.Passed();
     if (passed == 0) return 0;
     const std::int64_t laps = (startNotReached ? passed - 1 : passed) / count;
     return ToLaps(static_cast<double>(laps));
 }
 
+// A polyline of one segment is walked as the one piece that it is.
 bool IsWalkedAsPiece(const CCadObject& object, int count) {
-    return VisitCad(&object, kSegmentContours, false,
+    return VisitCad(&object, kSegmentContours,
                     Handle{[](const SinglePiece auto&) { return true; },
                            [count](const Contour& contour) {
                                return count == 1 && contour.object.GetType() == kCadPolyline;
-                           }});
+                           },
+                           Others<CCadDot>(false)});
 }
 
 } // namespace
 
 int GetPosByOffset(const CCadObject* object, const POLYPOS& pos, double dOffset, POLYPOS& out) {
     if (IsInvalidPos(object, pos) || !std::isfinite(dOffset)) return kNoWalk;
-    if (std::abs(dOffset) < kSame) {
+    if (std::abs(dOffset) < kZeroLength) {
         out = pos;
         return 0;
     }

@@ -1,3 +1,7 @@
+// Conversion to polylines: the settings text and the segment map round the converter of the data library. The
+// map of a curve is all zeros, because all segments come from its one piece; the others keep their segments,
+// so that theirs counts up.
+
 #include <iterator>
 #include <numeric>
 
@@ -17,11 +21,11 @@ CCadPolyline* Convert(const CCadObject* object, const char* segmentType, double 
     return polyline;
 }
 
-// Whether all segments of the polyline come from the one piece of a curve.
+// Whether the object is one piece that a polyline divides: a line stays one segment.
 bool IsCurve(const CCadObject* object) {
-    return VisitCad(
-        object, kSegmentContours, false,
-        Handle{[](const SinglePiece auto&) { return true; }, [](const CCadLine&) { return false; }});
+    return VisitCad(object, kSegmentContours,
+                    Handle{[](const SinglePiece auto&) { return true; },
+                           [](const CCadLine&) { return false; }, Others<CCadDot, Contour>(false)});
 }
 
 } // namespace

@@ -1,3 +1,15 @@
+// Positions as points of the drawing, and back.
+//
+// A point of a contour is the segment's point at the ratio, one of an ellipse the point of its converted
+// polyline at the fraction of its length. Back, the picking of the data library finds the object and the
+// nearest position on it; on one segment that is given, the point has to lie on it first, and the ratio is
+// that of the distance or of the angle from its start. These two ways back differ in a few digits, and each
+// is the inverse that its callers know.
+//
+// Error: the ratio on a line is right to about 1e-16 of the coordinates over the length; on an arc to about
+// 1e-16 of the radius over the length, so that a nearly straight arc, whose radius is many of its lengths,
+// loses digits.
+
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -15,6 +27,7 @@
 
 #include "../kinds/cad_kinds.h"
 #include "../kinds/tolerance.h"
+#include "length_up_to.h"
 
 namespace qev {
 namespace {
@@ -23,7 +36,8 @@ using math::DPOINT2;
 using math::POLYPOS;
 using Point = std::optional<DPOINT2>;
 
-// Of a whole ellipse or an arc of one.
+// The point of a whole ellipse, or an arc of one, by its converted polyline: none when it cannot be
+// converted.
 template <class Ellipse>
 Point PointOfEllipse(const Ellipse& ellipse, double ratio) {
     const CCadPolyline* const polyline = ellipse.GetPolyline();
@@ -35,11 +49,12 @@ Point PointOfEllipse(const Ellipse& ellipse, double ratio) {
     return point;
 }
 
+// A line answers whatever the index is, the other single pieces for their only segment 0.
 Point PointAt(const CCadObject* object, int index, double ratio) {
     const auto ofFirst = [index](const auto& pointOf) { return index == 0 ? Point(pointOf()) : Point(); };
     return VisitCad(
-        object, kPointContours, Point(),
-        Handle{[&](const CCadLine& line) -> Point {
+        object, kPointContours,
+        Handle{[&](const CCadLine& line) {
                    return SEGMENT(line.GetStartPoint(), line.GetEndPoint()).GetPoint(ratio);
                },
                [&](const CCadArc& arc) {
@@ -58,7 +73,8 @@ Point PointAt(const CCadObject* object, int index, double ratio) {
                [&](const Contour& contour) -> Point {
                    if (index < 0 || index >= contour.object.GetSegmentCount()) return std::nullopt;
                    return contour.object.GetSegment(index).GetPoint(ratio);
-               }});
+               },
+               Others<CCadDot>(Point())});
 }
 
 // Picks with the calculator's search.
@@ -71,22 +87,23 @@ struct Picker : CPosCalculator {
 };
 
 bool IsAt(const DPOINT2& p, const DPOINT2& q) {
-    return IsSame(p.x, q.x) && IsSame(p.y, q.y);
+    return IsSameLength(p.x, q.x) && IsSameLength(p.y, q.y);
 }
 
+bool HoldsPoint(const math::CentreArc& arc, const DPOINT2& point) {
+    return math::IsPointInArc(point, arc.centre, arc.radius, arc.startAngle, std::abs(arc.sweep),
+                              arc.sweep > 0);
+}
+
+// The ends answer exactly 0 and 1; between them the angle travelled over the sweep.
 std::optional<double> RatioOnArc(const SEGMENT& segment, const DPOINT2& point) {
     if (IsAt(point, segment.ptStart)) return 0.0;
     if (IsAt(point, segment.ptEnd)) return 1.0;
-    DPOINT2 centre;
-    double radius = 0;
-    double start = 0;
-    double sweep = 0;
-    math::SolveArc(segment.ptStart, segment.ptEnd, segment.dBulge, centre, radius, start, sweep);
-    const bool left = sweep >= 0;
-    if (!math::IsPointInArc(point, centre, radius, start, std::abs(sweep), left) || sweep == 0)
-        return std::nullopt;
-    const double angle = math::D2GetNormalAngle(point - centre);
-    return math::RegularizeRadian(left ? angle - start : start - angle) / std::abs(sweep);
+    const auto arc = math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge);
+    if (!arc || !HoldsPoint(*arc, point)) return std::nullopt;
+    const double angle = math::D2GetNormalAngle(point - arc->centre);
+    const double turn = arc->sweep > 0 ? angle - arc->startAngle : arc->startAngle - angle;
+    return math::RegularizeRadian(turn) / std::abs(arc->sweep);
 }
 
 std::optional<double> RatioOnSegment(const SEGMENT& segment, const DPOINT2& point) {
@@ -98,20 +115,8 @@ std::optional<double> RatioOnSegment(const SEGMENT& segment, const DPOINT2& poin
 
 bool IsOnSegment(const SEGMENT& segment, const DPOINT2& point) {
     if (segment.nType == SEGMENT::kLine) return math::IsPointInLine(point, segment.ptStart, segment.ptEnd);
-    DPOINT2 centre;
-    double radius = 0;
-    double start = 0;
-    double sweep = 0;
-    return math::SolveArc(segment.ptStart, segment.ptEnd, segment.dBulge, centre, radius, start, sweep)
-           && math::IsPointInArc(point, centre, radius, start, std::abs(sweep), segment.dBulge > 0);
-}
-
-double LengthBefore(const CCadObject& contour, const POLYPOS& pos, double length) {
-    const int count = contour.GetSegmentCount();
-    for (int i = 0, end = std::min(pos.nSegIndex, count); i < end; ++i)
-        length += contour.GetSegment(i).GetLength();
-    const bool hasSegment = pos.nSegIndex >= 0 && pos.nSegIndex < count;
-    return hasSegment ? length + contour.GetSegment(pos.nSegIndex).GetLength() * pos.dRatio : length;
+    const auto arc = math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge);
+    return arc && HoldsPoint(*arc, point);
 }
 
 } // namespace
@@ -143,22 +148,20 @@ bool CoorToPos(const CCadPolyline* polyline, const DPOINT2& point, std::vector<P
         if (!IsOnSegment(segment, point)) continue;
         const double ratio =
             CPosCalculator::GetPerpendicularFootRatio(point, segment.ptStart, segment.ptEnd, segment.dBulge);
-        if (!IsSame(ratio, 1) || (i == count - 1 && !polyline->IsClose())) {
+        if (!IsSameRatio(ratio, 1) || (i == count - 1 && !polyline->IsClose())) {
             positions.push_back({i, ratio});
             continue;
         }
-        ++i; // the joint is recorded once, as the start of the segment after it
+        ++i; // The point is at a joint, which is recorded once, as the start of the segment after it.
         if (i < count) positions.push_back({i, 0.0});
     }
     return !positions.empty();
 }
 
 bool CoorToRatio(const CCadObject* object, const DPOINT2& point, int nSegIndex, double& dRatio) {
-    using Ratio = std::optional<double>;
-    const Ratio ratio = VisitCad(object, kRatioContours, Ratio(), [&](const Contour& contour) {
-        const bool hasSegment = nSegIndex >= 0 && nSegIndex < contour.object.GetSegmentCount();
-        return hasSegment ? RatioOnSegment(contour.object.GetSegment(nSegIndex), point) : Ratio();
-    });
+    if (!object || !kRatioContours.Has(object->GetType())) return false;
+    if (nSegIndex < 0 || nSegIndex >= object->GetSegmentCount()) return false;
+    const std::optional<double> ratio = RatioOnSegment(object->GetSegment(nSegIndex), point);
     if (ratio) dRatio = *ratio;
     return ratio.has_value();
 }
@@ -167,11 +170,7 @@ bool GetLengthStartToPos(const CCadObject* object, const POLYPOS& pos, double& d
     if (!object) return false;
     const cad_t code = object->GetType();
     if (ShapeOf(code) == Shape::kText || code == kCadGroup) dLength = 0;
-    dLength =
-        VisitCad(object, kDirectionContours, dLength,
-                 Handle{[](const CCadDot&) { return 0.0; },
-                        [&](const SinglePiece auto& piece) { return piece.GetLength() * pos.dRatio; },
-                        [&](const Contour& contour) { return LengthBefore(contour.object, pos, dLength); }});
+    dLength = GetLengthUpTo(object, kDirectionContours, pos, dLength);
     return true;
 }
 
@@ -185,16 +184,6 @@ bool FindCadAndPosByPoint(const CCadGroup* group, const DPOINT2& point, const CC
     pos = {info.nIndex, info.dRatio};
     if (IsInvalidPos(object, pos)) NormalizePos(object, pos);
     return true;
-}
-
-bool IsOverStartPoint(const math::PosRange& range) {
-    if (IsInvalidRange(range)) return false;
-    if (range.start.nSegIndex != range.end.nSegIndex) return range.start.nSegIndex > range.end.nSegIndex;
-    return range.end.dRatio <= range.start.dRatio && !IsSame(range.start.dRatio, range.end.dRatio);
-}
-
-bool IsOverStartPoint(const POLYPOS& start, const POLYPOS& end) {
-    return IsOverStartPoint(math::PosRange(start, end));
 }
 
 } // namespace qev

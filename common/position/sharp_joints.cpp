@@ -1,3 +1,13 @@
+// The joints at which a contour turns sharply, and which of them are convex.
+//
+// A joint is sharp when the two directions that leave it, back along the segment before and forth along the
+// one after, enclose pi less the given angle or less. The angle between them has no sign: a turn to either
+// side counts. Which joints are convex is told by their hull: a joint on the hull of all sharp joints turns
+// with the contour as a whole, one inside it turns against it. The sign of each turn would need the contour's
+// direction, which an open contour does not have.
+//
+// Error: the angle is right to about 1e-8 radians near 0 and pi (GetAngle).
+
 #include <algorithm>
 #include <cmath>
 
@@ -22,7 +32,7 @@ bool IsSharp(const SEGMENT& before, const SEGMENT& after, double angle) {
     math::DPOINT2 forth;
     GetVector(before, after, back, forth);
     const double between = GetAngle(back, forth);
-    return between < angle || IsSame(between, angle);
+    return between < angle || IsSameAngle(between, angle);
 }
 
 void CollectJoints(const CCadObject& contour, double angle, std::vector<int>& out) {
@@ -42,10 +52,11 @@ void CollectJoints(const CCadObject& contour, double angle, std::vector<int>& ou
 
 void CollectPos(const CCadObject* object, double dAngleDegrees, std::vector<int>& out) {
     const double angle = math::kPi - math::AngleToRadian(dAngleDegrees);
-    VisitCad(object, kSegmentContours, false,
-             Handle{[&](const CCadCircle&) { return out.push_back(0), true; },
-                    [&](const CCadEllipse&) { return out.push_back(0), true; },
-                    [&](const Contour& contour) { return CollectJoints(contour.object, angle, out), true; }});
+    VisitCad(object, kSegmentContours,
+             Handle{[&](const CCadCircle&) { out.push_back(0); },
+                    [&](const CCadEllipse&) { out.push_back(0); },
+                    [&](const Contour& contour) { CollectJoints(contour.object, angle, out); },
+                    Others<CCadDot, CCadLine, CCadArc, CCadEllipseArc>()});
 }
 
 void CollectTurnDirPos(const CCadObject* object, double dAngleDegrees, std::vector<int>& joints, int nLimit,

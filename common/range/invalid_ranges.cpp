@@ -1,3 +1,11 @@
+// Excluded zones round a position and round sharp corners.
+//
+// A zone is what two walks reach, one back and one on. When one of them makes a whole lap, or when the two
+// pass each other on the far side of a closed contour, there is nothing left outside and the zone is the
+// whole contour. Whether they pass is told by going forward from the position: the zone's end must come
+// before its start. Both ways are measured in segments and a fraction of one, not in mm, because the order
+// along the contour is all that matters and needs no length.
+
 #include <qev/measure/positions.h>
 #include <qev/position/offset_walk.h>
 #include <qev/position/sharp_joints.h>
@@ -18,6 +26,7 @@ struct Ahead {
     double fraction;
 };
 
+// To the zone's end. The end may lie on an earlier segment than the position, over the contour's start.
 Ahead ToEnd(const POLYPOS& from, const POLYPOS& end, int count) {
     Ahead ahead{end.nSegIndex - from.nSegIndex, end.dRatio - from.dRatio};
     if (ahead.fraction < 0) ahead = {ahead.segments - 1, ahead.fraction + 1};
@@ -25,15 +34,18 @@ Ahead ToEnd(const POLYPOS& from, const POLYPOS& end, int count) {
     return ahead;
 }
 
+// To the zone's start, which lies behind the position and is therefore reached last, over the contour's
+// start: the rest of the position's segment, the segments between, and the part of the start's segment.
 Ahead ToStart(const POLYPOS& from, const POLYPOS& start, int count) {
     Ahead ahead{count - from.nSegIndex + start.nSegIndex - 1, 1.0 - from.dRatio + start.dRatio};
-    if (ahead.fraction > 1 || IsSame(ahead.fraction, 1)) ahead = {ahead.segments + 1, ahead.fraction - 1};
+    if (ahead.fraction > 1 || IsSameRatio(ahead.fraction, 1))
+        ahead = {ahead.segments + 1, ahead.fraction - 1};
     if (ahead.segments >= count) ahead.segments -= count;
     return ahead;
 }
 
 bool IsFurther(const Ahead& a, const Ahead& b) {
-    return a.segments > b.segments || (a.segments == b.segments && a.fraction - b.fraction >= kSame);
+    return a.segments > b.segments || (a.segments == b.segments && a.fraction - b.fraction >= kSameRatio);
 }
 
 // Whether the ends of a zone stay apart: the start has not moved, or lies further ahead than the end.

@@ -1,11 +1,28 @@
+// Ordering, merging and intersecting ranges of positions.
+//
+// A range whose start lies after its end runs over the contour's start point. Every function treats such a
+// range as what it is, two pieces: one up to the contour's end and one from its start. Merging goes once over
+// the ranges in the order of their starts, where a range can only touch the one merged last. The pieces
+// behind the start point are merged first, since all of them begin at (0, 0); when anything is left of them
+// in front, it belongs to the last range, which then runs over the start point again.
+//
+// Positions are compared exactly where ranges are merged, so that merging is an order and its answer does not
+// depend on what was merged before; they are compared within kSameRatio where a position is asked against an
+// end, because such a position was computed by another way. The comparisons of one function stand together in
+// PlaceOf.
+//
+// Sorting: equal starts have to stay in the order that an exchange sort leaves them in, which hosts have
+// stored. That order is not that of a stable sort. So the ranges are sorted fast when all starts differ, and
+// by exchange when two are equal or one is not a number: O(n log n) for nearly all, O(n^2) for the few.
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include <qev/measure/positions.h>
-#include <qev/position/position_conversion.h>
 #include <qev/range/ranges.h>
 
+#include "../kinds/position_order.h"
 #include "../kinds/tolerance.h"
 
 namespace qev {
@@ -14,17 +31,9 @@ namespace {
 using math::POLYPOS;
 using math::PosRange;
 
-bool IsBefore(const POLYPOS& a, const POLYPOS& b) {
-    return a.nSegIndex < b.nSegIndex || (a.nSegIndex == b.nSegIndex && a.dRatio < b.dRatio);
-}
-
-// Before by at least the tolerance.
+// Before by at least the tolerance, so that positions that are the same are not clearly before each other.
 bool IsClearlyBefore(const POLYPOS& a, const POLYPOS& b) {
-    return a.nSegIndex < b.nSegIndex || (a.nSegIndex == b.nSegIndex && b.dRatio - a.dRatio >= kSame);
-}
-
-bool IsSamePos(const POLYPOS& a, const POLYPOS& b) {
-    return a.nSegIndex == b.nSegIndex && IsSame(a.dRatio, b.dRatio);
+    return a.nSegIndex < b.nSegIndex || (a.nSegIndex == b.nSegIndex && b.dRatio - a.dRatio >= kSameRatio);
 }
 
 bool IsStrictlyInside(const POLYPOS& pos, const PosRange& range) {
@@ -49,13 +58,15 @@ bool StartsBefore(const PosRange& a, const PosRange& b) {
     return IsBefore(a.start, b.start);
 }
 
+// For each place, every later range with an earlier start is swapped into it.
 void ExchangeSort(std::vector<PosRange>& ranges) {
     for (std::size_t i = 0; i + 1 < ranges.size(); ++i)
         for (std::size_t j = i + 1; j < ranges.size(); ++j)
             if (StartsBefore(ranges[j], ranges[i])) std::swap(ranges[i], ranges[j]);
 }
 
-// Appends a range, or lengthens the last one when they are not apart.
+// Appends a range that starts after the last one's end; lengthens the last one by any other that ends behind
+// it.
 void Merge(std::vector<PosRange>& merged, const PosRange& next) {
     if (merged.empty() || IsBefore(merged.back().end, next.start))
         merged.push_back(next);
@@ -69,8 +80,19 @@ bool AreUsable(const PosRange& a, const PosRange& b) {
 
 } // namespace
 
+bool IsOverStartPoint(const PosRange& range) {
+    if (IsInvalidRange(range)) return false;
+    if (range.start.nSegIndex != range.end.nSegIndex) return range.start.nSegIndex > range.end.nSegIndex;
+    return range.end.dRatio <= range.start.dRatio && !IsSameRatio(range.start.dRatio, range.end.dRatio);
+}
+
+bool IsOverStartPoint(const POLYPOS& start, const POLYPOS& end) {
+    return IsOverStartPoint(PosRange(start, end));
+}
+
 void SortRange(std::vector<PosRange>* ranges) {
-    if (!ranges || std::is_sorted(ranges->begin(), ranges->end(), StartsBefore)) return; // nothing to swap
+    // The exchange sort swaps nothing in ranges that are in order, equal starts included.
+    if (!ranges || std::is_sorted(ranges->begin(), ranges->end(), StartsBefore)) return;
     const bool ordered = std::none_of(ranges->begin(), ranges->end(),
                                       [](const PosRange& range) { return std::isnan(range.start.dRatio); });
     if (!ordered) return ExchangeSort(*ranges);
@@ -87,7 +109,8 @@ void CombineRange(std::vector<PosRange>* ranges, int nSegments) {
     if (!ranges || ranges->size() < 2 || nSegments == 0) return;
     std::vector<PosRange> merged;
     merged.reserve(ranges->size());
-    // first the pieces behind the start point, the last one met in front
+    // First the pieces behind the start point, from the last range to the first, as they have always been
+    // taken.
     std::for_each(ranges->rbegin(), ranges->rend(), [&merged](const PosRange& range) {
         if (IsOverStartPoint(range)) Merge(merged, PosRange({0, 0.0}, range.end));
     });

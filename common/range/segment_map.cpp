@@ -1,3 +1,16 @@
+// Segment maps between a contour and one that was made from it, and positions carried over by them.
+//
+// GetSegMap goes by length: the middle of each destination segment, as a fraction of the whole length, lies
+// in one source segment. The middles come in order, so that each search goes on where the one before ended,
+// and all of it takes one pass. Positions are carried by the map in two ways: MapPos asks which of the
+// destination segments of a source segment the point lies on, GetMapPos spreads the source segment's length
+// over them. The first is right to the point as long as the destination passes through it; the second needs
+// no point and serves contours that were moved or deformed.
+//
+// Error: the map is a decision for each segment, wrong only where a joint of the source lies within rounding
+// of the middle of a destination segment. Carried lengths round by about 1e-16 of the length for each
+// segment.
+
 #include <algorithm>
 #include <cstdint>
 
@@ -14,15 +27,18 @@
 namespace qev {
 namespace {
 
+// What a map can be made between: one piece with one segment, or a contour of many.
 enum class Form { kNone, kSingle, kMulti };
 
 Form FormOf(const CCadObject* object) {
-    return VisitCad(object, kSegmentContours, Form::kNone,
+    return VisitCad(object, kSegmentContours,
                     Handle{[](const SinglePiece auto&) { return Form::kSingle; },
-                           [](const Contour&) { return Form::kMulti; }});
+                           [](const Contour&) { return Form::kMulti; }, Others<CCadDot>(Form::kNone)});
 }
 
-// The search of FindSegmentIndexByRate on any kind.
+// The search of FindSegmentIndexByRate on any kind: the segment, from `first` on, whose stretch of the whole
+// length holds the fraction `rate`. `before` is the length in front of it, `found` gets that of the segment
+// found. -1, and a length of 0, when the rate lies before `first` or behind the end.
 int FindByRate(const CCadObject& contour, double total, double rate, int first, double before,
                double& found) {
     for (int i = std::max(first, 0), count = contour.GetSegmentCount(); i < count && !(before / total > rate);
@@ -38,10 +54,12 @@ int FindByRate(const CCadObject& contour, double total, double rate, int first, 
     return -1;
 }
 
+// Fills the first entries, as many as the source has segments and the map has room for. A segment that is not
+// found keeps its entry, and the search starts from the first source segment again.
 void FillByLength(const CCadObject& source, const CCadObject& destination, std::vector<int>& map) {
     const double total = destination.GetLength();
     const double sourceTotal = source.GetLength();
-    if (IsSame(sourceTotal, 0)) return;
+    if (IsSameLength(sourceTotal, 0)) return;
     const int entries = std::min(source.GetSegmentCount(), static_cast<int>(map.size()));
     double passed = 0;
     double before = 0;
@@ -56,7 +74,8 @@ void FillByLength(const CCadObject& source, const CCadObject& destination, std::
     }
 }
 
-// The first entry with a value, from an index on and round to it; -1 for none.
+// The index of the first entry with a value, from an index on to the map's end and then from its start; -1
+// for none.
 int FindEntry(const std::vector<int>& map, int value, std::int64_t from) {
     const auto size = static_cast<std::int64_t>(map.size());
     const std::int64_t first = (from % size + size) % size;
@@ -65,8 +84,9 @@ int FindEntry(const std::vector<int>& map, int value, std::int64_t from) {
     return -1;
 }
 
-// The place on the destination segments of one source segment that lies at a fraction of its length. Nothing
-// when they are not that long.
+// Several destination segments come from the source segment of `pos`. Their lengths are laid behind each
+// other, and the source segment's length up to `pos` ends on one of them: that place is the answer. False,
+// with nothing written, when together they are shorter than that.
 bool SpreadOver(const CCadObject* source, const CCadObject* destination, const std::vector<int>& map,
                 const math::POLYPOS& pos, math::POLYPOS& out) {
     const double target = GetSegLength(source, pos.nSegIndex) * pos.dRatio;
@@ -91,7 +111,7 @@ int FindSegmentIndexByRate(const CCadMultiSegments* contour, double dRate, int n
                            double& dFoundBefore) {
     if (!contour) return -1;
     const double total = contour->GetLength();
-    if (IsSame(total, 0)) return -1;
+    if (IsSameLength(total, 0)) return -1;
     return FindByRate(*contour, total, dRate, nFirst, dLengthBefore, dFoundBefore);
 }
 
@@ -115,7 +135,7 @@ bool MapPos(const CCadObject* source, const CCadObject* destination, const std::
     int j = first;
     bool tried = false;
     if (!CoorToRatio(destination, point, j, ratio) || (j == *pSegIndex && ratio < *pRatio)) {
-        do { // the segments after it, and at last the first one again, without the preference
+        do { // The segments after it, and at last the first one again, now without the least ratio.
             if (j == first && tried) return false;
             tried = true;
             j = FindEntry(*map, nSegIndex, std::int64_t{j} + 1);
@@ -138,7 +158,9 @@ void GetMapPos(const CCadObject* source, math::POLYPOS pos, const CCadObject* de
     }
     const int count = GetCadSegments(source);
     int entry = FindEntry(map, pos.nSegIndex, 0);
-    for (int step = 0; entry < 0 && step < count; ++step) { // on to a source segment that has any
+    // A source segment that nothing came from passes the position on to the start of the next one that has
+    // any.
+    for (int step = 0; entry < 0 && step < count; ++step) {
         pos = {static_cast<int>((std::int64_t{pos.nSegIndex} + 1) % count), 0.0};
         out = pos;
         entry = FindEntry(map, pos.nSegIndex, 0);

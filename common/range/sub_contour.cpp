@@ -1,3 +1,11 @@
+// Cutting a stretch of a contour out. A segment that is taken whole keeps its bulge to the bit; of a part the
+// bulge is the tangent of a quarter of the part's angle, and the ends are points of the segment, so that the
+// part lies on the same circle. The cut begins as a polyline and becomes an extended one when the first
+// Bezier piece is met, since most cuts have none and callers work faster with polylines.
+//
+// Error: the ends of a part are right to about 1e-16 of the coordinates, its bulge to 1e-16 of itself, so
+// that the part leaves the circle by no more than the rounding of its ends.
+
 #include <cmath>
 #include <memory>
 
@@ -20,7 +28,8 @@ public:
         m_pPlain->SetStartPoint(start);
     }
 
-    /// Adds the stretch of a segment between two ratios.
+    // Adds the stretch of a segment between two ratios. Of a part of a Bezier piece nothing is added, kept
+    // so; the polyline becomes an extended one all the same.
     void Add(const SEGMENT& segment, double from, double to) {
         const bool whole = from == 0 && to == 1;
         if (segment.nType == SEGMENT::kBezier) {
@@ -39,14 +48,10 @@ public:
     }
 
 private:
+    // The bulge of a part of a segment; 0 for a line, which has no sweep.
     static double PartialBulge(const SEGMENT& segment, double part) {
-        math::DPOINT2 centre;
-        double radius = 0;
-        double startAngle = 0;
-        double sweep = 0; // stays 0 for a line
-        math::SolveArc(segment.ptStart, segment.ptEnd, segment.GetArc().bulge, centre, radius, startAngle,
-                       sweep);
-        return math::Tan(part * sweep * 0.25);
+        const auto arc = math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.GetArc().bulge);
+        return math::Tan(part * (arc ? arc->sweep : 0) * 0.25);
     }
 
     void AddArc(const math::DPOINT2& end, double bulge) {
@@ -68,19 +73,21 @@ private:
     std::unique_ptr<CCadPolylineEx> m_pExtended;
 };
 
-// Where a joint mode moves a ratio: to the segment's start (0) or end (1).
+// Where a joint mode moves a ratio: to the segment's start (0) or end (1). A position at a segment's start is
+// at a joint already and stays, one at its end moves as any other.
 double RoundedRatio(double ratio, int mode, bool isStart) {
     constexpr int kNearest = 1;
     constexpr int kOutward = 2;
     constexpr int kInward = 3;
-    if (IsSame(ratio, 0)) return 0;
+    if (IsSameRatio(ratio, 0)) return 0;
     if (mode == kNearest) return ratio < 0.5 ? 0 : 1;
     if (mode == kOutward) return isStart ? 0 : 1;
-    if (mode == kInward) return isStart || IsSame(ratio, 1) ? 1 : 0;
+    if (mode == kInward) return isStart || IsSameRatio(ratio, 1) ? 1 : 0;
     return ratio;
 }
 
-// Segments from one position to another in the contour's direction, fractions included.
+// Segments from one position to another in the contour's direction, fractions included; once round for equal
+// ones.
 double SpanInSegments(const math::PosRange& range, int count) {
     const double span = PolyPosToDouble(range.end) - PolyPosToDouble(range.start);
     return span > 0 ? span : span + count;
@@ -116,10 +123,12 @@ CCadMultiSegments* GetMultiSementsByRangeRound(const CCadMultiSegments* contour,
     rounded.start.dRatio = RoundedRatio(range.start.dRatio, nMode, true);
     rounded.end.dRatio = RoundedRatio(range.end.dRatio, nMode, false);
     const int count = contour->GetSegmentCount();
+    // Not measured between the moved ends: where they have passed each other, that would be a way round the
+    // contour.
     const double span = SpanInSegments(range, count) + (rounded.end.dRatio - range.end.dRatio)
                         - (rounded.start.dRatio - range.start.dRatio);
     NormalizePosRange(contour, rounded);
-    const bool fits = span > kSame && span < count + kSame && !IsInvalidRange(contour, rounded);
+    const bool fits = span > kSameRatio && span < count + kSameRatio && !IsInvalidRange(contour, rounded);
     return GetMultiSementsByRange(contour, fits ? rounded : range);
 }
 

@@ -1,3 +1,15 @@
+// Regrouping the segments of a polyline into lines, arcs, runs of either, and curves.
+//
+// One pass over the segments: each is tried against the one before it, and joins the run or begins a new one.
+// A run that still is a single line or arc takes the kind of the first test that passes; later it keeps its
+// kind. So a line may begin a run of collinear lines or a curve, whichever its first neighbour decides: a
+// search for the best division was rejected, because machines tell the groups of old programs by this one. On
+// a closed source the last run may go on in the first group, over the start point; it is put in front of it
+// then, and the start point moves back.
+//
+// The shape is never touched: a group keeps the polyline's nodes. The tests compare with fixed limits, so
+// that a turn within about 1e-16 of one may fall on either side.
+
 #include <algorithm>
 #include <cmath>
 
@@ -15,7 +27,7 @@ namespace qev {
 using math::DPOINT2;
 using Node = CCadPolyline::ARCNODE;
 
-// A group while it grows.
+// A group while it grows: its record, and the nodes of its segments.
 struct CTopoMultiPolyline::Run {
     TopoInfo info;
     std::vector<Node> nodes;
@@ -29,7 +41,7 @@ struct CTopoMultiPolyline::Run {
         info.dLength += segment.GetLength();
         AddNode(segment);
     }
-    static bool IsCurved(const SEGMENT& segment) { return !(std::abs(segment.dBulge) < kSame); }
+    static bool IsCurved(const SEGMENT& segment) { return !IsStraight(segment.dBulge); }
 
 private:
     void AddNode(const SEGMENT& segment) {
@@ -42,7 +54,7 @@ namespace {
 using Topo = CTopoMultiPolyline;
 
 constexpr double kCollinear = 0.001;           // radians: lines that turn by less are one line
-constexpr double kGentle = 0.3490658503988659; // radians, 20 degrees: the most that a curve turns at a joint
+constexpr double kGentle = 0.3490658503988659; // radians, 20 degrees: a curve turns by less at each joint
 constexpr double kLongestOfCurve = 10;         // mm: longer lines are no pieces of a flattened curve
 
 double TurnBetween(const SEGMENT& a, const SEGMENT& b) {
@@ -55,20 +67,21 @@ bool AreCollinear(const SEGMENT& a, const SEGMENT& b) {
     return a.dBulge == 0 && b.dBulge == 0 && TurnBetween(a, b) < kCollinear;
 }
 
+// All zeros for an arc of no length, so that two of these lie on one circle.
+math::CentreArc CircleOf(const SEGMENT& segment) {
+    return math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge).value_or(math::CentreArc{});
+}
+
 bool AreOnOneCircle(const SEGMENT& a, const SEGMENT& b) {
-    if (std::abs(a.dBulge) < kSame || std::abs(b.dBulge) < kSame) return false;
-    DPOINT2 centres[2];
-    double radii[2] = {};
-    double start = 0;
-    double sweep = 0;
-    math::SolveArc(a.ptStart, a.ptEnd, a.dBulge, centres[0], radii[0], start, sweep);
-    math::SolveArc(b.ptStart, b.ptEnd, b.dBulge, centres[1], radii[1], start, sweep);
-    return math::D2GetDistance(centres[0], centres[1]) < kSame && IsSame(radii[0], radii[1]);
+    if (IsStraight(a.dBulge) || IsStraight(b.dBulge)) return false;
+    const math::CentreArc u = CircleOf(a);
+    const math::CentreArc v = CircleOf(b);
+    return math::D2GetDistance(u.centre, v.centre) < kSameLength && IsSameLength(u.radius, v.radius);
 }
 
 bool AreOfOneCurve(const SEGMENT& a, const SEGMENT& b) {
-    return a.GetLength() <= kLongestOfCurve && b.GetLength() <= kLongestOfCurve && std::abs(a.dBulge) < kSame
-           && std::abs(b.dBulge) < kSame && TurnBetween(a, b) < kGentle;
+    return a.GetLength() <= kLongestOfCurve && b.GetLength() <= kLongestOfCurve && IsStraight(a.dBulge)
+           && IsStraight(b.dBulge) && TurnBetween(a, b) < kGentle;
 }
 
 // The joining tests in the order they are tried: which single kind and which run they extend.
@@ -87,6 +100,8 @@ int JoinedKind(const SEGMENT& a, const SEGMENT& b, int kind) {
     return -1;
 }
 
+// Whether the last run of a closed source goes on in its first group: one test has to serve the kinds of both
+// and to pass for the segments that meet at the start point.
 bool ClosesOver(const SEGMENT& last, const SEGMENT& first, int runKind, int firstKind) {
     return std::any_of(std::begin(kJoins), std::end(kJoins), [&](const auto& join) {
         const auto serves = [&join](int kind) { return kind == join.single || kind == join.run; };
@@ -98,22 +113,37 @@ bool IsSingle(int kind) {
     return kind == Topo::kLine || kind == Topo::kArc;
 }
 
+// The point at a fraction of a contour's length. A joint belongs to the segment before it; (0, 0) above 1.
+DPOINT2 PointAlong(const CCadPolyline& contour, double ratio) {
+    double rest = contour.GetLength() * ratio;
+    for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
+        const SEGMENT segment = contour.GetSegment(i);
+        const double length = segment.GetLength();
+        if (rest - length <= 0) return segment.GetPoint(length > 0 ? rest / length : 0);
+        rest -= length;
+    }
+    return {};
+}
+
 } // namespace
 
 CTopoMultiPolyline* CTopoMultiPolyline::CreateTopoMultiPolyline(const CCadPolyline* source) {
     if (!source) return nullptr;
     std::unique_ptr<CTopoMultiPolyline> made(new CTopoMultiPolyline);
     made->m_ptStart = source->GetStartPoint();
-    const int count = source->GetSegmentCount();
-    if (count < 1) return made.release();
-    const SEGMENT first = source->GetSegment(0);
-    SEGMENT segment = first;
+    if (source->GetSegmentCount() > 0) made->EmitLast(made->EmitAllButLast(*source), *source);
+    return made.release();
+}
+
+// Emits the groups of a source with segments, and answers the run that is still growing at its end.
+CTopoMultiPolyline::Run CTopoMultiPolyline::EmitAllButLast(const CCadPolyline& source) {
+    SEGMENT segment = source.GetSegment(0);
     Run run(segment, 0);
-    for (int i = 1; i < count; ++i) {
-        const SEGMENT next = source->GetSegment(i);
+    for (int i = 1, count = source.GetSegmentCount(); i < count; ++i) {
+        const SEGMENT next = source.GetSegment(i);
         const int kind = JoinedKind(segment, next, run.info.nKind);
         if (kind < 0) {
-            made->Emit(run);
+            Emit(run);
             run = Run(next, i);
         } else {
             run.info.nKind = kind;
@@ -121,15 +151,17 @@ CTopoMultiPolyline* CTopoMultiPolyline::CreateTopoMultiPolyline(const CCadPolyli
         }
         segment = next;
     }
-    // with a group before it, the run may go on over the start
-    if (made->GetNodeCount() > 0 && source->IsClose()
-        && ClosesOver(segment, first, run.info.nKind, made->m_vecNodes.front()->nKind)) {
-        made->MergeIntoFirst(run);
-        made->m_ptStart = source->GetSegment(run.info.nFirst).ptStart;
-    } else {
-        made->Emit(run);
-    }
-    return made.release();
+    return run;
+}
+
+// The last run is a group of its own, or goes on over the start point in the first group, if there is one.
+void CTopoMultiPolyline::EmitLast(const Run& run, const CCadPolyline& source) {
+    const SEGMENT last = source.GetSegment(source.GetSegmentCount() - 1);
+    const bool goesOn = !m_vecNodes.empty() && source.IsClose()
+                        && ClosesOver(last, source.GetSegment(0), run.info.nKind, m_vecNodes.front()->nKind);
+    if (!goesOn) return Emit(run);
+    MergeIntoFirst(run);
+    m_ptStart = source.GetSegment(run.info.nFirst).ptStart;
 }
 
 CTopoMultiPolyline::CTopoMultiPolyline(const CTopoMultiPolyline& other)
@@ -163,22 +195,17 @@ DPOINT2 CTopoMultiPolyline::BeginOf(int node) const {
 DPOINT2 CTopoMultiPolyline::GetPoint(int node, double ratio) const {
     const CompoundNode* group = GetAt(node);
     if (!group) return {};
-    if (IsSame(ratio, 1)) return group->ptEnd;
+    if (IsSameRatio(ratio, 1)) return group->ptEnd;
     CCadPolyline contour(false);
     contour.SetStartPoint(BeginOf(node));
     for (const Node& n : group->vecNodes) contour.AddArc({n.x, n.y}, n.bulge);
-    if (IsSingle(group->nKind)) return contour.GetSegment(0).GetPoint(ratio);
-    double rest = contour.GetLength() * ratio;
-    for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
-        const SEGMENT segment = contour.GetSegment(i);
-        const double length = segment.GetLength();
-        if (rest - length <= 0) return segment.GetPoint(length > 0 ? rest / length : 0);
-        rest -= length;
-    }
-    return {};
+    return IsSingle(group->nKind) ? contour.GetSegment(0).GetPoint(ratio) : PointAlong(contour, ratio);
 }
 
-// Every node's point becomes that of the one before it, the first one's the end that the group now has.
+// Run backwards, a segment ends where it began: at the point of the node before it, for a group's first
+// segment at the point where the group began. The bulge changes its sign, but a straight one stays +0. The
+// groups are taken from the last to the first, so that the point where a group began is still that of the
+// group before it.
 void CTopoMultiPolyline::ReverseDir() {
     if (m_vecNodes.empty()) return;
     const DPOINT2 start = GetEndPoint();
@@ -217,7 +244,7 @@ void CTopoMultiPolyline::Translate(const gp_Vec2d& offset) {
 }
 
 void CTopoMultiPolyline::Rotate(const DPOINT2& centre, double angle) {
-    if (IsSame(angle, 0) || IsSame(angle, math::kTwoPi)) return;
+    if (IsSameAngle(angle, 0) || IsSameAngle(angle, math::kTwoPi)) return;
     MapPoints([&](const DPOINT2& p) { return RotatePoint(p, centre, angle); });
 }
 
@@ -240,8 +267,8 @@ void CTopoMultiPolyline::AddLine(const DPOINT2& end) {
 
 void CTopoMultiPolyline::AddArc(const DPOINT2& end, double bulge) {
     const DPOINT2 at = GetEndPoint();
-    if (IsSame(at.x, end.x) && IsSame(at.y, end.y)) return;
-    const bool line = std::abs(bulge) < kSame;
+    if (IsSameLength(at.x, end.x) && IsSameLength(at.y, end.y)) return;
+    const bool line = IsStraight(bulge);
     Append(line ? kLine : kArc, {{end.x, end.y, line ? 0 : bulge}});
 }
 

@@ -6,7 +6,6 @@
 /// state.
 #pragma once
 
-#include <qev/measure/co_edge.h>
 #include <qev/measure/filters.h>
 #include <qev/measure/measures.h>
 #include <qev/measure/point_tests.h>
@@ -17,6 +16,7 @@
 #include <qev/position/polyline_conversion.h>
 #include <qev/position/position_conversion.h>
 #include <qev/position/sharp_joints.h>
+#include <qev/range/ranges.h>
 #include <qev/range/sub_contour.h>
 #include <qev/types.h>
 #include <qevdata/qevdata.h>

@@ -23,19 +23,23 @@ QEVCOMMON_API bool PosToCoor(const CCadObject* object, int nSegIndex, double dRa
 
 /// The position of a point that lies within the tolerance (mm) of an object, or of an object below a group.
 /// The ratio of a line is the point's distance from the start, not projected and not clamped; a Bezier piece
-/// answers the nearest of 101 samples. An object of a kind without positions gives (0, 0). False when the
-/// point is farther away.
+/// answers the nearest of 101 samples. An object of a kind without positions gives (0, 0). False,
+/// with nothing written, when the point is farther away.
 QEVCOMMON_API bool CoorToPos(const CCadObject* object, const math::DPOINT2& point, math::POLYPOS& pos,
                              double dTolerance);
-/// The same within kDefaultPickTolerance.
+/// The position of a point that lies within kDefaultPickTolerance (0.01 mm) of an object, or of an object
+/// below a group. The ratio of a line is the point's distance from the start, not projected and not clamped;
+/// a Bezier piece answers the nearest of 101 samples. An object of a kind without positions gives (0, 0).
+/// False, with nothing written, when the point is farther away.
 QEVCOMMON_API bool CoorToPos(const CCadObject* object, const math::DPOINT2& point, math::POLYPOS& pos);
 /// Appends every position of a polyline at which a point lies (within 1e-6 mm); a joint comes once, as the
 /// start of its later segment. True when the list holds anything afterwards.
 QEVCOMMON_API bool CoorToPos(const CCadPolyline* polyline, const math::DPOINT2& point,
                              std::vector<math::POLYPOS>& positions);
 
-/// The ratio of a point that lies on a line or arc segment (within 1e-6 mm). False for other points, for a
-/// segment of no length, and for kinds other than the contours of lines and arcs.
+/// The ratio of a point that lies on a given line or arc segment of a contour, within 1e-6 mm. False, with
+/// nothing written, for other points, for an index without a segment, for a segment of no length, and for
+/// kinds other than the contours of lines and arcs.
 QEVCOMMON_API bool CoorToRatio(const CCadObject* object, const math::DPOINT2& point, int nSegIndex,
                                double& dRatio);
 
@@ -49,11 +53,5 @@ QEVCOMMON_API bool GetLengthStartToPos(const CCadObject* object, const math::POL
 /// when nothing lies within the tolerance (mm), and for a null or empty group.
 QEVCOMMON_API bool FindCadAndPosByPoint(const CCadGroup* group, const math::DPOINT2& point,
                                         const CCadObject*& object, math::POLYPOS& pos, double dTolerance);
-
-/// Whether a range starts after its end, so that on a closed contour it passes the start point. False for an
-/// invalid range.
-QEVCOMMON_API bool IsOverStartPoint(const math::PosRange& range);
-/// The same for a range between two positions.
-QEVCOMMON_API bool IsOverStartPoint(const math::POLYPOS& start, const math::POLYPOS& end);
 
 } // namespace qev

@@ -2,7 +2,8 @@
 /// Ordering, merging and intersecting ranges of positions on one contour.
 ///
 /// Positions are compared exactly unless a tolerance is named: the same segment, and ratios less than 1e-9
-/// apart. A range whose start lies after its end runs over the contour's start point (IsOverStartPoint).
+/// apart. A range whose start lies after its end runs over the contour's start point (IsOverStartPoint). No
+/// function keeps a list that it is given.
 #pragma once
 
 #include <vector>
@@ -12,8 +13,17 @@
 
 namespace qev {
 
+/// Whether a range starts after its end, so that on a closed contour it passes the start point: its start
+/// lies in a later segment, or in the same one with a ratio greater by 1e-9 or more. False for an invalid
+/// range.
+QEVCOMMON_API bool IsOverStartPoint(const math::PosRange& range);
+/// Whether the range from one position to another passes the start point of a closed contour: the first lies
+/// in a later segment, or in the same one with a ratio greater by 1e-9 or more. False when they make an
+/// invalid range.
+QEVCOMMON_API bool IsOverStartPoint(const math::POLYPOS& start, const math::POLYPOS& end);
+
 /// Orders ranges by their starts. Equal starts are left as the exchange sort leaves them that hosts have
-/// always had: for each place, every later range with an earlier start is swapped into it. Null is fine.
+/// always had: for each place, every later range with an earlier start is swapped into it. Nothing for null.
 QEVCOMMON_API void SortRange(std::vector<math::PosRange>* ranges);
 
 /// Merges ranges in SortRange's order into disjoint ones; nSegments is the contour's count of segments.
@@ -26,23 +36,29 @@ QEVCOMMON_API void CombineRange(std::vector<math::PosRange>* ranges, int nSegmen
 /// only its own ends here: callers that know their ranges not to wrap rely on the plain test. False for
 /// invalid arguments.
 QEVCOMMON_API bool IsRangeIntersected(const math::PosRange& range, const math::POLYPOS& pos);
-/// The same with ranges over the start point. Neither argument is checked for validity.
+/// Whether a position lies in a range, ends included within the tolerance; a range over the start point holds
+/// what lies behind its start and what lies before its end. Neither argument is checked for validity.
 QEVCOMMON_API bool IsRangeIntersected(const math::POLYPOS& pos, const math::PosRange& range);
-/// Whether a position lies strictly inside a range, exactly compared. False for invalid arguments.
+/// Whether a position lies strictly inside a range, compared exactly; a range over the start point holds what
+/// lies behind its start and what lies before its end. False for invalid arguments.
 QEVCOMMON_API bool IsRangeIntersectedWithoutEndpoint(const math::PosRange& range, const math::POLYPOS& pos);
 
 /// Whether two ranges share at least a point; two over the start point always do. False for invalid ranges.
 QEVCOMMON_API bool IsRangeIntersected(const math::PosRange& a, const math::PosRange& b);
-/// The same, but a touching end alone does not count.
+/// Whether two ranges share a stretch: a touching end alone, within the tolerance, does not count. Two over
+/// the start point always do. False for invalid ranges.
 QEVCOMMON_API bool IsRangeIntersectedBoundary(const math::PosRange& a, const math::PosRange& b);
 
-/// Whether any element shares a point with a range. The list is never null; so for the next two.
+/// Whether any range of a list shares a point with a range. False for an invalid range; invalid elements
+/// share nothing. The list must not be null.
 QEVCOMMON_API bool IsRangeIntersected(const std::vector<math::PosRange>* ranges, const math::PosRange& range);
-/// Whether any element of one list shares a point with one of another.
+/// Whether any range of one list shares a point with any of another; invalid elements share nothing. Neither
+/// list may be null.
 QEVCOMMON_API bool IsRangeIntersected(const std::vector<math::PosRange>* a,
                                       const std::vector<math::PosRange>* b);
-/// Whether any element holds a position, those over the start point too; false for an invalid position.
-/// Whether the elements are valid is not checked.
+/// Whether any range of a list holds a position, ends included within the tolerance; a range over the start
+/// point holds what lies behind its start and what lies before its end. False for an invalid position;
+/// whether the elements are valid is not checked. The list must not be null.
 QEVCOMMON_API bool IsRangeIntersected(const std::vector<math::PosRange>* ranges, const math::POLYPOS& pos);
 
 } // namespace qev

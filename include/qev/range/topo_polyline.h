@@ -41,22 +41,24 @@ public:
         double dLength = 0; ///< mm; of the source segments
     };
 
-    /// Groups a polyline; the caller owns the answer. Null for null. A line or an arc of no length that
-    /// stands alone is left out, its record stays.
+    /// Groups the segments of a polyline; the caller owns the answer. Null for null. A line or an arc of no
+    /// length (ends within 1e-9 mm) that stands alone is left out, its record stays.
     static CTopoMultiPolyline* CreateTopoMultiPolyline(const CCadPolyline* source);
 
-    /// Copies the groups, which keep no tie to the other's.
+    /// A copy with groups of its own: changing them leaves the other's as they are.
     CTopoMultiPolyline(const CTopoMultiPolyline& other);
-    /// The same; the groups held before are deleted.
+    /// Becomes a copy of the other with groups of its own; the groups held before are deleted, and pointers
+    /// to them end.
     CTopoMultiPolyline& operator=(const CTopoMultiPolyline& other);
+    /// Deletes the groups.
     virtual ~CTopoMultiPolyline();
 
     /// The group at an index, null when there is none. It stays with the polyline.
     CompoundNode* GetAt(int index) const;
     /// Number of groups.
     int GetNodeCount() const { return static_cast<int>(m_vecNodes.size()); }
-    /// One record for each group as it was made, those left out included; what is done to the groups later
-    /// leaves them as they are.
+    /// One record for each group as it was made, in the source's order, those left out included. The records
+    /// are not changed by what is done to the groups later.
     const std::vector<TopoInfo>& GetTopoInfo() const { return m_vecTopoInfo; }
 
     /// Where the first group starts. Without groups the source's start, math::NoPoint() if it had none.
@@ -65,15 +67,17 @@ public:
     void SetStartPoint(const math::DPOINT2& start) { m_ptStart = start; }
     /// The last group's end, or the start point without groups.
     math::DPOINT2 GetEndPoint() const;
-    /// The point at a fraction of a group's length, 0 its start and 1 its end. Beyond them the line or arc
-    /// that lies there goes on, but above 1 runs and curves give (0, 0); so does an index without a group.
+    /// The point at a fraction of a group's length, 0 its start and 1 its end. Below 0 the line or arc that
+    /// the group begins with is gone on backwards, above 1 a single line or arc goes on, and a run or curve
+    /// gives (0, 0). An index without a group gives (0, 0).
     math::DPOINT2 GetPoint(int node, double ratio) const;
 
-    /// Runs everything the other way: the groups, and the nodes of each.
+    /// Turns the direction round: the order of the groups, and of the nodes in each. The records keep theirs.
     void ReverseDir();
     /// Moves everything by a vector in mm.
     void Translate(const gp_Vec2d& offset);
-    /// Turns everything by an angle in radians; nothing for 0 and 2*pi (within 1e-9).
+    /// Turns everything about a centre by an angle in radians, counter-clockwise; nothing for 0 and 2*pi
+    /// (within 1e-9).
     void Rotate(const math::DPOINT2& centre, double angle);
     /// Mirrors about the line through a point at an angle in [0, pi). False with nothing changed for other
     /// angles and for a point that is no number.
@@ -90,6 +94,8 @@ private:
     void AddArcs(const std::vector<CCadPolyline::ARCNODE>& nodes);
     void AddCurve(const std::vector<CCadPolyline::ARCNODE>& nodes);
     void Append(int kind, const std::vector<CCadPolyline::ARCNODE>& nodes);
+    Run EmitAllButLast(const CCadPolyline& source);
+    void EmitLast(const Run& run, const CCadPolyline& source);
     void Emit(const Run& run);
     void MergeIntoFirst(const Run& run);
     template <class Map>
