@@ -8,7 +8,7 @@
 
 namespace qev {
 
-/// Functions on tagged points; it keeps no state.
+/// The convex hull of tagged points and the test for points on a line; it keeps no state.
 class QEVCOMMON_API CConvexHelper {
 public:
     /// A point and what its caller knows it by.

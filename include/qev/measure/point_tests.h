@@ -12,18 +12,19 @@ class CCadLine;
 class CCadRectangle;
 class SEGMENT;
 
-/// Whether a point lies within 1e-6 mm of an arc, ends included. False for null.
+/// Whether a point lies within 1e-6 mm of an arc, its ends included. False for null.
 QEVCOMMON_API bool IsPointInArc(const math::DPOINT2& p, const CCadArc* arc);
-/// The same for a line.
+/// Whether a point lies within 1e-6 mm of a line, its ends included. False for null.
 QEVCOMMON_API bool IsPointInLine(const math::DPOINT2& p, const CCadLine* line);
 /// Whether a point lies inside a rectangle or on its boundary (within 1e-9 mm). False for null.
 QEVCOMMON_API bool IsPointInRectangle(const math::DPOINT2& p, const CCadRectangle* rectangle);
 
-/// The arc of an arc segment, with a fresh id. A straight segment gives an arc of zeros.
+/// A new arc object with the shape of an arc segment and a fresh id. A segment that is no arc, by its bulge
+/// or its chord, gives an arc whose measures are all 0.
 QEVCOMMON_API CCadArc GetCadArcFromSeg(const SEGMENT& segment);
 
-/// The signed angle from u to v in radians, in [-pi, pi]; exactly opposite vectors give -pi. Not a number for
-/// a zero vector.
+/// The angle from u to v in radians, in [-pi, pi], positive when v lies to the left of u; exactly opposite
+/// vectors give -pi. Right to about 1e-15. Not a number for a zero vector.
 QEVCOMMON_API double IntersectionAngle(const math::DPOINT2& u, const math::DPOINT2& v);
 
 } // namespace qev

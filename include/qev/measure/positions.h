@@ -2,8 +2,9 @@
 /// How a position on a contour is counted, validated and normalised.
 ///
 /// The normal form writes a joint as the start of the later segment, except the very end of an open contour.
-/// Ratios are compared with the tolerance 1e-9: a ratio just above 1 is 1. Objects of other kinds than lines,
-/// circles, arcs, ellipses, elliptic arcs (one segment each) and the segment contours have no segments.
+/// Ratios are compared within 1e-9, so that a ratio just above 1 is 1. Lines, circles, arcs, ellipses and
+/// elliptic arcs have one segment each, segment contours as many as they say; objects of other kinds have
+/// none.
 #pragma once
 
 #include <qev/export.h>
@@ -12,7 +13,8 @@
 
 namespace qev {
 
-/// Number of segments: 1 for single-piece kinds, GetSegmentCount() for segment contours, -1 otherwise.
+/// Number of segments of an object: 1 for a line, circle, arc, ellipse or elliptic arc, GetSegmentCount() for
+/// segment contours, -1 for other kinds and null.
 QEVCOMMON_API int GetCadSegments(const CCadObject* object);
 
 /// The segment before segment i: cyclic on a closed contour; -1 before the first of an open one, and when the
@@ -24,24 +26,29 @@ QEVCOMMON_API int GetNextSegmentIndex(const CCadObject* object, int i);
 
 /// Whether a position is malformed: a negative index, a ratio below 0, above 1 or not a number.
 QEVCOMMON_API bool IsInvalidPos(const math::POLYPOS& pos);
-/// Whether a position is malformed, off the contour, or not in normal form at the end of a segment.
+/// Whether a position is malformed, lies on no segment of the object, or is written as the end of a segment
+/// that another one follows: NormalizePos mends the last. True for an object without segments and for null.
 QEVCOMMON_API bool IsInvalidPos(const CCadObject* object, const math::POLYPOS& pos);
 
-/// Whether a range is empty or either of its positions is malformed.
+/// Whether a range is empty (both positions on one segment, ratios less than 1e-9 apart) or one of its
+/// positions is malformed.
 QEVCOMMON_API bool IsInvalidRange(const math::PosRange& range);
-/// The same, or whether either of its positions is invalid on the object.
+/// Whether a range is empty (both positions on one segment, ratios less than 1e-9 apart) or one of its
+/// positions is invalid on the object. True for an object without segments and for null.
 QEVCOMMON_API bool IsInvalidRange(const CCadObject* object, const math::PosRange& range);
 
-/// Rewrites a position into normal form. On an object without segments a position stays as it is, or becomes
-/// (-1, 0) when its ratio is 1. Past the end of an open contour it does the same, but for (count, 0), which
-/// becomes the end.
+/// Rewrites a position into normal form: the end of a segment as the start of the next one, an index beyond a
+/// closed contour modulo the number of segments, (count, 0) of an open contour as its end. Where there is no
+/// next segment, on an object without segments or past the end of an open contour, a ratio of 1 gives (-1, 0)
+/// and every other position stays as it is.
 QEVCOMMON_API void NormalizePos(const CCadObject* object, math::POLYPOS& pos);
-/// The same for both positions of a range.
+/// Rewrites both positions of a range into normal form, each as NormalizePos does.
 QEVCOMMON_API void NormalizePosRange(const CCadObject* object, math::PosRange& range);
 
-/// The scalar form of a position, index + ratio.
+/// A position as one number, index + ratio: positions of one contour sort by it.
 QEVCOMMON_API double PolyPosToDouble(const math::POLYPOS& pos);
-/// The position of a scalar, normalised on the object; (-1, 0) for values that no index can hold.
+/// The position of a number index + ratio, in normal form on the object; (-1, 0) for a number whose whole
+/// part no int can hold, and for what is no number.
 QEVCOMMON_API math::POLYPOS DoubleToPolyPos(const CCadObject* object, double value);
 
 } // namespace qev

@@ -16,12 +16,13 @@ inline constexpr int kRectPlaneStock = 0x1001;
 /// scalar parameter is the third value.
 QEVCOMMON_API Adobe* Make_RectPlane(double width, double height, double thickness);
 
-/// Appends that rectangle to a section group, which owns it: a closed polyline of four lines,
-/// counter-clockwise from the lower left corner. Nothing for null.
+/// Appends a rectangle of width x height mm about the origin to a section group, which owns it: a closed
+/// polyline of four lines, counter-clockwise from the lower left corner. Nothing for null.
 QEVCOMMON_API void MakeSectionData_RectPlane(CCadGroup* section, double width, double height);
 
-/// Reads a plate back. Always false: callers judge by the stock's kind. Nothing is written for null, another
-/// kind, or a section that is not exactly one polyline of two nodes or more.
+/// Reads the measures of a plate in mm. The answer is always false; callers judge by the stock's kind.
+/// Nothing is written for null, for another kind, and for a section that is not exactly one polyline of two
+/// nodes or more.
 QEVCOMMON_API bool GetRectPlaneParam(const Adobe* stock, double& width, double& height, double& thickness);
 
 /// Comparison of stock outlines; it keeps no state.

@@ -21,57 +21,73 @@ struct PosInfo {
 };
 
 /// Finds the object of a group that is picked at a point and the position on it that is nearest to the point.
-/// Groups and relation groups are searched through their members. The object keeps the group's address only.
-/// Nothing throws, and nothing is written when nothing is found.
+/// Groups and relation groups are searched through their members. The calculator keeps the group's address
+/// only, so that the group has to outlive it. Nothing is written when nothing is found.
 class QEVCOMMON_API CPosCalculator {
 public:
-    /// The objects to search, the point (copied; null keeps the one before), and the tolerance in mm of Hit.
+    /// Takes the objects to search, the point (it is copied; null keeps the one before), and how far from the
+    /// point in mm an object may lie to be picked.
     void Init(const CCadGroup* group, const math::DPOINT2* point, double tolerance);
 
-    /// Picks among all objects, or among closed ones only. True when an object was hit; with one of a
-    /// kind without positions the tag, index and ratio stay as they were. False for null.
+    /// Picks among all objects, or among closed ones only, as Hit does, and writes the object and the nearest
+    /// position on it. True when an object was hit; with one of a kind without positions the tag, index and
+    /// ratio stay as they were. False for null.
     bool CalculatePosition(PosInfo* info, bool bClosedOnly);
 
-    /// Distance from p to the line or arc (|bulge| from 1e-9 on) from a to b, by Heron's rule for lines: its
-    /// error grows to about 1.5e-8 of the length near the line.
+    /// Distance in mm from p to the line (|bulge| below 1e-9) or arc from a to b. Lines are measured by
+    /// Heron's rule, which is off by up to about 1.5e-8 of the longest of the three distances between p, a
+    /// and b.
     static double GetMinDistance(const math::DPOINT2& p, const math::DPOINT2& a, const math::DPOINT2& b,
                                  const double& bulge);
-    /// The ratio in [0, 1] of the foot of the perpendicular from p; beside an arc's sweep that of its nearer
-    /// end.
+    /// The ratio in [0, 1] of the foot of the perpendicular from p on the line (|bulge| below 1e-9) or arc
+    /// from a to b. Beyond a line's ends, and beside an arc's sweep as seen from its centre, the ratio of the
+    /// nearer end. A line shorter than 3.2e-5 mm gives 0, but 1 for its end.
     static double GetPerpendicularFootRatio(const math::DPOINT2& p, const math::DPOINT2& a,
                                             const math::DPOINT2& b, const double& bulge);
     /// The length from the start of a contour of lines and arcs to a point on it (within 1e-6 mm), as a
-    /// fraction of the whole length; 1 when no segment holds the point, not a number without a length.
+    /// fraction of the whole length; 1 when no segment holds the point, not a number for a contour without a
+    /// length and for null. The contour is only read.
     static double GetPtInMultiRatio(const math::DPOINT2& p, CCadObject* contour);
 
 protected:
-    /// Writes tag, index and ratio of the calculator's point on an object, and no object. True for every
-    /// kind, also for one without positions; false for null, and with the flag for an open object.
+    /// Writes tag, index and ratio of the calculator's point on an object, and null as the object that was
+    /// hit. True for every kind, also for one without positions, for which nothing is written; false for
+    /// null, and with the flag for an open object.
     bool _RetrieveNearestPos(const CCadObject* object, PosInfo* info, bool bClosedOnly) const;
 
     /// Collects the objects below a group, flattened in drawing order, into a group that must not delete
     /// them: its children have to be picked off again. Nothing for null.
     static void _SelectObject(const CCadGroup* group, CCadGroup* into);
-    /// The same for all objects of a list.
+    /// Collects the objects of a list and those below its groups, flattened in drawing order, into a group
+    /// that must not delete them: its children have to be picked off again. Nothing for null.
     static void _SelectObject(const std::list<CCadObject*>* objects, CCadGroup* into);
-    /// The same below a group, closed objects only.
+    /// Collects the closed objects below a group, flattened in drawing order, into a group that must not
+    /// delete them: its children have to be picked off again. Nothing for null.
     static void _SelectClosedObject(const CCadGroup* group, CCadGroup* into);
-    /// The same for all objects of a list, closed ones only.
+    /// Collects the closed objects of a list and those below its groups, flattened in drawing order, into a
+    /// group that must not delete them: its children have to be picked off again. Nothing for null.
     static void _SelectClosedObject(const std::list<CCadObject*>* objects, CCadGroup* into);
 
-    // The kinds one by one. Each serves whatever the object is: the kind is looked at once, in one place.
+    // The handlers of the kinds. Hosts call them by these names; each serves an object of any kind, because
+    // the kind is looked at in one place only.
 
-    /// _RetrieveNearestPos without the flag, its answer dropped; so for the next five.
+    /// Writes tag, index and ratio of the calculator's point on a line, or on an object of any other kind
+    /// with positions. Nothing is written for null and for kinds without positions.
     void _Line(const CCadObject* object, PosInfo* info) const;
-    /// As _Line, under the name for arcs.
+    /// Writes tag, index and ratio of the calculator's point on an arc, or on an object of any other kind
+    /// with positions. Nothing is written for null and for kinds without positions.
     void _Arc(const CCadObject* object, PosInfo* info) const;
-    /// As _Line, under the name for circles.
+    /// Writes tag, index and ratio of the calculator's point on a circle, or on an object of any other kind
+    /// with positions. Nothing is written for null and for kinds without positions.
     void _Circle(const CCadObject* object, PosInfo* info) const;
-    /// As _Line, under the name for ellipses.
+    /// Writes tag, index and ratio of the calculator's point on an ellipse, or on an object of any other kind
+    /// with positions. Nothing is written for null and for kinds without positions.
     void _Ellipse(const CCadObject* object, PosInfo* info) const;
-    /// As _Line, under the name for elliptic arcs.
+    /// Writes tag, index and ratio of the calculator's point on an elliptic arc, or on an object of any other
+    /// kind with positions. Nothing is written for null and for kinds without positions.
     void _EllipseArc(const CCadObject* object, PosInfo* info) const;
-    /// As _Line, under the name for segment contours.
+    /// Writes tag, index and ratio of the calculator's point on a segment contour, or on an object of any
+    /// other kind with positions. Nothing is written for null and for kinds without positions.
     void _MultiSegments(const CCadObject* object, PosInfo* info) const;
 
 private:

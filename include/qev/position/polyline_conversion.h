@@ -12,14 +12,18 @@ namespace qev {
 class CCadObject;
 class CCadPolyline;
 
-/// Under an absolute error in mm. nSegmentType: 0 lines and arcs, 1 lines only, 2 arcs (lines stay); null for
-/// others.
+/// A new polyline along an object, owned by the caller, that leaves it by dAbsoluteError mm at most.
+/// nSegmentType: 0 lines and arcs, 1 lines only, 2 arcs (lines stay lines). Null for other types, for a null
+/// object and when the converter makes none.
 QEVCOMMON_API CCadPolyline* Convert2Polyline(const CCadObject* object, int nSegmentType,
                                              double dAbsoluteError);
-/// With lines and arcs.
+/// A new polyline of lines and arcs along an object, owned by the caller, that leaves it by dAbsoluteError mm
+/// at most. Null for a null object and when the converter makes none.
 QEVCOMMON_API CCadPolyline* Convert2Polyline(const CCadObject* object, double dAbsoluteError);
-/// With lines and arcs, and the source segment of every segment of the polyline: for circles, arcs, ellipses
-/// and elliptic arcs zeros are put in front of what the map holds, otherwise 0, 1, 2, ... is appended to it.
+/// A new polyline of lines and arcs along an object, owned by the caller, that leaves it by dAbsoluteError mm
+/// at most, and the source segment of each of its segments: for circles, arcs, ellipses and elliptic arcs
+/// zeros are put in front of what the map holds, otherwise 0, 1, 2, ... is appended to it. Null, with the map
+/// as it was, for a null object and when the converter makes none.
 QEVCOMMON_API CCadPolyline* Convert2Polyline(const CCadObject* object, std::vector<int>& segMap,
                                              double dAbsoluteError);
 

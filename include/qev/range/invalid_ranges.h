@@ -11,21 +11,23 @@ namespace qev {
 
 class CCadObject;
 
-/// The zone from dBefore mm before a position to dAfter mm after it, along the contour; the range's tag
-/// stays. A zone that reaches round to itself becomes the whole contour, (0, 0) to (count - 1, 1). True then,
-/// and when the zone is a valid range on the contour; false with nothing written for a position off the
-/// contour.
+/// Writes the zone from dBefore mm before a position to dAfter mm after it, along the contour; the range's
+/// tag stays. A zone that reaches round to itself becomes the whole contour, (0, 0) to (count - 1, 1). True
+/// then, and when the zone is a valid range on the contour, which it is not when both lengths are 0. False
+/// with nothing written for a position whose segment the contour does not have.
 QEVCOMMON_API bool GenerateInvalidRange(const CCadObject* contour, const math::POLYPOS& pos, double dBefore,
                                         double dAfter, math::PosRange& range);
 
-/// Adds the zones of dDistance mm before and after every joint that turns by dAngleDegrees or more
-/// (CollectPos) to what the list holds, and sorts and merges it all; the list is never null. False at the
-/// first corner without a zone: the list then holds the zones before it as they came.
+/// Adds to a list of ranges the zones from dDistance mm before to dDistance mm after every joint that turns
+/// by dAngleDegrees or more (CollectPos), and sorts and merges all that the list holds then (SortRange,
+/// CombineRange). The list must not be null. False at the first corner that has no zone: the list then holds
+/// the zones of the corners before it, neither sorted nor merged.
 QEVCOMMON_API bool GenerateCornerInvalidRange(const CCadObject* contour, double dDistance,
                                               double dAngleDegrees, std::vector<math::PosRange>* ranges);
 
-/// Whether the zone round a position shares a point with a range. Without a zone (0, 0) to (0, 0.5) is tested
-/// in its place; callers depend on that.
+/// Whether the zone from dBefore mm before a position to dAfter mm after it (GenerateInvalidRange) shares a
+/// point with a range. For a position off the contour, which has no zone, the range (0, 0) to (0, 0.5) is
+/// tested in its place; callers depend on that.
 QEVCOMMON_API bool IsRangeIntersected(const CCadObject* contour, const math::POLYPOS& pos, double dBefore,
                                       double dAfter, const math::PosRange& range);
 
