@@ -33,6 +33,7 @@ enum class Shape {
     kText
 };
 
+/// A kind code and what it stands for.
 struct KindRow {
     cad_t code;
     Shape shape;
@@ -59,13 +60,14 @@ inline constexpr std::array kKinds{
     KindRow{kCadText, Shape::kText},
 };
 
+/// What the objects of a kind are; kNone for a code that the library does not know.
 constexpr Shape ShapeOf(cad_t code) {
     for (const KindRow& row : kKinds)
         if (row.code == code) return row.shape;
     return Shape::kNone;
 }
 
-/// A set of contour kinds, 0x1800 to 0x1870.
+/// A set of contour kinds, one bit for each code from 0x1800 to 0x1870. Other codes are never in it.
 class KindSet {
 public:
     constexpr KindSet(std::initializer_list<cad_t> codes) {
@@ -91,8 +93,8 @@ private:
 inline constexpr KindSet kSegmentContours{kCadRectangle, kCad1820, kCad1830, kCadPolyline, kCadPolylineEx};
 /// Total length: 0x1800 and 0x1850 know theirs though they have no segments.
 inline constexpr KindSet kLengthContours = kSegmentContours + kCad1800 + kCadCurve;
-/// Direction at a position and length up to it: written before the extended polyline, with the curve that
-/// answers one segment.
+/// Direction at a position and length up to it: without the extended polyline, which is younger than these
+/// functions, and with the curve, which answers one segment.
 inline constexpr KindSet kDirectionContours = kSegmentContours - kCadPolylineEx + kCadCurve;
 /// Point at a position: whatever answers GetSegment, 0x1800 included.
 inline constexpr KindSet kPointContours = kSegmentContours + kCad1800;
@@ -100,7 +102,8 @@ inline constexpr KindSet kPointContours = kSegmentContours + kCad1800;
 inline constexpr KindSet kPickedContours = kSegmentContours + kCadCurve;
 /// Ratio of a point on one segment: lines and arcs only, so that the extended polyline is left out.
 inline constexpr KindSet kRatioContours = kSegmentContours - kCadPolylineEx;
-/// Length between two positions: as kRatioContours, and 0x1800.
+/// Length between two positions: lines and arcs only, so that the extended polyline is left out, and 0x1800,
+/// which answers GetSegment.
 inline constexpr KindSet kBetweenContours = kRatioContours + kCad1800;
 
 /// A contour of the set that a visit asked for, used through the virtual operations of CCadObject: a host's

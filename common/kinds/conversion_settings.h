@@ -1,5 +1,5 @@
 /// \file
-/// The settings text of a conversion. Private to contours and geometry.
+/// The settings text of a conversion. Private to the library.
 #pragma once
 
 #include <charconv>
@@ -8,7 +8,9 @@
 
 namespace qev {
 
-/// "SegmentType=<word>;AbsoluteError=%14.6f;", with a decimal point whatever locale the host has set.
+/// The text that the converter of the data library reads its settings from:
+/// "SegmentType=<word>;AbsoluteError=%14.6f;", the error in mm, with a decimal point whatever locale the host
+/// has set.
 inline std::string ConversionSettings(std::string_view segmentType, double absoluteError) {
     constexpr std::size_t kWidth = 14;
     constexpr int kDecimals = 6;
