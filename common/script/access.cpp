@@ -1,16 +1,39 @@
-#include <algorithm>
-#include <cstring>
-#include <new>
+// The cursor itself: where it stands, and how it moves.
+//
+// The current table is the value on top of the Lua stack, so that the cursor needs no reference to it and a
+// caller may push a table of its own to start from. An Enter pushes exactly one value and opens exactly one
+// level whatever it finds, nil where there is no table: a caller may then write one Leave for each Enter and
+// need not ask how the Enter went. Reading and writing a field, and what Lua may raise meanwhile, is the
+// business of fields.h; the entered keys, for error texts, that of path.h.
 
 #include <qev/script/access.h>
 
 #include "fields.h"
 
 namespace qev {
+namespace {
 
-struct CLuaAccess::PathName {
-    char text[128];
-};
+// Steps into the table under a key; `shown` is the key that an error text ends with.
+template <class Key>
+bool EnterKey(CLuaAccess& cursor, Key key, const char* shown) {
+    const LuaPath path(cursor);
+    if (!path.HasRoom()) cursor.ErrorHandle(shown, nullptr, message::kTooDeep);
+    const LuaFields fields(cursor);
+    path.Open(key);
+    if (!fields.Fetch(key)) {
+        lua_pushnil(fields.L);
+        return false;
+    }
+    const int type = lua_type(fields.L, -1);
+    if (type == LUA_TTABLE) return true;
+    if (type == LUA_TNIL && !cursor.m_bAutoCreate) return false;
+    lua_pop(fields.L, 1);
+    if (type != LUA_TNIL) cursor.ErrorHandle(shown, nullptr, message::kNoTable);
+    fields.CreateTable(key);
+    return true;
+}
+
+} // namespace
 
 CLuaAccess::CLuaAccess(lua_State* L) : m_pLuaState(L), m_nBaseTop(lua_gettop(L)) {
     if (lua_checkstack(L, 1)) m_pTexts = LuaTexts::Find(L);
@@ -21,53 +44,12 @@ CLuaAccess::~CLuaAccess() {
     if (lua_checkstack(m_pLuaState, m_nBaseTop)) lua_settop(m_pLuaState, m_nBaseTop);
 }
 
-// The next level's name, to be written to: a new one if there is none or a copy of the cursor shares it.
-CLuaAccess::PathName& CLuaAccess::OwnLevel() try {
-    std::shared_ptr<PathName>& level = m_szPath[m_nDepth];
-    if (level.use_count() != 1) level = std::make_shared<PathName>();
-    ++m_nDepth;
-    return *level;
-} catch (const std::bad_alloc&) {
-    ErrorHandle("", nullptr, message::kNoMemory);
-}
-
-void CLuaAccess::SetLevel(const char* name) {
-    PathName& level = OwnLevel();
-    if (!name) name = "";
-    const std::size_t length = std::min(std::strlen(name), sizeof level.text - 1);
-    std::memcpy(level.text, name, length);
-    level.text[length] = '\0';
-}
-
-void CLuaAccess::SetLevel(int index) {
-    const KeyText text(index);
-    std::memcpy(OwnLevel().text, text, std::strlen(text) + 1);
-}
-
-template <class Key>
-bool CLuaAccess::EnterKey(Key key, const char* shown) {
-    if (m_nDepth < 0 || m_nDepth >= kMaxDepth) ErrorHandle(shown, nullptr, message::kTooDeep);
-    LuaFields fields(*this);
-    SetLevel(key);
-    if (!fields.Fetch(key)) {
-        lua_pushnil(m_pLuaState);
-        return false;
-    }
-    const int type = lua_type(m_pLuaState, -1);
-    if (type == LUA_TTABLE) return true;
-    if (type == LUA_TNIL && !m_bAutoCreate) return false;
-    lua_pop(m_pLuaState, 1);
-    if (type != LUA_TNIL) ErrorHandle(shown, nullptr, message::kNoTable);
-    fields.CreateTable(key);
-    return true;
-}
-
 bool CLuaAccess::Enter(const char* name) {
-    return EnterKey(name, name);
+    return EnterKey(*this, name, name);
 }
 
 bool CLuaAccess::Enter(int index) {
-    return EnterKey(index, nullptr);
+    return EnterKey(*this, index, nullptr);
 }
 
 void CLuaAccess::Leave() {
@@ -75,29 +57,8 @@ void CLuaAccess::Leave() {
     if (lua_gettop(m_pLuaState) > 0) lua_pop(m_pLuaState, 1);
 }
 
-void CLuaAccess::ComposeError(const char* key, const char* value, const char* message) {
-    std::size_t length = 0;
-    const auto append = [&](const char* text) {
-        const std::size_t fits = std::min(std::strlen(text), sizeof m_szError - 1 - length);
-        std::memcpy(m_szError + length, text, fits);
-        length += fits;
-    };
-    for (int level = 0; level < m_nDepth; ++level) {
-        append(m_szPath[level]->text);
-        append(".");
-    }
-    append(key ? key : "");
-    if (value) {
-        append(" = ");
-        append(value);
-    }
-    append(" ");
-    append(message ? message : "");
-    m_szError[length] = '\0';
-}
-
 void CLuaAccess::ErrorHandle(const char* key, const char* value, const char* message) {
-    ComposeError(key, value, message);
+    LuaPath(*this).Compose(key, value, message);
     ThrowText(m_szError);
 }
 

@@ -1,3 +1,16 @@
+// Calls of Lua functions with typed arguments and results.
+//
+// A call is prepared on the Lua stack itself: StartCall puts the function there, each Push one argument
+// behind it, and EndCall needs only their number. A table argument is filled by the ordinary Write, as it
+// lies on top of the stack like any current table; inside an argument a table is pushed behind its key, and
+// leaving it stores the two in the table below.
+//
+// CallLuaFunc takes the same way, with a letter for each argument and result. The letters are followed
+// strictly from left to right, because the values lie in an argument list of C: after a letter that is
+// unknown nothing behind it can be found any more, so that the call ends there with an error and does not
+// guess. The results are read while they still lie on the stack; after an error they stay there, for the
+// destructor to drop.
+
 #include <algorithm>
 #include <cstdarg>
 #include <cstdlib>
@@ -9,13 +22,13 @@
 #include "fields.h"
 
 namespace qev {
+namespace {
 
 // Resumes the state as callers have always relied on: a function on top of the stack runs, a script that has
 // yielded goes on. Lua refuses it while a function runs in the state and after a resume has failed once,
 // which is the ordinary case. It would then only push a text, to be dropped again, and set the state's count
 // of nested calls to 0, so that such a state is not asked.
-void CLuaAccess::ResumeIdly() {
-    lua_State* const L = m_pLuaState;
+void ResumeIdly(lua_State* L) {
     const int status = lua_status(L);
     lua_Debug running;
     if (status == LUA_OK ? lua_getstack(L, 0, &running) != 0 : status != LUA_YIELD) return;
@@ -26,12 +39,138 @@ void CLuaAccess::ResumeIdly() {
     if (lua_gettop(L) < 0) lua_settop(L, 0); // a script has made nil callable, and the stack was empty
 }
 
-// Pushes a global, nil for a null name.
-void CLuaAccess::PushGlobal(const char* name) {
-    const LuaFields fields(*this);
-    lua_rawgeti(m_pLuaState, LUA_REGISTRYINDEX, LUA_RIDX_GLOBALS);
-    if (!fields.Fetch(name)) lua_pushnil(m_pLuaState);
-    lua_remove(m_pLuaState, -2);
+// Turns the number in a stack slot into its text.
+void MakeText(CLuaAccess& cursor, int index) {
+    const LuaFields fields(cursor);
+    lua_pushvalue(fields.L, index);
+    fields.Protected("", 1, 1, [](lua_State* inner) {
+        lua_tostring(inner, 2);
+        return 1;
+    });
+    lua_replace(fields.L, index);
+    lua_pop(fields.L, 1);
+}
+
+// The values behind the format of CallLuaFunc, one after the other.
+struct Arguments {
+    ~Arguments() { va_end(list); }
+    template <class T>
+    T Next() {
+        return va_arg(list, T);
+    }
+
+    va_list list;
+};
+
+void PushArgument(CLuaAccess& cursor, char letter, Arguments& arguments) {
+    switch (letter) {
+    case 'b':
+        cursor.Push(arguments.Next<int>() != 0);
+        break;
+    case 'i':
+        cursor.Push(arguments.Next<int>());
+        break;
+    case 'd':
+        cursor.Push(arguments.Next<double>());
+        break;
+    case 's':
+        cursor.Push(arguments.Next<const char*>());
+        break;
+    default:
+        cursor.ErrorHandle("", nullptr, message::kWrongParameter);
+    }
+}
+
+} // namespace
+
+// The call that a cursor prepares and whose results it reads.
+class LuaCall {
+public:
+    explicit LuaCall(CLuaAccess& cursor) : m_rCursor(cursor) {}
+
+    // Has `push` push a value of the call, or does nothing before there is one.
+    template <class Pusher>
+    bool Push(Pusher push) const {
+        if (!m_rCursor.m_bCallReady) return true;
+        push(LuaFields(m_rCursor));
+        ++m_rCursor.m_nPushCount[m_rCursor.m_nPushLevel];
+        return true;
+    }
+    bool PushTable(const char* name) const;
+    void PopResult(char letter, int index, Arguments& arguments) const;
+
+private:
+    template <class T>
+    void PopInto(T* value, int index) const;
+    void PopCopy(char** copy, int index) const;
+    void PopInBuffer(char** buffer, int size, int index) const;
+
+    CLuaAccess& m_rCursor;
+};
+
+// Pushes the key, a name or else the count, and the table.
+bool LuaCall::PushTable(const char* name) const {
+    if (m_rCursor.m_nDepth >= CLuaAccess::kMaxDepth) m_rCursor.ErrorHandle("", nullptr, message::kTooDeep);
+    if (!m_rCursor.m_bCallReady) return false;
+    int& level = m_rCursor.m_nPushLevel;
+    int& count = m_rCursor.m_nPushCount[level];
+    if (level == CLuaAccess::kMaxDepth - 1) m_rCursor.ErrorHandle("", nullptr, message::kTooDeep);
+    LuaFields(m_rCursor).Protected("", 0, LUA_MULTRET, [&](lua_State* inner) {
+        if (name)
+            lua_pushstring(inner, name);
+        else
+            lua_pushnumber(inner, count);
+        lua_createtable(inner, 0, 0);
+        return level == 0 ? 1 : 2;
+    });
+    ++count;
+    ++level;
+    return true;
+}
+
+// Reads a result into what the caller's pointer points to.
+template <class T>
+void LuaCall::PopInto(T* value, int index) const {
+    if (!value) m_rCursor.ErrorHandle("", nullptr, message::kWrongResult);
+    m_rCursor.Pop(*value, index);
+}
+
+void LuaCall::PopCopy(char** copy, int index) const {
+    const char* text = nullptr;
+    PopInto(copy ? &text : nullptr, index);
+    const std::size_t size = std::strlen(text) + 1;
+    auto* memory = static_cast<char*>(std::malloc(size)); // the caller calls free()
+    if (!memory) m_rCursor.ErrorHandle("", nullptr, message::kNoMemory);
+    *copy = static_cast<char*>(std::memcpy(memory, text, size));
+}
+
+void LuaCall::PopInBuffer(char** buffer, int size, int index) const {
+    const char* text = nullptr;
+    PopInto(buffer && *buffer ? &text : nullptr, index);
+    const std::size_t length = std::strlen(text);
+    if (size < 0 || length > static_cast<std::size_t>(size))
+        m_rCursor.ErrorHandle("", nullptr, message::kBufferTooShort);
+    std::memset(*buffer, 0, size);
+    std::memcpy(*buffer, text, length);
+}
+
+void LuaCall::PopResult(char letter, int index, Arguments& arguments) const {
+    switch (letter) {
+    case 'b':
+        return PopInto(arguments.Next<bool*>(), index);
+    case 'i':
+        return PopInto(arguments.Next<int*>(), index);
+    case 'd':
+        return PopInto(arguments.Next<double*>(), index);
+    case 's':
+        return PopCopy(arguments.Next<char**>(), index);
+    case 'S': {
+        char** buffer = arguments.Next<char**>();
+        return PopInBuffer(buffer, arguments.Next<int>(), index);
+    }
+    default:
+        m_rCursor.ErrorHandle("", nullptr, message::kWrongResult);
+    }
 }
 
 bool CLuaAccess::StartCall(const char* table, const char* func, int resultCount) {
@@ -40,12 +179,13 @@ bool CLuaAccess::StartCall(const char* table, const char* func, int resultCount)
     m_bAutoCreate = true;
     m_nResultCount = resultCount;
     m_nPushLevel = 0;
-    ResumeIdly();
+    ResumeIdly(m_pLuaState);
     if (!func) ErrorHandle("", nullptr, message::kNoFunction);
-    PushGlobal(table ? table : func);
+    const LuaFields fields(*this);
+    fields.PushGlobal(table ? table : func);
     if (table) {
         if (!lua_istable(m_pLuaState, -1)) ErrorHandle("", nullptr, message::kStartCallNoTable);
-        LuaFields(*this).Fetch(func);
+        fields.Fetch(func);
         lua_remove(m_pLuaState, -2);
     }
     if (!lua_isfunction(m_pLuaState, -1)) ErrorHandle("", nullptr, message::kFunctionNotFound);
@@ -67,17 +207,8 @@ bool CLuaAccess::EndCall() {
     return true;
 }
 
-// Pushes a value of the call being prepared, or nothing before there is one.
-template <class Pusher>
-bool CLuaAccess::PushWith(Pusher push) {
-    if (!m_bCallReady) return true;
-    push(LuaFields(*this));
-    ++m_nPushCount[m_nPushLevel];
-    return true;
-}
-
 bool CLuaAccess::Push(bool value) {
-    return PushWith([value](const LuaFields& fields) { lua_pushboolean(fields.L, value); });
+    return LuaCall(*this).Push([value](const LuaFields& fields) { lua_pushboolean(fields.L, value); });
 }
 
 bool CLuaAccess::Push(int value) {
@@ -85,37 +216,20 @@ bool CLuaAccess::Push(int value) {
 }
 
 bool CLuaAccess::Push(double value) {
-    return PushWith([value](const LuaFields& fields) { lua_pushnumber(fields.L, value); });
+    return LuaCall(*this).Push([value](const LuaFields& fields) { lua_pushnumber(fields.L, value); });
 }
 
 bool CLuaAccess::Push(const char* text) {
-    return PushWith(
+    return LuaCall(*this).Push(
         [text](const LuaFields& fields) { text ? fields.PushText(text) : lua_pushnil(fields.L); });
 }
 
-// Pushes the key, a name or else the count, and the table.
-bool CLuaAccess::PushNewTable(const char* name) {
-    if (m_nDepth >= kMaxDepth) ErrorHandle("", nullptr, message::kTooDeep);
-    if (!m_bCallReady) return false;
-    if (m_nPushLevel == kMaxDepth - 1) ErrorHandle("", nullptr, message::kTooDeep);
-    LuaFields(*this).Protected("", 0, LUA_MULTRET, [&](lua_State* inner) {
-        if (name)
-            lua_pushstring(inner, name);
-        else
-            lua_pushnumber(inner, m_nPushCount[m_nPushLevel]);
-        lua_createtable(inner, 0, 0);
-        return m_nPushLevel == 0 ? 1 : 2;
-    });
-    ++m_nPushCount[m_nPushLevel++];
-    return true;
-}
-
 bool CLuaAccess::PushTable() {
-    return PushNewTable(nullptr);
+    return LuaCall(*this).PushTable(nullptr);
 }
 
 bool CLuaAccess::PushTable(const char* name) {
-    return name && PushNewTable(name);
+    return name && LuaCall(*this).PushTable(name);
 }
 
 bool CLuaAccess::PushTableLeave() {
@@ -151,97 +265,11 @@ bool CLuaAccess::Pop(double& value, int index) {
     return true;
 }
 
-// Turns the number in a stack slot into its text.
-void CLuaAccess::MakeText(int index) {
-    const LuaFields fields(*this);
-    lua_pushvalue(m_pLuaState, index);
-    fields.Protected("", 1, 1, [](lua_State* inner) {
-        lua_tostring(inner, 2);
-        return 1;
-    });
-    lua_replace(m_pLuaState, index);
-    lua_pop(m_pLuaState, 1);
-}
-
 bool CLuaAccess::Pop(const char*& text, int index) {
     if (!lua_isstring(m_pLuaState, index)) ErrorHandle("", nullptr, message::kPopNoText);
-    if (lua_type(m_pLuaState, index) == LUA_TNUMBER) MakeText(lua_absindex(m_pLuaState, index));
+    if (lua_type(m_pLuaState, index) == LUA_TNUMBER) MakeText(*this, lua_absindex(m_pLuaState, index));
     text = lua_tostring(m_pLuaState, index);
     return true;
-}
-
-struct CLuaAccess::Arguments {
-    ~Arguments() { va_end(list); }
-    template <class T>
-    T Next() {
-        return va_arg(list, T);
-    }
-
-    va_list list;
-};
-
-void CLuaAccess::PushArgument(char letter, Arguments& arguments) {
-    switch (letter) {
-    case 'b':
-        Push(arguments.Next<int>() != 0);
-        break;
-    case 'i':
-        Push(arguments.Next<int>());
-        break;
-    case 'd':
-        Push(arguments.Next<double>());
-        break;
-    case 's':
-        Push(arguments.Next<const char*>());
-        break;
-    default:
-        ErrorHandle("", nullptr, message::kWrongParameter);
-    }
-}
-
-// Reads a result into what the caller's pointer points to.
-template <class T>
-void CLuaAccess::PopInto(T* value, int index) {
-    if (!value) ErrorHandle("", nullptr, message::kWrongResult);
-    Pop(*value, index);
-}
-
-void CLuaAccess::PopCopy(char** copy, int index) {
-    const char* text = nullptr;
-    PopInto(copy ? &text : nullptr, index);
-    const std::size_t size = std::strlen(text) + 1;
-    auto* memory = static_cast<char*>(std::malloc(size)); // the caller calls free()
-    if (!memory) ErrorHandle("", nullptr, message::kNoMemory);
-    *copy = static_cast<char*>(std::memcpy(memory, text, size));
-}
-
-void CLuaAccess::PopInBuffer(char** buffer, int size, int index) {
-    const char* text = nullptr;
-    PopInto(buffer && *buffer ? &text : nullptr, index);
-    const std::size_t length = std::strlen(text);
-    if (size < 0 || length > static_cast<std::size_t>(size))
-        ErrorHandle("", nullptr, message::kBufferTooShort);
-    std::memset(*buffer, 0, size);
-    std::memcpy(*buffer, text, length);
-}
-
-void CLuaAccess::PopResult(char letter, int index, Arguments& arguments) {
-    switch (letter) {
-    case 'b':
-        return PopInto(arguments.Next<bool*>(), index);
-    case 'i':
-        return PopInto(arguments.Next<int*>(), index);
-    case 'd':
-        return PopInto(arguments.Next<double*>(), index);
-    case 's':
-        return PopCopy(arguments.Next<char**>(), index);
-    case 'S': {
-        char** buffer = arguments.Next<char**>();
-        return PopInBuffer(buffer, arguments.Next<int>(), index);
-    }
-    default:
-        ErrorHandle("", nullptr, message::kWrongResult);
-    }
 }
 
 bool CLuaAccess::CallLuaFunc(const char* table, const char* func, const char* format, ...) {
@@ -253,9 +281,9 @@ bool CLuaAccess::CallLuaFunc(const char* table, const char* func, const char* fo
     const std::string_view results = isTyped ? letters.substr(sign + 1) : "";
     const int count = static_cast<int>(results.size());
     StartCall(table, func, count);
-    for (const char letter : letters.substr(0, isTyped ? sign : 0)) PushArgument(letter, arguments);
+    for (const char letter : letters.substr(0, isTyped ? sign : 0)) PushArgument(*this, letter, arguments);
     if (!EndCall()) return false;
-    for (int i = 0; i < count; ++i) PopResult(results[i], i - count, arguments);
+    for (int i = 0; i < count; ++i) LuaCall(*this).PopResult(results[i], i - count, arguments);
     lua_pop(m_pLuaState, count);
     return true;
 }

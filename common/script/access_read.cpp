@@ -1,3 +1,12 @@
+// Reading fields. Every Read fetches the value onto the stack, looks at it there without converting it in
+// place (a number that Lua turns into a text in its slot would need memory, and would change a key that a
+// walk over the table still needs), and takes it off again. Where an error is thrown the value stays on the
+// stack, as the caller has been promised; so nothing between the fetch and the throw may hold an object with
+// a destructor that touches the stack.
+//
+// Bounds are compared with the number as Lua holds it, before it is cut to an int, and written so that a NaN
+// on either side compares false and counts as inside.
+
 #include <algorithm>
 #include <cfloat>
 #include <climits>
@@ -11,6 +20,7 @@
 namespace qev {
 namespace {
 
+// A value counts as a boolean only if it is one; everything in Lua may be taken for one in a condition.
 template <class Key>
 bool ReadBool(const LuaFields& fields, bool& value, Key key) {
     if (!fields.Fetch(key)) return false;
@@ -20,6 +30,7 @@ bool ReadBool(const LuaFields& fields, bool& value, Key key) {
     return isBoolean;
 }
 
+// Throws that a number is outside its bounds; `format` is the message with a place for each of them.
 [[noreturn]] void RaiseRange(CLuaAccess& cursor, const char* key, double value, double min, double max,
                              const char* format) {
     char shown[32], text[96];
@@ -59,7 +70,8 @@ bool ReadText(CLuaAccess& cursor, char* buffer, unsigned long long size, Key key
     return text != nullptr;
 }
 
-// Cut towards zero, and to the nearest int outside the range of int; a NaN is 0.
+// Cut towards zero, and to the nearest int outside the range of int; a NaN is 0. To convert such numbers as
+// they are would be undefined.
 int ToInt(double value) {
     if (value != value) return 0;
     return static_cast<int>(std::clamp<double>(value, INT_MIN, INT_MAX));

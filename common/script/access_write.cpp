@@ -1,3 +1,7 @@
+// Writing fields. Each form only says what kind of value it writes; which key may be written, and how what
+// Lua may raise is caught, is decided in one place for all of them, Store in fields.h. An int is written as a
+// number because Lua 5.2 has no other: the two forms exist only so that an int argument is not ambiguous.
+
 #include <qev/script/access.h>
 
 #include "fields.h"

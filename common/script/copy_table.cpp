@@ -1,3 +1,12 @@
+// Copies a table between two states, which share nothing: a value of one is never pushed on the other's
+// stack, each is read as C knows it and written again. What has no such form (functions, userdata, threads)
+// cannot be copied and is an error, not a gap in the copy.
+//
+// Each table is walked by a cursor of its own, whose destructor restores the stack of its state when an error
+// is thrown in the middle of a deep table. The depth is bounded, which also ends a table that contains
+// itself: to remember the tables on the way would find cycles sooner, but deep recursion has to be refused
+// anyhow, and so one limit serves for both.
+
 #include <cstdio>
 #include <cstdlib>
 #include <type_traits>
@@ -10,11 +19,12 @@
 namespace qev {
 namespace {
 
-constexpr int kMaxNesting = 200; // a table that contains itself ends here too
+constexpr int kMaxNesting = 200; // tables in tables; as many as Lua itself nests calls of C functions
 
 bool CopyTable(lua_State* from, lua_State* to, int nesting);
 
-// The int that the text of a number begins with; stored tables are keyed by it.
+// The int that the text of a number begins with. Drawings hold tables that were stored under such keys, so
+// that large and broken numbers keep the odd key that this gives them.
 int IndexOf(double key) {
     char text[32];
     std::snprintf(text, sizeof text, "%g", key);

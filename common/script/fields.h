@@ -9,6 +9,7 @@
 #include <qev/script/access.h>
 
 #include "messages.h"
+#include "path.h"
 #include "protect.h"
 #include "texts.h"
 
@@ -17,25 +18,25 @@ namespace qev {
 /// A key as error texts show it: a name, or an index in brackets.
 class KeyText {
 public:
-    explicit KeyText(const char* name) : m_text(name) {}
-    explicit KeyText(int index) : m_text(m_buffer) {
-        char* end = std::to_chars(m_buffer + 1, m_buffer + sizeof m_buffer - 2, index).ptr;
+    explicit KeyText(const char* name) : m_szText(name) {}
+    explicit KeyText(int index) : m_szText(m_szBuffer) {
+        char* end = std::to_chars(m_szBuffer + 1, m_szBuffer + sizeof m_szBuffer - 2, index).ptr;
         *end++ = ']';
         *end = '\0';
     }
     KeyText(const KeyText&) = delete;
-    operator const char*() const { return m_text; }
+    operator const char*() const { return m_szText; }
 
 private:
-    char m_buffer[16] = "[";
-    const char* m_text;
+    char m_szBuffer[16] = "[";
+    const char* m_szText;
 };
 
 /// Works on the stack of a cursor; made for each operation.
 class LuaFields {
 public:
     /// Makes sure of the stack slots that an operation needs, or throws.
-    explicit LuaFields(CLuaAccess& cursor) : L(cursor.m_pLuaState), m_cursor(cursor) { Reserve(kSlots); }
+    explicit LuaFields(CLuaAccess& cursor) : L(cursor.m_pLuaState), m_rCursor(cursor) { Reserve(kSlots); }
 
     bool IsTableOnTop() const { return lua_istable(L, -1); }
 
@@ -53,7 +54,15 @@ public:
         return true;
     }
 
-    /// Writes a value under a key of the table on top, by the rules of Write.
+    /// Pushes the value of a global, nil for a null name. Throws what a metatable of the globals raises.
+    void PushGlobal(const char* name) const {
+        lua_rawgeti(L, LUA_REGISTRYINDEX, LUA_RIDX_GLOBALS);
+        if (!Fetch(name)) lua_pushnil(L);
+        lua_remove(L, -2);
+    }
+
+    /// Writes a value under a key of the table on top. A key that holds none is only written where the cursor
+    /// creates keys. False when nothing is written; no table and a null name are no errors.
     template <class Key, class Value>
     bool Store(Key key, Value value) const {
         if (IsNull(key) || !IsTableOnTop()) return false;
@@ -89,7 +98,7 @@ public:
 
     /// Makes sure of a number of free stack slots, or throws.
     void Reserve(int slots) const {
-        if (!lua_checkstack(L, slots)) m_cursor.ErrorHandle("", nullptr, message::kStackFull);
+        if (!lua_checkstack(L, slots)) m_rCursor.ErrorHandle("", nullptr, message::kStackFull);
     }
 
     lua_State* const L; ///< the cursor's
@@ -151,7 +160,7 @@ private:
         bool stored = false;
         Protected(KeyText(key), 1, 0, [&](lua_State* inner) {
             Push(inner, key);
-            if (!m_cursor.m_bAutoCreate) {
+            if (!m_rCursor.m_bAutoCreate) {
                 lua_pushvalue(inner, -1);
                 lua_gettable(inner, 2);
                 if (lua_isnil(inner, -1)) return 0;
@@ -170,7 +179,7 @@ private:
     static void SetNew(lua_State* inner, int index) { lua_rawseti(inner, 2, index); }
 
     // Pushes on a protected stack, where Lua may raise.
-    void Push(lua_State* inner, const char* text) const { LuaTexts::Push(inner, m_cursor.m_pTexts, text); }
+    void Push(lua_State* inner, const char* text) const { LuaTexts::Push(inner, m_rCursor.m_pTexts, text); }
     static void Push(lua_State* inner, int index) { lua_pushnumber(inner, index); }
     static void Push(lua_State* inner, bool value) { lua_pushboolean(inner, value); }
     static void Push(lua_State* inner, double value) {
@@ -181,7 +190,9 @@ private:
     }
     static void Push(lua_State* inner, void* value) { lua_pushlightuserdata(inner, value); }
     // Pushes only what needs no memory.
-    bool TryPush(const char* text) const { return m_cursor.m_pTexts && m_cursor.m_pTexts->TryPush(L, text); }
+    bool TryPush(const char* text) const {
+        return m_rCursor.m_pTexts && m_rCursor.m_pTexts->TryPush(L, text);
+    }
     template <class Value>
     bool TryPush(Value value) const {
         Push(L, value);
@@ -190,12 +201,12 @@ private:
 
     // Throws the error on top and drops it.
     [[noreturn]] void RaiseFromTop(const char* key) const {
-        m_cursor.ComposeError(key, nullptr, ErrorText(L));
+        LuaPath(m_rCursor).Compose(key, nullptr, ErrorText(L));
         lua_pop(L, 1);
-        ThrowText(m_cursor.m_szError);
+        ThrowText(m_rCursor.m_szError);
     }
 
-    CLuaAccess& m_cursor;
+    CLuaAccess& m_rCursor;
 };
 
 } // namespace qev

@@ -1,5 +1,9 @@
 /// \file
-/// The texts that the bridge throws. The Chinese ones are in code page 936, byte by byte, as hosts show them.
+/// The texts that the bridge throws. Hosts show them and compare them, so that each byte counts.
+///
+/// The Chinese ones are in GBK, which Windows calls code page 936: two bytes for each character, both written
+/// as escapes here because the sources are ASCII. The words above each text are its translation. Other
+/// encodings would read the bytes as nonsense, and a host without code page 936 has to convert them.
 #pragma once
 
 namespace qev::message {
@@ -28,7 +32,7 @@ inline constexpr char kStartCallNoTable[] =
 /// function not found
 inline constexpr char kFunctionNotFound[] = "\xD5\xD2\xB2\xBB\xB5\xBD\xBA\xAF\xCA\xFD";
 
-// Spelled as they always were.
+// English ones. "Failded" and "Unknow" are misspelt since hosts have known them.
 inline constexpr char kPopNoBoolean[] = "Pop Failded: not a boolean.";
 inline constexpr char kPopNoNumber[] = "Pop Failded: not a number.";
 inline constexpr char kPopNoText[] = "Pop Failded: not a String.";

@@ -1,3 +1,9 @@
+// What the bridge needs where Lua must not raise: opening the libraries, and texts of values and errors.
+//
+// A text is thrown from memory of the thread. To throw from the memory of whoever has composed it would hand
+// out a pointer into a cursor that the throw itself destroys, and to throw a copy from the heap would leave
+// hosts that catch `char*` with memory that nobody frees.
+
 #include "protect.h"
 
 #include <cstdio>

@@ -1,3 +1,13 @@
+// The process's interpreter.
+//
+// The instance is made and deleted by two statics and not by one that is local to GetLuaScript: a host may
+// never ask for it, yet the libraries' load and unload is when it begins and ends, in every order of
+// unloading.
+//
+// State and cursor are each shared by the copies of an engine. The cursor must go before its state, because
+// its destructor restores the stack; so whoever holds the cursor holds the state too (it is captured by the
+// cursor's deleter), and the order in which engines let go of the two does not matter.
+
 #include <cstdio>
 #include <new>
 

@@ -24,15 +24,15 @@ public:
     /// Pushes a text that was kept, or pushes nothing and answers false.
     bool TryPush(lua_State* L, const char* text) const {
         const int slot = SlotOf(text);
-        if (!m_texts[slot] || std::strcmp(m_texts[slot], text) != 0) return false;
+        if (!m_szTexts[slot] || std::strcmp(m_szTexts[slot], text) != 0) return false;
         lua_pushvalue(m_pThread, kFirstText + slot);
         lua_xmove(m_pThread, L, 1);
         return true;
     }
 
 private:
-    static constexpr int kSlots = 256;
-    static constexpr int kObject = 1; // on the thread's stack; the texts follow
+    static constexpr int kSlots = 256; // a program's names, mostly without two in one slot
+    static constexpr int kObject = 1;  // on the thread's stack; the texts follow
     static constexpr int kFirstText = 2;
 
     explicit LuaTexts(lua_State* thread) : m_pThread(thread) {}
@@ -44,7 +44,7 @@ private:
     void Keep(lua_State* L, const char* text);
 
     lua_State* m_pThread;
-    const char* m_texts[kSlots] = {};
+    const char* m_szTexts[kSlots] = {};
 };
 
 } // namespace qev

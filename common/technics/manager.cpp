@@ -1,9 +1,23 @@
+// How technics get onto objects and into texts.
+//
+// A technics is known to its operator alone, and an operator to its plug-in. The manager therefore never
+// looks into a technics: it runs a text, steps into the table that bears an operator's name, and lets the
+// operator read it through the cursor. Which operator a text is for is told by its tables alone, the first
+// registered operator with a table wins.
+//
+// Whatever uses the interpreter is a Request, which holds the lock and puts the stack and the cursor back. An
+// operator is foreign code: it may throw, leave the cursor anywhere, register operators, ask the manager
+// again from within (so that the lock can be taken again by its owner), and even have another interpreter
+// opened. So a walk over the operators goes by index and not by iterator, and a Request keeps its own
+// interpreter alive until it ends.
+
 #include <cfloat>
 #include <cmath>
 #include <mutex>
 #include <new>
 #include <optional>
 #include <sstream>
+#include <utility>
 
 #include <qev/measure/filters.h>
 #include <qev/technics/manager.h>
@@ -19,7 +33,7 @@
 namespace qev {
 namespace {
 
-// The way to what all operators share; never made.
+// A derived class may name the protected static of the operators; no object of this one is ever made.
 struct Context : CITechnicsOperator {
     using CITechnicsOperator::m_TarvelEnvContext;
 
@@ -47,6 +61,9 @@ void ForEachOperator(const std::vector<CITechnicsOperator*>& operators, Call cal
     });
 }
 
+// Writes where the mouse was into the table in which the cursor stands: the place on the contour always, 0
+// for what the parameters leave out; the start point only as far as they name it, so that the text's own
+// stays.
 void WriteMouse(CLuaAccess& cursor, const std::string& params) {
     cursor.m_bAutoCreate = true;
     for (const char* key : {"MouseSegment", "MouseRatio", "StartX", "StartY"}) {
@@ -60,7 +77,7 @@ void WriteMouse(CLuaAccess& cursor, const std::string& params) {
     cursor.m_bAutoCreate = false;
 }
 
-// Throws when the text itself gives an infinite one.
+// Throws when the text has put an infinite number where the mouse's position belongs.
 void CheckMouse(CLuaAccess& cursor) {
     for (const char* key : {"MouseSegment", "MouseRatio", "StartX", "StartY"}) {
         double value = 0;
@@ -74,27 +91,33 @@ void CheckMouse(CLuaAccess& cursor) {
 class CTechnicsManager::Request {
 public:
     explicit Request(CTechnicsManager& manager)
-        : m_manager(manager), m_lock(*manager.m_csLock), m_pInterpreter(manager.m_pInterpreter) {
-        m_manager.m_strLastError.clear();
-        if (!m_pInterpreter) return;
-        m_scope.emplace(Cursor());
-        Cursor().m_bAutoCreate = false; // an operator that asks may have it on
+        : m_rManager(manager), m_csGuard(*manager.m_csLock), m_pInterpreter(manager.m_pInterpreter),
+          m_pCursor(manager.m_pLuaAccess) {
+        m_rManager.m_strLastError.clear();
+        if (!manager.m_pLuaState) return;
+        m_optScope.emplace(*m_pCursor);
+        m_pCursor->m_bAutoCreate = false; // an operator that asks may have it on
     }
 
-    CLuaAccess& Cursor() const { return m_pInterpreter->Cursor(); }
-    /// Runs a text and pushes its table T. False when it cannot be run.
+    // Only after a Run that has worked.
+    CLuaAccess& Cursor() const { return *m_pCursor; }
+    // Runs a text and pushes its table T. False, with the reason in the manager, when it cannot be run.
     bool Run(const char* text) {
-        if (!m_pInterpreter) return m_manager.Refuse("there is no interpreter");
-        if (!m_pInterpreter->Run(text, m_manager.m_strLastError)) return false;
-        m_scope->PushGlobal("T");
+        if (!m_optScope) {
+            m_rManager.m_strLastError = "there is no interpreter";
+            return false;
+        }
+        if (!m_pInterpreter->Run(text, m_rManager.m_strLastError)) return false;
+        m_optScope->PushGlobal("T");
         return true;
     }
 
 private:
-    CTechnicsManager& m_manager;
-    const std::lock_guard<platform::RecursiveLock> m_lock;
+    CTechnicsManager& m_rManager;
+    const std::lock_guard<platform::RecursiveLock> m_csGuard;
     const std::shared_ptr<TextInterpreter> m_pInterpreter; // an operator may have another one opened
-    std::optional<CursorScope> m_scope;
+    CLuaAccess* const m_pCursor;                           // the interpreter's
+    std::optional<CursorScope> m_optScope;                 // none without an interpreter
 };
 
 CTechnicsManager* CTechnicsManager::m_pTechnicsManager = nullptr;
@@ -139,18 +162,13 @@ CTechnicsManager& CTechnicsManager::operator=(const CTechnicsManager& other) {
     return *this;
 }
 
-bool CTechnicsManager::Open(bool dataOnly) try {
-    m_pInterpreter = std::make_shared<TextInterpreter>(dataOnly);
+bool CTechnicsManager::InitLuaEnv() try {
+    m_pInterpreter = std::make_shared<TextInterpreter>(m_bDataOnly);
     m_pLuaState = m_pInterpreter->State();
     m_pLuaAccess = &m_pInterpreter->Cursor();
-    m_bDataOnly = dataOnly;
     return true;
 } catch (const std::bad_alloc&) {
     return false;
-}
-
-bool CTechnicsManager::InitLuaEnv() {
-    return Open(m_bDataOnly);
 }
 
 void CTechnicsManager::UnInitLuaEnv() {
@@ -161,12 +179,10 @@ void CTechnicsManager::UnInitLuaEnv() {
 
 bool CTechnicsManager::SetDataOnly(bool dataOnly) {
     const std::lock_guard lock(*m_csLock);
-    return Open(dataOnly);
-}
-
-bool CTechnicsManager::Refuse(const std::string& why) {
-    m_strLastError = why;
-    return false;
+    const bool before = std::exchange(m_bDataOnly, dataOnly);
+    const bool isOpen = InitLuaEnv();
+    if (!isOpen) m_bDataOnly = before;
+    return isOpen;
 }
 
 CITechnicsOperator* CTechnicsManager::GetTehchnicsOperator(int type) {
@@ -220,7 +236,10 @@ bool CTechnicsManager::AddTechnics(const std::list<CCadObject*>* objects, const 
         if (!entered) cursor.Leave();
         return entered;
     });
-    if (!found) return Refuse("no operator has a table in the text");
+    if (!found) {
+        m_strLastError = "no operator has a table in the text";
+        return false;
+    }
     if (!params.empty()) WriteMouse(cursor, params);
     CheckMouse(cursor);
     return found->AddTechnicsByLua(objects, &cursor, out1, out2, message);
@@ -260,6 +279,8 @@ void CTechnicsManager::UpdataViewDataNotify(std::list<CCadObject*>* objects) {
         if (object && object->GetType() == kCadGroup) update(object);
 }
 
+TarvelEnvContext CITechnicsOperator::m_TarvelEnvContext;
+
 // NOLINTBEGIN(readability-convert-member-functions-to-static): hosts link to these signatures
 TarvelEnvContext& CTechnicsManager::GetTarvelEnvContext() {
     return Context::m_TarvelEnvContext;
@@ -269,5 +290,17 @@ void CTechnicsManager::SetTarvelEnvContext(const TarvelEnvContext& context) {
     Context::m_TarvelEnvContext = context;
 }
 // NOLINTEND(readability-convert-member-functions-to-static)
+
+CITechnicsOperator::CITechnicsOperator() = default;
+CITechnicsOperator::CITechnicsOperator(const CITechnicsOperator&) = default;
+CITechnicsOperator& CITechnicsOperator::operator=(const CITechnicsOperator&) = default;
+
+void CITechnicsOperator::CadMultipleModifyEventTenchnicsCollect(const std::list<CCadObject*>*,
+                                                                std::list<CCadObject*>*, int,
+                                                                std::map<CCadObject*, CCadObject*>&) {}
+
+bool CITechnicsOperator::IncrementalAdd(const CCadObject*, CTechnics*) {
+    return false;
+}
 
 } // namespace qev

@@ -1,4 +1,11 @@
-// The plug-ins of the technics manager.
+// Plug-ins: how their libraries are found, loaded, registered and let go of.
+//
+// A plug-in is refused as a whole. Everything that can be wrong with it is looked at before the manager
+// changes at all: the entries are searched, the load entry is called, its operators are collected in a list
+// of their own, and the memory for all three lists of the manager is taken. What follows cannot fail, so that
+// a plug-in is never half registered and an operator whose library has been unloaded is never in the list.
+// One thing does change on a refusal: without an entry for the temporary directory nobody is told it any
+// more, because a host expects it to go to the plug-in that it has loaded last, and to no other one.
 
 #include <algorithm>
 #include <exception>
@@ -6,6 +13,7 @@
 #include <type_traits>
 #include <utility>
 
+#include <qev/technics/load_library.h>
 #include <qev/technics/manager.h>
 #include <qev/technics/technics_operator.h>
 
@@ -20,23 +28,24 @@ struct Free {
 };
 using Module = std::unique_ptr<std::remove_pointer_t<HMODULE>, Free>;
 
-bool Serves(const std::vector<CITechnicsOperator*>& operators, int type) {
+using Operators = std::vector<CITechnicsOperator*>;
+using LoadEntry = CITechnicsOperator** (*)();
+
+bool Serves(const Operators& operators, int type) {
     return std::any_of(operators.begin(), operators.end(),
                        [type](CITechnicsOperator* each) { return each->GetTechnicsType() == type; });
 }
 
-} // namespace
-
 // Calls a plug-in's load entry and takes the operators whose types have none yet. False with the reason. What
 // the plug-in throws ends in here: it must be gone before the plug-in is.
-bool CTechnicsManager::CollectNewcomers(LoadEntry load, std::vector<CITechnicsOperator*>& newcomers,
-                                        std::string& why) try {
+bool CollectNewcomers(LoadEntry load, const Operators& registered, Operators& newcomers,
+                      std::string& why) try {
     CITechnicsOperator** next = load();
     if (!next) why = "gives null";
     for (; next && *next; ++next) {
         if (!(*next)->GetTechnicsName()) why = "gives an operator without a name";
         const int type = (*next)->GetTechnicsType();
-        if (!Serves(m_vecOperators, type) && !Serves(newcomers, type)) newcomers.push_back(*next);
+        if (!Serves(registered, type) && !Serves(newcomers, type)) newcomers.push_back(*next);
     }
     return why.empty();
 } catch (const std::exception& error) {
@@ -50,9 +59,14 @@ bool CTechnicsManager::CollectNewcomers(LoadEntry load, std::vector<CITechnicsOp
     return false;
 }
 
+} // namespace
+
 bool CTechnicsManager::LoadTechnicsPlugIn(const std::string& path) try {
     m_strLastError.clear();
-    const auto refuse = [&](const std::string& why) { return Refuse(path + ": " + why); };
+    const auto refuse = [&](const std::string& why) {
+        m_strLastError = path + ": " + why;
+        return false;
+    };
     if (std::find(m_vecPlugInPaths.begin(), m_vecPlugInPaths.end(), path) != m_vecPlugInPaths.end())
         return refuse("is loaded already");
     if (path.size() > platform::kLongestPath) return refuse("the path is too long");
@@ -72,8 +86,8 @@ bool CTechnicsManager::LoadTechnicsPlugIn(const std::string& path) try {
         return refuse("has no " + setName);
     }
 
-    std::vector<CITechnicsOperator*> newcomers;
-    if (!CollectNewcomers(load, newcomers, why)) return refuse(loadName + " " + why);
+    Operators newcomers;
+    if (!CollectNewcomers(load, m_vecOperators, newcomers, why)) return refuse(loadName + " " + why);
     m_vecOperators.reserve(m_vecOperators.size() + newcomers.size()); // all or nothing
     m_vecPlugInModules.reserve(m_vecPlugInModules.size() + 1);
     m_vecPlugInPaths.push_back(path);
@@ -98,6 +112,16 @@ void CTechnicsManager::RegisterTechnicsItem(CITechnicsOperator* newcomer) {
 
 void CTechnicsManager::SetCadTempDir(char* directory) {
     if (m_pfnSetCadTempDir) m_pfnSetCadTempDir(directory);
+}
+
+HINSTANCE _LoadLibrary(const char* name) {
+    if (!name) return nullptr;
+    if (HINSTANCE found = platform::LoadDynamicLibrary(name)) return found;
+    if (!platform::IsRelativePath(name)) return nullptr;
+    static const char inHere = 0; // lies in this library, whose folder is asked for
+    const std::string folder = platform::RemoveFileSpec(platform::ModulePathOf(&inHere));
+    const std::string beside = platform::AppendPath(folder, name);
+    return folder.empty() || beside.empty() ? nullptr : platform::LoadDynamicLibrary(beside.c_str());
 }
 
 } // namespace qev

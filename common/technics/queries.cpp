@@ -1,3 +1,7 @@
+// Searches in an object's list of technics, which is short: a plain walk from its front, and the first match
+// is the answer, because the order of the list is the order in which the technics were added. Two searches
+// for each question would differ only in what they compare, so that the comparison is handed in.
+
 #include <algorithm>
 
 #include <qev/technics/queries.h>

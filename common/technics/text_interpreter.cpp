@@ -1,3 +1,17 @@
+// Runs technics texts, and remembers what it has compiled.
+//
+// Objects of a drawing mostly carry the same few texts, and to compile one costs more than to run it. So
+// compiled chunks are kept in Lua's registry under the characters of their text, until there are too many or
+// their texts too long; then all of them go. To drop only the one that was used longest ago would need an
+// order that is kept up to date at every run.
+//
+// A chunk sees the globals through its first upvalue, which a text may have set to another table; it is set
+// to the state's globals before each run, so that a kept chunk behaves like one just compiled.
+//
+// A text that is taken as data finds nothing that it did not make: the state opens no libraries, the globals
+// are a fresh table for every text, and chunks in binary form are refused, since they could hold instructions
+// that no compiler makes. What it may use up is limited by text_limits.h.
+
 #include "text_interpreter.h"
 
 #include <new>
@@ -7,9 +21,9 @@
 namespace qev {
 namespace {
 
-constexpr char kChunkName[] = "=technics"; // in error texts
-constexpr std::size_t kMostChunks = 1024;
-constexpr std::size_t kMostChunkBytes = 1 << 20;
+constexpr char kChunkName[] = "=technics";       // in error texts
+constexpr std::size_t kMostChunks = 1024;        // more different texts than drawings use to have
+constexpr std::size_t kMostChunkBytes = 1 << 20; // of their texts
 
 // A text that is handed to Lua in pieces, between which the time is checked.
 struct Source {
@@ -31,10 +45,10 @@ struct Source {
 } // namespace
 
 TextInterpreter::TextInterpreter(bool dataOnly) {
-    if (dataOnly) m_limits.emplace();
-    m_state.reset(dataOnly ? lua_newstate(TextLimits::Allocate, &*m_limits) : luaL_newstate());
-    if (!m_state || (!dataOnly && !OpenLibraries(State()))) throw std::bad_alloc();
-    m_cursor = std::make_unique<CLuaAccess>(State());
+    if (dataOnly) m_optLimits.emplace();
+    m_pState.reset(dataOnly ? lua_newstate(TextLimits::Allocate, &*m_optLimits) : luaL_newstate());
+    if (!m_pState || (!dataOnly && !OpenLibraries(State()))) throw std::bad_alloc();
+    m_pCursor = std::make_unique<CLuaAccess>(State());
 }
 
 bool TextInterpreter::Run(std::string_view text, std::string& why) {
@@ -43,14 +57,14 @@ bool TextInterpreter::Run(std::string_view text, std::string& why) {
         return false;
     }
     text = text.substr(0, text.find('\0'));
-    const auto known = m_chunks.find(text);
-    int chunk = known == m_chunks.end() ? LUA_NOREF : known->second;
-    const int status = m_limits ? RunLimited(text, chunk) : RunChunk(text, chunk);
+    const auto known = m_mapChunks.find(text);
+    int chunk = known == m_mapChunks.end() ? LUA_NOREF : known->second;
+    const int status = m_optLimits ? RunLimited(text, chunk) : RunChunk(text, chunk);
     if (status != LUA_OK) {
         why = ErrorText(State());
         lua_pop(State(), 1);
     }
-    if (known == m_chunks.end() && chunk != LUA_NOREF) Keep(text, chunk);
+    if (known == m_mapChunks.end() && chunk != LUA_NOREF) Keep(text, chunk);
     return status == LUA_OK;
 }
 
@@ -64,9 +78,9 @@ int TextInterpreter::RunLimited(std::string_view text, int& chunk) {
     };
     int status = RunProtected(L, 0, 0, freshGlobals);
     if (status != LUA_OK) return status;
-    m_limits->Start(L);
+    m_optLimits->Start(L);
     status = RunChunk(text, chunk);
-    m_limits->Stop(L);
+    m_optLimits->Stop(L);
     if (chunk != LUA_NOREF) {
         lua_rawgeti(L, LUA_REGISTRYINDEX, chunk);
         lua_pushnil(L);
@@ -96,22 +110,22 @@ int TextInterpreter::RunChunk(std::string_view text, int& chunk) {
 }
 
 int TextInterpreter::Load(lua_State* L, std::string_view text) {
-    Source source{text, m_limits ? &*m_limits : nullptr};
-    return lua_load(L, Source::NextPiece, &source, kChunkName, m_limits ? "t" : nullptr);
+    Source source{text, m_optLimits ? &*m_optLimits : nullptr};
+    return lua_load(L, Source::NextPiece, &source, kChunkName, m_optLimits ? "t" : nullptr);
 }
 
 void TextInterpreter::Keep(std::string_view text, int chunk) try {
-    if (m_chunks.size() == kMostChunks || m_chunkBytes + text.size() > kMostChunkBytes) DropChunks();
-    m_chunks.emplace(text, chunk);
-    m_chunkBytes += text.size();
+    if (m_mapChunks.size() == kMostChunks || m_nChunkBytes + text.size() > kMostChunkBytes) DropChunks();
+    m_mapChunks.emplace(text, chunk);
+    m_nChunkBytes += text.size();
 } catch (const std::bad_alloc&) {
     luaL_unref(State(), LUA_REGISTRYINDEX, chunk);
 }
 
 void TextInterpreter::DropChunks() {
-    for (const auto& [text, chunk] : m_chunks) luaL_unref(State(), LUA_REGISTRYINDEX, chunk);
-    m_chunks.clear();
-    m_chunkBytes = 0;
+    for (const auto& [text, chunk] : m_mapChunks) luaL_unref(State(), LUA_REGISTRYINDEX, chunk);
+    m_mapChunks.clear();
+    m_nChunkBytes = 0;
 }
 
 } // namespace qev

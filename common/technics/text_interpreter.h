@@ -24,8 +24,10 @@ public:
     /// Throws std::bad_alloc when memory is refused.
     explicit TextInterpreter(bool dataOnly);
 
-    lua_State* State() const { return m_state.get(); }
-    CLuaAccess& Cursor() { return *m_cursor; }
+    /// The state, which stays the interpreter's.
+    lua_State* State() const { return m_pState.get(); }
+    /// The cursor over the state, which stays the interpreter's.
+    CLuaAccess& Cursor() { return *m_pCursor; }
 
     /// Runs a text; what it returns is dropped. False, with the reason, when it cannot be compiled or fails.
     bool Run(std::string_view text, std::string& why);
@@ -44,11 +46,11 @@ private:
     void Keep(std::string_view text, int chunk);
     void DropChunks();
 
-    std::optional<TextLimits> m_limits; // the state's memory, so that it goes last
-    std::unique_ptr<lua_State, Close> m_state;
-    std::unique_ptr<CLuaAccess> m_cursor;
-    std::unordered_map<std::string, int, Hash, std::equal_to<>> m_chunks; // places in the registry
-    std::size_t m_chunkBytes = 0;                                         // of their texts
+    std::optional<TextLimits> m_optLimits; // the state's memory, so that it goes last
+    std::unique_ptr<lua_State, Close> m_pState;
+    std::unique_ptr<CLuaAccess> m_pCursor;
+    std::unordered_map<std::string, int, Hash, std::equal_to<>> m_mapChunks; // places in the registry
+    std::size_t m_nChunkBytes = 0;                                           // of their texts
 };
 
 } // namespace qev

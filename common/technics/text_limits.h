@@ -16,10 +16,14 @@ namespace qev {
 /// short, and each check has little to overrun.
 class TextLimits {
 public:
-    /// The allocator of the interpreter; `self` is its TextLimits.
+    /// The allocator of the interpreter, as lua_newstate takes it; `self` is its TextLimits. Null, with the
+    /// block as it was, where a limit is passed or the system has no memory.
     static void* Allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize);
 
+    /// Begins a text in L: from now on the limits hold, counted from zero. Collects first what earlier texts
+    /// have left if that takes half of the memory.
     void Start(lua_State* L);
+    /// Ends the text in L: the limits no longer hold.
     void Stop(lua_State* L);
     /// Raises an error in L when the time is up. For a reader, between two pieces.
     void CheckTime(lua_State* L) const;
@@ -28,17 +32,17 @@ private:
     static void CountInstructions(lua_State* L, lua_Debug*);
     bool Grants(std::size_t growth, bool isString);
 
-    static constexpr std::size_t kMemory = 16 << 20;        // bytes
-    static constexpr std::size_t kLongestString = 64 << 10; // bytes
-    static constexpr int kInstructions = 1'000'000;
-    static constexpr int kCheckEach = 100; // instructions
-    static constexpr double kTime = 0.05;  // seconds
+    static constexpr std::size_t kMemory = 16 << 20;        // bytes; real texts take some kilobytes
+    static constexpr std::size_t kLongestString = 64 << 10; // bytes; compared or joined in microseconds
+    static constexpr int kInstructions = 1'000'000;         // real texts run a few for each of their fields
+    static constexpr int kCheckEach = 100;                  // instructions between two looks at the clock
+    static constexpr double kTime = 0.05;                   // seconds; a user does not notice it
 
-    std::size_t m_inUse = 0;
-    bool m_isOn = false;
-    bool m_isSpent = false; // refused once, so that a text at its limit does not collect garbage forever
-    int m_instructions = 0; // left
-    double m_end = 0;       // ThreadSeconds
+    std::size_t m_nInUse = 0;
+    bool m_bOn = false;
+    bool m_bSpent = false;   // refused once, so that a text at its limit does not collect garbage forever
+    int m_nInstructions = 0; // left
+    double m_dEnd = 0;       // ThreadSeconds
 };
 
 } // namespace qev

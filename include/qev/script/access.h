@@ -11,7 +11,9 @@ struct lua_State;
 namespace qev {
 
 class CursorScope;
+class LuaCall;
 class LuaFields;
+class LuaPath;
 class LuaTexts;
 
 /// Reads and writes nested tables by key and calls functions with typed arguments. The current table is the
@@ -36,7 +38,7 @@ public:
 
     /// Works from the value on top of the stack, whose height it remembers. L is never null.
     explicit CLuaAccess(lua_State* L);
-    /// Works on the same state and stack, and restores the same height.
+    /// Works on the state and stack of the other cursor, and restores the height that the other remembers.
     CLuaAccess(const CLuaAccess&) = default;
     /// Moves to the other's state and stack; the stack that it worked on is not restored.
     CLuaAccess& operator=(const CLuaAccess&) = default;
@@ -48,65 +50,91 @@ public:
     /// opens one level, so that each Enter needs its Leave. Throws when 16 levels are open (nothing is opened
     /// then) and when the key holds something else than a table (the level is open, nothing is pushed).
     bool Enter(const char* name);
-    /// The same for the table under an index.
+    /// Steps into the table under an index, counted as the script counts; creates it when it is missing and
+    /// m_bAutoCreate is set. False when there is none, or when the value on top is no table. Whatever it
+    /// answers, it pushes one value and opens one level, so that each Enter needs its Leave. Throws when 16
+    /// levels are open (nothing is opened then) and when the index holds something else than a table (the
+    /// level is open, nothing is pushed).
     bool Enter(int index);
     /// Closes the innermost level and pops one value, if the stack holds one. A Leave without an Enter pops
     /// too, and every later Enter throws.
     void Leave();
 
-    // Reading. The output stays as it was unless stated otherwise.
-
-    /// A boolean, and nothing that only counts as one.
+    /// Reads a boolean under a name. False, and the value as it was, for a missing name, for a number, text
+    /// or other value that only counts as true, and without a table on top.
     bool Read(bool& value, const char* name);
-    /// The same by index.
+    /// Reads a boolean under an index. False, and the value as it was, for a missing index, for a number,
+    /// text or other value that only counts as true, and without a table on top.
     bool Read(bool& value, int index);
-    /// A number or a numeric text. Outside [min, max] it is stored and the error thrown; a NaN never is
-    /// outside, and a NaN as a bound never fires.
+    /// Reads a number, or a text that Lua takes for one, under a name. One outside [min, max] is stored and
+    /// the error thrown. A NaN counts as inside, and a bound that is NaN bounds nothing. False, and the value
+    /// as it was, for a missing name, another type and without a table on top.
     bool Read(double& value, const char* name, double min, double max);
-    /// The same by index.
+    /// Reads a number, or a text that Lua takes for one, under an index. One outside [min, max] is stored and
+    /// the error thrown. A NaN counts as inside, and a bound that is NaN bounds nothing. False, and the value
+    /// as it was, for a missing index, another type and without a table on top.
     bool Read(double& value, int index, double min, double max);
-    /// The bounds apply to the number as it stands (-0.5 is below 0), which is then cut towards zero. Beyond
-    /// the range of int it gives the nearest int, a NaN 0. Outside the bounds the error is thrown and nothing
-    /// stored.
+    /// Reads a number under a name and cuts it towards zero. [min, max] applies before the cut, so that -0.5
+    /// is below 0; outside, the error is thrown and nothing stored. A number beyond the range of int gives
+    /// the nearest int, a NaN 0. False, and the value as it was, for a missing name, another type and without
+    /// a table on top.
     bool Read(int& value, const char* name, double min, double max);
-    /// The same by index, for any finite number and NaN; infinite ones are outside the bounds.
+    /// Reads a number under an index and cuts it towards zero. A number beyond the range of int gives the
+    /// nearest int, a NaN 0. For an infinite number the error of the bounds is thrown and nothing stored.
+    /// False, and the value as it was, for a missing index, another type and without a table on top.
     bool Read(int& value, int index);
-    /// The value of the first item with the name that the script wrote. An unknown name throws, and with null
-    /// items every name is one.
+    /// Reads a text under a name and stores the value of the first item that is called so. Throws when no
+    /// item is, and always with null items. False, and the value as it was, for a missing name, a value that
+    /// is neither text nor number, and without a table on top.
     bool Read(double& value, const char* name, const EnumItem* items);
-    /// The same, the item's value cut towards zero.
+    /// Reads a text under a name and stores the value of the first item that is called so, cut towards zero
+    /// and to the range of int. Throws when no item is, and always with null items. False, and the value as
+    /// it was, for a missing name, a value that is neither text nor number, and without a table on top.
     bool Read(int& value, const char* name, const EnumItem* items);
-    /// A text or number into a buffer of `size` bytes, with its final zero. A longer text is cut and the
-    /// error thrown. A null buffer and a size of 0 give false.
+    /// Reads a text or number under a name into a buffer of `size` bytes, with a final zero. A longer text is
+    /// cut and the error thrown. False, and the buffer as it was, for a null buffer, a size of 0, a missing
+    /// name, another type and without a table on top.
     bool Read(char* buffer, unsigned long long size, const char* name);
-    /// The same by index.
+    /// Reads a text or number under an index into a buffer of `size` bytes, with a final zero. A longer text
+    /// is cut and the error thrown. False, and the buffer as it was, for a null buffer, a size of 0, a
+    /// missing index, another type and without a table on top.
     bool Read(char* buffer, unsigned long long size, int index);
-    /// The address of a full or light userdata, which belongs to Lua or to whoever wrote it.
-    /// A null pointer gives false.
+    /// Reads the address of a full or light userdata under a name; it belongs to Lua or to whoever wrote it.
+    /// False, and the pointer as it was, for a null `pointer`, a missing name, another type and without a
+    /// table on top.
     bool Read(void** pointer, const char* name);
 
-    // Writing. Unless m_bAutoCreate is set, only a key that holds a value is written, else the answer is
-    // false.
-
-    /// A boolean under a name. False without a table on top and for a null name; so everywhere below.
+    /// Writes a boolean under a name. False, and nothing is written, without a table on top, for a null name,
+    /// and for a name without a value unless m_bAutoCreate is set.
     bool Write(bool value, const char* name);
-    /// The same by index.
+    /// Writes a boolean under an index. False, and nothing is written, without a table on top, and for an
+    /// index without a value unless m_bAutoCreate is set.
     bool Write(bool value, int index);
-    /// A NaN removes the key.
+    /// Writes a number under a name; a NaN removes what is there. False, and nothing is written, without a
+    /// table on top, for a null name, and for a name without a value unless m_bAutoCreate is set.
     bool Write(double value, const char* name);
-    /// The same by index.
+    /// Writes a number under an index; a NaN removes what is there. False, and nothing is written, without a
+    /// table on top, and for an index without a value unless m_bAutoCreate is set.
     bool Write(double value, int index);
-    /// As a number.
+    /// Writes an int as a number under a name. False, and nothing is written, without a table on top, for a
+    /// null name, and for a name without a value unless m_bAutoCreate is set.
     bool Write(int value, const char* name);
-    /// The same by index.
+    /// Writes an int as a number under an index. False, and nothing is written, without a table on top, and
+    /// for an index without a value unless m_bAutoCreate is set.
     bool Write(int value, int index);
-    /// The name of the first item with exactly this value. A value without a name throws.
+    /// Writes the name of the first item with exactly this value under a name. Throws when no item has it,
+    /// and always with null items. False, and nothing is written, without a table on top, for a null name,
+    /// and for a name without a value unless m_bAutoCreate is set.
     bool Write(double value, const char* name, const EnumItem* items);
-    /// Copies the text; a null text gives false.
+    /// Writes a copy of a text under a name. False, and nothing is written, for a null text, without a table
+    /// on top, for a null name, and for a name without a value unless m_bAutoCreate is set.
     bool Write(const char* text, const char* name);
-    /// The same by index.
+    /// Writes a copy of a text under an index. False, and nothing is written, for a null text, without a
+    /// table on top, and for an index without a value unless m_bAutoCreate is set.
     bool Write(const char* text, int index);
-    /// As a light userdata, null too; what it points to stays the caller's.
+    /// Writes an address, null too, as a light userdata under a name; what it points to stays the caller's.
+    /// False, and nothing is written, without a table on top, for a null name, and for a name without a value
+    /// unless m_bAutoCreate is set.
     bool Write(void* pointer, const char* name);
 
     // Calling step by step: StartCall, the arguments, EndCall, then the results lie on the stack.
@@ -120,19 +148,26 @@ public:
     /// Calls with the arguments pushed so far. False when no StartCall has succeeded yet or the stack holds
     /// less than was pushed. An error in the function is thrown.
     bool EndCall();
-    /// One more argument, a boolean; nothing before the first successful StartCall. Always true.
+    /// Adds a boolean to the arguments of the call; nothing is pushed before the first successful StartCall.
+    /// Always true.
     bool Push(bool value);
-    /// The same as a number.
+    /// Adds an int to the arguments of the call, as a number; nothing is pushed before the first successful
+    /// StartCall. Always true.
     bool Push(int value);
-    /// The same for any number, NaN too.
+    /// Adds a number, NaN too, to the arguments of the call; nothing is pushed before the first successful
+    /// StartCall. Always true.
     bool Push(double value);
-    /// The same for a text, which is copied; null is nil.
+    /// Adds a copy of a text, or nil for null, to the arguments of the call; nothing is pushed before the
+    /// first successful StartCall. Always true.
     bool Push(const char* text);
-    /// A new table: one more argument or, inside a table argument, its member under a number: how many the
-    /// call has pushed at that level so far, in the tables before it too. Fill it with Write. False before
-    /// the first successful StartCall. Throws at the 16th level, or with 16 levels entered.
+    /// Adds a new table, to be filled with Write, to the arguments or, inside a table argument, to that table
+    /// under a number: how many values the call has pushed at that level so far, counting those of earlier
+    /// tables at that level. False before the first successful StartCall. Throws when it would be the 16th
+    /// level of tables, and with 16 levels entered.
     bool PushTable();
-    /// The same, as a member under a name; an argument has none, and drops it. Null gives false.
+    /// Adds a new table, to be filled with Write, to a table argument under a name; among the arguments
+    /// themselves the name means nothing. False for a null name and before the first successful StartCall.
+    /// Throws when it would be the 16th level of tables, and with 16 levels entered.
     bool PushTable(const char* name);
     /// Ends the innermost table argument. False when none is open, or when the stack no longer holds it.
     /// True, and nothing is done, before the first successful StartCall.
@@ -146,36 +181,23 @@ public:
     /// zero. A result of another type, an unknown letter or a null pointer for a result throws.
     bool CallLuaFunc(const char* table, const char* func, const char* format, ...);
 
-    /// Composes an error text (see above) and throws it. A null value leaves out " = ".
+    /// Throws, as `char*`, the entered keys each with a point behind it, the key, " = " and the value, a
+    /// blank and the message, cut at 255 bytes. A null value leaves out " = "; a null key or message counts
+    /// as empty. The text belongs to the thread and stays readable until the next one is thrown.
     [[noreturn]] void ErrorHandle(const char* key, const char* value, const char* message);
 
-    /// Whether Enter creates missing tables and Write adds keys. Starts false.
+    /// Whether Enter creates missing tables and Write adds keys. Starts false; true from StartCall to
+    /// EndCall.
     bool m_bAutoCreate = false;
 
 private:
     friend class CursorScope;
+    friend class LuaCall;
     friend class LuaFields;
-    struct Arguments;
+    friend class LuaPath;
     struct PathName;
 
-    template <class Key>
-    bool EnterKey(Key key, const char* shown);
-    template <class Pusher>
-    bool PushWith(Pusher push);
-    template <class T>
-    void PopInto(T* value, int index);
-    bool PushNewTable(const char* name);
-    void SetLevel(const char* name);
-    void SetLevel(int index);
-    PathName& OwnLevel();
-    void ComposeError(const char* key, const char* value, const char* message);
-    void ResumeIdly();
-    void PushGlobal(const char* name);
-    void PushArgument(char letter, Arguments& arguments);
-    void PopResult(char letter, int index, Arguments& arguments);
-    void PopCopy(char** copy, int index);
-    void PopInBuffer(char** buffer, int size, int index);
-    void MakeText(int index);
+    // A result of a call, by its place on the stack. Throws when it is of another type.
     bool Pop(bool& value, int index);
     bool Pop(int& value, int index);
     bool Pop(double& value, int index);
@@ -185,16 +207,16 @@ private:
     static constexpr int kErrorSize = 256;
 
     lua_State* m_pLuaState;
-    int m_nBaseTop;
+    int m_nBaseTop;                                // height of the stack that the destructor restores
     std::shared_ptr<PathName> m_szPath[kMaxDepth]; // open levels first; those behind wait to be used again
-    int m_nDepth = 0;
+    int m_nDepth = 0;                              // open levels; -1 after a Leave too many
     char m_szError[kErrorSize] = {};
-    int m_nPushCount[kMaxDepth] = {};
+    int m_nPushCount[kMaxDepth] = {}; // values pushed at each level of the call, the arguments at level 0
     int m_nResultCount = 0;
-    int m_nPushLevel = 0;
-    bool m_bCallReady = false;
-    bool m_bSavedAutoCreate = false;
-    LuaTexts* m_pTexts = nullptr; // the state's own; null until a text has been needed
+    int m_nPushLevel = 0;            // tables open inside the arguments of the call
+    bool m_bCallReady = false;       // from the first StartCall that found its function on
+    bool m_bSavedAutoCreate = false; // what EndCall sets m_bAutoCreate back to
+    LuaTexts* m_pTexts = nullptr;    // the state's own; null until a text has been needed
 };
 
 } // namespace qev

@@ -22,7 +22,8 @@ public:
     CScriptEngine& operator=(const CScriptEngine&) = default;
     virtual ~CScriptEngine();
 
-    /// The name as it was given last; "lua" for the engine below. The reference lasts as long as the engine.
+    /// The name as it was given last; a CLuaScriptEngine starts with "lua". The reference lasts as long as
+    /// the engine.
     const std::string& GetLanguage() const { return m_strLanguage; }
     /// Changes the name and nothing else.
     void SetLanguage(const std::string& language) { m_strLanguage = language; }
@@ -49,7 +50,8 @@ public:
     /// Runs a file. 0, with all results on the stack, or 1, with Lua's message on the stack, as for null. The
     /// caller takes them off, for instance through a cursor that was made before. 1 without an interpreter.
     int DoFile(const char* path);
-    /// The same for a text.
+    /// Runs a text. 0, with all results on the stack, or 1, with Lua's message on the stack, as for null. The
+    /// caller takes them off, for instance through a cursor that was made before. 1 without an interpreter.
     int DoString(const char* text);
     /// Prints the stack to the standard output, from its top down, for finding errors.
     void PrintLuaStack();
@@ -60,7 +62,7 @@ public:
     CLuaAccess* GetLuaAccess() { return m_pLuaAccess.get(); }
 
 protected:
-    /// Calls InitLuaEnv.
+    /// Calls the virtual InitLuaEnv and nothing else, so that a derived engine opens what it needs.
     void initialize();
     /// Opens a fresh interpreter and its cursor and lets go of the one before, or keeps that and answers
     /// false when memory is refused.

@@ -49,18 +49,20 @@ public:
     /// Closes the interpreter. Neither deletes operators nor unloads plug-ins.
     ~CTechnicsManager() override;
 
-    /// A copy has the same operators and shares the interpreter, which is closed with the last of them. It
-    /// has a lock of its own, so that only one of them is used at a time. One of them may free the plug-ins.
+    /// Has the operators of the other manager and shares its interpreter, which is closed with the last of
+    /// them. The copy has a lock of its own, so that only one of the two may be used at a time, and one of
+    /// them may free the plug-ins.
     CTechnicsManager(const CTechnicsManager& other);
-    /// The same for a manager that is there, which lets go of its own interpreter and keeps its lock. It
-    /// unloads no plug-in.
+    /// Takes over the other's operators and shares its interpreter, which is closed with the last of them.
+    /// This manager lets go of its own interpreter, keeps its lock and unloads no plug-in, so that only one
+    /// of the two may be used at a time, and one of them may free the plug-ins.
     CTechnicsManager& operator=(const CTechnicsManager& other);
 
     /// Loads a plug-in and registers its operators; of those of one type the first stays. False, with the
     /// plug-in unloaded, nothing registered and the reason in GetLastErrorText, for a path of more than 259
     /// bytes or one loaded before, a library without one of the entries, and a load entry that throws or
-    /// gives null or an operator without a name. A library without Set_N_CadTempDir also takes from
-    /// SetCadTempDir whom to call.
+    /// gives null or an operator without a name. After a refusal for a missing Set_N_CadTempDir,
+    /// SetCadTempDir calls nobody until the next plug-in has been loaded.
     bool LoadTechnicsPlugIn(const std::string& path);
     /// Calls the Set_N_CadTempDir of the plug-in loaded last, if there is one.
     void SetCadTempDir(char* directory);
@@ -87,7 +89,7 @@ public:
     /// Passes an edit of one object on to every operator.
     void SingleMudifyNotify(const CCadObject* before, CCadObject* after, const std::vector<int>& indices,
                             int kind);
-    /// The same for an edit of several objects.
+    /// Passes an edit of several objects on to every operator.
     void MultipleMudifyNotify(const std::list<CCadObject*>* before, std::list<CCadObject*>* after, int kind);
     /// Has every operator update what is shown of the leaves that carry technics, then of the groups among
     /// the given objects that do. Nothing when there is no leaf (CollectLeafNode) at all.
@@ -100,7 +102,7 @@ public:
 
     /// Whether technics texts are taken as data, off at first. On, a text finds no functions and no trace of
     /// the texts before it, binary chunks are refused, and a text that takes more than a million
-    /// instructions, 30 ms of computing or 16 MB, or builds a string of more than 64 kB, fails. Opens a fresh
+    /// instructions, 50 ms of computing or 16 MB, or builds a string of more than 64 kB, fails. Opens a fresh
     /// interpreter; false, with everything as it was, when memory is refused.
     bool SetDataOnly(bool dataOnly);
     /// What SetDataOnly set last; false at first.
@@ -111,7 +113,7 @@ public:
     const std::string& GetLastErrorText() const { return m_strLastError; }
 
 protected:
-    /// The first manager alive is the process's.
+    /// Opens an interpreter. The manager becomes the process's when there is no other alive.
     CTechnicsManager();
 
     /// Unloads the plug-ins and forgets all operators, in case they were theirs.
@@ -130,28 +132,23 @@ protected:
     public:
         ~CAutoDestory();
     };
-    /// The one that does it.
+    /// Lives as long as the library, and deletes the process's manager when it ends.
     static CAutoDestory m_AutoDestory;
 
 private:
     friend QEVCOMMON_API CTechnicsManager* GetTechnicsManager();
     class Request;
-    using LoadEntry = CITechnicsOperator** (*)();
-
-    bool Open(bool dataOnly);
-    bool Refuse(const std::string& why);
-    bool CollectNewcomers(LoadEntry load, std::vector<CITechnicsOperator*>& newcomers, std::string& why);
 
     static CTechnicsManager* m_pTechnicsManager;
 
     std::shared_ptr<TextInterpreter> m_pInterpreter; // owns the next two
-    lua_State* m_pLuaState = nullptr;
+    lua_State* m_pLuaState = nullptr;                // null when no interpreter is open
     CLuaAccess* m_pLuaAccess = nullptr;
-    std::unique_ptr<platform::RecursiveLock> m_csLock;
-    std::vector<CITechnicsOperator*> m_vecOperators;
-    std::vector<std::string> m_vecPlugInPaths;
-    std::vector<HMODULE> m_vecPlugInModules;
-    void (*m_pfnSetCadTempDir)(char*) = nullptr;
+    std::unique_ptr<platform::RecursiveLock> m_csLock; // guards the interpreter
+    std::vector<CITechnicsOperator*> m_vecOperators;   // at most one for each type; the plug-ins' own
+    std::vector<std::string> m_vecPlugInPaths;         // as the host gave them
+    std::vector<HMODULE> m_vecPlugInModules;           // of the plug-ins with these paths
+    void (*m_pfnSetCadTempDir)(char*) = nullptr;       // of the plug-in loaded last
     std::string m_strLastError;
     bool m_bDataOnly = false;
 };

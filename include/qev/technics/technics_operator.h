@@ -36,7 +36,7 @@ public:
     CITechnicsOperator();
     /// Copies nothing: the class holds no data of its object.
     CITechnicsOperator(const CITechnicsOperator&);
-    /// Copies nothing either.
+    /// Assigns nothing: the class holds no data of its object.
     CITechnicsOperator& operator=(const CITechnicsOperator&);
 
     /// The type of technics that this operator serves; always the same.
@@ -54,33 +54,37 @@ public:
     virtual bool RemoveTechnicsOf(const std::list<CCadObject*>* objects, int type,
                                   std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
                                   std::string& message) = 0;
-    /// Reserved.
+    /// Takes the sixth place among the operations; never called by this library.
     virtual void Reserved6() = 0;
     /// An object has been edited. What the manager was told is passed on as it is, null too.
     virtual void SingleModify(const CCadObject* before, CCadObject* after, const std::vector<int>& indices,
                               int kind) = 0;
-    /// The same for several objects.
+    /// Several objects have been edited together. What the manager was told is passed on as it is, null too.
     virtual void MultipleModify(const std::list<CCadObject*>* before, std::list<CCadObject*>* after,
                                 int kind) = 0;
-    /// Spelled as plug-ins override it. Does nothing by default.
+    /// Several objects have been edited together, with a map for the operator to fill, by custom of objects
+    /// before and after. Does nothing by default; this library never calls it. "Tenchnics" is how plug-ins
+    /// spell it when they override it.
     virtual void CadMultipleModifyEventTenchnicsCollect(const std::list<CCadObject*>* before,
                                                         std::list<CCadObject*>* after, int kind,
                                                         std::map<CCadObject*, CCadObject*>& pairs);
-    /// False by default.
+    /// A technics is to be added to what the object carries already. False by default; this library never
+    /// calls it.
     virtual bool IncrementalAdd(const CCadObject* object, CTechnics* technics);
     /// Brings what is shown of an object's technics up to date.
     virtual void UpdateViewData(CCadObject* object) = 0;
-    /// Reserved.
+    /// Takes the twelfth place among the operations; never called by this library.
     virtual void Reserved12() = 0;
-    /// Reserved.
+    /// Takes the thirteenth place among the operations; never called by this library.
     virtual void Reserved13() = 0;
-    /// Reserved.
+    /// Takes the fourteenth place among the operations; never called by this library.
     virtual void Reserved14() = 0;
 
 protected:
     ~CITechnicsOperator() = default;
 
-    /// The same for all operators; set through the manager.
+    /// What the host tells its plug-ins: one for all operators of the process, set through
+    /// CTechnicsManager::SetTarvelEnvContext.
     static TarvelEnvContext m_TarvelEnvContext;
 };
 
