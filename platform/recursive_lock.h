@@ -6,21 +6,27 @@
 
 namespace qev::platform {
 
-/// Works with std::lock_guard. Unlocked as often as locked, by the same thread; never copied.
+/// Works with std::lock_guard. The thread that holds it may lock it again, and unlocks it as often as it has
+/// locked it; others wait until then. It cannot be copied.
 class RecursiveLock {
 public:
+    /// Free at first.
     RecursiveLock();
+    /// Nobody may hold it any more.
     ~RecursiveLock();
     RecursiveLock(const RecursiveLock&) = delete;
     RecursiveLock& operator=(const RecursiveLock&) = delete;
 
+    /// Waits until no other thread holds the lock, then takes it.
     void lock();
+    /// Takes the lock unless another thread holds it, and answers whether it has.
     bool try_lock();
+    /// Gives back one lock of the calling thread, which must hold it.
     void unlock();
 
 private:
     struct Native;
-    std::unique_ptr<Native> m_native;
+    std::unique_ptr<Native> m_pNative;
 };
 
 } // namespace qev::platform

@@ -1,3 +1,18 @@
+// Subscriptions lie in one list for each topic, and a map leads from an id to its list. Ids rise, so that a
+// list is sorted by them and the place of an id in it is found by halving. A publication and the end of a
+// subscription by its id thus never look at other topics.
+//
+// Callbacks may do anything to the bus while they are called. Three rules make that safe. A list in delivery
+// never loses an element: what ends only loses its callback, so that places stay what they are. It may grow,
+// and then move; so a delivery goes by index, up to the number of subscribers that it began with, and holds
+// no reference across a call except to the topic itself, which the map never moves. And whoever begins a
+// delivery counts it, so that the list is tidied when the last one has left it, by its end or by an
+// exception. To deliver from a copy of the list would be simpler, but would ask for memory at each
+// publication and would call those that have ended meanwhile.
+//
+// Tidying waits until half of a list has ended: each removal then pays for at most one move, and ending n
+// subscriptions one by one moves elements in proportion to n.
+
 #include <algorithm>
 #include <climits>
 #include <new>
@@ -25,7 +40,8 @@ struct TextHash {
 };
 using Topics = std::unordered_map<std::string, Topic, TextHash, std::equal_to<>>;
 
-// True from the end of the bus on; of a type that can be read until the process is gone.
+// True from the end of the bus on. A bool has no destructor, so that it may be read even after the end of the
+// library's statics.
 bool s_isOver = false;
 
 class Bus {
@@ -46,73 +62,76 @@ private:
     void End(Topic& topic, MsgTopicSubscriber& subscriber);
     void Tidy(Topics::value_type& entry);
 
-    Topics m_topics;
-    std::unordered_map<int, Topics::pointer> m_topicOfId;
+    Topics m_mapTopics;
+    std::unordered_map<int, Topics::pointer> m_mapTopicOfId;
     int m_nIssued = 0;
 };
 
 // While one is alive the topic keeps its place and its subscribers theirs.
 class Bus::Delivery {
 public:
-    Delivery(Bus& bus, Topics::value_type& entry) : m_bus(bus), m_entry(entry) { ++entry.second.deliveries; }
+    Delivery(Bus& bus, Topics::value_type& entry) : m_rBus(bus), m_rEntry(entry) {
+        ++entry.second.deliveries;
+    }
     Delivery(const Delivery&) = delete;
     Delivery& operator=(const Delivery&) = delete;
     ~Delivery() {
-        --m_entry.second.deliveries;
-        if (m_entry.second.ended > 0) m_bus.Tidy(m_entry);
+        --m_rEntry.second.deliveries;
+        if (m_rEntry.second.ended > 0) m_rBus.Tidy(m_rEntry);
     }
 
 private:
-    Bus& m_bus;
-    Topics::value_type& m_entry;
+    Bus& m_rBus;
+    Topics::value_type& m_rEntry;
 };
 
 // What may fail comes first, so that a refusal leaves no subscription and uses no id up.
 int Bus::Subscribe(const char* topic, MsgTopicCallback callback, void* user) {
     if (m_nIssued == INT_MAX) return -1;
     MsgTopicSubscriber subscriber{m_nIssued + 1, topic, callback, user};
-    auto& entry = *m_topics.try_emplace(topic).first;
+    auto& entry = *m_mapTopics.try_emplace(topic).first;
     auto& subscribers = entry.second.subscribers;
     if (subscribers.size() == subscribers.capacity()) subscribers.reserve(2 * subscribers.size() + 1);
-    m_topicOfId.emplace(subscriber.id, &entry);
+    m_mapTopicOfId.emplace(subscriber.id, &entry);
     subscribers.push_back(std::move(subscriber));
     return ++m_nIssued;
 }
 
 void Bus::Unsubscribe(int id) {
-    const auto found = m_topicOfId.find(id);
-    if (found == m_topicOfId.end()) return;
+    const auto found = m_mapTopicOfId.find(id);
+    if (found == m_mapTopicOfId.end()) return;
     auto& entry = *found->second;
     End(entry.second, *std::ranges::lower_bound(entry.second.subscribers, id, {}, &MsgTopicSubscriber::id));
     Tidy(entry);
 }
 
 void Bus::Unsubscribe(std::string_view topic, MsgTopicCallback callback) {
-    const auto found = m_topics.find(topic);
-    if (found == m_topics.end()) return;
+    const auto found = m_mapTopics.find(topic);
+    if (found == m_mapTopics.end()) return;
     for (MsgTopicSubscriber& subscriber : found->second.subscribers)
         if (subscriber.callback == callback) End(found->second, subscriber);
     Tidy(*found);
 }
 
 void Bus::End(Topic& topic, MsgTopicSubscriber& subscriber) {
-    m_topicOfId.erase(subscriber.id);
+    m_mapTopicOfId.erase(subscriber.id);
     subscriber.callback = nullptr;
     ++topic.ended;
 }
 
-// Waits until half of a list has ended, so that ending many one by one does not move the rest each time.
+// Removes what has ended from a topic's list, and the topic when nothing is left, unless a delivery runs or
+// less than half of the list has ended.
 void Bus::Tidy(Topics::value_type& entry) {
     auto& [text, topic] = entry;
     if (topic.deliveries > 0 || 2 * topic.ended < topic.subscribers.size()) return;
     std::erase_if(topic.subscribers, [](const MsgTopicSubscriber& s) { return !s.callback; });
     topic.ended = 0;
-    if (topic.subscribers.empty()) m_topics.erase(m_topics.find(text));
+    if (topic.subscribers.empty()) m_mapTopics.erase(m_mapTopics.find(text));
 }
 
 int Bus::Publish(const char* topic, int value, const char* text) {
-    const auto found = m_topics.find(std::string_view(topic));
-    if (found == m_topics.end()) return 0;
+    const auto found = m_mapTopics.find(std::string_view(topic));
+    if (found == m_mapTopics.end()) return 0;
     const Delivery delivery(*this, *found);
     const auto& subscribers = found->second.subscribers; // may grow and move meanwhile
     const int count = static_cast<int>(subscribers.size());

@@ -1,3 +1,10 @@
+// Sorts imported groups by the name of their test. The manager's target group holds one group for each test,
+// found by a walk, as there are few; the objects of a group that comes later go in front of those that are
+// there.
+//
+// The incoming group is owned from the first moment on that it is taken over, and every way out but one
+// deletes it. Not taken over is what the zone already holds, which would be deleted twice.
+
 #include <algorithm>
 #include <memory>
 
@@ -11,7 +18,8 @@ namespace {
 
 constexpr char kTestName[] = "TestName";
 
-// True when the ignore list is gone; of a type that can be read until the process is.
+// True from the end of the ignore list on. Plug-ins that unload late may still call, and a bool has no
+// destructor, so that it may be read even then.
 bool s_isOver = false;
 struct AtUnload {
     ~AtUnload() { s_isOver = true; }
@@ -32,7 +40,7 @@ CCadGroup* GroupOfTest(const std::list<CCadObject*>& objects, const CString& tes
 } // namespace
 
 std::list<CString> CTestDataHandle::ms_BlackList;
-static const AtUnload s_atUnload; // in this order
+static const AtUnload s_atUnload; // behind the list, and so destroyed before it
 
 void CTestDataHandle::SetIgnoreList(const std::list<CString>& names) {
     if (!s_isOver) ms_BlackList = names;

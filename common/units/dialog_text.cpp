@@ -1,3 +1,11 @@
+// Numbers as texts and back, for the controls of dialogs. The C library's functions would read and write the
+// decimal point of the user's locale, so that a length typed on one machine would be another on the next; the
+// standard's from_chars and to_chars know no locale, and the few things that atof takes beyond them (blanks
+// and a plus sign in front) are taken off first.
+//
+// Lengths are stored as texts with 16 digits behind the point, enough for the text that was
+// entered to be shown again as it was.
+
 #include <algorithm>
 #include <array>
 #include <charconv>

@@ -1,11 +1,15 @@
+// The display unit. Stored values are always in mm; the unit only decides what dialogs show, which is why
+// every conversion is a single division or multiplication at the moment of showing, and no value is ever
+// converted in place, where it would lose digits with every change.
+
 #include <new>
 
 #include <qev/units/unit_system.h>
 
 namespace {
 
-constexpr double kMmPerInch = 25.4;
-constexpr double kRoundMmPerInch = 25.0;
+constexpr double kMmPerInch = 25.4;      // exact by definition
+constexpr double kRoundMmPerInch = 25.0; // for quantities that are given in round numbers in either unit
 
 } // namespace
 

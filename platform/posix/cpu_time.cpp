@@ -1,3 +1,5 @@
+// The kernel keeps a clock for each thread that stands while the thread waits.
+
 #include "../cpu_time.h"
 
 #include <ctime>

@@ -1,3 +1,5 @@
+// Off Windows a dialog is an object of the host, which knows its controls.
+
 #include "../dialog.h"
 
 namespace qev::platform {

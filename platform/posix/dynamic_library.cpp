@@ -1,3 +1,7 @@
+// Libraries through the dynamic loader. All symbols are bound at once, so that a plug-in which lacks one is
+// refused when it is loaded and does not end the process in the middle of a cut; and they stay local, so that
+// two plug-ins with a function of one name do not get each other's.
+
 #include "../dynamic_library.h"
 
 #include <cstdlib>

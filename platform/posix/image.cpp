@@ -1,3 +1,8 @@
+// Pictures through gdk-pixbuf, which decodes all formats that hosts use and is fed with bytes, so that no
+// file is opened here. It gives rows of RGB or RGBA with padding behind each; CImage takes BGRA without any.
+//
+// A picture's size is checked as soon as its header has been read and before memory is taken for its pixels.
+
 #include "../image.h"
 
 #include <memory>

@@ -1,3 +1,7 @@
+// Parts of paths by their slashes and dots alone; no file is asked for. The functions answer what those of
+// the other system answer for its own paths, up to the limit on the length, so that a plug-in is named and
+// refused alike.
+
 #include "../path.h"
 
 #include "../dynamic_library.h"

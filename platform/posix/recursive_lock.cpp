@@ -1,3 +1,5 @@
+// The standard's own mutex, behind a pointer so that the header needs nothing of either system.
+
 #include "../recursive_lock.h"
 
 #include <mutex>
@@ -8,20 +10,20 @@ struct RecursiveLock::Native {
     std::recursive_mutex mutex;
 };
 
-RecursiveLock::RecursiveLock() : m_native(std::make_unique<Native>()) {}
+RecursiveLock::RecursiveLock() : m_pNative(std::make_unique<Native>()) {}
 
 RecursiveLock::~RecursiveLock() = default;
 
 void RecursiveLock::lock() {
-    m_native->mutex.lock();
+    m_pNative->mutex.lock();
 }
 
 bool RecursiveLock::try_lock() {
-    return m_native->mutex.try_lock();
+    return m_pNative->mutex.try_lock();
 }
 
 void RecursiveLock::unlock() {
-    m_native->mutex.unlock();
+    m_pNative->mutex.unlock();
 }
 
 } // namespace qev::platform

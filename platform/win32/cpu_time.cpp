@@ -1,3 +1,6 @@
+// The system counts what a thread computes in its own code and in the kernel, in steps of the scheduler's
+// tick (some 16 ms): a limit on it is passed by at most one tick.
+
 #include "../cpu_time.h"
 
 #include <windows.h>

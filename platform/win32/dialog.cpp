@@ -1,3 +1,7 @@
+// The texts of controls through their ANSI functions, as hosts hold them in the system's code page. The
+// length that is asked for first may be more than the text has, never less, and so the text is cut at its
+// final zero.
+
 #include "../dialog.h"
 
 #include <string>

@@ -1,3 +1,6 @@
+// Libraries through the system's loader. Its error numbers are turned into the system's words at once, since
+// the next call of the system may replace them.
+
 #include "../dynamic_library.h"
 
 #include <windows.h>

@@ -1,3 +1,7 @@
+// Pictures through GDI+, from a stream over a copy of the bytes. The system converts every format to BGRA
+// while it copies the pixels out. A picture decodes only when its pixels are asked for, so that its size can
+// be checked before memory is taken for them.
+
 #include "../image.h"
 
 #include <cstring>
@@ -16,18 +20,18 @@ namespace gdi = Gdiplus;
 // GDI+ runs only while a picture is read: nothing of it is left when the library unloads.
 class GdiPlus {
 public:
-    GdiPlus() { m_status = gdi::GdiplusStartup(&m_token, &m_input, nullptr); }
+    GdiPlus() { m_eStatus = gdi::GdiplusStartup(&m_nToken, &m_stInput, nullptr); }
     ~GdiPlus() {
-        if (IsRunning()) gdi::GdiplusShutdown(m_token);
+        if (IsRunning()) gdi::GdiplusShutdown(m_nToken);
     }
     GdiPlus(const GdiPlus&) = delete;
     GdiPlus& operator=(const GdiPlus&) = delete;
-    bool IsRunning() const { return m_status == gdi::Ok; }
+    bool IsRunning() const { return m_eStatus == gdi::Ok; }
 
 private:
-    gdi::GdiplusStartupInput m_input;
-    ULONG_PTR m_token = 0;
-    gdi::Status m_status;
+    gdi::GdiplusStartupInput m_stInput;
+    ULONG_PTR m_nToken = 0;
+    gdi::Status m_eStatus;
 };
 
 struct Release {

@@ -1,3 +1,5 @@
+// Parts of paths through the shell library, whose functions work in a buffer of the system's longest path.
+
 #include "../path.h"
 
 #include <windows.h>

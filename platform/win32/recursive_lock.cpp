@@ -1,3 +1,6 @@
+// A critical section, the system's own recursive lock, behind a pointer so that the header needs nothing of
+// either system.
+
 #include "../recursive_lock.h"
 
 #include <windows.h>
@@ -8,24 +11,24 @@ struct RecursiveLock::Native {
     CRITICAL_SECTION section;
 };
 
-RecursiveLock::RecursiveLock() : m_native(std::make_unique<Native>()) {
-    InitializeCriticalSection(&m_native->section);
+RecursiveLock::RecursiveLock() : m_pNative(std::make_unique<Native>()) {
+    InitializeCriticalSection(&m_pNative->section);
 }
 
 RecursiveLock::~RecursiveLock() {
-    DeleteCriticalSection(&m_native->section);
+    DeleteCriticalSection(&m_pNative->section);
 }
 
 void RecursiveLock::lock() {
-    EnterCriticalSection(&m_native->section);
+    EnterCriticalSection(&m_pNative->section);
 }
 
 bool RecursiveLock::try_lock() {
-    return TryEnterCriticalSection(&m_native->section);
+    return TryEnterCriticalSection(&m_pNative->section);
 }
 
 void RecursiveLock::unlock() {
-    LeaveCriticalSection(&m_native->section);
+    LeaveCriticalSection(&m_pNative->section);
 }
 
 } // namespace qev::platform

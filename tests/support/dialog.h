@@ -19,7 +19,7 @@ public:
 
 private:
     struct Native;
-    std::unique_ptr<Native> m_native;
+    std::unique_ptr<Native> m_pNative;
 };
 
 } // namespace test

@@ -16,14 +16,14 @@ struct Dialog::Native : CIDialog {
     }
 };
 
-Dialog::Dialog(const std::vector<int>& ids) : m_native(std::make_unique<Native>()) {
-    for (const int id : ids) m_native->texts[id];
+Dialog::Dialog(const std::vector<int>& ids) : m_pNative(std::make_unique<Native>()) {
+    for (const int id : ids) m_pNative->texts[id];
 }
 
 Dialog::~Dialog() = default;
 
 HWND Dialog::Get() const {
-    return m_native.get();
+    return m_pNative.get();
 }
 
 } // namespace test
