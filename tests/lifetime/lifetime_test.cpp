@@ -1,7 +1,9 @@
-// Loads and unloads libraries that hold singletons, as a host does. This program links none of them.
-#include <array>
+// Loads and unloads plug-ins, and with them the libraries and their singletons, as a host does. This program
+// links none of them.
 #include <cstdlib>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -29,68 +31,53 @@ HMODULE Load(const std::string& name) {
     return module;
 }
 
-void Use(HMODULE plugin) {
-    reinterpret_cast<void (*)()>(qev::platform::FindSymbol(plugin, "Use"))();
+template <class Function>
+Function Find(HMODULE plugin, const char* name) {
+    return reinterpret_cast<Function>(qev::platform::FindSymbol(plugin, name));
 }
 
-void ExpectCounts(int created, int deleted, int calls) {
-    const LifetimeCounts& counts = GetLifetimeCounts();
-    EXPECT_EQ((std::array{counts.created, counts.deleted, counts.calls}),
-              (std::array{created, deleted, calls}));
-}
-
-struct Lifetime : testing::Test {
-    void SetUp() override { GetLifetimeCounts() = {}; }
-};
-
-// The host's own use of the probe ends before the plug-in's, or after it.
-TEST_F(Lifetime, LastsUntilTheLastUse) {
-    for (const bool hostEndsFirst : {true, false}) {
+// Two plug-ins use the libraries, whose engine lives until the last one has gone, whichever that is.
+TEST(Lifetime, LastsUntilTheLastUse) {
+    for (const char* last : {"lifetime_first", "lifetime_second"}) {
         GetLifetimeCounts() = {};
-        const HMODULE probe = Load("lifetime_probe"), plugin = Load("lifetime_plugin");
-        Use(plugin);
-        qev::platform::FreeDynamicLibrary(hostEndsFirst ? probe : plugin);
-        if (hostEndsFirst) Use(plugin);
-        ExpectCounts(1, 0, 2); // the plug-in calls once more at its end
-        qev::platform::FreeDynamicLibrary(hostEndsFirst ? plugin : probe);
-        ExpectCounts(1, 1, hostEndsFirst ? 3 : 2);
+        HMODULE plugins[] = {Load("lifetime_second"), Load("lifetime_first")};
+        Find<void (*)()>(plugins[0], "WatchEngine")();
+        if (last == std::string("lifetime_second")) std::swap(plugins[0], plugins[1]);
+        qev::platform::FreeDynamicLibrary(plugins[0]);
+        EXPECT_EQ(GetLifetimeCounts().enginesClosed, 0) << last;
+        qev::platform::FreeDynamicLibrary(plugins[1]);
+        EXPECT_EQ(GetLifetimeCounts().enginesClosed, 1) << last;
+        EXPECT_EQ(GetLifetimeCounts().enginesSeen, 2) << last;
     }
 }
 
-// The library's own engine lives as long, with what scripts have left in it.
-TEST_F(Lifetime, ScriptEngine) {
-    const HMODULE probe = Load("lifetime_probe");
-    reinterpret_cast<void (*)()>(qev::platform::FindSymbol(probe, "WatchEngine"))();
-    const HMODULE plugin = Load("lifetime_plugin");
-    qev::platform::FreeDynamicLibrary(probe);
-    EXPECT_EQ(GetLifetimeCounts().enginesClosed, 0);
-    qev::platform::FreeDynamicLibrary(plugin);
-    EXPECT_EQ(GetLifetimeCounts().enginesClosed, 1);
-}
-
 // A library that stays behind (an inline static that others see is enough on Linux) keeps its code mapped.
-TEST_F(Lifetime, LibrariesLeaveNothingBehind) {
-    const HMODULE probe = Load("lifetime_probe");
-    const auto codeOf = reinterpret_cast<const void* (*)(int)>(qev::platform::FindSymbol(probe, "CodeOf"));
+TEST(Lifetime, LibrariesLeaveNothingBehind) {
+    const HMODULE plugin = Load("lifetime_first");
+    const auto codeOf = Find<const void* (*)(int)>(plugin, "CodeOf");
     std::vector<const void*> codes;
     for (int library = 0; codeOf(library); ++library) codes.push_back(codeOf(library));
     for (const void* code : codes) EXPECT_NE(qev::platform::ModulePathOf(code), "");
-    qev::platform::FreeDynamicLibrary(probe);
+    qev::platform::FreeDynamicLibrary(plugin);
     for (const void* code : codes) EXPECT_EQ(qev::platform::ModulePathOf(code), "");
 }
 
-TEST_F(Lifetime, ManyRounds) {
-    for (int i = 0; i < kRounds; ++i) qev::platform::FreeDynamicLibrary(Load("lifetime_plugin"));
-    ExpectCounts(kRounds, kRounds, kRounds);
+TEST(Lifetime, ManyRounds) {
+    GetLifetimeCounts() = {};
+    for (int i = 0; i < kRounds; ++i) {
+        const HMODULE plugin = Load("lifetime_first");
+        Find<void (*)()>(plugin, "WatchEngine")();
+        qev::platform::FreeDynamicLibrary(plugin);
+    }
+    EXPECT_EQ(GetLifetimeCounts().enginesClosed, kRounds);
 }
 
 #ifndef _WIN32 // there the end of a program comes before that of any library
 bool (*s_areStaticsAlive)();
-TEST_F(Lifetime, CallsAfterTheEnd) {
+TEST(Lifetime, CallsAfterTheEnd) {
     // runs after the statics of what is loaded later
     std::atexit([] { s_areStaticsAlive() ? std::_Exit(1) : void(); });
-    s_areStaticsAlive =
-        reinterpret_cast<bool (*)()>(qev::platform::FindSymbol(Load("lifetime_probe"), "AreStaticsAlive"));
+    s_areStaticsAlive = Find<bool (*)()>(Load("lifetime_first"), "AreStaticsAlive");
     EXPECT_TRUE(s_areStaticsAlive());
 }
 #endif

@@ -1,5 +1,5 @@
 /// \file
-/// Counts what the probe creates and deletes; a library of its own, which outlives the probe.
+/// Counts what happens while libraries unload; a library of its own, which outlives them.
 #pragma once
 
 #include <qev/export.h>
@@ -11,14 +11,12 @@
 #endif
 
 struct LifetimeCounts {
-    int created = 0;
-    int deleted = 0;
-    int calls = 0; ///< of the plug-in into the living instance
     int enginesClosed = 0;
+    int enginesSeen = 0; ///< by plug-ins at their end
 };
 
 LIFETIME_API LifetimeCounts& GetLifetimeCounts();
 
 struct lua_State;
-/// For Lua to call when an engine closes, at a time when the probe may be gone.
+/// For Lua to call when an engine closes, at a time when the plug-ins may be gone.
 LIFETIME_API int CountClosedEngine(lua_State* L);

@@ -40,9 +40,10 @@ TEST(TopicBus, ChangesDuringADelivery) {
             for (int i = 0; i < 6; ++i) Subscribe("T", n); // moves the list
             PublishMsgTopic("T", 5, "");                   // the first that calls the new ones
         }
-        if (name == 'a') UnsubscribeMsgTopic(ids[0]), UnsubscribeMsgTopic(ids[1]);
+        if (name == 'a')
+            for (const int id : ids) UnsubscribeMsgTopic(id);
     };
-    EXPECT_EQ(PublishMsgTopic("T", 5, ""), 2);
+    EXPECT_EQ(PublishMsgTopic("T", 5, ""), 2) << "b has ended, and the new ones are not called yet";
     EXPECT_EQ(s_heard, "aacnnnnnnc");
     s_onCall = [](char) { UnsubscribeMsgTopic("T", Hear), throw 1; };
     EXPECT_THROW(PublishMsgTopic("T", 5, ""), int);

@@ -58,12 +58,16 @@ TEST_F(PlugIns, RefusalsRegisterNothingAndUnload) {
         const std::string path = PathOf("plugin_" + name);
         EXPECT_FALSE(manager.LoadTechnicsPlugIn(path)) << name;
         EXPECT_NE(manager.GetLastErrorText().find(why), std::string::npos) << manager.GetLastErrorText();
-        EXPECT_TRUE(manager.GetTehcnisItemVector()->size() == 2 && IsTold()) << name;
+        EXPECT_EQ(manager.GetTehcnisItemVector()->size(), 2u) << name;
+        EXPECT_TRUE(IsTold()) << name;
         EXPECT_EQ(qev::platform::ModulePathOf(PlaceIn(path)), "") << name;
     }
-    for (const std::string& path : {std::string(), std::string(qev::platform::kLongestPath + 1, 'x')})
-        EXPECT_TRUE(!manager.LoadTechnicsPlugIn(path) && !manager.GetLastErrorText().empty());
-    EXPECT_FALSE(manager.LoadTechnicsPlugIn(PathOf("plugin_no_set")) || IsTold());
+    for (const std::string& path : {std::string(), std::string(qev::platform::kLongestPath + 1, 'x')}) {
+        EXPECT_FALSE(manager.LoadTechnicsPlugIn(path)) << path;
+        EXPECT_FALSE(manager.GetLastErrorText().empty()) << path;
+    }
+    EXPECT_FALSE(manager.LoadTechnicsPlugIn(PathOf("plugin_no_set")));
+    EXPECT_FALSE(IsTold()) << "nobody is, after one that cannot be told";
 }
 
 TEST_F(PlugIns, WhatAnOperatorThrowsReachesTheHost) {
@@ -87,7 +91,8 @@ TEST(LoadLibrary, LooksBesideTheLibrary) {
         EXPECT_NE(found, nullptr) << name;
         qev::platform::FreeDynamicLibrary(found);
     }
-    EXPECT_FALSE(qev::_LoadLibrary("nowhere") || qev::_LoadLibrary(nullptr));
+    EXPECT_EQ(qev::_LoadLibrary("nowhere"), nullptr);
+    EXPECT_EQ(qev::_LoadLibrary(nullptr), nullptr);
 }
 
 } // namespace

@@ -10,31 +10,45 @@ struct Counting : qev::CTechnics {
     int refreshed = 0;
 };
 
-TEST(Queries, FindRefreshAndPickOff) {
-    auto *first = new Counting(3, 3), *other = new Counting(5, -2), *second = new Counting(3, 7);
-    auto *last = new Counting(3, 3), *hidden = new Counting(9, 9);
+struct Queries : testing::Test {
+    Queries() {
+        for (Counting* each : {first, other, second, last}) object.AddTechnics(each);
+    }
+    Counting *const first = new Counting(3, 3), *const other = new Counting(5, -2);
+    Counting *const second = new Counting(3, 7), *const last = new Counting(3, 3);
     qev::CCadGroup object;
-    for (Counting* each : {first, other, second, last}) object.AddTechnics(each);
-    object.GetToolPathList().push_back(new qev::CCadDot({0, 0}));
-    object.GetToolPathList().back()->AddTechnics(hidden);
+};
 
-    EXPECT_EQ(qev::GetTechnics(&object, 3, -1), first);
+TEST_F(Queries, Find) {
+    object.GetToolPathList().push_back(new qev::CCadDot({0, 0}));
+    object.GetToolPathList().back()->AddTechnics(new Counting(9, 9));
+    EXPECT_EQ(qev::GetTechnics(&object, 3, -1), first) << "its sub-type is its type";
     EXPECT_EQ(qev::GetTechnics(&object, 3, 7), second);
-    EXPECT_EQ(qev::GetTechnics(&object, 5, -1), nullptr) << "it is no default";
-    EXPECT_TRUE(qev::HasTechnics(&object, 3, 7) && !qev::HasTechnics(&object, 3, -1)) << "no -1 rule";
-    EXPECT_TRUE(qev::HasTechnics(&object, 5, true) && !qev::HasTechnics(&object, 9, true));
+    EXPECT_EQ(qev::GetTechnics(&object, 5, -1), nullptr) << "the only one is no default";
+    EXPECT_TRUE(qev::HasTechnics(&object, 3, 7));
+    EXPECT_FALSE(qev::HasTechnics(&object, 3, -1)) << "here -1 is a number";
+    EXPECT_TRUE(qev::HasTechnics(&object, 5, true));
+    EXPECT_FALSE(qev::HasTechnics(&object, 9, true)) << "only a tool path has it";
+    EXPECT_FALSE(qev::HasTechnics(nullptr));
+}
+
+TEST_F(Queries, Refresh) {
     EXPECT_TRUE(qev::RefreshCadObject(&object, 3, -1, first));
     EXPECT_TRUE(qev::RefreshCadObject(&object, -1, 0, first)) << "though the others say no";
-    EXPECT_FALSE(qev::RefreshCadObject(&object, 5, -1, other));
-    EXPECT_TRUE(first->refreshed == 2 && other->refreshed == 1 && last->refreshed == 1);
+    EXPECT_FALSE(qev::RefreshCadObject(&object, 5, -1, other)) << "the only one is no default";
+    EXPECT_FALSE(qev::RefreshCadObject(nullptr, -1, 0, nullptr));
+    EXPECT_EQ(first->refreshed, 2);
+    for (const Counting* each : {other, second, last}) EXPECT_EQ(each->refreshed, 1) << each->m_nSubType;
+}
 
-    EXPECT_EQ(qev::PickOffTechnics(&object, 3, -1), nullptr);
+TEST_F(Queries, PickOff) {
+    EXPECT_EQ(qev::PickOffTechnics(&object, 3, -1), nullptr) << "here -1 is a number";
+    EXPECT_EQ(qev::PickOffTechnics(nullptr, 0), nullptr);
     const std::unique_ptr<qev::CTechnics> bySubType(qev::PickOffTechnics(&object, 3, 7));
     const std::unique_ptr<qev::CTechnics> byType(qev::PickOffTechnics(&object, 3));
-    EXPECT_TRUE(bySubType.get() == second && byType.get() == first);
+    EXPECT_EQ(bySubType.get(), second);
+    EXPECT_EQ(byType.get(), first);
     EXPECT_EQ(object.GetTechnicsList(), (std::list<qev::CTechnics*>{other, last}));
-    EXPECT_FALSE(qev::HasTechnics(nullptr) || qev::PickOffTechnics(nullptr, 0)
-                 || qev::RefreshCadObject(nullptr, -1, 0, nullptr));
 }
 
 } // namespace

@@ -14,12 +14,12 @@ namespace test {
 using Objects = std::list<qev::CCadObject*>;
 
 struct TestOperator final : qev::CITechnicsOperator {
-    TestOperator(int type, const char* name) : m_type(type), m_name(name) {}
-    int GetTechnicsType() override { return m_type; }
-    const char* GetTechnicsName() override { return m_name; }
+    TestOperator(int itsType, const char* itsName) : type(itsType), name(itsName) {}
+    int GetTechnicsType() override { return type; }
+    const char* GetTechnicsName() override { return name; }
     bool AddTechnicsByLua(const Objects*, qev::CLuaAccess* cursor, Objects*, Objects*,
                           std::string& message) override {
-        message = m_name;
+        message = name;
         return onAdd(*cursor);
     }
     qev::CTechnics* CreateTechnics(qev::CCadObject*, qev::CLuaAccess* cursor) override {
@@ -44,8 +44,8 @@ struct TestOperator final : qev::CITechnicsOperator {
     std::function<qev::CTechnics*(qev::CLuaAccess&)> onCreate = [](qev::CLuaAccess&) { return nullptr; };
     std::function<void(qev::CCadObject*)> onNotify = [](qev::CCadObject*) {};
     bool removes = true;
-    int m_type;
-    const char* m_name;
+    int type;
+    const char* name;
 };
 
 struct TestManager : qev::CTechnicsManager {

@@ -1,11 +1,7 @@
-#include <mutex>
-#include <thread>
-
 #include <gtest/gtest.h>
 
 #include "platform/dynamic_library.h"
 #include "platform/path.h"
-#include "platform/recursive_lock.h"
 
 #ifdef _WIN32
 constexpr char kFolder[] = "C:\\plug.ins";
@@ -34,41 +30,4 @@ TEST(Path, PartsAndTheLengthLimit) {
         EXPECT_EQ(part(kInFolder + longest), "");
     EXPECT_EQ(qev::platform::AppendPath(kFolder, longest), "");
     EXPECT_TRUE(qev::platform::IsRelativePath(kInFolder + longest));
-}
-
-TEST(DynamicLibrary, RefusalsAndThePathOfThisProgram) {
-    std::string why;
-    EXPECT_EQ(qev::platform::LoadDynamicLibrary("no such library", &why), nullptr);
-    EXPECT_FALSE(why.empty());
-    EXPECT_EQ(qev::platform::FindSymbol(nullptr, "main"), nullptr);
-    qev::platform::FreeDynamicLibrary(nullptr);
-    static const char inHere = 0;
-    const std::string path = qev::platform::ModulePathOf(&inHere);
-    EXPECT_FALSE(qev::platform::IsRelativePath(path));
-    EXPECT_EQ(qev::platform::RemoveExtension(qev::platform::StripPath(path)), "platform_tests");
-    EXPECT_EQ(qev::platform::ModulePathOf(nullptr), "");
-}
-
-// The same thread takes it again, another one only after as many releases.
-TEST(RecursiveLock, Recursion) {
-    qev::platform::RecursiveLock lock;
-    const auto freeForAnother = [&] {
-        bool taken = false;
-        std::thread([&] {
-            taken = lock.try_lock();
-            if (taken) lock.unlock();
-        }).join();
-        return taken;
-    };
-    const std::lock_guard outer(lock);
-    {
-        const std::lock_guard inner(lock);
-        EXPECT_TRUE(lock.try_lock());
-        lock.unlock();
-        EXPECT_FALSE(freeForAnother());
-    }
-    EXPECT_FALSE(freeForAnother());
-    lock.unlock();
-    EXPECT_TRUE(freeForAnother());
-    lock.lock();
 }

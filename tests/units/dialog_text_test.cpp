@@ -6,31 +6,19 @@
 
 namespace {
 
-// Runs a check in each unit, which can be set once.
+// Calls check(isInch) in each unit, which can be set once.
 template <class Check>
 void InBothUnits(Check check) {
     UnitSystem& system = *UnitSystem::GetUnitSystem();
     const UnitSystem fresh = system;
-    for (const char* name : {"Metric", "Inch"}) {
-        EXPECT_FALSE(system.Load("inch"));
-        EXPECT_TRUE(system.Load(name));
-        EXPECT_FALSE(system.Load("Metric") || system.Load("Inch"));
-        check(system, system.GetUnitType() == UNIT_INCH);
+    for (const bool isInch : {false, true}) {
+        ASSERT_TRUE(system.Load(isInch ? UNIT_INCH : UNIT_METRIC));
+        check(isInch);
         system = fresh;
     }
 }
 
-TEST(Units, Conversions) {
-    InBothUnits([](const UnitSystem& system, bool inch) {
-        EXPECT_EQ(system.MetricToUiUnit(25.4, CONVERT_LENGTH), inch ? 1 : 25.4);
-        EXPECT_EQ(system.MetricToUiUnit(25, CONVERT_ROUNDED), inch ? 1 : 25);
-        EXPECT_EQ(system.MetricToUiUnit(7, static_cast<convert_type_t>(5)), 7);
-        EXPECT_EQ(system.UiUnitToMetric(2), inch ? 50.8 : 2);
-        EXPECT_EQ(system.MetricToInch(system.InchToMetric(0.5)), 0.5);
-    });
-}
-
-TEST(Units, DialogTexts) {
+TEST(DialogText, ShownAndStored) {
     const test::Dialog dialog({101});
     const auto shown = [&](const char* text) {
         SetDlgItemTextUnit(dialog.Get(), 101, text);
@@ -42,7 +30,7 @@ TEST(Units, DialogTexts) {
         GetDlgItemTextUnit(dialog.Get(), 101, value);
         return value;
     };
-    InBothUnits([&](const UnitSystem&, bool inch) {
+    InBothUnits([&](bool inch) {
         EXPECT_EQ(shown("+1.23456"), inch ? "0.0486" : "1.235");
         EXPECT_EQ(shown("100"), inch ? "3.93701" : "100");
         EXPECT_EQ(shown("-"), "0");
@@ -62,6 +50,9 @@ TEST(Units, DialogTexts) {
         GetDlgItemTextUnit(window, 7, value);
         EXPECT_EQ(value, stored(""));
     }
+}
+
+TEST(DialogText, AnyPrecision) {
     EXPECT_EQ(ToStringPrecision(100, -1), "100");
     EXPECT_EQ(ToStringPrecision(-1.7e308, 1'000'000'000).GetLength(), 310);
     EXPECT_EQ(ToStringPrecision(-5e-324, 1'000'000'000).GetLength(), 1077);
