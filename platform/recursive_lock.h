@@ -19,8 +19,6 @@ public:
 
     /// Waits until no other thread holds the lock, then takes it.
     void lock();
-    /// Takes the lock unless another thread holds it, and answers whether it has.
-    bool try_lock();
     /// Gives back one lock of the calling thread, which must hold it.
     void unlock();
 

@@ -18,10 +18,6 @@ void RecursiveLock::lock() {
     m_pNative->mutex.lock();
 }
 
-bool RecursiveLock::try_lock() {
-    return m_pNative->mutex.try_lock();
-}
-
 void RecursiveLock::unlock() {
     m_pNative->mutex.unlock();
 }

@@ -23,10 +23,6 @@ void RecursiveLock::lock() {
     EnterCriticalSection(&m_pNative->section);
 }
 
-bool RecursiveLock::try_lock() {
-    return TryEnterCriticalSection(&m_pNative->section);
-}
-
 void RecursiveLock::unlock() {
     LeaveCriticalSection(&m_pNative->section);
 }

@@ -4,21 +4,27 @@
 
 namespace {
 
+using namespace qev;
+
 struct Path : test::LuaTest {
     Path() { Put("T = { a = { b = 5, [2] = { c = {} } } }"); }
 };
 
 TEST_F(Path, EnterAndLeave) {
     CLuaAccess access(L);
-    EXPECT_STEP(3, true, access.Enter("a") && access.Enter(2) && access.Enter("c"));
-    const char* none = nullptr;
-    EXPECT_STEP(3, false, access.Enter("missing") || access.Enter(1) || access.Enter(none));
-    for (int i = 0; i < 6; ++i) access.Leave();
+    EXPECT_STEPS(3, true, access.Enter("a"), access.Enter(2), access.Enter("c"));
+    EXPECT_STEPS(1, false, access.Enter("missing"));
+    EXPECT_STEPS(1, false, access.Enter(1)) << "in what is no table";
+    for (int i = 0; i < 5; ++i) access.Leave();
     EXPECT_HOLDS("next(T.a[2].c) == nil");
-    access.m_bAutoCreate = true;
-    EXPECT_STEP(2, true, access.Enter("new") && access.Enter(-3) && access.Write(1.0, "x"));
+    EXPECT_STEPS(1, false, access.Enter(static_cast<const char*>(nullptr)));
     access.Leave();
-    EXPECT_STEP(0, true, access.Write(2.0, "y") && Holds(L, "T.new[-3].x == 1 and T.new.y == 2"));
+    access.m_bAutoCreate = true;
+    EXPECT_STEPS(2, true, access.Enter("new"), access.Enter(-3), access.Write(1.0, "x"));
+    access.Leave();
+    EXPECT_STEPS(0, true, access.Write(2.0, "y"));
+    EXPECT_HOLDS("T.new[-3].x == 1");
+    EXPECT_HOLDS("T.new.y == 2");
 }
 
 TEST_F(Path, Texts) {
@@ -26,8 +32,7 @@ TEST_F(Path, Texts) {
     access.Enter("a");
     access.Enter(2);
     EXPECT_FAULT(0, "a.[2].Speed = 5000 message", access.ErrorHandle("Speed", "5000", "message"));
-    access.Leave();
-    EXPECT_FAULT(0, "a. ", access.ErrorHandle(nullptr, nullptr, nullptr));
+    EXPECT_FAULT(0, "a.[2]. ", access.ErrorHandle(nullptr, nullptr, nullptr));
     const std::string x(300, 'x'), y(300, 'y');
     CLuaAccess longest(L);
     longest.Enter(x.c_str());

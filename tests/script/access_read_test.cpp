@@ -1,94 +1,130 @@
 #include <cmath>
-#include <sstream>
 
 #include "script/lua_fixture.h"
 
 namespace {
 
-const auto Same = [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); };
-using Read = test::LuaTest;
+using namespace qev;
 
-// Read by name, by index and as an int from T = { k = value, value }: the value, the bounds, the number and
-// the int read (-9: none), and what the error shows (-: no error).
+constexpr double kNone = -9; // what is not read stays
+const double kNan = std::nan(""), kInfinite = HUGE_VAL;
+
+bool Same(double a, double b) {
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+struct Read : test::LuaTest {
+    // A step throws an error that begins with a key and a value, or nothing where the value is null.
+    template <class Step>
+    void Expect(const std::string& key, const char* value, Step step) {
+        const std::string thrown = Run(value ? 1 : 0, step), begin = value ? key + " = " + value + " " : "";
+        EXPECT_EQ(thrown.substr(0, begin.size()), begin);
+        EXPECT_EQ(thrown.empty(), begin.empty()) << thrown;
+    }
+};
+
+// By name, by index and as an int. A number outside its bounds is read, but not as an int.
 TEST_F(Read, Numbers) {
-    std::istringstream rows(
-        "7.9 0 10 7.9 7 -  -7.9 -10 10 -7.9 -7 -  '12' 0 12 12 12 -  '0x10' 16 16 16 16 -  "
-        "'1mm' 0 100 -9 -9 -  true 0 10 -9 -9 -  nil 0 10 -9 -9 -  11 0 10 11 -9 11  "
-        "11 nan nan 11 11 -  -0.5 0 10 -0.5 -9 -0.5  0/0 0 10 nan 0 -  "
-        "1234567 0 9 1234567 -9 1.23457e+06  1e6 0 1e6 1e6 1000000 -  "
-        "1e300 0 1e300 1e300 2147483647 -  -1/0 -inf 0 -inf -2147483648 -");
-    for (std::string value, low, high, number, whole, shown;
-         rows >> value >> low >> high >> number >> whole >> shown;) {
+    const struct {
+        const char* value;
+        double min, max, number;
+        int whole;
+        const char* fault; // the value as the error shows it
+    } cases[] = {{"7.9", 0, 10, 7.9, 7, nullptr},
+                 {"-7.9", -10, 10, -7.9, -7, nullptr},
+                 {"'0x10'", 16, 16, 16, 16, nullptr},
+                 {"'1mm'", 0, 100, kNone, -9, nullptr},
+                 {"nil", 0, 10, kNone, -9, nullptr},
+                 {"11", 0, 10, 11, -9, "11"},
+                 {"-0.5", 0, 10, -0.5, -9, "-0.5"},
+                 {"1234567", 0, 9, 1234567, -9, "1.23457e+06"},
+                 {"11", kNan, kNan, 11, 11, nullptr},
+                 {"0/0", 0, 10, kNan, 0, nullptr},
+                 {"1e300", 0, 1e300, 1e300, INT_MAX, nullptr},
+                 {"-1/0", -kInfinite, 0, -kInfinite, INT_MIN, nullptr}};
+    for (const auto& [value, min, max, number, whole, fault] : cases) {
         SCOPED_TRACE(value);
-        Put("local v = " + value + " T = { k = v, v }");
+        Put(std::string("local v = ") + value + " T = { k = v, v }");
         CLuaAccess access(L);
-        const double min = std::stod(low), max = std::stod(high), expected = std::stod(number);
-        const bool isFault = shown != "-", isRead = expected != -9 && !isFault;
-        double byName = -9, byIndex = -9;
+        double byName = kNone, byIndex = kNone;
         int integer = -9;
-        const auto check = [&](const std::string& key, auto step) {
-            const std::string text = Run(isFault, [&] { EXPECT_EQ(step(), isRead); });
-            EXPECT_TRUE(isFault ? text.find(key + " = " + shown + " ") == 0 : text.empty()) << text;
-        };
-        check("k", [&] { return access.Read(byName, "k", min, max); });
-        check("[1]", [&] { return access.Read(byIndex, 1, min, max); });
-        check("k", [&] { return access.Read(integer, "k", min, max); });
-        EXPECT_TRUE(Same(byName, expected) && Same(byIndex, expected)) << "also when it is a fault";
-        EXPECT_EQ(integer, std::stoi(whole));
+        Expect("k", fault, [&] { EXPECT_EQ(access.Read(byName, "k", min, max), number != kNone); });
+        Expect("[1]", fault, [&] { EXPECT_EQ(access.Read(byIndex, 1, min, max), number != kNone); });
+        Expect("k", fault, [&] { EXPECT_EQ(access.Read(integer, "k", min, max), number != kNone); });
+        EXPECT_PRED2(Same, byName, number);
+        EXPECT_PRED2(Same, byIndex, number);
+        EXPECT_EQ(integer, whole);
     }
 }
 
-// The value; the flag, the mode and the text in 5 bytes that are read (-9 and ~: none, NaN: a fault, ".": an
-// empty text); whether the text is cut.
-TEST_F(Read, OtherTypes) {
+TEST_F(Read, Booleans) {
+    Put("T = { true, yes = true, no = false, number = 1, text = 'true' }");
+    CLuaAccess a(L);
+    bool yes = false, no = true, first = false, kept = true;
+    EXPECT_STEPS(0, true, a.Read(yes, "yes"), a.Read(no, "no"), a.Read(first, 1));
+    EXPECT_TRUE(yes);
+    EXPECT_FALSE(no);
+    EXPECT_TRUE(first);
+    EXPECT_STEPS(0, false, a.Read(kept, "number"), a.Read(kept, "text"), a.Read(kept, "none"),
+                 a.Read(kept, 2));
+    EXPECT_TRUE(kept);
+}
+
+// As the name of a mode, and as a text in five bytes with its final zero.
+TEST_F(Read, NamesAndTexts) {
     const CLuaAccess::EnumItem modes[] = {{"Fast", 1.9}, {"Fast", 2}, {"7", 3}, {nullptr, 4}};
-    std::istringstream rows(
-        "true 1 -9 ~ 0  false 0 -9 ~ 0  nil -9 -9 ~ 0  {} -9 -9 ~ 0  'Fast' -9 1.9 Fast 0  "
-        "'fast' -9 nan fast 0  '' -9 nan . 0  'Faster' -9 nan Fast 1  7 -9 3 7 0  "
-        "print -9 -9 ~ 0  1/3 -9 nan 0.33 1");
-    int flagRead = 0;
-    bool isCut = false;
-    for (std::string value, modeRead, text; rows >> value >> flagRead >> modeRead >> text >> isCut;) {
+    const struct {
+        const char* value;
+        double mode;
+        const char* noMode; // the name where it is no mode's
+        const char* text;   // ~ where there is none
+        bool isCut;
+    } cases[] = {{"'Fast'", 1.9, nullptr, "Fast", false},
+                 {"'fast'", kNone, "fast", "fast", false},
+                 {"'Faster'", kNone, "Faster", "Fast", true},
+                 {"''", kNone, "", "", false},
+                 {"7", 3, nullptr, "7", false},
+                 {"1/3", kNone, "0.33333333333333", "0.33", true},
+                 {"print", kNone, nullptr, "~", false}};
+    for (const auto& [value, mode, noMode, text, isCut] : cases) {
         SCOPED_TRACE(value);
-        if (text == ".") text = "";
-        Put("local v = " + value + " T = { k = v, v, type = type(v) }");
+        Put(std::string("local v = ") + value + " T = { k = v, v, type = type(v) }");
         CLuaAccess access(L);
-        bool flag = flagRead == 0;
-        EXPECT_STEP(0, flagRead >= 0, access.Read(flag, "k") && access.Read(flag, 1));
-        EXPECT_EQ(flag, flagRead == 1);
-        const double expected = std::stod(modeRead);
-        const bool isFault = std::isnan(expected);
-        double mode = -9;
+        double read = kNone;
         int integer = -9;
-        EXPECT_EQ(Run(isFault, [&] { access.Read(mode, "k", modes); }).empty(), !isFault);
-        EXPECT_EQ(Run(isFault, [&] { access.Read(integer, "k", modes); }).empty(), !isFault);
-        EXPECT_TRUE(mode == (isFault ? -9 : expected) && integer == static_cast<int>(mode));
+        Expect("k", noMode, [&] { EXPECT_EQ(access.Read(read, "k", modes), mode != kNone); });
+        Expect("k", noMode, [&] { EXPECT_EQ(access.Read(integer, "k", modes), mode != kNone); });
+        EXPECT_EQ(read, mode);
+        EXPECT_EQ(integer, static_cast<int>(mode));
         char byName[5] = "~", byIndex[5] = "~";
-        EXPECT_EQ(Run(isCut, [&] { access.Read(byName, 5, "k"); }).find("k = " + text) == 0, isCut);
-        EXPECT_EQ(Run(isCut, [&] { access.Read(byIndex, 5, 1); }).find("[1] = " + text) == 0, isCut);
-        EXPECT_TRUE(byName == text && byIndex == text) << byName << byIndex;
-        EXPECT_HOLDS("type(T.k) == T.type and type(T[1]) == T.type");
+        Expect("k", isCut ? text : nullptr, [&] { access.Read(byName, 5, "k"); });
+        Expect("[1]", isCut ? text : nullptr, [&] { access.Read(byIndex, 5, 1); });
+        EXPECT_STREQ(byName, text);
+        EXPECT_STREQ(byIndex, text);
+        EXPECT_HOLDS("type(T.k) == T.type"); // a number is not made a text
     }
 }
 
 TEST_F(Read, NothingThere) {
     Put("T = { k = 5, file = io.stdout }");
     CLuaAccess a(L);
-    double number = -9;
+    double number = kNone;
     char text[] = "~";
-    void* pointer = &number;
+    void* pointer = nullptr;
     const char* none = nullptr;
-    EXPECT_STEP(0, false, a.Read(text, 0, "k") || a.Read(nullptr, 5, "k") || a.Read(&pointer, "k"));
-    EXPECT_STEP(0, false, a.Read(number, none, 0, 9) || a.Read(text, 5, none));
-    EXPECT_TRUE(pointer == &number && a.Read(&pointer, "file") && pointer != &number);
+    EXPECT_STEPS(0, false, a.Read(text, 0, "k"), a.Read(nullptr, 5, "k"), a.Read(&pointer, "k"),
+                 a.Read(number, none, 0, 9), a.Read(text, 5, none));
+    EXPECT_EQ(pointer, nullptr);
+    EXPECT_STEPS(0, true, a.Read(&pointer, "file"));
+    EXPECT_NE(pointer, nullptr);
     for (const char* script : {"T = nil", "T = 5", "T = 'k'"}) {
         Put(script);
-        EXPECT_STEP(0, false, a.Read(number, "k", 0, 9) || a.Read(number, 1, 0, 9));
-        EXPECT_STEP(0, false, a.Read(text, 5, 1));
+        EXPECT_STEPS(0, false, a.Read(number, "k", 0, 9), a.Read(text, 5, 1));
     }
     lua_settop(L, 0);
-    EXPECT_STEP(0, false, a.Read(number, "k", 0, 9) || a.Write(1.0, "k"));
-    EXPECT_TRUE(number == -9 && *text == '~');
+    EXPECT_STEPS(0, false, a.Read(number, "k", 0, 9), a.Write(1.0, "k"));
+    EXPECT_EQ(number, kNone);
+    EXPECT_STREQ(text, "~");
 }
 
 // Metatables are asked as Lua asks them; the second time around the names are known.
@@ -97,8 +133,8 @@ TEST_F(Read, Metatables) {
     CLuaAccess access(L);
     double number = 0;
     for (int pass = 0; pass < 2; ++pass) {
-        EXPECT_STEP(0, true, access.Read(number, "own", 0, 1) && access.Read(number, "other", 8, 8));
-        EXPECT_STEP(0, true, access.Read(number, 4, 8, 8));
+        EXPECT_STEPS(0, true, access.Read(number, "own", 0, 1), access.Read(number, "other", 8, 8));
+        EXPECT_STEPS(0, true, access.Read(number, 4, 8, 8));
         EXPECT_FAULT(0, "bad no", access.Read(number, "bad", 0, 9));
     }
 }

@@ -2,27 +2,33 @@
 
 namespace {
 
+using namespace qev;
+
 struct Copy : test::LuaTest {
-    Copy() { luaL_openlibs(m_target); }
-    ~Copy() override { lua_close(m_target); }
+    Copy() { luaL_openlibs(to); }
+    ~Copy() override { lua_close(to); }
 
     // What copying one table into another throws, or "false"; both stacks stay as they are.
     std::string Apply(const std::string& source, const std::string& target) {
         Put("T = " + source);
-        EXPECT_EQ(luaL_dostring(m_target, ("T = " + target).c_str()), 0);
-        lua_getglobal(m_target, "T");
+        EXPECT_EQ(luaL_dostring(to, ("T = " + target).c_str()), 0);
+        lua_getglobal(to, "T");
         bool result = true;
-        const std::string thrown = Run(0, [&] { result = CopyLuaTable(L, m_target); });
-        EXPECT_EQ(lua_gettop(m_target), 1);
-        lua_settop(m_target, 0);
+        const std::string thrown = Run(0, [&] { result = CopyLuaTable(L, to); });
+        EXPECT_EQ(lua_gettop(to), 1);
+        lua_settop(to, 0);
         return result ? thrown : "false";
     }
 
-    lua_State* const m_target = luaL_newstate();
+    lua_State* const to = luaL_newstate();
 };
 
 TEST_F(Copy, Entries) {
-    const char* const cases[][4] = {
+    const struct {
+        const char *source, *target;
+        const char* holds;  // of the target afterwards
+        const char* thrown; // or "false"
+    } cases[] = {
         {"{ 5, 'b', name = true }", "{ name = 1, own = 2 }",
          "T[1] == 5 and T[2] == 'b' and T.name == true and T.own", ""},
         {"{ [2.7] = 'a', [-1.5] = 'b', [1000000] = 'c' }", "{}",
@@ -39,7 +45,7 @@ TEST_F(Copy, Entries) {
         {"{ a = 1 }", "setmetatable({}, { __newindex = function() error('shut', 0) end })", "T", "a shut"}};
     for (const auto& [source, target, holds, thrown] : cases) {
         EXPECT_EQ(Apply(source, target), thrown) << source;
-        EXPECT_TRUE(Holds(m_target, holds)) << source;
+        EXPECT_TRUE(Holds(to, holds)) << source;
     }
     EXPECT_TRUE(CopyLuaTable(L, L));
 }

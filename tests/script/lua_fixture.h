@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 #include <lua.hpp>
 
-namespace qev::test {
+namespace test {
 
 /// Refuses every request for more memory once `left` of them have been granted.
 struct Memory {
@@ -45,7 +45,7 @@ struct LuaTest : testing::Test {
     LuaTest() { luaL_openlibs(L); }
     ~LuaTest() override {
         lua_close(L);
-        EXPECT_EQ(m_memory.inUse, 0);
+        EXPECT_EQ(memory.inUse, 0);
     }
     /// Runs a text and puts the global T on the stack, alone.
     void Put(const std::string& text) {
@@ -70,15 +70,21 @@ struct LuaTest : testing::Test {
         return thrown;
     }
 
-    Memory m_memory;
-    lua_State* const L = lua_newstate(Memory::Allocate, &m_memory);
+    Memory memory;
+    lua_State* const L = lua_newstate(Memory::Allocate, &memory);
 };
 
-/// A step works, and gives true or false, or throws a text; the stack grows as stated.
-#define EXPECT_STEP(growth, result, ...)                                                                     \
-    EXPECT_EQ(Run(growth, [&] { EXPECT_EQ(__VA_ARGS__, result) << #__VA_ARGS__; }), "") << #__VA_ARGS__
+/// Expects each of a row of steps to answer the same; a failure tells which did not.
+inline void ExpectEach(std::initializer_list<bool> answers, bool expected, const char* steps) {
+    for (const bool& answer : answers)
+        EXPECT_EQ(answer, expected) << "step " << &answer - answers.begin() + 1 << " of " << steps;
+}
+
+/// Steps work one after the other, each answers true or each false, and the stack grows by so many in all.
+#define EXPECT_STEPS(growth, answer, ...)                                                                    \
+    EXPECT_EQ(Run(growth, [&] { test::ExpectEach({__VA_ARGS__}, answer, #__VA_ARGS__); }), "") << #__VA_ARGS__
+/// A step throws a text; the stack grows as stated.
 #define EXPECT_FAULT(growth, text, ...) EXPECT_EQ(Run(growth, [&] { __VA_ARGS__; }), text) << #__VA_ARGS__
 #define EXPECT_HOLDS(expression) EXPECT_TRUE(Holds(L, expression)) << (expression)
 
-} // namespace qev::test
-using namespace qev;
+} // namespace test

@@ -6,18 +6,20 @@
 
 namespace {
 
+using namespace qev;
+
 struct Messages : test::LuaTest {
-    ~Messages() override { iconv_close(m_converter); }
+    ~Messages() override { iconv_close(converter); }
 
     std::string ToUtf8(std::string text) {
         char converted[512];
         char *from = text.data(), *to = converted;
         std::size_t left = text.size(), room = sizeof converted;
-        EXPECT_EQ(iconv(m_converter, &from, &left, &to, &room), 0u) << "not in code page 936";
+        EXPECT_EQ(iconv(converter, &from, &left, &to, &room), 0u) << "not in code page 936";
         return {converted, to};
     }
 
-    const iconv_t m_converter = iconv_open("UTF-8", "CP936");
+    const iconv_t converter = iconv_open("UTF-8", "CP936");
 };
 
 // What hosts show, byte by byte.

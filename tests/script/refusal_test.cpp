@@ -6,16 +6,18 @@
 namespace {
 
 // While set, the library's interpreters are opened on this memory: the program's luaL_newstate comes first.
-qev::test::Memory* g_engineMemory = nullptr;
+test::Memory* g_engineMemory = nullptr;
 
 } // namespace
 
 extern "C" QEV_EXPORT lua_State* luaL_newstate() {
-    static qev::test::Memory unlimited;
-    return lua_newstate(qev::test::Memory::Allocate, g_engineMemory ? g_engineMemory : &unlimited);
+    static test::Memory unlimited;
+    return lua_newstate(test::Memory::Allocate, g_engineMemory ? g_engineMemory : &unlimited);
 }
 
 namespace {
+
+using namespace qev;
 
 using Step = std::function<void(CLuaAccess&, lua_State*)>;
 
@@ -53,8 +55,11 @@ int Sweep(const Step& step) {
 }
 
 TEST(Refusal, Steps) {
-    const std::tuple<const char*, int, Step> cases[] = {
-        // with how many requests at least can be refused
+    const struct {
+        const char* name;
+        int atLeast; // so many requests can be refused
+        Step step;
+    } cases[] = {
         {"read", 5,
          [](CLuaAccess& access, lua_State*) {
              double number = 0;

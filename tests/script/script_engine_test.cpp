@@ -1,10 +1,11 @@
 #include <memory>
-#include <tuple>
 
 #include "script/lua_fixture.h"
 #include "support/temp_path.h"
 
 namespace {
+
+using namespace qev;
 
 struct Engine : CLuaScriptEngine {
     using CLuaScriptEngine::initialize;
@@ -13,20 +14,23 @@ struct Engine : CLuaScriptEngine {
 };
 
 TEST(ScriptEngine, RunsTextsAndFiles) {
-    const std::string path = ::test::TempPath("script.lua");
+    const std::string path = test::TempPath("script.lua");
     std::ofstream(path) << "return 1, 'two', nil";
-    const std::tuple<bool, const char*, int, int> cases[] = {
-        {false, "return 1, 2", 0, 2}, {false, "x = string.rep('a', 3)", 0, 0},
-        {false, "return +", 1, 1},    {false, "error('late')", 1, 1},
-        {false, nullptr, 1, 1},       {true, path.c_str(), 0, 3},
-        {true, "missing.lua", 1, 1},  {true, nullptr, 1, 1}};
+    const struct {
+        bool isFile;
+        const char* source;
+        int status, height; // of the stack: the results, or the message
+    } cases[] = {{false, "return 1, 2", 0, 2}, {false, "x = string.rep('a', 3)", 0, 0},
+                 {false, "return +", 1, 1},    {false, "error('late')", 1, 1},
+                 {false, nullptr, 1, 1},       {true, path.c_str(), 0, 3},
+                 {true, "missing.lua", 1, 1},  {true, nullptr, 1, 1}};
     Engine engine;
     EXPECT_EQ(engine.GetLanguage(), "lua");
-    for (const auto& [isFile, argument, status, height] : cases) {
+    for (const auto& [isFile, source, status, height] : cases) {
         const CLuaAccess restore(engine.GetLuaState());
-        EXPECT_EQ(isFile ? engine.DoFile(argument) : engine.DoString(argument), status) << argument;
-        EXPECT_EQ(lua_gettop(engine.GetLuaState()), height) << argument;
-        EXPECT_TRUE(status == 0 || lua_type(engine.GetLuaState(), -1) == LUA_TSTRING);
+        EXPECT_EQ(isFile ? engine.DoFile(source) : engine.DoString(source), status) << source;
+        EXPECT_EQ(lua_gettop(engine.GetLuaState()), height) << source;
+        if (status != 0) EXPECT_EQ(lua_type(engine.GetLuaState(), -1), LUA_TSTRING) << source;
     }
     std::remove(path.c_str());
 }
@@ -37,7 +41,10 @@ TEST(ScriptEngine, FreshInterpreters) {
     EXPECT_TRUE(engine.InitLuaEnv());
     EXPECT_EQ(engine.DoString("assert(kept == nil) kept = 1"), 0) << "without an UnInitLuaEnv before it";
     engine.UnInitLuaEnv();
-    EXPECT_TRUE(!engine.GetLuaState() && !engine.GetLuaAccess() && engine.DoString("") && engine.DoFile(""));
+    EXPECT_EQ(engine.GetLuaState(), nullptr);
+    EXPECT_EQ(engine.GetLuaAccess(), nullptr);
+    EXPECT_EQ(engine.DoString(""), 1);
+    EXPECT_EQ(engine.DoFile(""), 1);
     engine.initialize();
     EXPECT_EQ(engine.DoString("assert(kept == nil)"), 0);
     lua_getglobal(engine.GetLuaState(), "math");

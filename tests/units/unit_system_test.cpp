@@ -4,19 +4,13 @@
 
 namespace {
 
-TEST(UnitSystem, IsSetOnceByItsExactName) {
-    UnitSystem system = *UnitSystem::GetUnitSystem();
-    EXPECT_FALSE(system.Load("inch"));
-    EXPECT_TRUE(system.Load("Inch"));
-    EXPECT_FALSE(system.Load("Metric"));
-    EXPECT_FALSE(system.Load(UNIT_METRIC));
-    EXPECT_EQ(system.GetUnitType(), UNIT_INCH);
-}
-
-TEST(UnitSystem, Conversions) {
-    UnitSystem metric = *UnitSystem::GetUnitSystem(), inch = metric;
-    EXPECT_TRUE(metric.Load("Metric"));
+TEST(UnitSystem, IsSetOnceAndConverts) {
+    UnitSystem metric = *UnitSystem::GetUnitSystem(), inch = metric; // values of their own
+    EXPECT_FALSE(inch.Load("inch"));
     EXPECT_TRUE(inch.Load("Inch"));
+    EXPECT_FALSE(inch.Load("Metric"));
+    EXPECT_TRUE(metric.Load("Metric"));
+    EXPECT_FALSE(metric.Load(UNIT_INCH));
     EXPECT_EQ(metric.MetricToUiUnit(25.4, CONVERT_LENGTH), 25.4);
     EXPECT_EQ(inch.MetricToUiUnit(25.4, CONVERT_LENGTH), 1);
     EXPECT_EQ(inch.MetricToUiUnit(25, CONVERT_ROUNDED), 1);
