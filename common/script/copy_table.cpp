@@ -1,6 +1,6 @@
-// Copies a table between two states, which share nothing: a value of one is never pushed on the other's
-// stack, each is read as C knows it and written again. What has no such form (functions, userdata, threads)
-// cannot be copied and is an error, not a gap in the copy.
+// Copies a table between two states. As a rule they share nothing, so that a value of one is never pushed on
+// the other's stack: each is read as C knows it and written again. What has no such form (functions,
+// userdata, threads) cannot be copied and is an error, not a gap in the copy.
 //
 // Each table is walked by a cursor of its own, whose destructor restores the stack of its state when an error
 // is thrown in the middle of a deep table. The depth is bounded, which also ends a table that contains

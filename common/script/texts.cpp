@@ -3,8 +3,7 @@
 // Lua offers no way to push a text without the risk of an error: even one that exists already is looked up in
 // Lua's own table of strings, and that look-up is part of the function that may have to make it. What never
 // raises is to copy a value from one stack to another. So the texts of names that have been used lie on the
-// stack of a thread that runs nothing, and an array beside it holds where their
-// characters lie.
+// stack of a thread that runs nothing, and an array beside it holds where their characters lie.
 //
 // The slot follows from the address of the caller's text, since a program reads the same names from the same
 // literals again and again; the characters are compared all the same, because a buffer is reused for other

@@ -1,10 +1,10 @@
 // Pictures from files. A file is read whole, up to a limit, and decoded from memory: the size is what was
 // read, so that it cannot change between being asked for and reading.
 //
-// The systems' decoders are made for browsers: when a file breaks off they show the part that is there and
-// report success. A half picture on a drawing is worse than none, so that the end of the file is looked for
-// here, as each format marks it, before the decoder is asked. That the bytes in between are sound is the
-// decoder's business, which does refuse those that it cannot read.
+// Of a file that breaks off the systems' decoders show the part that is there, and report success. A half
+// picture on a drawing is worse than none, so that the end of the file is looked for here, as each format
+// marks it, before the decoder is asked. That the bytes in between are sound is the decoder's business, which
+// does refuse those that it cannot read.
 
 #include <cstdint>
 #include <cstdio>

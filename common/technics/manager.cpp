@@ -53,6 +53,7 @@ CITechnicsOperator* FindOperator(const std::vector<CITechnicsOperator*>& operato
     return nullptr;
 }
 
+// Calls every operator that was registered when the walk began.
 template <class Call>
 void ForEachOperator(const std::vector<CITechnicsOperator*>& operators, Call call) {
     FindOperator(operators, [&](CITechnicsOperator& each) {
@@ -123,6 +124,7 @@ private:
 CTechnicsManager* CTechnicsManager::m_pTechnicsManager = nullptr;
 CTechnicsManager::CAutoDestory CTechnicsManager::m_AutoDestory;
 
+// The manager's own destructor clears the pointer.
 CTechnicsManager::CAutoDestory::~CAutoDestory() {
     delete m_pTechnicsManager;
 }
@@ -148,6 +150,7 @@ CTechnicsManager::CTechnicsManager(const CTechnicsManager& other)
     *this = other;
 }
 
+// Everything but the lock, which belongs to one manager, and the static of the process's manager.
 CTechnicsManager& CTechnicsManager::operator=(const CTechnicsManager& other) {
     if (this == &other) return *this;
     m_pInterpreter = other.m_pInterpreter;
@@ -201,6 +204,7 @@ const std::vector<CITechnicsOperator*>* CTechnicsManager::GetTehcnisItemVector()
     return &m_vecOperators;
 }
 
+// Unlike a text that is added, one that is loaded may hold a table for every operator.
 void CTechnicsManager::LoadTechnics(CCadObject* object) {
     const CString text = object ? object->GetTechnicsString() : CString();
     if (text.IsEmpty()) return;

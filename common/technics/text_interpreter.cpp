@@ -81,7 +81,7 @@ int TextInterpreter::RunLimited(std::string_view text, int& chunk) {
     m_optLimits->Start(L);
     status = RunChunk(text, chunk);
     m_optLimits->Stop(L);
-    if (chunk != LUA_NOREF) {
+    if (chunk != LUA_NOREF) { // a kept chunk would keep this text's globals alive, and hand them to the next
         lua_rawgeti(L, LUA_REGISTRYINDEX, chunk);
         lua_pushnil(L);
         lua_setupvalue(L, -2, 1);
@@ -109,11 +109,15 @@ int TextInterpreter::RunChunk(std::string_view text, int& chunk) {
     return RunProtected(State(), 0, 0, body);
 }
 
+// Compiles a text, as text only where it is data, and pushes the chunk or an error message. Answers Lua's
+// status.
 int TextInterpreter::Load(lua_State* L, std::string_view text) {
     Source source{text, m_optLimits ? &*m_optLimits : nullptr};
     return lua_load(L, Source::NextPiece, &source, kChunkName, m_optLimits ? "t" : nullptr);
 }
 
+// Remembers a compiled chunk under its text. Without memory for that the chunk is forgotten, and the text
+// compiled again the next time.
 void TextInterpreter::Keep(std::string_view text, int chunk) try {
     if (m_mapChunks.size() == kMostChunks || m_nChunkBytes + text.size() > kMostChunkBytes) DropChunks();
     m_mapChunks.emplace(text, chunk);

@@ -20,8 +20,9 @@ public:
     /// block as it was, where a limit is passed or the system has no memory.
     static void* Allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize);
 
-    /// Begins a text in L: from now on the limits hold, counted from zero. Collects first what earlier texts
-    /// have left if that takes half of the memory.
+    /// Begins a text in L: from now on the limits hold, with its time and its instructions counted from here.
+    /// What earlier texts have left counts as memory in use; it is collected first if it takes half of the
+    /// limit.
     void Start(lua_State* L);
     /// Ends the text in L: the limits no longer hold.
     void Stop(lua_State* L);
