@@ -1,3 +1,11 @@
+// The outline is taken piece by piece, so that nothing but lines, arcs, ellipses and Bezier pieces has to be
+// known here. Lines, and arcs where they may stay, are copied; a chord of an arc has a closed form, R (1 -
+// cos(delta)) from its arc; everything else is laid out by the curve fit of the math library. The bound of
+// the deviation is therefore that of the pieces: nothing is approximated twice.
+//
+// An ellipse is fitted quadrant by quadrant, because the ends of the axes are where its curvature stops
+// rising and begins to fall. A whole one is fitted in its first quadrant only and mirrored, which makes the
+// polyline as symmetric as the ellipse and takes a quarter of the time.
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -9,9 +17,8 @@
 #include <qevdata/param.h>
 #include <qevdata/polyline.h>
 #include <qevmath/angle.h>
+#include <qevmath/curve_fit.h>
 #include <qevmath/elementary.h>
-
-#include "curve_fit.h"
 
 namespace qev {
 namespace {
@@ -66,10 +73,11 @@ private:
     }
 
     // The nodes of a stretch of a curve.
-    bool Fit(const FitCurve& curve, double from, double to) {
+    template <class Curve>
+    bool Fit(const Curve& curve, double from, double to) {
         m_vecNodes.clear();
         m_settings.maxNodes = Room();
-        return FitStretch(curve, from, to, m_settings, m_vecNodes);
+        return math::FitStretch(curve, from, to, m_settings, m_vecNodes);
     }
 
     // Sagitta R (1 - cos(delta)) = 2 R sin^2(delta / 2) of a chord over the angle 2 delta.
@@ -88,23 +96,22 @@ private:
 
     bool AddBezier(const SEGMENT& segment) {
         const math::CubicBezier bezier = segment.GetBezier();
-        if (!CanExpressError(bezier.GetBounds()) || !Fit(FitBezier(bezier), 0, 1)) return false;
-        for (const FitNode& node : m_vecNodes)
+        if (!CanExpressError(bezier.GetBounds()) || !Fit(bezier, 0, 1)) return false;
+        for (const math::FitNode& node : m_vecNodes)
             m_out.AddArc(node.u == 1 ? segment.ptEnd : bezier.PointAt(node.u), node.bulge);
         return true;
     }
 
     // The curvature of an ellipse rises or falls all through a quadrant, which suits the fit.
     bool AddQuadrants(const math::EllipticArc& arc) {
-        const FitEllipse curve(arc);
         const double sign = arc.GetSweep() < 0 ? -1 : 1;
         const double end = std::abs(arc.GetSweep());
         const double phase = sign * arc.GetStart() / math::kHalfPi; // quadrants passed before the start
         double from = 0;
         for (double quadrant = std::floor(phase) + 1; from < end; ++quadrant) {
             const double to = std::min(end, (quadrant - phase) * math::kHalfPi);
-            if (!Fit(curve, from, to)) return false;
-            for (const FitNode& node : m_vecNodes)
+            if (!Fit(arc, from, to)) return false;
+            for (const math::FitNode& node : m_vecNodes)
                 m_out.AddArc(arc.PointAt(arc.GetStart() + sign * node.u), node.bulge);
             from = to;
         }
@@ -113,14 +120,13 @@ private:
 
     // One quadrant is fitted; the others are its mirror images, run forward and backward in turn.
     bool AddWholeEllipse(const math::EllipticArc& arc) {
-        if (!Fit(FitEllipse(arc), 0, math::kHalfPi)
-            || !HasRoomFor(4.0 * static_cast<double>(m_vecNodes.size())))
+        if (!Fit(arc, 0, math::kHalfPi) || !HasRoomFor(4.0 * static_cast<double>(m_vecNodes.size())))
             return false;
         const double sign = arc.GetSweep() < 0 ? -1 : 1;
         const int count = static_cast<int>(m_vecNodes.size());
         for (int half = 0; half < 2; ++half) {
             const double passed = half * math::kPi;
-            for (const FitNode& node : m_vecNodes)
+            for (const math::FitNode& node : m_vecNodes)
                 m_out.AddArc(arc.PointAt(sign * (passed + node.u)), node.bulge);
             for (int i = count - 1; i > 0; --i)
                 m_out.AddArc(arc.PointAt(sign * (passed + math::kPi - m_vecNodes[i - 1].u)),
@@ -130,9 +136,9 @@ private:
         return true;
     }
 
-    FitSettings m_settings;
+    math::FitSettings m_settings;
     CCadPolyline& m_out;
-    std::vector<FitNode> m_vecNodes;
+    std::vector<math::FitNode> m_vecNodes;
 };
 
 } // namespace

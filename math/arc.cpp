@@ -1,3 +1,12 @@
+// Everything is computed from the chord and the bulge b, the tangent of a quarter of the included angle. The
+// centre of a nearly straight arc lies far away, and a point computed from there keeps only the digits that
+// the distance leaves: a bulge of 1e-9 over 100 mm has its centre 2.5e10 mm away, where coordinates are 4e-6 mm
+// apart. From the chord the middle of such an arc is right to the rounding of the coordinates.
+//
+// The half angle is 2 atan(b) and its sine 2b / (1 + b^2). Lengths, curvature and area follow from these two
+// and the chord to a few units in the last place; they go over into those of a straight line as b goes to 0,
+// and a bulge below kZeroBulge is one. Rejected: the centre form for strong bulges and the chord form for
+// weak ones, since answers would jump where the two meet.
 #include <cmath>
 
 #include <qevmath/angle.h>
@@ -21,7 +30,8 @@ double HalfAngleSine(double bulge) {
 
 // x - sin(x) to full relative precision.
 double MinusSine(double x) {
-    const double kSeriesBelow = 0.1; // radians: four terms of the series reach 1e-15 there
+    const double kSeriesBelow =
+        0.1; // radians: there four terms of the series are right to 1e-15 of the value
     if (std::abs(x) > kSeriesBelow) return x - Sin(x);
     const double q = x * x;
     return x * q / 6 * (1 - q / 20 * (1 - q / 42 * (1 - q / 72)));

@@ -1,3 +1,14 @@
+// Nearest points, stationary deviations and feet are the roots of one polynomial: (k C(t) - q) . C'(t), a
+// cubic times a quadratic, which is of degree five. In Bernstein form its coefficients bound it: it has at
+// most as many roots as they have changes of sign (the variation-diminishing property). So a stretch without
+// a change is discarded, one with a single change has exactly one root, which the guarded Newton search
+// finds, and any other is halved. No root is missed, whatever the curve; two that fall together end as one
+// after 40 halvings, 1e-12 of the parameter. Rejected: Newton's method from sampled starts, which misses
+// roots near cusps, and the eigenvalues of a companion matrix, which cost ten times as much and have to be
+// sorted out from complex ones.
+//
+// The length has no closed form; it is integrated adaptively to 1e-10 (quadrature.h). Extremes of a
+// coordinate are the roots of a quadratic, and the area is a polynomial of the control points.
 #include <array>
 #include <cmath>
 
@@ -38,6 +49,7 @@ std::pair<double, double> Evaluate(Quintic c, double t) {
     return {c[0] + (c[1] - c[0]) * t, 5 * (c[1] - c[0])};
 }
 
+// A number with the sign that the polynomial has at the beginning.
 double FirstSign(const Quintic& c) {
     for (const double value : c)
         if (value != 0) return value;
@@ -80,6 +92,7 @@ void ForEachExtreme(double p0, double p1, double p2, double p3, const Add& add) 
         if (t > 0 && t < 1) add(t);
 }
 
+// Length of the control polygon, which the curve does not exceed.
 double ControlExtent(const CubicBezier& bezier) {
     return Norm(bezier.ctrl1 - bezier.start) + Norm(bezier.ctrl2 - bezier.ctrl1)
            + Norm(bezier.end - bezier.ctrl2);
@@ -102,7 +115,7 @@ DPOINT2 CubicBezier::TangentAt(double t) const {
     const double negligible = kVanished * ControlExtent(*this);
     const DPOINT2 second = (start - 2 * ctrl1 + ctrl2) * (1 - t) + (ctrl1 - 2 * ctrl2 + end) * t;
     const DPOINT2 third = end - start + 3 * (ctrl1 - ctrl2);
-    // arriving at the end, the piece comes from where the second derivative points
+    // at the end the piece arrives, so there it moves against the second derivative
     for (const DPOINT2& direction : {DerivativeAt(t), t < 1 ? second : -second, third})
         if (const double norm = Norm(direction); norm > negligible) return direction / norm;
     return {};
@@ -159,7 +172,8 @@ Bounds CubicBezier::GetBounds() const {
     return bounds;
 }
 
-// Half the integral of C x C' from the start, term by term.
+// Half the integral of C x C' with the start as origin: the products of the Bernstein polynomials integrate
+// to the weights 3/20, 3/20 and 6/20 of the three cross products.
 double CubicBezier::GetChordArea() const {
     const DPOINT2 u = ctrl1 - start;
     const DPOINT2 v = ctrl2 - start;

@@ -1,3 +1,13 @@
+// The length of whole quadrants is the complete elliptic integral of the second kind, by the
+// arithmetic-geometric mean; what is left over at both ends is integrated adaptively. Quadrature over all of
+// a flat ellipse would have to resolve the two sharp ends, the mean converges in a few steps for any ratio of
+// the axes.
+//
+// The feet of perpendiculars are the roots of A sin t - B cos t = D sin t cos t. Instead of turning that into
+// a quartic, whose coefficients lose the digits of flat ellipses, it is solved in t: reflections make A, B
+// and D not negative, and then it is known in which quadrants roots lie and how many (see FootQuartic), so
+// that the guarded Newton search finds each of them to the last digits. No root is missed, and none is found
+// twice but where two fall together.
 #include <algorithm>
 #include <cmath>
 

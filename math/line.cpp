@@ -1,3 +1,5 @@
+// The foot on a line is known by its ratio, a quotient of scalar products, and the point is interpolated from
+// the nearer end, so that both ends are met exactly.
 #include <algorithm>
 
 #include <qevmath/line.h>
@@ -14,6 +16,10 @@ double ProjectedRatio(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b) {
 }
 
 } // namespace
+
+double D2GetDistance(const DPOINT2& p, const DPOINT2& q) {
+    return Norm(q - p);
+}
 
 void D2GetProjectionPoint(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b, DPOINT2& foot) {
     foot = Interpolate(a, b, ProjectedRatio(p, a, b));

@@ -4,6 +4,9 @@
 
 namespace {
 
+using namespace qev;
+using namespace test;
+
 constexpr auto Moderate = [](Random& random) { return random.Uniform(-10, 10); };
 // A number of any size and sign, subnormal ones among them.
 constexpr auto AnyDouble = [](Random& random) {
@@ -32,23 +35,28 @@ double InUnitRange(Random& random) {
 constexpr int kSamples = 30000;
 
 TEST(Elementary, WithinOneUnitOfTheLastPlace) {
-    // the bound is a little above the largest error of ten million arguments
-    using Row = std::tuple<double (*)(double), long double (*)(long double), double (*)(Random&), double>;
-    using namespace math;
-    const Row kRows[] = {{Sin, std::sin, Moderate, 0.83},        {Sin, std::sin, AnyDouble, 0.83},
-                         {Cos, std::cos, Moderate, 0.83},        {Cos, std::cos, AnyDouble, 0.83},
-                         {Tan, std::tan, Moderate, 0.95},        {Tan, std::tan, AnyDouble, 0.95},
-                         {Sin, std::sin, NearQuarterTurn, 0.51}, {Cos, std::cos, NearQuarterTurn, 0.51},
-                         {Tan, std::tan, NearQuarterTurn, 0.51}, {Asin, std::asin, InUnitRange, 0.95},
-                         {Acos, std::acos, InUnitRange, 0.95},   {Atan, std::atan, Moderate, 0.93},
-                         {Atan, std::atan, AnyDouble, 0.93},     {Cbrt, std::cbrt, Moderate, 0.67},
-                         {Cbrt, std::cbrt, AnyDouble, 0.67}};
-    for (const Row& row : kRows)
-        for (Random random; random.Rounds(kSamples);) {
-            const auto& [ours, exact, argument, bound] = row;
-            const double x = argument(random);
-            ASSERT_LT(UlpsBetween(ours(x), exact(x)), bound) << &row - kRows << " of " << std::hexfloat << x;
-        }
+    struct Case {
+        const char* name;
+        double (*ours)(double);
+        long double (*exact)(long double);
+        std::vector<double (*)(Random&)> arguments;
+        double bound; // units of the last place; a little above the largest error of ten million arguments
+    };
+    for (const Case& c : {Case{"sin", math::Sin, std::sin, {Moderate, AnyDouble}, 0.83},
+                          Case{"cos", math::Cos, std::cos, {Moderate, AnyDouble}, 0.83},
+                          Case{"tan", math::Tan, std::tan, {Moderate, AnyDouble}, 0.95},
+                          Case{"sin near a quarter turn", math::Sin, std::sin, {NearQuarterTurn}, 0.51},
+                          Case{"cos near a quarter turn", math::Cos, std::cos, {NearQuarterTurn}, 0.51},
+                          Case{"tan near a quarter turn", math::Tan, std::tan, {NearQuarterTurn}, 0.51},
+                          Case{"asin", math::Asin, std::asin, {InUnitRange}, 0.95},
+                          Case{"acos", math::Acos, std::acos, {InUnitRange}, 0.95},
+                          Case{"atan", math::Atan, std::atan, {Moderate, AnyDouble}, 0.93},
+                          Case{"cbrt", math::Cbrt, std::cbrt, {Moderate, AnyDouble}, 0.67}})
+        for (const auto argument : c.arguments)
+            for (Random random; random.Rounds(kSamples);) {
+                const double x = argument(random);
+                ASSERT_LT(UlpsBetween(c.ours(x), c.exact(x)), c.bound) << c.name << std::hexfloat << " " << x;
+            }
 }
 
 TEST(Elementary, PolarAngleWithinOneUnitOfTheLastPlace) {
@@ -65,42 +73,54 @@ TEST(Elementary, PairIsSineAndCosine) {
     for (Random random; random.Rounds(1000);) {
         const double x = random.Coin() ? Moderate(random) : AnyDouble(random);
         const auto [sine, cosine] = math::SinCos(x);
-        ASSERT_TRUE(sine == math::Sin(x) && cosine == math::Cos(x)) << x;
+        ASSERT_EQ(sine, math::Sin(x)) << x;
+        ASSERT_EQ(cosine, math::Cos(x)) << x;
     }
 }
 
-bool SameWithSign(double a, double b) {
+bool IsSameWithSign(double a, double b) {
     return std::isnan(a) ? std::isnan(b) : a == b && std::signbit(a) == std::signbit(b);
 }
 
-// As in the C standard; the odd functions in both directions. Angles are in quarters of pi.
-TEST(Elementary, EdgesOfTheDomains) {
-    using namespace math;
-    double (*const functions[])(double) = {Sin, Tan, Asin, Atan, Cbrt, Cos, Acos};
-    const auto check = [&](int index, double x, double expected) {
-        EXPECT_PRED2(SameWithSign, functions[index](x), expected) << index << " of " << x;
-    };
-    for (const int odd : {0, 1, 2, 3, 4})
-        for (const double x : {0.0, -0.0, kNaN}) check(odd, x, x);
-    for (const int odd : {0, 1, 2, 3})
-        for (const double x : {5e-324, -5e-324}) check(odd, x, x);
-    for (const double sign : {1, -1}) {
-        check(4, sign * 8, sign * 2);
-        check(4, sign * kInf, sign * kInf);
-        check(2, sign, sign * kHalfPi);
-        check(3, sign * kInf, sign * kHalfPi);
-        check(2, sign * 1.0000000000000002, kNaN);
-        for (const int wave : {0, 1, 5}) check(wave, sign * kInf, kNaN);
+// Zeros, infinities and what lies outside a domain, as in the C standard.
+TEST(Elementary, EdgesOfOddFunctions) {
+    for (double (*const odd)(double) : {math::Sin, math::Tan, math::Asin, math::Atan, math::Cbrt}) {
+        for (const double x : {0.0, -0.0, kNaN}) EXPECT_PRED2(IsSameWithSign, odd(x), x);
     }
-    for (const auto& [row, index, x, quarters] :
-         Rows<int, double, double>("5 nan nan; 6 1 0; 6 0 2; 6 -1 4; 6 -2 nan; 6 nan nan"))
-        check(index, x, quarters * kPi / 4);
-    check(5, 0, 1);
-    for (const auto& [row, y, x, quarters] : Rows<double, double, double>(
-             "0 0 0; 0 -0 4; 0 1 0; 0 -1 4; 1 0 2; 1 -0 2; 1 1 1; 1e308 -1e308 3; inf 1 2; inf inf 1;"
-             "inf -inf 3; 1 inf 0; 1 -inf 4; 5e-324 5e-324 1; 5e-324 1e308 0; nan 1 nan; 1 nan nan")) {
-        EXPECT_PRED2(SameWithSign, math::Atan2(y, x), quarters * kPi / 4) << row;
-        EXPECT_PRED2(SameWithSign, math::Atan2(-y, x), -quarters * kPi / 4) << row;
+    for (double (*const odd)(double) : {math::Sin, math::Tan, math::Asin, math::Atan})
+        EXPECT_EQ(odd(5e-324), 5e-324);
+    for (const double sign : {1, -1}) {
+        EXPECT_EQ(math::Cbrt(sign * 8), sign * 2);
+        EXPECT_EQ(math::Cbrt(sign * kInf), sign * kInf);
+        EXPECT_EQ(math::Asin(sign), sign * kPi / 2);
+        EXPECT_EQ(math::Atan(sign * kInf), sign * kPi / 2);
+        EXPECT_TRUE(std::isnan(math::Asin(sign * 1.0000000000000002)));
+        EXPECT_TRUE(std::isnan(math::Sin(sign * kInf)));
+        EXPECT_TRUE(std::isnan(math::Tan(sign * kInf)));
+    }
+}
+
+TEST(Elementary, EdgesOfCosineAndArcCosine) {
+    EXPECT_EQ(math::Cos(0), 1);
+    EXPECT_PRED2(IsSameWithSign, math::Acos(1), 0.0);
+    EXPECT_EQ(math::Acos(0), kPi / 2);
+    EXPECT_EQ(math::Acos(-1), kPi);
+    for (const double x : {kInf, -kInf, kNaN}) EXPECT_TRUE(std::isnan(math::Cos(x))) << x;
+    for (const double x : {2.0, -2.0, kNaN}) EXPECT_TRUE(std::isnan(math::Acos(x))) << x;
+}
+
+TEST(Elementary, EdgesOfThePolarAngle) {
+    struct Case {
+        double y, x;
+        double eighths; // of a turn; of (x, -y) with the other sign
+    };
+    for (const Case& c :
+         {Case{0, 0, 0}, Case{0, -0.0, 4}, Case{0, 1, 0}, Case{0, -1, 4}, Case{1, 0, 2}, Case{1, -0.0, 2},
+          Case{1, 1, 1}, Case{1e308, -1e308, 3}, Case{kInf, 1, 2}, Case{kInf, kInf, 1}, Case{kInf, -kInf, 3},
+          Case{1, kInf, 0}, Case{1, -kInf, 4}, Case{5e-324, 5e-324, 1}, Case{5e-324, 1e308, 0},
+          Case{kNaN, 1, kNaN}, Case{1, kNaN, kNaN}}) {
+        EXPECT_PRED2(IsSameWithSign, math::Atan2(c.y, c.x), c.eighths * kPi / 4) << c.y << " " << c.x;
+        EXPECT_PRED2(IsSameWithSign, math::Atan2(-c.y, c.x), -c.eighths * kPi / 4) << -c.y << " " << c.x;
     }
 }
 

@@ -2,6 +2,9 @@
 
 namespace {
 
+using namespace qev;
+using namespace test;
+
 // Incomplete integral of the second kind, in long double, measured from the end of the axis B.
 long double LongLength(long double a, long double b, long double t) {
     const long double quarter = 1.57079632679489661923132169163975144L;
@@ -10,26 +13,30 @@ long double LongLength(long double a, long double b, long double t) {
 }
 
 EllipticArc RandomArc(Random& random) {
-    const double a = random.Uniform(1, 100), b = a * std::pow(10, random.Uniform(-4, 0));
-    return {random.Point(),        random.Coin() ? a : b, random.Coin() ? b : a,
-            random.Uniform(-4, 4), random.Uniform(-4, 4), random.Uniform(-7, 7)};
+    const double longer = random.Uniform(1, 100);
+    const double shorter = longer * std::pow(10, random.Uniform(-4, 0));
+    const bool isLongerA = random.Coin();
+    const double rotation = random.Uniform(-4, 4), start = random.Uniform(-4, 4);
+    return {random.Point(), isLongerA ? longer : shorter, isLongerA ? shorter : longer, rotation,
+            start,          random.Uniform(-7, 7)};
 }
 
-TEST(Ellipse, PartialLengthsAndTheirInverseToOnePartInTenToTheTen) {
+TEST(Ellipse, LengthAndItsInverseToOnePartInTenToTheTen) {
     for (Random random; random.Rounds(500);) {
         const EllipticArc arc = RandomArc(random);
         const long double a = arc.GetSemiAxisA(), b = arc.GetSemiAxisB();
         const long double exact = std::abs(LongLength(a, b, arc.GetEnd()) - LongLength(a, b, arc.GetStart()));
         EXPECT_NEAR(static_cast<double>(arc.GetLength() / exact), 1, 1e-10);
-        const double ratio = random.Uniform(0, 1), end = arc.ParameterAt(ratio);
-        EXPECT_NEAR(arc.GetLength(arc.GetStart(), end) / arc.GetLength(), ratio, 1e-10);
+        const double ratio = random.Uniform(0, 1);
+        EXPECT_NEAR(arc.GetLength(arc.GetStart(), arc.ParameterAt(ratio)) / arc.GetLength(), ratio, 1e-10);
     }
-    EXPECT_DOUBLE_EQ(EllipticArc({0, 0}, 50, 0, 0).GetLength(), 200);
+    EXPECT_DOUBLE_EQ(EllipticArc({0, 0}, 50, 0, 0).GetLength(), 200) << "flat: there and back";
     const EllipticArc whole({0, 0}, 2, 1, 0);
-    EXPECT_TRUE(whole.ParameterAt(-1) == 0 && whole.ParameterAt(kNaN) == 0 && whole.ParameterAt(2) == kTwoPi);
+    for (const double below : {-1.0, kNaN}) EXPECT_EQ(whole.ParameterAt(below), 0);
+    EXPECT_EQ(whole.ParameterAt(2), kTwoPi);
 }
 
-TEST(Ellipse, NearestAndBoxAgainstSamples) {
+TEST(Ellipse, NearestBoxAndAreaAgainstSamples) {
     for (Random random; random.Rounds(300);) {
         const EllipticArc arc = RandomArc(random);
         const DPOINT2 p = random.Coin() ? random.Point() : arc.GetCenter() + random.Point(arc.GetSemiAxisA());
@@ -42,16 +49,21 @@ TEST(Ellipse, NearestAndBoxAgainstSamples) {
 
 // On the axes and at the centre feet fall together or lie on the ends of quadrants.
 TEST(Ellipse, NearestOnTheAxes) {
-    const EllipticArc whole({1, 2}, 5, 3, 0);
-    for (const auto& [row, p, distance] : Rows<DPOINT2, double>(
-             "1,2 3; 10,2 4; -8,2 4; 1,6 1; 1,-2 1; 1,4.9 0.1; 5.9,2 0.1; -3.9,2 0.1; 1.000000000001,2 3;"
-             "1,1.999999999999 3; 2.6,2 2.749545416973504"))
-        EXPECT_NEAR(math::D2GetDistance(p, whole.GetNearest(p)), distance, 1e-11) << row;
-    // the lower half alone, from a point whose nearest point lies above as well as below
-    const EllipticArc lower({0, 0}, 5, 3, 0, kPi, kPi);
-    EXPECT_NEAR(math::D2GetDistance({1.6, 0}, lower.GetNearest({1.6, 0})), 3 * std::sqrt(1 - 0.16), 1e-11);
-    const EllipticArc circle({0, 0}, 5, 5, 0);
-    EXPECT_NEAR(math::D2GetDistance({3, 0}, circle.GetNearest({3, 0})), 2, 1e-12);
+    const auto distance = [](const EllipticArc& arc, const DPOINT2& p) {
+        return math::D2GetDistance(p, arc.GetNearest(p));
+    };
+    const EllipticArc whole({1, 2}, 5, 3, 0), lower({0, 0}, 5, 3, 0, kPi, kPi), circle({0, 0}, 5, 5, 0);
+    EXPECT_NEAR(distance(whole, {1, 2}), 3, 1e-11) << "centre";
+    EXPECT_NEAR(distance(whole, {1.000000000001, 2}), 3, 1e-11) << "right of the centre";
+    EXPECT_NEAR(distance(whole, {1, 1.999999999999}), 3, 1e-11) << "below the centre";
+    EXPECT_NEAR(distance(whole, {10, 2}), 4, 1e-11) << "outside on the long axis";
+    EXPECT_NEAR(distance(whole, {1, 6}), 1, 1e-11) << "outside on the short axis";
+    EXPECT_NEAR(distance(whole, {5.9, 2}), 0.1, 1e-11) << "inside at the right end";
+    EXPECT_NEAR(distance(whole, {-3.9, 2}), 0.1, 1e-11) << "inside at the left end";
+    EXPECT_NEAR(distance(whole, {1, 4.9}), 0.1, 1e-11) << "inside at the upper end";
+    EXPECT_NEAR(distance(whole, {2.6, 2}), 2.749545416973504, 1e-11) << "inside the evolute";
+    EXPECT_NEAR(distance(lower, {1.6, 0}), 3 * std::sqrt(1 - 0.16), 1e-11) << "the other half is as near";
+    EXPECT_NEAR(distance(circle, {3, 0}), 2, 1e-11);
 }
 
 TEST(Ellipse, HostileNumbersEnd) {

@@ -17,7 +17,8 @@ public:
 
     /// The bytes, ended by a zero; valid until the object is changed or destroyed. Never null.
     const char* GetString() const { return m_text.c_str(); }
-    /// The same as GetString, for functions that take a C text.
+    /// The bytes, ended by a zero, for functions that take a C text; valid until the object is changed or
+    /// destroyed. Never null.
     operator const char*() const { return m_text.c_str(); }
     /// Number of bytes.
     int GetLength() const { return static_cast<int>(m_text.size()); }
@@ -26,11 +27,11 @@ public:
 
     /// Whether the bytes are equal.
     friend bool operator==(const CString& a, const CString& b) { return a.m_text == b.m_text; }
-    /// The same for a C text; null is the empty one.
+    /// Whether the bytes are those of a C text; null is the empty one.
     friend bool operator==(const CString& a, const char* b) { return a == CString(b); }
     /// The order of the bytes as unsigned numbers; the start of a text comes before the text.
     friend auto operator<=>(const CString& a, const CString& b) { return a.m_text <=> b.m_text; }
-    /// The same for a C text; null is the empty one.
+    /// The order against a C text, byte by byte as unsigned numbers; null is the empty text.
     friend auto operator<=>(const CString& a, const char* b) { return a <=> CString(b); }
 
 private:
@@ -88,6 +89,6 @@ public:
 };
 using HWND = CIDialog*;  ///< the dialog, which stays the host's; null is none
 using HMODULE = void*;   ///< of a dynamic library; null is none
-using HINSTANCE = void*; ///< the same as HMODULE
+using HINSTANCE = void*; ///< of a dynamic library, as HMODULE; null is none
 
 #endif

@@ -32,9 +32,10 @@ struct CubicBezier {
     /// The parameters in (from, to) at which the foot equation holds, at most five; none when it holds all
     /// along.
     QEVMATH_API Parameters SolveFoot(const FootEquation& equation, double from = 0, double to = 1) const;
-    /// The point of the piece that is nearest to p.
+    /// The point of the piece that is nearest to p, its ends included; the first of equally near ones in the
+    /// order start, end, inner points.
     QEVMATH_API DPOINT2 GetNearest(const DPOINT2& p) const;
-    /// The exact bounding box.
+    /// The exact bounding box of the piece (not of its control points).
     QEVMATH_API Bounds GetBounds() const;
     /// Area between the piece and its chord, positive when the piece bulges to the right of it (as an arc of
     /// positive bulge does).

@@ -32,7 +32,7 @@ struct Bounds {
         lower = {std::min(lower.x, p.x), std::min(lower.y, p.y)};
         upper = {std::max(upper.x, p.x), std::max(upper.y, p.y)};
     }
-    /// The same for all that another box holds; an empty one is ignored.
+    /// Grows the box until it holds all that another box holds; an empty one is ignored.
     void Add(const Bounds& other) {
         if (other.IsEmpty()) return;
         Add(other.lower);

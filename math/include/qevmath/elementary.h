@@ -17,22 +17,25 @@ struct SineCosine {
     double cos; ///< in [-1, 1], or NaN
 };
 
-/// In [-1, 1].
+/// The sine, in [-1, 1], of an angle in radians; NaN for an infinite one.
 QEVMATH_API double Sin(double angle);
-/// In [-1, 1].
+/// The cosine, in [-1, 1], of an angle in radians; NaN for an infinite one.
 QEVMATH_API double Cos(double angle);
-/// Finite for every finite angle, since no double is an odd multiple of pi/2.
+/// The tangent of an angle in radians: finite for every finite angle, since no double is an odd multiple of
+/// pi/2, and NaN for an infinite one.
 QEVMATH_API double Tan(double angle);
-/// Both at once, at little more than the cost of one; the same bits as Sin and Cos.
+/// Sine and cosine of an angle in radians at little more than the cost of one, with the bits that Sin and Cos
+/// answer.
 QEVMATH_API SineCosine SinCos(double angle);
 
-/// In [-pi/2, pi/2].
+/// The angle in [-pi/2, pi/2], in radians, whose sine is x; NaN for |x| > 1.
 QEVMATH_API double Asin(double x);
-/// In [0, pi].
+/// The angle in [0, pi], in radians, whose cosine is x; NaN for |x| > 1.
 QEVMATH_API double Acos(double x);
-/// In [-pi/2, pi/2], which infinite arguments reach.
+/// The angle in [-pi/2, pi/2], in radians, whose tangent is x; infinite arguments reach the ends.
 QEVMATH_API double Atan(double x);
-/// Polar angle of (x, y) in [-pi, pi], with the sign of y; zeros and infinities as in the C standard.
+/// Polar angle of (x, y) in [-pi, pi], in radians, with the sign of y; zeros and infinities as in the C
+/// standard, NaN when either is.
 QEVMATH_API double Atan2(double y, double x);
 
 /// The real cube root, of negative numbers too.

@@ -31,7 +31,7 @@ public:
     /// The signed parameter travelled, in [-2*pi, 2*pi]; positive counter-clockwise.
     double GetSweep() const { return m_dSweep; }
 
-    /// The same arc moved by a vector.
+    /// A copy of this arc, moved by a vector.
     QEVMATH_API EllipticArc Translated(const DPOINT2& shift) const;
 
     /// The point at a parameter, on the arc or not.
@@ -39,13 +39,14 @@ public:
     /// The derivative by t at a parameter, on the arc or not: it points along growing t, whichever way the
     /// arc runs.
     QEVMATH_API DPOINT2 DerivativeAt(double t) const;
-    /// The derivative's unit vector; (0, 0) where it vanishes, as at t = 0 of an ellipse whose axis B is 0.
+    /// Unit vector of the derivative by t, which points along growing t; (0, 0) where the derivative
+    /// vanishes, as at t = 0 of an ellipse whose axis B is 0.
     QEVMATH_API DPOINT2 TangentAt(double t) const;
 
     /// Length in mm to 1e-10 relative: whole quadrants by the complete elliptic integral of the second kind,
     /// what is left by adaptive quadrature.
     QEVMATH_API double GetLength() const;
-    /// Length between two parameters, not negative.
+    /// Length in mm between two parameters, on the arc or not, to 1e-10 relative; never negative.
     QEVMATH_API double GetLength(double from, double to) const;
     /// The parameter at a fraction of the arc's length (clamped to [0, 1]).
     QEVMATH_API double ParameterAt(double ratio) const;

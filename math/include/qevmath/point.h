@@ -31,7 +31,7 @@ constexpr DPOINT2 operator-(const DPOINT2& p) {
 constexpr DPOINT2 operator*(const DPOINT2& p, double factor) {
     return {p.x * factor, p.y * factor};
 }
-/// The same with the factor in front.
+/// The vector scaled by a factor that stands in front; a negative one turns it round.
 constexpr DPOINT2 operator*(double factor, const DPOINT2& p) {
     return p * factor;
 }
@@ -40,7 +40,7 @@ constexpr DPOINT2 operator/(const DPOINT2& p, double divisor) {
     return {p.x / divisor, p.y / divisor};
 }
 
-/// Scalar product.
+/// Scalar product in mm^2: the length of u times that of v times the cosine of the angle between them.
 constexpr double Dot(const DPOINT2& u, const DPOINT2& v) {
     return u.x * v.x + u.y * v.y;
 }
@@ -52,7 +52,7 @@ constexpr double Cross(const DPOINT2& u, const DPOINT2& v) {
 constexpr DPOINT2 LeftOf(const DPOINT2& v) {
     return {-v.y, v.x};
 }
-/// Length of a vector. Not a number for one, infinite beyond 1e154.
+/// Length of a vector in mm; NaN for a vector that is no number, infinite for one beyond 1e154 mm.
 inline double Norm(const DPOINT2& v) {
     return std::sqrt(Dot(v, v));
 }
@@ -61,7 +61,7 @@ constexpr DPOINT2 Interpolate(const DPOINT2& p, const DPOINT2& q, double ratio) 
     return ratio < 0.5 ? p + (q - p) * ratio : q - (q - p) * (1 - ratio);
 }
 
-/// Euclidean distance in mm.
+/// Distance between two points in mm; NaN when a coordinate is.
 QEVMATH_API double D2GetDistance(const DPOINT2& p, const DPOINT2& q);
 
 /// The answer where there is no point: both coordinates are a quiet NaN.

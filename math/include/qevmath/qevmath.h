@@ -6,6 +6,7 @@
 #include <qevmath/arc.h>
 #include <qevmath/bezier.h>
 #include <qevmath/bounds.h>
+#include <qevmath/curve_fit.h>
 #include <qevmath/elementary.h>
 #include <qevmath/ellipse.h>
 #include <qevmath/line.h>

@@ -6,7 +6,7 @@
 
 namespace math {
 
-/// Root of f between lo and hi by Newton's method, guarded by bisection; f(t) answers the pair (value,
+/// The root of f between lo and hi by Newton's method, guarded by bisection; f(t) answers the pair (value,
 /// slope). rising: f is negative below the root and positive above it, else the reverse. The slope only
 /// steers; it need not be exact. A root at lo or hi is found when there is none between them. Always ends.
 template <class F>

@@ -8,13 +8,16 @@ namespace math {
 /// drawing coordinates (1e-10 at 1e6 mm), well below what a machine can position (1e-4).
 inline constexpr double kOnCurve = 1e-6;
 
-/// mm. A chord shorter than this has no direction, so no arc can be solved over it.
+/// mm. A chord shorter than this has no direction worth the name, so no arc is solved over it: at 1e6 mm from
+/// the origin the rounding of its ends alone is a tenth of it.
 inline constexpr double kZeroLength = 1e-9;
 
-/// A bulge smaller than this is a straight line: the arc leaves its chord by less than 1e-9 of its length.
+/// No unit (the tangent of an angle). An arc of a smaller bulge is a straight line: it leaves its chord by
+/// less than half of 1e-9 of the length of the chord.
 inline constexpr double kZeroBulge = 1e-9;
 
-/// Radians. An included angle smaller than this is none.
+/// Radians. An arc of a smaller included angle has no centre: it would lie 1e9 chords
+/// away.
 inline constexpr double kZeroAngle = 1e-9;
 
 } // namespace math
