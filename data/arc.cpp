@@ -1,3 +1,5 @@
+// Circles and arcs keep the centre form that drawings state, and hand out pieces in chord form. A chord that
+// is short against its radius is a bad base for a nearly whole circle, so there an arc answers two pieces.
 #include <algorithm>
 #include <cmath>
 
@@ -13,10 +15,6 @@ namespace {
 // A bulge above this closes all but 0.04 radians of the circle; the rounding of the short chord is multiplied
 // by half the bulge in the radius.
 constexpr double kMaxPieceBulge = 100;
-
-CContourDirection::ContourDirection_T DirectionOf(bool counterClockwise) {
-    return counterClockwise ? CContourDirection::COUNTERCLOCKWISE : CContourDirection::CLOCKWISE;
-}
 
 } // namespace
 

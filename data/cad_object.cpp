@@ -1,3 +1,6 @@
+// What every object carries: identity, attributes, machining and its defaults as an outline. A copy is made
+// by the copy constructors, which leave out what belongs to the one object alone (technics, tool paths), and
+// numbered by Clone.
 #include <atomic>
 
 #include <qevdata/cad_object.h>
@@ -110,5 +113,15 @@ bool EndsMeet(const CCadObject& contour) {
 CContourDirection::ContourDirection_T GetContourDirectionEx(const CCadObject* object) {
     return object ? object->GetDirection() : CContourDirection::NONE;
 }
+
+bool CTechnics::Refresh(const CCadObject*, void*) {
+    return false;
+}
+
+void CTechnics::Write(std::ostream&) const {}
+
+CTechnics::~CTechnics() = default;
+
+CITechnicsSerialize::~CITechnicsSerialize() = default;
 
 } // namespace qev

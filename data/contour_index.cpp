@@ -1,8 +1,24 @@
+// Lengths, walks and searches ask a contour the same questions again and again. The index answers a length in
+// one step, and lets a search pass over runs of segments whose box is too far away to matter.
+//
+// What it holds is computed by the very operations that a search without it runs, in the same order: so an
+// answer is equal to the bit whether an index is there or not, and there is nothing to tune and no error to
+// bound.
+//
+// Runs of eight segments stand in a plain list. A tree of boxes was rejected: up to some thousand segments,
+// which drawings rarely pass, the list is searched as fast, and it is made in one pass in the order of the
+// segments. An index is made on the second question only, since most contours of a drawing are asked once,
+// when it would cost more than it saves.
+#include "contour_index.h"
+
 #include <cmath>
 #include <memory>
+#include <typeinfo>
 
-#include <qevdata/cad_object.h>
-#include <qevdata/contour_index.h>
+#include <qevdata/polyline.h>
+#include <qevdata/polyline_ex.h>
+
+#include "lazy.h"
 
 namespace qev {
 
@@ -28,24 +44,28 @@ double ContourIndex::GetExtent(const math::DPOINT2& p) const {
 }
 
 bool ContourIndex::IsForSearch() const {
-    constexpr int kFewRuns = 4; // the boxes cost as much as the segments that they save
+    constexpr int kFewRuns = 4; // up to here the boxes cost as much as the segments that they save
     return GetRunCount() > kFewRuns;
 }
 
-LazyIndex& LazyIndex::operator=(const LazyIndex& other) {
-    if (this != &other) Drop();
-    return *this;
+const ContourIndex* CCadPolylineBase::Index() const {
+    if (const ContourIndex* made = m_pIndex.load(std::memory_order_acquire)) return made;
+    const bool isFirst = !m_bAsked.exchange(true, std::memory_order_relaxed);
+    if (isFirst || GetSegmentCount() <= 0) return nullptr;
+    return GetOrMake(m_pIndex, [this] { return std::make_unique<const ContourIndex>(*this); });
 }
 
-const ContourIndex* LazyIndex::Of(const CCadObject& contour) const {
-    if (const ContourIndex* made = m_index.Get()) return made;
-    if (!m_bAsked.exchange(true, std::memory_order_relaxed) || contour.GetSegmentCount() <= 0) return nullptr;
-    return m_index.GetOr([&] { return std::make_unique<const ContourIndex>(contour); });
-}
-
-void LazyIndex::Drop() {
-    m_index.Drop();
+void CCadPolylineBase::DropIndex() {
+    Drop(m_pIndex);
     m_bAsked.store(false, std::memory_order_relaxed);
+}
+
+// The class itself is asked for, not what it derives from: a cast would be slower, and would hand out the
+// index of a derived class whose own segments the polyline knows nothing of.
+const ContourIndex* IndexOf(const CCadObject& object) {
+    const std::type_info& type = typeid(object);
+    if (type != typeid(CCadPolyline) && type != typeid(CCadPolylineEx)) return nullptr;
+    return static_cast<const CCadPolylineBase&>(object).Index();
 }
 
 } // namespace qev

@@ -1,7 +1,8 @@
 #include <cmath>
 
-#include <qevdata/contour_index.h>
 #include <qevdata/multi_segments.h>
+
+#include "contour_index.h"
 
 namespace qev {
 
@@ -15,23 +16,25 @@ math::DPOINT2 CCadMultiSegments::GetEndPoint() const {
 }
 
 double CCadMultiSegments::GetLength() const {
-    if (const ContourIndex* index = GetIndex()) return index->GetLength();
+    if (const ContourIndex* index = IndexOf(*this)) return index->GetLength();
     double length = 0;
     for (int i = 0, count = GetSegmentCount(); i < count; ++i) length += GetSegment(i).GetLength();
     return length;
 }
 
 CadRect CCadMultiSegments::GetBoundRect() const {
-    if (const ContourIndex* index = GetIndex()) return ToRect(index->GetBounds());
+    if (const ContourIndex* index = IndexOf(*this)) return ToRect(index->GetBounds());
     math::Bounds bounds;
     for (int i = 0, count = GetSegmentCount(); i < count; ++i) bounds.Add(GetSegment(i).GetBounds());
     return ToRect(bounds);
 }
 
-// Triangles from the start point, which the closing chord meets in, and what the segments add to their
-// chords.
+// The sign of the enclosed area, which is put together from one triangle for each segment, between its chord
+// and the start point, and from what the segment adds to its chord. The closing chord adds nothing, since it
+// ends in the start point; and measured from there, a contour far from the origin loses no digits.
 CContourDirection::ContourDirection_T CCadMultiSegments::GetDirection() const {
-    constexpr double kNoArea = 1e-9; // mm^2: a contour that encloses less runs neither way
+    constexpr double kNoArea =
+        1e-9; // mm^2: a contour that encloses less, as a line there and back, runs neither way
     const math::DPOINT2 start = GetStartPoint();
     double area = 0;
     for (int i = 0, count = GetSegmentCount(); i < count; ++i) {
@@ -39,7 +42,7 @@ CContourDirection::ContourDirection_T CCadMultiSegments::GetDirection() const {
         area += math::Cross(segment.ptStart - start, segment.ptEnd - start) / 2 + segment.GetChordArea();
     }
     if (!(std::abs(area) > kNoArea)) return CContourDirection::NONE;
-    return area > 0 ? CContourDirection::COUNTERCLOCKWISE : CContourDirection::CLOCKWISE;
+    return DirectionOf(area > 0);
 }
 
 } // namespace qev

@@ -1,3 +1,5 @@
+// Settings are read where they stand: no copy, no locale (a comma is never a decimal sign), no exception. A
+// value has to be a number to its last character, since half a number is more likely a mistake than a wish.
 #include <algorithm>
 #include <charconv>
 #include <limits>

@@ -1,3 +1,7 @@
+// A stack of list positions takes the place of recursion, so that the depth of a drawing is bounded by memory
+// alone. A container is passed over while it is open, that is, while it stands on the stack: this ends
+// cycles, and it lets a container that two others share be walked twice, once in each. To remember everything
+// that was visited would need memory for every object and would lose the second visit.
 #include <algorithm>
 #include <utility>
 
@@ -15,6 +19,10 @@ constexpr std::size_t kShallowLevels = 32;
 
 const std::list<CCadObject*>* TreeWalk::AllMembers(const CCadObject& object) {
     return object.GetMembers();
+}
+
+const std::list<CCadObject*>* TreeWalk::PickedMembers(const CCadObject& object) {
+    return object.GetType() == kCadText ? nullptr : object.GetMembers();
 }
 
 TreeWalk::TreeWalk(const CCadObject* root, MembersOf membersOf)

@@ -205,8 +205,9 @@ inline const std::list<CCadObject*>* GroupMembers(const CCadObject& object) {
 inline const std::list<CCadObject*>* GroupAndTextMembers(const CCadObject& object) {
     return ShapeOf(object.GetType()) == Shape::kText ? object.GetMembers() : GroupMembers(object);
 }
-/// Groups and relation groups: what picking looks into.
-inline const std::list<CCadObject*>* PickedMembers(const CCadObject& object) {
+/// Groups and relation groups by their codes: what a selection for picking looks into. A host's own container
+/// has another code and is selected as it is.
+inline const std::list<CCadObject*>* SelectedMembers(const CCadObject& object) {
     return IsGroupCode(object.GetType()) ? object.GetMembers() : nullptr;
 }
 /// Every container and text.

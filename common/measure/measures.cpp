@@ -142,10 +142,7 @@ double GetCadPolylineArea(const CCadMultiSegments* contour, bool bSigned) {
 }
 
 CContourDirection::ContourDirection_T GetCadOBjectDir(const CCadObject* object) {
-    const auto byFlag = [](const auto& curve) {
-        return curve.IsCounterClockwise() ? CContourDirection::COUNTERCLOCKWISE
-                                          : CContourDirection::CLOCKWISE;
-    };
+    const auto byFlag = [](const auto& curve) { return DirectionOf(curve.IsCounterClockwise()); };
     return VisitCad(object, kSegmentContours,
                     Handle{[&](const CCadCircle& circle) { return byFlag(circle); },
                            [&](const CCadEllipse& ellipse) { return byFlag(ellipse); },

@@ -18,7 +18,6 @@
 
 #include <qev/position/nearest_position.h>
 #include <qev/types.h>
-#include <qevdata/contour_index.h>
 #include <qevdata/picking.h>
 #include <qevdata/polyline.h>
 #include <qevdata/tree_walk.h>
@@ -28,6 +27,7 @@
 
 #include "../kinds/cad_kinds.h"
 #include "../kinds/tolerance.h"
+#include "data/contour_index.h"
 
 namespace qev {
 namespace {
@@ -113,7 +113,7 @@ std::optional<int> NearestByIndex(const CCadObject& contour, const ContourIndex&
 }
 
 POLYPOS NearestSegment(const CCadObject& contour, const DPOINT2& p) {
-    const ContourIndex* index = contour.GetIndex();
+    const ContourIndex* index = IndexOf(contour);
     const bool isUsed = index && index->IsForSearch() && !index->HasBezier();
     const auto found = isUsed ? NearestByIndex(contour, *index, p) : std::nullopt;
     return found ? POLYPOS{*found, 0.0} : NearestOfAll(contour, p);
@@ -207,7 +207,7 @@ std::optional<POLYPOS> NearestPlace(const CCadObject* object, const DPOINT2& p) 
 
 void Select(const std::list<CCadObject*>* objects, CCadGroup* into, bool closedOnly) {
     if (!into) return;
-    TreeWalk walk(objects, PickedMembers);
+    TreeWalk walk(objects, SelectedMembers);
     for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
         CCadObject* object = walk.Object();
         // what has a group's code but is none is passed over

@@ -19,10 +19,10 @@
 #include <qev/measure/measures.h>
 #include <qev/measure/positions.h>
 #include <qev/position/offset_walk.h>
-#include <qevdata/contour_index.h>
 
 #include "../kinds/cad_kinds.h"
 #include "../kinds/tolerance.h"
+#include "data/contour_index.h"
 
 namespace qev {
 namespace {
@@ -64,9 +64,8 @@ int WalkPiece(const CCadObject& piece, const POLYPOS& pos, double offset, POLYPO
 class SegmentWalk {
 public:
     SegmentWalk(const CCadObject& contour, int count, const POLYPOS& pos, double offset)
-        : m_contour(contour), m_pIndex(contour.GetIndex()), m_nCount(count),
-          m_nDirection(offset < 0 ? -1 : 1), m_nIndex(pos.nSegIndex), m_dLeft(std::abs(offset)),
-          m_dEntry(pos.dRatio) {}
+        : m_contour(contour), m_pIndex(IndexOf(contour)), m_nCount(count), m_nDirection(offset < 0 ? -1 : 1),
+          m_nIndex(pos.nSegIndex), m_dLeft(std::abs(offset)), m_dEntry(pos.dRatio) {}
 
     // Passes segments until the rest of the way lies within one; false when it never does.
     bool Run() {

@@ -1,12 +1,14 @@
 #include <gp_Trsf2d.hxx>
 
+#include "../../data/contour_index.h"
 #include "support/support.h"
 
 namespace {
 
+using namespace qev;
 using namespace test;
 
-// A host's kind with the segments of another contour: it keeps no index.
+// A host's kind with the segments of another contour: it keeps no index, so it is searched in full.
 class Plain : public CCadMultiSegments {
 public:
     explicit Plain(const CCadObject& contour) : CCadMultiSegments(false), m_contour(contour) {}
@@ -18,23 +20,33 @@ private:
     const CCadObject& m_contour;
 };
 
-void ExpectSameAnswers(CCadObject& contour, Random& random) {
-    Plain plain(contour);
-    ASSERT_TRUE((contour.GetIndex(), contour.GetIndex())) << "kept from the second time on";
-    const CadRect box = contour.GetBoundRect(), plainBox = plain.GetBoundRect();
-    EXPECT_TRUE(box.x == plainBox.x && box.y == plainBox.y && box.height == plainBox.height);
-    EXPECT_EQ(contour.GetLength(), plain.GetLength());
+// What an index has a part in: length, box, distance, nearest point, position, laps and end of a walk.
+std::vector<double> Answers(const CCadObject& contour, const DPOINT2& p, double offset) {
+    const CadRect box = contour.GetBoundRect();
+    DPOINT2 nearest;
+    POLYPOS pos, end;
+    const double distance = GetMinDistance(&contour, p, nearest);
+    EXPECT_TRUE(CoorToPos(&contour, p, pos, 1e4));
+    const double laps = GetPosByOffset(&contour, {0, 0.5}, offset, end);
+    return {contour.GetLength(),
+            box.x,
+            box.y,
+            box.width,
+            box.height,
+            distance,
+            nearest.x,
+            nearest.y,
+            PolyPosToDouble(pos),
+            laps,
+            PolyPosToDouble(end)};
+}
+
+void ExpectSameAnswers(const CCadObject& contour, Random& random) {
+    (void)IndexOf(contour);
+    ASSERT_TRUE(IndexOf(contour)) << "it is kept from the second question on";
     const DPOINT2 p = random.Coin() ? random.Point() : DPOINT2{-std::pow(10, random.Uniform(-7, -4)), 0};
-    DPOINT2 nearest, plainNearest;
-    EXPECT_EQ(GetMinDistance(&contour, p, nearest), GetMinDistance(&plain, p, plainNearest));
-    EXPECT_EQ(nearest.x, plainNearest.x);
-    POLYPOS pos, plainPos;
     const double offset = random.Uniform(-1000, 1000);
-    EXPECT_EQ(GetPosByOffset(&contour, {0, 0.5}, offset, pos),
-              GetPosByOffset(&plain, {0, 0.5}, offset, plainPos));
-    EXPECT_EQ(PolyPosToDouble(pos), PolyPosToDouble(plainPos));
-    ASSERT_TRUE(CoorToPos(&contour, p, pos, 1e4) && CoorToPos(&plain, p, plainPos, 1e4));
-    EXPECT_EQ(PolyPosToDouble(pos), PolyPosToDouble(plainPos));
+    EXPECT_EQ(Answers(contour, p, offset), Answers(Plain(contour), p, offset));
 }
 
 TEST(ContourIndex, AnswersAsAllSegmentsDo) {
@@ -61,46 +73,68 @@ TEST(ContourIndex, SlowlyChangingDistances) {
 TEST(ContourIndex, HostileNumbers) {
     Random random;
     for (const double hostile : {kNaN, kInf, -kInf, 1e300, 1e9}) {
+        SCOPED_TRACE(hostile);
         CCadPolyline contour;
         for (double i = 0; i < 100; ++i)
             contour.AddArc({i == 50 ? hostile : i, std::fmod(i, 7)}, i == 70 ? hostile : 0);
         const Plain plain(contour);
-        ASSERT_TRUE((contour.GetIndex(), contour.GetIndex()));
+        (void)IndexOf(contour);
+        ASSERT_TRUE(IndexOf(contour));
         for (int k = 0; k < 50; ++k) {
             const DPOINT2 p = random.Point();
             POLYPOS pos{-1, 0}, plainPos{-1, 0};
             EXPECT_EQ(CoorToPos(&contour, p, pos, 1e4), CoorToPos(&plain, p, plainPos, 1e4));
-            EXPECT_TRUE(IsAt(pos, plainPos)) << hostile;
+            EXPECT_TRUE(IsAt(pos, plainPos));
         }
     }
 }
 
+// After each of the ways to change it the contour answers as one that was never asked before.
 TEST(ContourIndex, EveryChangeDropsIt) {
     gp_Trsf2d mirror;
     mirror.SetMirror(gp_Ax2d({1, 2}, {3, 1}));
-    const auto change = [&mirror](auto& contour, int way) {
-        if (way == 0) contour.SetStartPoint({500, 500});
-        if (way == 1) contour.AddLine({-500, 70});
-        if (way == 2) contour.AddArc({-500, 80}, 0.5);
-        if (way == 3) contour.ReverseDir(false);
-        if (way == 4) contour.ApplyTransform(mirror);
-        if (way == 5) contour.ApplyTransform2D(mirror);
-    };
     Random random;
-    const auto polyline = RandomPolyline(random, 40);
+    const auto expectDropped = [&](auto& contour, const char* change) {
+        SCOPED_TRACE(change);
+        ExpectSameAnswers(contour, random);
+    };
+    const auto changeEveryWay = [&](auto& contour) {
+        expectDropped(contour, "none yet");
+        expectDropped((contour.SetStartPoint({500, 500}), contour), "SetStartPoint");
+        expectDropped((contour.AddLine({-500, 70}), contour), "AddLine");
+        expectDropped((contour.AddArc({-500, 80}, 0.5), contour), "AddArc");
+        expectDropped((contour.ReverseDir(false), contour), "ReverseDir");
+        expectDropped((contour.ApplyTransform(mirror), contour), "ApplyTransform");
+        expectDropped((contour.ApplyTransform2D(mirror), contour), "ApplyTransform2D");
+    };
+    changeEveryWay(*RandomPolyline(random, 40));
     const auto extended = RandomPolylineEx(random, 40);
-    for (int way = 0; way < 6; ++way) {
-        change(*polyline, way);
-        ExpectSameAnswers(*polyline, random);
-        change(*extended, way);
-        ExpectSameAnswers(*extended, random);
-    }
-    extended->AddBezier({1, 2}, {500, 600}, {-700, 8});
-    ExpectSameAnswers(*extended, random);
+    changeEveryWay(*extended);
+    expectDropped((extended->AddBezier({1, 2}, {500, 600}, {-700, 8}), *extended), "AddBezier");
     const std::unique_ptr<CCadObject> copy(extended->Clone(true));
-    ExpectSameAnswers(*copy, random);
+    expectDropped(*copy, "a copy");
+}
+
+// A class that derives from a polyline may have segments that the polyline knows nothing of.
+TEST(ContourIndex, DerivedClassesHaveNone) {
+    class Longer : public CCadPolyline {
+    public:
+        double m_dLength = 1;
+        int GetSegmentCount() const override { return 1; }
+        SEGMENT GetSegment(int) const override { return {{0, 0}, {m_dLength, 0}}; }
+    } longer;
+    for (double length = 1; length < 5; ++length) {
+        longer.m_dLength = length;
+        EXPECT_EQ(longer.GetLength(), length);
+    }
+    EXPECT_EQ(IndexOf(longer), nullptr);
+}
+
+TEST(ContourIndex, AnEllipseKeepsItsPolyline) {
     const CCadEllipse ellipse({0, 0}, 2, 1, 0);
-    EXPECT_TRUE(ellipse.GetPolyline() && ellipse.GetPolyline() == ellipse.GetPolyline());
+    const CCadPolyline* polyline = ellipse.GetPolyline();
+    ASSERT_TRUE(polyline);
+    EXPECT_EQ(ellipse.GetPolyline(), polyline);
 }
 
 } // namespace

@@ -2,6 +2,9 @@
 
 namespace {
 
+using namespace qev;
+using namespace test;
+
 std::unique_ptr<CCadPolyline> ConvertBy(const char* settings, const CCadObject& object) {
     CCadPolyline* out = nullptr;
     const bool made = CConvertCadObjectToCadPolyline(settings)(&object, out);
@@ -9,10 +12,10 @@ std::unique_ptr<CCadPolyline> ConvertBy(const char* settings, const CCadObject& 
     return std::unique_ptr<CCadPolyline>(out);
 }
 
-const auto Convert = [](const CCadObject& object, const std::string& word, double error) {
+std::unique_ptr<CCadPolyline> Convert(const CCadObject& object, const std::string& word, double error) {
     const std::string settings = "SegmentType=" + word + ";AbsoluteError=" + std::to_string(error) + ";";
     return ConvertBy(settings.c_str(), object);
-};
+}
 
 // The largest distance between the two, sampled densely both ways.
 double Deviation(const CCadObject& object, const CCadPolyline& polyline) {
@@ -42,7 +45,8 @@ TEST(Converter, DeviationIsGuaranteedAndArcsJoinTangentially) {
         // the error as the settings can say it
         const double error = std::ceil(std::pow(10, random.Uniform(2, 6))) * 1e-6;
         const auto arcs = Convert(*object, "Both", error), chords = Convert(*object, "Line", error);
-        ASSERT_TRUE(arcs && chords);
+        ASSERT_TRUE(arcs);
+        ASSERT_TRUE(chords);
         EXPECT_LE(Deviation(*object, *arcs), error * (1 + 1e-9));
         EXPECT_LE(Deviation(*object, *chords), error * (1 + 1e-9));
         EXPECT_LE(arcs->GetSegmentCount(), 2 * chords->GetSegmentCount() + 4);
@@ -70,39 +74,46 @@ TEST(Converter, CountsAreNearMinimal) {
     EXPECT_LE(Convert(CCadCircle({0, 0}, 50), "Line", 0.001)->GetSegmentCount(), std::ceil(least) + 1);
 }
 
-TEST(Converter, KeepsLinesAndArcs) {
+TEST(Converter, KeepsArcsOrSplitsThem) {
     const auto contour = Polyline("0 0 L 10 0 A 10 10 2.5 L 10 10 A 0 0 -1e-7");
-    const auto both = Convert(*contour, "Both", 1);
-    ASSERT_TRUE(both->GetSegmentCount() == 4 && Convert(*contour, "Arc", 1)->GetSegmentCount() == 4);
-    for (int i = 0; i < 4; ++i) {
-        const auto now = both->GetAt(i), then = contour->GetAt(i);
-        EXPECT_TRUE(now.bulge == then.bulge && now.x == then.x);
+    for (const char* word : {"Both", "Arc"}) {
+        const auto kept = Convert(*contour, word, 1);
+        ASSERT_EQ(kept->GetSegmentCount(), 4) << word;
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(kept->GetAt(i).bulge, contour->GetAt(i).bulge) << word << i;
+            EXPECT_POINT_NEAR(kept->GetSegment(i).ptEnd, contour->GetSegment(i).ptEnd, 0);
+        }
     }
     const auto chords = Convert(*contour, "Line", 0.01);
     EXPECT_LE(Deviation(*contour, *chords), 0.01);
-    for (int i = 0; i < chords->GetSegmentCount(); ++i) EXPECT_EQ(chords->GetAt(i).bulge, 0);
+    for (const auto& node : chords->GetNodes()) EXPECT_EQ(node.bulge, 0);
+}
 
+TEST(Converter, TakesAsFewArcsAsTheKindsNeed) {
     const auto circle = Convert(CCadCircle({1, 2}, 3, false), "Both", 1);
     ASSERT_EQ(circle->GetSegmentCount(), 2);
-    EXPECT_TRUE(circle->GetAt(0).bulge == -1 && circle->GetAt(1).bulge == -1 && circle->IsClose());
+    EXPECT_EQ(circle->GetAt(0).bulge, -1);
+    EXPECT_EQ(circle->GetAt(1).bulge, -1);
+    EXPECT_TRUE(circle->IsClose());
     EXPECT_EQ(Convert(CCadArc({0, 0}, 3, 1, 5, true), "Both", 1)->GetSegmentCount(), 1);
-    EXPECT_EQ(Convert(CCadArc({0, 0}, 3, 1, 7, true), "Both", 1)->GetSegmentCount(), 2);
+    EXPECT_EQ(Convert(CCadArc({0, 0}, 3, 1, 7, true), "Both", 1)->GetSegmentCount(), 2) << "a whole circle";
     EXPECT_EQ(Convert(CCadLine({0, 0}, {1, 1}), "Arc", 1)->GetAt(0).bulge, 0);
 }
 
-// A step into a cusp, a loop, a doubled control point, a flat and a needle-like ellipse.
+// A cusp, a loop, doubled control points, there and back, a point; flat, nearly flat and needle-like
+// ellipses.
 TEST(Converter, DegenerateCurves) {
     for (const char* text :
          {"0 0 B 1 1 0 1 1 0", "0 0 B 3 2 -2 2 1 0", "0 0 B 0 0 5 5 5 5", "0 0 B 1 0 -1 0 0 0",
           "1 1 B 1 1 1 1 1 1", "ellipse 3 4 50 0 1", "ellipse 3 4 50 1e-9 1", "ellipse 3 4 50 1e-3 1"})
         for (const char* word : {"Both", "Line"}) {
             const auto object = Object(text);
-            EXPECT_LE(Deviation(*object, *Convert(*object, word, 1e-4)), 1e-4) << text;
+            EXPECT_LE(Deviation(*object, *Convert(*object, word, 1e-4)), 1e-4) << text << ", " << word;
         }
-    EXPECT_EQ(Convert(CCadCircle({0, 0}, 1), "Line", 100)->GetSegmentCount(), 4);
+    EXPECT_EQ(Convert(CCadCircle({0, 0}, 1), "Line", 100)->GetSegmentCount(), 4) << "no circle vanishes";
 }
 
-TEST(Converter, SettingsAndRefusals) {
+TEST(Converter, ReadsItsSettings) {
     const CCadCircle circle({0, 0}, 5);
     for (const char* settings : {"SegmentType=Both;AbsoluteError=0.001;", "SegmentType=Both;AbsoluteError=0",
                                  "Other=x; AbsoluteError =  0.0010 ;SegmentType=Line"})
@@ -110,18 +121,19 @@ TEST(Converter, SettingsAndRefusals) {
     for (const char* settings :
          {"SegmentType=Both;AbsoluteError=0,001;", "SegmentType=Both;AbsoluteError=nan;", "SegmentType=Both;",
           "SegmentType=both;AbsoluteError=1;", "AbsoluteError=1;", static_cast<const char*>(nullptr)})
-        EXPECT_FALSE(ConvertBy(settings, circle));
-    const auto refused = [](const CCadObject& object) {
-        return !Convert(object, "Line", 1e-6) && !Convert(object, "Line", 0.0);
-    };
-    for (const char* object : {"dot 0 0", "group", "text", "polyline", "circle 0 0 1e12"}) // too many chords
-        EXPECT_TRUE(refused(*Object(object))) << object;
+        EXPECT_FALSE(ConvertBy(settings, circle)) << (settings ? settings : "null");
+}
+
+TEST(Converter, RefusesWhatHasNoFiniteOutlineOrTakesTooManyPieces) {
+    for (const char* object : {"dot 0 0", "group", "text", "polyline", "circle 0 0 1e12"})
+        EXPECT_FALSE(Convert(*Object(object), "Line", 1e-6)) << object;
     for (const double bad : {kNaN, kInf, 1e300}) {
         CCadPolylineEx bezier;
         bezier.AddBezier({bad, 1}, {1, bad}, {bad, bad});
-        EXPECT_TRUE(refused(bezier) && refused(CCadCircle({0, 0}, bad))
-                    && refused(CCadEllipse({0, 0}, bad, 1, 0))
-                    && refused(CCadEllipseArc({bad, 0}, bad, 1, bad, 1, 2, true)));
+        EXPECT_FALSE(Convert(bezier, "Line", 1e-6)) << bad;
+        EXPECT_FALSE(Convert(CCadCircle({0, 0}, bad), "Line", 0)) << bad << ", for 0 counts as 1e-6";
+        EXPECT_FALSE(Convert(CCadEllipse({0, 0}, bad, 1, 0), "Line", 1e-6)) << bad;
+        EXPECT_FALSE(Convert(CCadEllipseArc({bad, 0}, bad, 1, bad, 1, 2, true), "Line", 1e-6)) << bad;
     }
 }
 

@@ -9,8 +9,9 @@ namespace qev {
 /// The blank that is machined: a kind, one scalar parameter and the section's contours.
 class QEVDATA_API Adobe {
 public:
-    /// 0x1001 marks a rectangular plate.
+    /// A stock without contours. Any kind is taken; 0x1001 marks a rectangular plate.
     explicit Adobe(int kind);
+    /// Deletes the section with its contours.
     ~Adobe();
     Adobe(const Adobe&) = delete;
     Adobe& operator=(const Adobe&) = delete;
@@ -23,7 +24,7 @@ public:
     void SetScalarParam(double value) { m_dScalarParam = value; }
     /// The group of outline contours, owned by the stock; never null.
     CCadGroup* GetSectionData() { return &m_section; }
-    /// The same of a constant stock.
+    /// The group of outline contours of a constant stock; never null.
     const CCadGroup* GetSectionData() const { return &m_section; }
 
 private:

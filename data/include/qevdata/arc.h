@@ -16,7 +16,7 @@ public:
     double GetRadius() const { return m_dRadius; }                     ///< mm, never negative
     /// Which way the circle runs; GetPoint does not go by it.
     bool IsCounterClockwise() const { return m_bCounterClockwise; }
-    /// The point at an absolute angle, whichever way the circle runs.
+    /// The point at an absolute angle in radians, whichever way the circle runs.
     math::DPOINT2 GetPoint(double angle) const;
 
     cad_t GetType() const override { return kCadCircle; }
@@ -54,11 +54,12 @@ public:
     double GetCentralAngle() const { return m_dCentralAngle; }         ///< radians, in [0, 2*pi]
     /// Which way the arc runs from its start angle.
     bool IsCounterClockwise() const { return m_bCounterClockwise; }
-    /// Takes an absolute angle and sets the central angle to the turn from the start to it, in [0, 2*pi).
+    /// Takes an absolute angle in radians and sets the central angle to the turn from the start to it, in [0,
+    /// 2*pi).
     void SetEndAngle(double angle);
     /// tan(central angle / 4), negative for a clockwise arc.
     double GetBulge() const;
-    /// The point at an angle travelled from the start.
+    /// The point at an angle in radians, travelled from the start in the direction of the arc.
     math::DPOINT2 GetPoint(double travelled) const;
 
     cad_t GetType() const override { return kCadArc; }

@@ -19,8 +19,6 @@
 
 namespace qev {
 
-class ContourIndex;
-
 /// One piece of an outline: what length, distance, boxes and conversion are computed from.
 using OutlinePiece = std::variant<SEGMENT, math::EllipticArc>;
 
@@ -41,7 +39,8 @@ public:
     virtual bool IsClose() const;
     /// Where the contour starts; math::NoPoint() when it has no such point, which is the default.
     virtual math::DPOINT2 GetStartPoint() const;
-    /// Where the contour ends, the start on a whole circle or ellipse; math::NoPoint() as for the start.
+    /// Where the contour ends, the start on a whole circle or ellipse; math::NoPoint() when it has
+    /// no such point, which is the default.
     virtual math::DPOINT2 GetEndPoint() const;
     /// Number of segments of a segment contour; 0 by default.
     virtual int GetSegmentCount() const;
@@ -62,12 +61,8 @@ public:
     virtual OutlinePiece GetPiece(int index) const;
     /// The members of a container, in drawing order; null for everything else.
     virtual const std::list<CCadObject*>* GetMembers() const;
-    /// What GetContourDirectionEx answers; NONE by default.
+    /// Which way the contour runs, as GetContourDirectionEx answers it; NONE by default.
     virtual CContourDirection::ContourDirection_T GetDirection() const;
-    /// What the contour keeps of its segments; null for a kind that keeps nothing, and as LazyIndex says. It
-    /// lasts until the contour is changed. A class that derives from a kind that does, and changes segments
-    /// on its own, answers null.
-    virtual const ContourIndex* GetIndex() const { return nullptr; }
 
     /// 0 for an object that was made without a fresh id and has not been given one.
     unsigned int GetID() const { return m_nID; }
@@ -83,7 +78,7 @@ public:
     /// The machining processes of the object, owned by it: what is taken off the list is the taker's to
     /// delete.
     std::list<CTechnics*>& GetTechnicsList() { return m_listTechnics; }
-    /// The same of a constant object.
+    /// The machining processes of a constant object, in the order in which they were added.
     const std::list<CTechnics*>& GetTechnicsList() const { return m_listTechnics; }
     /// Takes ownership of a technics and appends it; null is ignored.
     void AddTechnics(CTechnics* technics);
@@ -95,7 +90,7 @@ public:
     /// The tool paths that were generated for the object, owned by it: what is taken off the list is the
     /// taker's to delete.
     std::list<CCadObject*>& GetToolPathList() { return m_listToolPaths; }
-    /// The same of a constant object.
+    /// The tool paths of a constant object, in the order in which they were added.
     const std::list<CCadObject*>& GetToolPathList() const { return m_listToolPaths; }
     /// The box round all tool paths and what is below them; the empty box when there are none.
     CadRect GetToolPathBoundRect() const;

@@ -18,6 +18,11 @@ struct CContourDirection {
     };
 };
 
+/// The name of the direction of something that runs counter-clockwise, or does not.
+constexpr CContourDirection::ContourDirection_T DirectionOf(bool counterClockwise) {
+    return counterClockwise ? CContourDirection::COUNTERCLOCKWISE : CContourDirection::CLOCKWISE;
+}
+
 /// The direction in which an object runs: by their flag for circles, ellipses, arcs and elliptic arcs; by the
 /// sign of the enclosed area (closing chord added) for segment contours, NONE within 1e-9 mm^2 of 0; NONE for
 /// everything else and for a null object.

@@ -21,7 +21,7 @@ public:
     /// The members themselves, to be changed at will: what is put in is the group's to delete from then on,
     /// what is taken out the taker's.
     std::list<CCadObject*>& GetObjectsList() { return m_listObjects; }
-    /// The same of a constant group.
+    /// The members of a constant group in drawing order.
     const std::list<CCadObject*>& GetObjectsList() const { return m_listObjects; }
     /// Number of direct members; what nested groups hold does not count.
     int GetNumOfChild() const { return static_cast<int>(m_listObjects.size()); }
@@ -29,7 +29,7 @@ public:
     bool IsEmpty() const { return m_listObjects.empty(); }
     /// The first member, which stays the group's; null when the group is empty.
     CCadObject* GetFront() const { return IsEmpty() ? nullptr : m_listObjects.front(); }
-    /// The same for the last member.
+    /// The last member, which stays the group's; null when the group is empty.
     CCadObject* GetBack() const { return IsEmpty() ? nullptr : m_listObjects.back(); }
     /// Takes ownership of an object and appends it; null is ignored.
     void PushBack(CCadObject* object);
@@ -38,7 +38,7 @@ public:
     void Insert(CCadObject* object, int index);
     /// Gives the last member back: it leaves the list and is not destroyed. Nothing on an empty group.
     void PopBack();
-    /// The same for all members.
+    /// Gives all members back: they leave the list and are not destroyed.
     void PickOffAll() { m_listObjects.clear(); }
 
     cad_t GetType() const override { return kCadGroup; }
@@ -64,10 +64,9 @@ public:
     /// Without paths, with a fresh id or with the id 0.
     explicit CCadRelationGroup(bool newId = true);
 
-    /// The list itself, to be changed at will. A path has to be taken off before its
-    /// owner deletes it.
+    /// The list itself, to be changed at will. A path has to be taken off before its owner deletes it.
     std::list<CCadObject*>& GetRelationPaths() { return m_listPaths; }
-    /// The same of a constant group.
+    /// The paths of a constant relation group, which other containers own.
     const std::list<CCadObject*>& GetRelationPaths() const { return m_listPaths; }
 
     cad_t GetType() const override { return kCadRelationGroup; }
@@ -93,7 +92,7 @@ public:
     CString GetText() const { return CString(m_strText.c_str()); }
     /// The group of outline objects, owned by the text; never null.
     CCadGroup* GetTextGroup() { return &m_group; }
-    /// The same of a constant text.
+    /// The group of outline objects of a constant text; never null.
     const CCadGroup* GetTextGroup() const { return &m_group; }
 
     cad_t GetType() const override { return kCadText; }

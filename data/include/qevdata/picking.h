@@ -19,8 +19,11 @@ class CCadObject;
 QEVDATA_API CCadObject* Hit(const CCadGroup* group, const math::DPOINT2& p, double tolerance,
                             math::DPOINT2* hitPoint = nullptr);
 
-/// The same below any object, which may itself be the leaf that is hit; with the flag, open objects are
-/// passed over.
+/// The object that is picked at a point, searched for in `root` and everything below it; root may itself be
+/// the leaf that is hit. The leaf whose outline is nearest answers, if it lies within `tolerance` (mm, ends
+/// included); among outlines within 1e-9 mm of each other the one drawn last. With closedOnly open objects
+/// are passed over. hitPoint, when given, gets the nearest point of the outline. Null when nothing is hit,
+/// when root is null and when an argument is not a number. The object stays with its owner.
 QEVDATA_API CCadObject* Hit(const CCadObject* root, const math::DPOINT2& p, double tolerance, bool closedOnly,
                             math::DPOINT2* hitPoint = nullptr);
 

@@ -4,16 +4,13 @@
 
 #include <vector>
 
-#include <qevdata/contour_index.h>
-#include <qevdata/multi_segments.h>
-
-class gp_Trsf2d;
+#include <qevdata/polyline_base.h>
 
 namespace qev {
 
 /// A contour of lines and circular arcs. The start point is held apart from the nodes: node k is the end
 /// point of segment k together with that segment's bulge.
-class QEVDATA_API CCadPolyline : public CCadMultiSegments {
+class QEVDATA_API CCadPolyline : public CCadPolylineBase {
 public:
     /// The end of a segment, and how the segment reaches it.
     struct ARCNODE {
@@ -29,7 +26,8 @@ public:
     void SetStartPoint(const math::DPOINT2& start);
     /// Appends a line from the present end; one of no length is kept.
     void AddLine(const math::DPOINT2& end);
-    /// The same for an arc; with |bulge| below math::kZeroBulge it becomes a line.
+    /// Appends an arc from the present end; one of no chord is kept. With |bulge| below math::kZeroBulge it
+    /// becomes a line.
     void AddArc(const math::DPOINT2& end, double bulge);
     /// Makes room for so many nodes in all; nothing for 0 and less.
     void Reserve(int nodes);
@@ -42,34 +40,23 @@ public:
     /// All nodes in order. The reference lasts as long as the contour; what it shows changes with it.
     const std::vector<ARCNODE>& GetNodes() const { return m_vecNodes; }
 
-    /// Runs the contour the other way; with the flag, IsNormalDir toggles too.
-    void ReverseDir(bool toggleNormalDir);
-    /// Whether the contour still runs the way it was drawn; true at first.
-    bool IsNormalDir() const { return m_bNormalDir; }
-    /// Moves the contour by a similarity; a mirror turns its arcs.
-    void ApplyTransform(const gp_Trsf2d& transform);
-    /// The same under its other name.
-    void ApplyTransform2D(const gp_Trsf2d& transform);
-
     cad_t GetType() const override { return kCadPolyline; }
-    /// Without nodes: the start point if one was set, else no point.
-    math::DPOINT2 GetStartPoint() const override;
     /// The last node's point; without nodes what GetStartPoint answers.
     math::DPOINT2 GetEndPoint() const override;
     int GetSegmentCount() const override { return GetNodeCount(); }
     SEGMENT GetSegment(int index) const override;
     CCadObject* Clone(bool newId) const override;
-    const ContourIndex* GetIndex() const override { return m_index.Of(*this); }
 
 protected:
     CCadPolyline(const CCadPolyline&) = default;
 
 private:
-    math::DPOINT2 m_ptStart;
+    // Where the segment at an index starts.
+    math::DPOINT2 StartOf(std::size_t index) const;
+    void ReverseSegments() override;
+    void MoveSegments(const Similarity& similarity) override;
+
     std::vector<ARCNODE> m_vecNodes;
-    bool m_bHasStart = false;
-    bool m_bNormalDir = true;
-    LazyIndex m_index; // every change drops it
 };
 
 } // namespace qev

@@ -4,16 +4,12 @@
 
 #include <vector>
 
-#include <qevdata/contour_index.h>
-#include <qevdata/multi_segments.h>
-
-class gp_Trsf2d;
+#include <qevdata/polyline_base.h>
 
 namespace qev {
 
-/// A contour of lines, circular arcs and cubic Bezier pieces, held as segments that join end to start. What
-/// it shares with CCadPolyline behaves the same.
-class QEVDATA_API CCadPolylineEx : public CCadMultiSegments {
+/// A contour of lines, circular arcs and cubic Bezier pieces, held as segments that join end to start.
+class QEVDATA_API CCadPolylineEx : public CCadPolylineBase {
 public:
     /// Without segments and without a start point, with a fresh id or with the id 0.
     explicit CCadPolylineEx(bool newId = true);
@@ -22,9 +18,10 @@ public:
     void SetStartPoint(const math::DPOINT2& start);
     /// Appends a line from the present end; one of no length is kept.
     void AddLine(const math::DPOINT2& end);
-    /// The same for an arc; with |bulge| below math::kZeroBulge it becomes a line.
+    /// Appends an arc from the present end; one of no chord is kept. With |bulge| below math::kZeroBulge it
+    /// becomes a line.
     void AddArc(const math::DPOINT2& end, double bulge);
-    /// The same for a Bezier piece.
+    /// Appends a Bezier piece from the present end; one whose points lie on a line is kept as it is.
     void AddBezier(const math::DPOINT2& ctrl1, const math::DPOINT2& ctrl2, const math::DPOINT2& end);
 
     /// Number of segments.
@@ -35,34 +32,22 @@ public:
     /// All segments in order. The reference lasts as long as the contour; what it shows changes with it.
     const std::vector<SEGMENT>& GetNodes() const { return m_vecNodes; }
 
-    /// Runs the contour the other way; with the flag, IsNormalDir toggles too.
-    void ReverseDir(bool toggleNormalDir);
-    /// Whether the contour still runs the way it was drawn; true at first.
-    bool IsNormalDir() const { return m_bNormalDir; }
-    /// Moves the contour by a similarity; a mirror turns its arcs.
-    void ApplyTransform(const gp_Trsf2d& transform);
-    /// The same under its other name.
-    void ApplyTransform2D(const gp_Trsf2d& transform);
-
     cad_t GetType() const override { return kCadPolylineEx; }
-    math::DPOINT2 GetStartPoint() const override;
+    /// The last segment's end; without segments what GetStartPoint answers.
     math::DPOINT2 GetEndPoint() const override;
     int GetSegmentCount() const override { return GetNodeCount(); }
     SEGMENT GetSegment(int index) const override { return GetAt(index); }
     CCadObject* Clone(bool newId) const override;
-    const ContourIndex* GetIndex() const override { return m_index.Of(*this); }
 
 protected:
     CCadPolylineEx(const CCadPolylineEx&) = default;
 
 private:
-    math::DPOINT2 PresentEnd() const { return m_vecNodes.empty() ? m_ptStart : m_vecNodes.back().ptEnd; }
+    math::DPOINT2 PresentEnd() const;
+    void ReverseSegments() override;
+    void MoveSegments(const Similarity& similarity) override;
 
-    math::DPOINT2 m_ptStart;
     std::vector<SEGMENT> m_vecNodes;
-    bool m_bHasStart = false;
-    bool m_bNormalDir = true;
-    LazyIndex m_index; // every change drops it
 };
 
 } // namespace qev

@@ -6,6 +6,7 @@
 #include <qevdata/arc.h>
 #include <qevdata/cad_object.h>
 #include <qevdata/converter.h>
+#include <qevdata/direction.h>
 #include <qevdata/ellipse.h>
 #include <qevdata/group.h>
 #include <qevdata/kinds.h>

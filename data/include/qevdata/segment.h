@@ -43,13 +43,13 @@ public:
     QEVDATA_API math::DPOINT2 GetPoint(double ratio) const;
     /// Length in mm, to 1e-10 relative for Bezier pieces.
     QEVDATA_API double GetLength() const;
-    /// The point of the segment that is nearest to p.
+    /// The point of the segment, ends included, that is nearest to p.
     QEVDATA_API math::DPOINT2 GetNearest(const math::DPOINT2& p) const;
     /// The exact bounding box.
     QEVDATA_API math::Bounds GetBounds() const;
     /// Area between the segment and its chord, positive when a counter-clockwise contour gains it.
     QEVDATA_API double GetChordArea() const;
-    /// The same piece run from its end to its start.
+    /// The piece run from its end to its start: control points change places, a bulge its sign.
     QEVDATA_API SEGMENT Reversed() const;
 
     /// The line or arc; of a Bezier piece the chord.

@@ -29,6 +29,8 @@ public:
 
     /// Every container of the data library: groups, relation groups and texts.
     static const std::list<CCadObject*>* AllMembers(const CCadObject& object);
+    /// Every container but the text, which is picked as a whole: what picking and selecting descend into.
+    static const std::list<CCadObject*>* PickedMembers(const CCadObject& object);
 
     /// Starts at an object, which is a step itself; null is nothing to walk.
     TreeWalk(const CCadObject* root, MembersOf membersOf);

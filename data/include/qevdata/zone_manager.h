@@ -18,7 +18,7 @@ public:
     CCadGroup* GetTargetGroup() const { return m_pTarget; }
     /// Keeps the object's address only: it has to live as long, or be replaced by null before it goes.
     void SetCurrentObject(CCadObject* object) { m_pCurrent = object; }
-    /// The same for the group.
+    /// Keeps the group's address only: it has to live as long, or be replaced by null before it goes.
     void SetTargetGroup(CCadGroup* group) { m_pTarget = group; }
 
 private:

@@ -1,12 +1,13 @@
 /// \file
-/// What a contour keeps of its segments, so that repeated questions do not measure them all again.
+/// What a polyline keeps of its segments, so that repeated questions do not measure them all again. Not
+/// installed: for the library itself, and for the positions of the common library.
 #pragma once
 
-#include <atomic>
+#include <algorithm>
+#include <limits>
 #include <vector>
 
 #include <qev/export.h>
-#include <qevdata/lazy.h>
 #include <qevmath/bounds.h>
 
 namespace qev {
@@ -14,9 +15,9 @@ namespace qev {
 class CCadObject;
 
 /// The lengths of a contour's segments and the boxes round runs of them; a value that does not change.
-class QEVDATA_API ContourIndex {
+class ContourIndex {
 public:
-    /// So many segments, but for the last run, share a box.
+    /// Number of neighbouring segments that share a box. The last run of a contour may be shorter.
     static constexpr int kRun = 8;
 
     /// Measures every segment of a contour, and keeps no reference to it. Throws when memory is refused.
@@ -26,14 +27,16 @@ public:
     const math::Bounds& GetBounds() const { return m_bounds; }
     /// Length in mm, summed up from the first segment to the last.
     double GetLength() const { return m_dLength; }
-    /// Length of the segment at an index, which has to be one of the contour's.
+    /// Length in mm of the segment at an index, which has to be one of the contour's.
     double GetSegmentLength(int index) const { return m_vecLengths[static_cast<std::size_t>(index)]; }
     /// Number of segments that the contour had.
     int GetSegmentCount() const { return static_cast<int>(m_vecLengths.size()); }
-    /// The largest coordinate of the box and of p, which the rounding of distances between them goes by.
-    double GetExtent(const math::DPOINT2& p) const;
-    /// Whether there are enough runs for a search by boxes to be worth while.
-    bool IsForSearch() const;
+    /// The largest magnitude, in mm, among the coordinates of the box and of p: the rounding of distances
+    /// between p and the contour is a small part of it.
+    QEVDATA_API double GetExtent(const math::DPOINT2& p) const;
+    /// Whether a search by boxes is worth while: with few runs the boxes cost as much as the segments that
+    /// they save.
+    QEVDATA_API bool IsForSearch() const;
     /// Whether there is a Bezier piece.
     bool HasBezier() const { return m_bHasBezier; }
 
@@ -44,7 +47,8 @@ public:
         for (int run = 0, count = GetRunCount(); run < count; ++run)
             if (m_vecRuns[run].GetSquaredDistance(p) <= reach * reach) VisitRun(run, visit);
     }
-    /// The same for the one run whose box is nearest to p.
+    /// Calls visit(index) for the segments, in order, of the one run whose box is nearest to p; of equally
+    /// near ones the first.
     template <class Visit>
     void VisitNearest(const math::DPOINT2& p, Visit visit) const {
         int nearest = 0;
@@ -73,24 +77,10 @@ private:
     bool m_bHasBezier = false;
 };
 
-/// Holds a contour's index from the second time on that it is asked for, since many contours are asked once.
-class QEVDATA_API LazyIndex {
-public:
-    LazyIndex() = default;
-    /// Takes nothing over: the copy has not been asked either.
-    LazyIndex(const LazyIndex&) noexcept {}
-    /// Forgets the own index and takes nothing over; assigned to itself it stays as it is.
-    LazyIndex& operator=(const LazyIndex& other);
-
-    /// The index of the contour that this belongs to; null the first time, for a contour without segments and
-    /// when memory is refused. It lasts until Drop.
-    const ContourIndex* Of(const CCadObject& contour) const;
-    /// Forgets the index: the contour is changed.
-    void Drop();
-
-private:
-    Lazy<ContourIndex> m_index;
-    mutable std::atomic<bool> m_bAsked = false;
-};
+/// The index of a CCadPolyline or a CCadPolylineEx, which keeps it until it is changed. Null the first time
+/// that it is asked for, for a contour without segments and when memory is refused. Null too for every other
+/// class, one that derives from these included, since its segments may change where the polyline does not see
+/// it.
+QEVDATA_API const ContourIndex* IndexOf(const CCadObject& object);
 
 } // namespace qev
