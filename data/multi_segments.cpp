@@ -1,3 +1,6 @@
+// What every contour of segments answers, computed from GetSegmentCount and GetSegment alone: a host's own
+// kind gets it without writing more. Where an index is there, lengths and boxes come from it; the loops below
+// sum in its order, so that both ways give equal bits.
 #include <cmath>
 
 #include <qevdata/multi_segments.h>

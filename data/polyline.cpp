@@ -1,3 +1,5 @@
+// A node is 24 bytes, and a contour of them is what the converter and the machine work on. Segments are made
+// of two neighbouring nodes when they are asked for, which costs less than the memory would.
 #include <cmath>
 #include <utility>
 

@@ -1,3 +1,5 @@
+// Whole segments are held, each with its start, although that is the end of the one before: a Bezier piece is
+// then handed out by reference, and only SetStartPoint has to keep the two equal.
 #include <algorithm>
 
 #include <qevdata/polyline_ex.h>

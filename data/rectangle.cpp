@@ -1,3 +1,5 @@
+// The four vertices are worked out once. Where the rectangle is not turned they are sums of what was given,
+// without a sine or cosine, so that an upright rectangle has upright sides to the bit.
 #include <cmath>
 
 #include <qevdata/rectangle.h>

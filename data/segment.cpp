@@ -1,3 +1,6 @@
+// A segment answers through the math library: as an arc, which a straight line is a case of, or as a Bezier
+// piece. The type is decided when the segment is made, so that a bulge too small to matter cannot make an arc
+// later.
 #include <cmath>
 
 #include <qevdata/segment.h>

@@ -1,3 +1,5 @@
+// Angles are reduced and turned by the library's own sine and cosine, so that the answers are equal to the
+// bit on every system. fmod is exact, so an angle of any size keeps the digits that it has.
 #include <cmath>
 
 #include <qevmath/angle.h>

@@ -1,7 +1,7 @@
 // Everything is computed from the chord and the bulge b, the tangent of a quarter of the included angle. The
 // centre of a nearly straight arc lies far away, and a point computed from there keeps only the digits that
-// the distance leaves: a bulge of 1e-9 over 100 mm has its centre 2.5e10 mm away, where coordinates are 4e-6 mm
-// apart. From the chord the middle of such an arc is right to the rounding of the coordinates.
+// the distance leaves: a bulge of 1e-9 over 100 mm has its centre 2.5e10 mm away, where coordinates are 4e-6
+// mm apart. From the chord the middle of such an arc is right to the rounding of the coordinates.
 //
 // The half angle is 2 atan(b) and its sine 2b / (1 + b^2). Lengths, curvature and area follow from these two
 // and the chord to a few units in the last place; they go over into those of a straight line as b goes to 0,
@@ -44,7 +44,8 @@ bool BulgeArc::IsStraight() const {
 }
 
 // The chord from the start to the point at ratio r has the length 2R sin(r*half) and is turned by (r-1)*half
-// against the arc's own chord; the same holds from the end. Taking the nearer end keeps both ends exact.
+// against the arc's own chord. The leg from the end is that of the reversed arc at 1 - r. Taking the nearer
+// end keeps both ends exact.
 DPOINT2 BulgeArc::PointAt(double ratio) const {
     if (IsStraight()) return Interpolate(start, end, ratio);
     const double half = HalfAngle(bulge);

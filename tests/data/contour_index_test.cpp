@@ -20,7 +20,9 @@ private:
     const CCadObject& m_contour;
 };
 
-// What an index has a part in: length, box, distance, nearest point, position, laps and end of a walk.
+// What an index has a part in, in the order of kOrder.
+constexpr const char* kOrder =
+    "length, box x, y, width, height, distance, nearest x, y, position, walk: laps, end";
 std::vector<double> Answers(const CCadObject& contour, const DPOINT2& p, double offset) {
     const CadRect box = contour.GetBoundRect();
     DPOINT2 nearest;
@@ -28,17 +30,11 @@ std::vector<double> Answers(const CCadObject& contour, const DPOINT2& p, double 
     const double distance = GetMinDistance(&contour, p, nearest);
     EXPECT_TRUE(CoorToPos(&contour, p, pos, 1e4));
     const double laps = GetPosByOffset(&contour, {0, 0.5}, offset, end);
-    return {contour.GetLength(),
-            box.x,
-            box.y,
-            box.width,
-            box.height,
-            distance,
-            nearest.x,
-            nearest.y,
-            PolyPosToDouble(pos),
-            laps,
-            PolyPosToDouble(end)};
+    std::vector<double> all{contour.GetLength(), box.x, box.y, box.width, box.height};
+    for (const double answer :
+         {distance, nearest.x, nearest.y, PolyPosToDouble(pos), laps, PolyPosToDouble(end)})
+        all.push_back(answer);
+    return all;
 }
 
 void ExpectSameAnswers(const CCadObject& contour, Random& random) {
@@ -46,7 +42,7 @@ void ExpectSameAnswers(const CCadObject& contour, Random& random) {
     ASSERT_TRUE(IndexOf(contour)) << "it is kept from the second question on";
     const DPOINT2 p = random.Coin() ? random.Point() : DPOINT2{-std::pow(10, random.Uniform(-7, -4)), 0};
     const double offset = random.Uniform(-1000, 1000);
-    EXPECT_EQ(Answers(contour, p, offset), Answers(Plain(contour), p, offset));
+    EXPECT_EQ(Answers(contour, p, offset), Answers(Plain(contour), p, offset)) << kOrder;
 }
 
 TEST(ContourIndex, AnswersAsAllSegmentsDo) {

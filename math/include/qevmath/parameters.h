@@ -14,18 +14,18 @@ class Parameters {
 public:
     /// Appends a value; beyond the capacity it is dropped.
     void Add(double value) {
-        if (m_count < m_values.size()) m_values[m_count++] = value;
+        if (m_nCount < m_dValues.size()) m_dValues[m_nCount++] = value;
     }
     /// The first value, for range loops. The values stand in the order in which they were added.
-    const double* begin() const { return m_values.data(); }
+    const double* begin() const { return m_dValues.data(); }
     /// Behind the last value.
-    const double* end() const { return m_values.data() + m_count; }
+    const double* end() const { return m_dValues.data() + m_nCount; }
     /// Number of values kept, at most eight.
-    std::size_t size() const { return m_count; }
+    std::size_t size() const { return m_nCount; }
 
 private:
-    std::array<double, 8> m_values{};
-    std::size_t m_count = 0;
+    std::array<double, 8> m_dValues{};
+    std::size_t m_nCount = 0;
 };
 
 /// The foot equation of a circle or a straight line, free of its possibly far centre. For a circle of
