@@ -5,7 +5,8 @@
 
 #include <qev/qev.h>
 
-#include "host/drawing/drawing.h"
+#include "host/drawing/join.h"
+#include "host/dxf/dxf_objects.h"
 #include "host/report/report.h"
 
 namespace {

@@ -3,12 +3,9 @@
 #include <fstream>
 #include <ostream>
 
-#include "actions.h"
-#include "host/drawing/drawing.h"
-#include "host/picture/svg.h"
-#include "host/report/report.h"
-#include "host/technics/technics.h"
-#include "start_zones.h"
+#include "host/actions/start_zones.h"
+#include "host/drawing/join.h"
+#include "host/dxf/dxf_objects.h"
 
 namespace host {
 namespace {
@@ -21,6 +18,7 @@ void WritePicture(const SvgPicture& picture, const std::string& path, std::ostre
     out << "picture: " << path << "\n";
 }
 
+// Prints and draws in the order in which the picture is to be seen: outlines first, then what lies over them.
 void Show(const Options& options, const Drawing& drawing, int joined, std::ostream& out) {
     const std::vector<ObjectReport> reports = ReportOf(drawing);
     PrintTable(out, reports, options.rows);
@@ -32,9 +30,10 @@ void Show(const Options& options, const Drawing& drawing, int joined, std::ostre
     for (const ObjectReport& report : reports) picture.Mark(report);
     if (options.startZones) DrawStartZones(reports, *options.startZones, options.cornerDegrees, picture, out);
     if (options.cut) DrawCut(reports, *options.cut, picture, out);
+    // without a pick the walk is on the first object, and technics are on all
     const int picked = options.pick ? DrawPick(drawing, reports, *options.pick, picture, out) : 0;
     if (options.walk) DrawWalk(reports, picked, *options.walk, picture, out);
-    RunTechnics(options, drawing, options.pick ? reports[picked].object : nullptr, picture, out);
+    RunTechnics(options.technics, drawing, options.pick ? reports[picked].object : nullptr, picture, out);
     if (!options.svg.empty()) WritePicture(picture, options.svg, out);
 }
 

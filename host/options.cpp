@@ -1,3 +1,10 @@
+// Every option but one takes a value, so that a table of names and of what is done with the value is the
+// whole grammar; what is left is the drawing. A general parser of command lines would be longer than the
+// table.
+//
+// Values are read with from_chars and must be used up to their last letter: "1x" and "1,5" are refused rather
+// than read as 1. A number does not depend on the locale.
+
 #include "options.h"
 
 #include <algorithm>
@@ -31,7 +38,7 @@ const char* const kUsage =
 
 namespace {
 
-// An option and the value behind it.
+// An option as it was written and the value behind it, for messages that name both.
 struct Value {
     template <class T = double>
     T Number(std::string_view part) const {
@@ -52,7 +59,8 @@ struct Value {
             throw UsageError(option + " takes a number that is not negative");
         return value;
     }
-    // The parts between separators; `usage` names them.
+    // The parts between separators, which must be as many as are asked for; `usage` names them in the
+    // message.
     template <std::size_t kCount>
     std::array<std::string_view, kCount> Split(char separator, const char* usage) const {
         std::array<std::string_view, kCount> parts;
@@ -70,7 +78,7 @@ struct Value {
     std::string_view text;
 };
 
-CutOption Cut(const Value& value) {
+CutRequest Cut(const Value& value) {
     const auto [object, from, to] = value.Split<3>(':', "OBJECT:FROM:TO");
     return {value.Number<int>(object), value.Number(from), value.Number(to)};
 }
@@ -80,11 +88,12 @@ math::DPOINT2 Point(const Value& value) {
     return {value.Number(x), value.Number(y)};
 }
 
-WalkOption Walk(const Value& value) {
+WalkRequest Walk(const Value& value) {
     const auto [segment, ratio, offset] = value.Split<3>(':', "SEGMENT:RATIO:OFFSET");
     return {{value.Number<int>(segment), value.Number(ratio)}, value.Number(offset)};
 }
 
+// An option that takes a value, and what becomes of the options by it.
 struct Option {
     std::string_view name;
     void (*take)(Options&, const Value&);
@@ -101,12 +110,12 @@ constexpr Option kOptions[] = {
     {"--walk", [](Options& to, const Value& value) { to.walk = Walk(value); }},
     {"--start-zones", [](Options& to, const Value& value) { to.startZones = value.NotNegative(); }},
     {"--corner", [](Options& to, const Value& value) { to.cornerDegrees = value.NotNegative(); }},
-    {"--plugin", [](Options& to, const Value& value) { to.plugins.emplace_back(value.text); }},
-    {"--technics", [](Options& to, const Value& value) { to.technics = value.text; }},
-    {"--params", [](Options& to, const Value& value) { to.params = value.text; }},
-    {"--remove", [](Options& to, const Value& value) { to.remove = value.Int(); }},
-    {"--save", [](Options& to, const Value& value) { to.save = value.text; }},
-    {"--load", [](Options& to, const Value& value) { to.load = value.text; }},
+    {"--plugin", [](Options& to, const Value& value) { to.technics.plugIns.emplace_back(value.text); }},
+    {"--technics", [](Options& to, const Value& value) { to.technics.text = value.text; }},
+    {"--params", [](Options& to, const Value& value) { to.technics.params = value.text; }},
+    {"--remove", [](Options& to, const Value& value) { to.technics.remove = value.Int(); }},
+    {"--save", [](Options& to, const Value& value) { to.technics.save = value.text; }},
+    {"--load", [](Options& to, const Value& value) { to.technics.load = value.text; }},
 };
 
 } // namespace

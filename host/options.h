@@ -5,56 +5,41 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
-#include <qev/types.h>
-#include <qevmath/point.h>
+#include "host/actions/contours.h"
+#include "host/actions/technics.h"
 
 namespace host {
 
-/// OBJECT:FROM:TO, positions as segment index + ratio.
-struct CutOption {
-    int object = 0;
-    double from = 0;
-    double to = 0;
-};
-
-/// SEGMENT:RATIO:OFFSET, a position and how far to walk from it in mm.
-struct WalkOption {
-    math::POLYPOS from;
-    double offset = 0;
-};
-
+/// What the command line asks for. Lengths are in mm whatever the display unit is.
 struct Options {
-    std::string drawing;
-    std::string svg; ///< where the picture goes; empty for none
-    std::string unit = "Metric";
-    bool lenient = false;
-    double joinTolerance = 0.01; ///< mm; 0 joins nothing
-    int rows = 40;
-    std::optional<double> polylineError;
-    std::optional<CutOption> cut;
-    std::optional<math::DPOINT2> pick;
-    std::optional<double> startZones; ///< mm round each sharp corner
-    double cornerDegrees = 30;        ///< the least turn of a sharp corner
-    std::optional<WalkOption> walk;   ///< on the object that was picked, else on the first one
-    std::vector<std::string> plugins;
-    std::string technics;      ///< Lua text; empty for none
-    std::string params;        ///< the mouse's position with it
-    std::optional<int> remove; ///< a type of technics
-    std::string save;
-    std::string load;
+    std::string drawing;                 ///< the DXF file to read
+    std::string svg;                     ///< where the picture goes; empty for none
+    std::string unit = "Metric";         ///< display unit of the tables, "Metric" or "Inch"
+    bool lenient = false;                ///< whether a damaged drawing is read as far as it goes
+    double joinTolerance = 0.01;         ///< mm between ends that are joined; 0 joins nothing
+    int rows = 40;                       ///< the most rows of the table
+    std::optional<double> polylineError; ///< mm; converts every object
+    std::optional<CutRequest> cut;       ///< cuts a stretch out of an object
+    std::optional<math::DPOINT2> pick;   ///< picks the object nearest to a point
+    std::optional<double> startZones;    ///< mm round each sharp corner; finds places to start at
+    double cornerDegrees = 30;           ///< the least turn of a sharp corner for the start zones
+    std::optional<WalkRequest> walk;     ///< walks along the picked object, else along the first one
+    TechnicsRequest technics;            ///< on the picked contour, else on all
 };
 
-/// The command line cannot be used; the text says why.
+/// The command line cannot be used; the text says why, in one line.
 class UsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
+/// What the user is told after a UsageError: every option with its value and its default.
 extern const char* const kUsage;
 
-/// Throws UsageError.
+/// Reads a command line as main gets it, the program's name first. Later options win over earlier ones of the
+/// same name; plug-ins add up. Throws a UsageError for an option that there is not, for a value that does not
+/// fit, and when there is no drawing or more than one.
 Options ParseOptions(int argc, const char* const* argv);
 
 } // namespace host

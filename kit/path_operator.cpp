@@ -1,3 +1,14 @@
+// Technics with tool paths, and how they get onto objects.
+//
+// A path belongs to two: the object owns it, as the host draws and cuts what hangs on the object, and the
+// technics that made it must find it again to replace it. So a technics keeps plain pointers to its own
+// paths, which are compared with those on the object and never read; paths of other technics are left alone.
+// A mark on each path was rejected: a path is any drawing object, and its attributes belong to the host.
+//
+// Making comes before removing: the new technics reads its parameters, which may throw, and makes its paths,
+// which may not fit, and only then the old technics of the type goes. An object so never loses what it has to
+// a text that is refused.
+
 #include "path_operator.h"
 
 #include <algorithm>
@@ -5,10 +16,11 @@
 
 #include "stretches.h"
 
-namespace plugins {
+namespace kit {
 namespace {
 
-// Puts technics in the order in which the manager loads them, so that loading does not change what is saved.
+// Puts an object's technics in the order in which the manager loads them. Saving, loading and saving again
+// then writes one and the same text.
 void Sort(std::list<qev::CTechnics*>& technics) {
     const auto& operators = *qev::GetTechnicsManager()->GetTehcnisItemVector();
     const auto place = [&](const qev::CTechnics* each) {
@@ -24,24 +36,24 @@ void Sort(std::list<qev::CTechnics*>& technics) {
 bool PathTechnics::RenewPaths(qev::CCadObject& object, const qev::CCadMultiSegments& contour) {
     RemovePaths(object);
     for (auto& path : MakePaths(contour)) {
-        m_paths.push_back(path.get());
+        m_vecPaths.push_back(path.get());
         object.GetToolPathList().push_back(path.release());
     }
-    return !m_paths.empty();
+    return !m_vecPaths.empty();
 }
 
 void PathTechnics::RemovePaths(qev::CCadObject& object) {
     object.GetToolPathList().remove_if([this](const qev::CCadObject* path) {
-        const bool isOwn = std::find(m_paths.begin(), m_paths.end(), path) != m_paths.end();
+        const bool isOwn = std::find(m_vecPaths.begin(), m_vecPaths.end(), path) != m_vecPaths.end();
         if (isOwn) delete path;
         return isOwn;
     });
-    m_paths.clear();
+    m_vecPaths.clear();
 }
 
 std::unique_ptr<PathTechnics> PathOperator::Make(qev::CCadObject& object, qev::CLuaAccess& cursor,
                                                  bool isPicked) const {
-    const auto contour = contours::ContourOf(object);
+    const auto contour = ContourOf(object);
     if (!contour || contour->GetSegmentCount() == 0) return nullptr;
     auto technics = Read(cursor, object, *contour, isPicked);
     if (!technics->RenewPaths(object, *contour)) return nullptr;
@@ -50,13 +62,13 @@ std::unique_ptr<PathTechnics> PathOperator::Make(qev::CCadObject& object, qev::C
 }
 
 bool PathOperator::RemoveFrom(qev::CCadObject& object) const {
-    const std::unique_ptr<qev::CTechnics> technics(qev::PickOffTechnics(&object, m_type));
+    const std::unique_ptr<qev::CTechnics> technics(qev::PickOffTechnics(&object, m_nType));
     if (auto* own = dynamic_cast<PathTechnics*>(technics.get())) own->RemovePaths(object);
     return technics != nullptr;
 }
 
 std::string PathOperator::Summary(const char* done, std::size_t changed, std::size_t all) const {
-    return std::string(m_shown) + " " + done + " " + std::to_string(changed) + " of " + std::to_string(all)
+    return std::string(m_szShown) + " " + done + " " + std::to_string(changed) + " of " + std::to_string(all)
            + " objects";
 }
 
@@ -91,14 +103,14 @@ bool PathOperator::RemoveTechnicsOf(const Objects* objects, int, Objects* change
 }
 
 void PathOperator::UpdateViewData(qev::CCadObject* object) {
-    auto* const technics = dynamic_cast<PathTechnics*>(qev::GetTechnics(object, m_type, -1));
-    const auto contour = technics ? contours::ContourOf(*object) : nullptr;
+    auto* const technics = dynamic_cast<PathTechnics*>(qev::GetTechnics(object, m_nType, -1));
+    const auto contour = technics ? ContourOf(*object) : nullptr;
     if (contour) technics->RenewPaths(*object, *contour);
 }
 
-std::string Number(double value) {
+std::string ShortestText(double value) {
     char digits[32];
     return {digits, std::to_chars(digits, digits + sizeof digits, value).ptr};
 }
 
-} // namespace plugins
+} // namespace kit

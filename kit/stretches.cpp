@@ -1,13 +1,27 @@
+// Where a tool may enter a contour: away from its sharp corners, where it would mark the part, and there as
+// far from both neighbouring corners as it gets.
+//
+// Every joint that turns by the given angle gets a zone of a given length on both sides; zones that overlap
+// are one. What lies between two neighbouring zones is a free stretch: nothing but the end of one zone up to
+// the start of the next, so that no geometry is computed here. The library turns lengths into positions and
+// back, and a stretch is as exact as these walks are.
+//
+// A closed contour is a circle of zones: the stretch behind the last zone leads over the start point to the
+// first. An open one has no way round, and so its last stretch is split into the two at its ends. One case is
+// no split: a zone that itself runs over the start point already holds both ends.
+//
+// The chosen place is the middle of the longest stretch. Lengths that differ by rounding count as equal, so
+// that a regular shape gets the same start on every system and after every rotation of its coordinates.
+
 #include "stretches.h"
 
-namespace contours {
+namespace kit {
 namespace {
 
 using math::PosRange;
 
-// mm: how far the polyline that stands for a curve may lie from it.
-constexpr double kConversionError = 0.001;
-// mm: of stretches that differ by less the first is taken, whatever the rounding errors say.
+// mm: a stretch must be longer by this much to be preferred to an earlier one. It is far above the rounding
+// of a walk along metres of contour and far below what a machine can place.
 constexpr double kSameLength = 1e-6;
 
 std::vector<PosRange> RangesBetween(const qev::CCadMultiSegments& contour,
@@ -59,4 +73,4 @@ StartZones FindStartZones(const qev::CCadMultiSegments& contour, double length, 
     return found;
 }
 
-} // namespace contours
+} // namespace kit

@@ -23,7 +23,7 @@ TESTED = r'"(\.\./)+(math|data|common)/[\w/]+\.h"'  # a private header that a te
 
 # Rooms in the order in which they know each other: each uses those before it, none those behind it.
 COMMON_ROOMS = ("kinds", "measure", "position", "range")
-HOST_ROOMS = ("drawing", "dxf", "report", "picture", "technics")
+HOST_ROOMS = ("drawing", "dxf", "report", "picture", "actions")
 
 
 def up_to(rooms, room):
@@ -67,7 +67,6 @@ for room in ("script", "technics", "units", "support"):
     MAY_INCLUDE[f"include/qev/{room}"] = (STANDARD, BASE, LAYERS, rf"<qev/{room}/\w+\.h>")
 for room in HOST_ROOMS:
     MAY_INCLUDE[f"host/{room}"] = (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"', rf'"host/({up_to(HOST_ROOMS, room)})/\w+\.h"')
-MAY_INCLUDE["host/technics"] += (r'"host/options\.h"',)
 
 
 def tracked(*patterns):

@@ -6,6 +6,13 @@
 // keep clear of the corners by Zone. A contour without a stretch as long as the spacing gets one bridge, away
 // from the middle of its longest stretch, which is the place for a lead-in. What is cut is the rest of the
 // contour.
+//
+// A stretch is divided into as many equal fields as whole spacings fit into it, and a bridge stands in the
+// middle of each. So bridges are never nearer than the spacing, the two at the ends of a stretch keep half a
+// field away from its ends, and the order in which the contour is run does not matter. Bridges at fixed
+// steps from the start were rejected: they leave a rest of any size at the end, and a part then hangs on one
+// side. Bridges of neighbouring stretches may still meet when zones are narrow, so that they are sorted and
+// merged before the rest is cut out.
 
 #include <ostream>
 
@@ -14,24 +21,25 @@
 
 namespace {
 
-using contours::Stretch;
-using plugins::Number;
+using kit::ShortestText;
+using kit::Stretch;
 
-constexpr int kType = 2;
-constexpr double kSharpCorner = 30; // degrees
-constexpr double kRounding = 1e-9;  // spacings: a stretch that is short by this much of a whole number has it
+constexpr int kType = 2; // among the technics of the host
+// Spacings. A stretch that is shorter than a whole number of spacings by less than this counts as that long:
+// its length is a sum of rounded ones, and a square of 10 mm must get its bridges 10 mm apart.
+constexpr double kRounding = 1e-9;
 
-class MicroJoint final : public plugins::PathTechnics {
+class MicroJoint final : public kit::PathTechnics {
 public:
     explicit MicroJoint(qev::CLuaAccess& cursor) : PathTechnics(kType) {
-        cursor.Read(m_width, "Width", 0.01, 100);
-        cursor.Read(m_spacing, "Spacing", 2 * m_width, 1e6);
-        cursor.Read(m_zone, "Zone", 0.01, 1000);
+        cursor.Read(m_dWidth, "Width", 0.01, 100);
+        cursor.Read(m_dSpacing, "Spacing", 2 * m_dWidth, 1e6);
+        cursor.Read(m_dZone, "Zone", 0.01, 1000);
     }
 
     void Write(std::ostream& out) const override {
-        out << "MicroJoint={Width=" << Number(m_width) << ",Spacing=" << Number(m_spacing)
-            << ",Zone=" << Number(m_zone) << "},";
+        out << "MicroJoint={Width=" << ShortestText(m_dWidth) << ",Spacing=" << ShortestText(m_dSpacing)
+            << ",Zone=" << ShortestText(m_dZone) << "},";
     }
 
 protected:
@@ -40,9 +48,9 @@ protected:
 private:
     std::vector<math::PosRange> FindBridges(const qev::CCadMultiSegments& contour) const;
 
-    double m_width = 0.5;  // mm
-    double m_spacing = 50; // mm
-    double m_zone = 1;     // mm
+    double m_dWidth = 0.5;  // mm
+    double m_dSpacing = 50; // mm
+    double m_dZone = 1;     // mm
 };
 
 std::vector<math::PosRange> MicroJoint::FindBridges(const qev::CCadMultiSegments& contour) const {
@@ -51,15 +59,16 @@ std::vector<math::PosRange> MicroJoint::FindBridges(const qev::CCadMultiSegments
         math::POLYPOS middle;
         math::PosRange bridge;
         if (qev::GetPosByOffset(&contour, from, offset, middle) >= 0
-            && qev::GenerateInvalidRange(&contour, middle, m_width / 2, m_width / 2, bridge))
+            && qev::GenerateInvalidRange(&contour, middle, m_dWidth / 2, m_dWidth / 2, bridge))
             bridges.push_back(bridge);
     };
-    const auto found = contours::FindStartZones(contour, m_zone, kSharpCorner);
+    const auto found = kit::FindStartZones(contour, m_dZone, kit::kSharpCornerDegrees);
     for (const Stretch& stretch : found.freeStretches) {
-        const int count = static_cast<int>(stretch.length / m_spacing + kRounding);
+        const int count = static_cast<int>(stretch.length / m_dSpacing + kRounding);
         for (int i = 0; i < count; ++i) addBridge(stretch.range.start, (i + 0.5) * stretch.length / count);
     }
-    if (bridges.empty() && found.longest > 2 * m_width) addBridge(found.chosen, -found.longest / 4);
+    // a quarter of the stretch away from its middle
+    if (bridges.empty() && found.longest > 2 * m_dWidth) addBridge(found.chosen, -found.longest / 4);
     qev::SortRange(&bridges);
     qev::CombineRange(&bridges, contour.GetSegmentCount());
     return bridges;
@@ -69,20 +78,20 @@ MicroJoint::Paths MicroJoint::MakePaths(const qev::CCadMultiSegments& contour) c
     Paths paths;
     const auto bridges = FindBridges(contour);
     if (bridges.empty()) return paths;
-    for (const Stretch& stretch : contours::StretchesBetween(contour, bridges))
+    for (const Stretch& stretch : kit::StretchesBetween(contour, bridges))
         if (qev::CCadMultiSegments* const cut = qev::GetMultiSementsByRange(&contour, stretch.range))
             paths.emplace_back(cut);
     return paths;
 }
 
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): a static, which nobody deletes
-class MicroJointOperator final : public plugins::PathOperator {
+class MicroJointOperator final : public kit::PathOperator {
 public:
     MicroJointOperator() : PathOperator(kType, "MicroJoint", "micro-joints") {}
 
 protected:
-    std::unique_ptr<plugins::PathTechnics> Read(qev::CLuaAccess& cursor, const qev::CCadObject&,
-                                                const qev::CCadMultiSegments&, bool) const override {
+    std::unique_ptr<kit::PathTechnics> Read(qev::CLuaAccess& cursor, const qev::CCadObject&,
+                                            const qev::CCadMultiSegments&, bool) const override {
         return std::make_unique<MicroJoint>(cursor);
     }
 };

@@ -9,43 +9,58 @@
 
 namespace host {
 
-/// One clear line: where and what.
+/// A drawing, or a request about it, cannot be served; the text says where and what, in one line.
 class DrawingError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// The beginning of a text from the file as a message may show it: 40 bytes, '?' for what is not printable
-/// ASCII.
+/// The beginning of a text from a file as a message may show it: at most 40 bytes, with '?' for each that is
+/// not printable ASCII.
 inline std::string Printable(std::string_view text) {
     std::string shown;
     for (const char c : text.substr(0, 40)) shown += c >= ' ' && c <= '~' ? c : '?';
     return shown;
 }
 
-/// Takes the errors of one drawing. A strict reader stops at the first one; a lenient one notes it, leaves
-/// the entity out, and goes on. The first thousand are kept, the rest is counted.
+/// A text from a file in quotes, as a message may show it: its first 40 bytes, '?' for what is not printable
+/// ASCII.
+inline std::string Quoted(std::string_view text) {
+    std::string quoted(1, '\'');
+    quoted += Printable(text);
+    quoted += '\'';
+    return quoted;
+}
+
+/// Takes the errors of one drawing. A strict log stops the reading at the first one; a lenient one notes it,
+/// the reader leaves the entity out, and goes on. The first thousand texts are kept, the rest is counted.
 class ErrorLog {
 public:
+    /// How many texts are kept: enough for a reader, and a bound on the memory that a damaged file can take.
     static constexpr std::size_t kMostKept = 1000;
 
-    explicit ErrorLog(bool lenient) : m_lenient(lenient) {}
+    /// An empty log, lenient or strict.
+    explicit ErrorLog(bool lenient) : m_bLenient(lenient) {}
 
-    /// Throws the error again when the log is strict.
+    /// Takes an error; a strict log throws it again instead.
     void Note(const DrawingError& error) {
-        if (!m_lenient) throw error;
-        if (m_errors.size() < kMostKept)
-            m_errors.emplace_back(error.what());
+        if (!m_bLenient) throw error;
+        if (m_vecErrors.size() < kMostKept)
+            m_vecErrors.emplace_back(error.what());
         else
-            ++m_unkept;
+            ++m_nUnkept;
     }
-    const std::vector<std::string>& Errors() const { return m_errors; }
-    std::size_t Unkept() const { return m_unkept; }
+
+    /// The texts that were kept, in the order in which they came.
+    const std::vector<std::string>& Errors() const { return m_vecErrors; }
+
+    /// How many errors came after the log was full.
+    std::size_t Unkept() const { return m_nUnkept; }
 
 private:
-    bool m_lenient;
-    std::vector<std::string> m_errors;
-    std::size_t m_unkept = 0;
+    bool m_bLenient;
+    std::vector<std::string> m_vecErrors;
+    std::size_t m_nUnkept = 0;
 };
 
 } // namespace host

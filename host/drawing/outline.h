@@ -11,25 +11,27 @@
 
 namespace host {
 
-/// An ellipse or a part of it, by any pair of conjugate half diameters: centre + cos(t)*u + sin(t)*v.
+/// An ellipse or a part of it, by any pair of conjugate half diameters: the points centre + cos(t)*u +
+/// sin(t)*v. Unlike half axes, conjugate half diameters stay conjugate under every affine map.
 struct ConjugateArc {
     math::DPOINT2 centre;
-    math::DPOINT2 u;
-    math::DPOINT2 v;
-    double start = 0;
-    double sweep = math::kTwoPi; ///< signed
+    math::DPOINT2 u;             ///< mm, from the centre to the point at t = 0
+    math::DPOINT2 v;             ///< mm, from the centre to the point at t = pi/2
+    double start = 0;            ///< t of the start, in radians
+    double sweep = math::kTwoPi; ///< how far t goes, signed; two pi and more is the whole ellipse
 };
 
-/// The map of the arc as an object: a circle or an arc where it has become round, else an ellipse or an
+/// What an affine map makes of an elliptic arc: a circle or an arc where it is round, else an ellipse or an
 /// elliptic arc.
 std::unique_ptr<qev::CCadObject> MakeArc(const ConjugateArc& arc, const Affine& map);
 
-/// The map of segments that join end to start: a polyline, or an extended one when a Bezier piece is among
-/// them. An arc that the map squeezes into an elliptic one is given as Bezier pieces.
+/// What an affine map makes of segments that join end to start: a polyline of lines and arcs, or an extended
+/// one when a Bezier piece is among them. Arcs that the map squeezes are given as Bezier pieces that deviate
+/// by less than 1e-7 of their size. No segments give a contour without segments.
 std::unique_ptr<qev::CCadMultiSegments> MakeContour(const std::vector<qev::SEGMENT>& segments,
                                                     const Affine& map);
 
-/// Appends an elliptic arc as Bezier pieces that deviate by less than 1e-7 of its size.
+/// Appends an elliptic arc as Bezier pieces of equal sweep that deviate by less than 1e-7 of its size.
 void AppendBeziers(const math::EllipticArc& arc, std::vector<qev::SEGMENT>& segments);
 
 } // namespace host

@@ -1,3 +1,8 @@
+// The font is a table of strokes on a grid of 4 by 6, written as digits, so that a letter can be drawn and
+// mended by hand. An outline font would look better and be useless here: an engraver runs along the middle of
+// a line, and the outline of a stroke is two lines. The font is the project's own, so that a drawing looks
+// alike everywhere.
+
 #include "stroke_font.h"
 
 #include <cctype>
@@ -5,9 +10,10 @@
 namespace host {
 namespace {
 
-constexpr double kCellHeight = 6; // of the grid below
-constexpr double kAdvance = 6;
-constexpr double kLineAdvance = 10;
+// In steps of the grid.
+constexpr double kCellHeight = 6;   // of a capital
+constexpr double kAdvance = 6;      // from a letter to the next: 4 for the letter, 2 between them
+constexpr double kLineAdvance = 10; // from a base line to the next
 
 struct Glyph {
     char letter;
@@ -75,7 +81,7 @@ const char* StrokesOfLetter(char letter) {
     const char wanted = static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
     for (const Glyph& glyph : kGlyphs)
         if (glyph.letter == wanted) return glyph.strokes;
-    return "0006464000";
+    return "0006464000"; // a box
 }
 
 } // namespace
@@ -103,6 +109,8 @@ std::vector<Stroke> StrokesOf(std::string_view text) {
     return strokes;
 }
 
+// Codes begin with a backslash or two percent signs. Those with a value ("\H2.5x;") end with a semicolon, the
+// others are one letter. A code that breaks off at the end of the text is dropped.
 std::string PlainText(std::string_view text) {
     std::string plain;
     for (std::size_t i = 0; i < text.size(); ++i) {

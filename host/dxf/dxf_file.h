@@ -14,32 +14,40 @@
 
 namespace host {
 
-/// An entity as a run of groups: group 0 with its type, then its own. A POLYLINE carries its vertices too,
-/// each led by its group 0.
+/// An entity as a run of the file's groups: group 0 with its type, then its own. A POLYLINE carries its
+/// vertices too, each led by its group 0.
 struct DxfEntity {
     std::uint32_t firstGroup = 0;
     std::uint32_t groupCount = 0;
 };
 
+/// A block: entities that inserts show, with the base point that goes where the insert is.
 struct DxfBlock {
     double baseX = 0;
     double baseY = 0;
     std::vector<DxfEntity> entities;
 };
 
-/// A DXF file in memory. What it holds points into its bytes.
+/// A DXF file in memory, taken apart into entities and blocks. What it holds points into its bytes, which
+/// must outlive it.
 class DxfFile {
 public:
-    /// Reads a file into memory; a DrawingError when there is none, it is empty or larger than 256 MB.
+    /// Reads a file into memory. Throws a DrawingError when there is none, it is empty or larger than 256 MB.
     static std::string Load(const std::string& path);
 
-    /// Takes the file apart. What is wrong goes to the log; a strict log throws it.
+    /// Takes the bytes of a file apart, up to its EOF mark. What is wrong goes to the log, which throws it
+    /// when it is strict; what was read before stays.
     DxfFile(std::string_view bytes, ErrorLog& log);
 
-    const std::vector<DxfEntity>& Entities() const { return m_entities; }
+    /// The entities of the drawing itself, in the order of the file.
+    const std::vector<DxfEntity>& Entities() const { return m_vecEntities; }
+
+    /// The block of a name, null when there is none. Of blocks with one name the last counts.
     const DxfBlock* FindBlock(std::string_view name) const;
+
+    /// The groups of one of the file's entities; at least its group 0.
     std::span<const DxfGroup> GroupsOf(const DxfEntity& entity) const {
-        return std::span(m_groups).subspan(entity.firstGroup, entity.groupCount);
+        return std::span(m_vecGroups).subspan(entity.firstGroup, entity.groupCount);
     }
 
 private:
@@ -48,16 +56,16 @@ private:
     void AddGroup(const DxfGroup& group);
 
     enum class Section { kNone, kSkipped, kBlocks, kEntities };
-    Section m_section = Section::kNone;
-    DxfBlock* m_block = nullptr; // the open block
-    DxfBlock m_newBlock;         // until its name is known
-    bool m_inBlockHeader = false;
-    DxfEntity* m_entity = nullptr; // the entity that takes groups
-    bool m_inVertices = false;
+    Section m_eSection = Section::kNone;
+    DxfBlock* m_pBlock = nullptr; // the open block
+    DxfBlock m_newBlock;          // until its name is known
+    bool m_bInBlockHeader = false;
+    DxfEntity* m_pEntity = nullptr; // the entity that takes groups
+    bool m_bInVertices = false;
 
-    std::vector<DxfGroup> m_groups;
-    std::vector<DxfEntity> m_entities;
-    std::map<std::string, DxfBlock, std::less<>> m_blocks;
+    std::vector<DxfGroup> m_vecGroups;
+    std::vector<DxfEntity> m_vecEntities;
+    std::map<std::string, DxfBlock, std::less<>> m_mapBlocks;
 };
 
 } // namespace host

@@ -1,3 +1,14 @@
+// DXF comes in two forms. The ASCII form has two lines for each group, the code and the value. The binary
+// form begins with a sentinel and has the code in two bytes (in one, in files of the oldest programs) and the
+// value in a form that depends on the range of the code alone. Both give the same groups, so that nothing
+// behind this reader asks which form it was.
+//
+// An ASCII value stays a text until somebody asks for a number: most numbers of a file are never looked at,
+// and of a damaged one the message can show what stands there. Nothing is copied.
+//
+// Numbers must be whole tokens and finite. They are bounded besides: a coordinate of 1e300 is damage, and one
+// such point would make every box, grid and picture of the drawing useless.
+
 #include "dxf_groups.h"
 
 #include <charconv>
@@ -10,8 +21,7 @@ namespace host {
 namespace {
 
 constexpr std::string_view kBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
-// mm: a thousand kilometres. What lies beyond is damage, and would only lose the rest of the drawing's
-// digits.
+// mm, a thousand kilometres. A number beyond it is damage, and would cost the rest of the drawing its digits.
 constexpr double kLargestNumber = 1e9;
 
 std::string_view Trimmed(std::string_view text) {
@@ -20,6 +30,7 @@ std::string_view Trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
+// Reads a whole token, with blanks round it and a plus sign before it; false when anything else is left.
 template <class T>
 bool Parse(std::string_view text, T& value) {
     text = Trimmed(text);
@@ -30,7 +41,7 @@ bool Parse(std::string_view text, T& value) {
 
 enum class ValueType { kText, kDouble, kInt16, kInt32, kInt64, kByte, kChunk };
 
-// The ranges of group codes and the value types that binary files store for them.
+// The value type that binary files store for a group code; what is in no range is a text.
 ValueType TypeOf(int code) {
     const struct {
         int first, last;
@@ -58,9 +69,9 @@ std::string DxfGroup::Where() const {
 double DxfGroup::AsNumber() const {
     double value = number;
     if (!isBinary && !Parse(text, value))
-        throw DrawingError(Where() + ": " + "'" + Printable(text) + "'" + " is not a number");
+        throw DrawingError(Where() + ": " + Quoted(text) + " is not a number");
     if (!(std::abs(value) <= kLargestNumber)) {
-        const std::string shown = isBinary ? std::to_string(value) : "'" + Printable(text) + "'";
+        const std::string shown = isBinary ? std::to_string(value) : Quoted(text);
         throw DrawingError(Where() + ": the number " + shown + " is out of range");
     }
     return value;
@@ -69,54 +80,54 @@ double DxfGroup::AsNumber() const {
 int DxfGroup::AsInteger() const {
     const double value = AsNumber();
     if (value != std::floor(value))
-        throw DrawingError(Where() + ": " + "'" + Printable(text) + "'" + " is not a whole number");
+        throw DrawingError(Where() + ": " + Quoted(text) + " is not a whole number");
     return static_cast<int>(value);
 }
 
 DxfGroups::DxfGroups(std::string_view bytes) : m_bytes(bytes) {
     if (!bytes.starts_with(kBinarySentinel)) return;
-    m_binary = true;
-    m_at = kBinarySentinel.size();
+    m_bBinary = true;
+    m_nAt = kBinarySentinel.size();
     // old files start with the code 0 in one byte, and its text at once
-    if (bytes.size() > m_at + 1 && bytes[m_at] == '\0' && bytes[m_at + 1] != '\0') m_codeSize = 1;
+    if (bytes.size() > m_nAt + 1 && bytes[m_nAt] == '\0' && bytes[m_nAt + 1] != '\0') m_nCodeSize = 1;
 }
 
 std::string DxfGroups::Where() const {
-    return m_binary ? "byte " + std::to_string(m_at) : "line " + std::to_string(m_line);
+    return m_bBinary ? "byte " + std::to_string(m_nAt) : "line " + std::to_string(m_nLine);
 }
 
 bool DxfGroups::Next(DxfGroup& group) {
-    return m_binary ? NextBinary(group) : NextAscii(group);
+    return m_bBinary ? NextBinary(group) : NextAscii(group);
 }
 
 std::string_view DxfGroups::NextLine() {
-    const std::size_t end = std::min(m_bytes.find('\n', m_at), m_bytes.size());
-    std::string_view line = m_bytes.substr(m_at, end - m_at);
+    const std::size_t end = std::min(m_bytes.find('\n', m_nAt), m_bytes.size());
+    std::string_view line = m_bytes.substr(m_nAt, end - m_nAt);
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    m_at = std::min(end + 1, m_bytes.size());
-    ++m_line;
+    m_nAt = std::min(end + 1, m_bytes.size());
+    ++m_nLine;
     return line;
 }
 
 bool DxfGroups::NextAscii(DxfGroup& group) {
-    if (m_bytes.find_first_not_of(" \t\r\n", m_at) == std::string_view::npos) return false;
+    if (m_bytes.find_first_not_of(" \t\r\n", m_nAt) == std::string_view::npos) return false;
     const std::string_view code = NextLine();
-    if (!Parse(code, group.code))
-        throw DrawingError(Where() + ": " + "'" + Printable(code) + "'" + " is no group code");
-    if (m_at >= m_bytes.size()) throw DrawingError(Where() + ": the file ends within a group");
+    if (!Parse(code, group.code)) throw DrawingError(Where() + ": " + Quoted(code) + " is no group code");
+    if (m_nAt >= m_bytes.size()) throw DrawingError(Where() + ": the file ends within a group");
     group.text = NextLine();
-    group.place = m_line;
+    group.place = m_nLine;
     return true;
 }
 
 std::string_view DxfGroups::Take(std::size_t count) {
-    if (count > m_bytes.size() - m_at) throw DrawingError(Where() + ": the file ends within a group");
-    const std::string_view taken = m_bytes.substr(m_at, count);
-    m_at += count;
+    // no overflow: the reader never stands behind the end
+    if (count > m_bytes.size() - m_nAt) throw DrawingError(Where() + ": the file ends within a group");
+    const std::string_view taken = m_bytes.substr(m_nAt, count);
+    m_nAt += count;
     return taken;
 }
 
-// Little-endian, signed.
+// A little-endian signed integer: its bits are shifted up to the sign and back down.
 double DxfGroups::TakeInteger(std::size_t count) {
     std::uint64_t bits = 0;
     const std::string_view bytes = Take(count);
@@ -126,12 +137,12 @@ double DxfGroups::TakeInteger(std::size_t count) {
 }
 
 bool DxfGroups::NextBinary(DxfGroup& group) {
-    if (m_at >= m_bytes.size()) return false;
+    if (m_nAt >= m_bytes.size()) return false;
     group = {};
-    group.place = static_cast<std::uint32_t>(m_at);
-    const auto codeBytes = Take(m_codeSize);
+    group.place = static_cast<std::uint32_t>(m_nAt);
+    const auto codeBytes = Take(m_nCodeSize);
     group.code = static_cast<unsigned char>(codeBytes[0]);
-    if (m_codeSize == 2)
+    if (m_nCodeSize == 2)
         group.code |= static_cast<unsigned char>(codeBytes[1]) << 8;
     else if (group.code == 255)
         group.code = static_cast<int>(TakeInteger(2)); // extended data of old files
@@ -139,7 +150,7 @@ bool DxfGroups::NextBinary(DxfGroup& group) {
     group.isBinary = type != ValueType::kText && type != ValueType::kChunk;
     switch (type) {
     case ValueType::kText:
-        group.text = m_bytes.substr(m_at, m_bytes.find('\0', m_at) - m_at);
+        group.text = m_bytes.substr(m_nAt, m_bytes.find('\0', m_nAt) - m_nAt);
         Take(group.text.size() + 1);
         break;
     case ValueType::kDouble: {

@@ -8,30 +8,36 @@
 
 namespace host {
 
-/// One group. The text points into the file's bytes.
+/// One group of a file. It points into the file's bytes and is valid as long as they are.
 struct DxfGroup {
-    int code = 0;
-    bool isBinary = false;   ///< the value is in `number`
+    int code = 0;            ///< what the value means; 0 begins an entity
+    bool isBinary = false;   ///< whether the value is in `number`, else it is in `text`
     std::uint32_t place = 0; ///< line of the value, or byte of the group in a binary file
-    std::string_view text;
-    double number = 0;
+    std::string_view text;   ///< value of a text group, and of every group of an ASCII file
+    double number = 0;       ///< value of a number group of a binary file
 
-    /// The value as a finite number of a size that a drawing may have (up to 1e9); a DrawingError otherwise.
+    /// The value as a finite number of a size that a drawing may have (up to 1e9). Throws a DrawingError for
+    /// anything else.
     double AsNumber() const;
-    /// The value as an integer, likewise.
+
+    /// The value as a whole number of up to 1e9. Throws a DrawingError for anything else.
     int AsInteger() const;
-    /// "line 12" or "byte 345".
+
+    /// Where the group stands, for messages: "line 12" or "byte 345".
     std::string Where() const;
 };
 
-/// Reads the groups of an ASCII or binary DXF file that lies in memory.
+/// Reads the groups of an ASCII or binary DXF file that lies in memory, one after the other.
 class DxfGroups {
 public:
+    /// Stands before the first group of a file's bytes, which must outlive the reader and its groups.
     explicit DxfGroups(std::string_view bytes);
 
-    /// The next group; false at the end of the bytes. A DrawingError when the bytes are no group.
+    /// Reads the next group; false at the end of the bytes. Throws a DrawingError when what follows is no
+    /// group.
     bool Next(DxfGroup& group);
-    /// Where the reader stands.
+
+    /// Where the reader stands, for messages: "line 12" or "byte 345".
     std::string Where() const;
 
 private:
@@ -42,10 +48,10 @@ private:
     double TakeInteger(std::size_t count);
 
     std::string_view m_bytes;
-    std::size_t m_at = 0;
-    std::uint32_t m_line = 0;
-    bool m_binary = false;
-    std::size_t m_codeSize = 2; // bytes of a group code; 1 in old binary files
+    std::size_t m_nAt = 0; // byte of the next group
+    std::uint32_t m_nLine = 0;
+    bool m_bBinary = false;
+    std::size_t m_nCodeSize = 2; // bytes of a group code; 1 in old binary files
 };
 
 } // namespace host

@@ -1,10 +1,29 @@
+// Entities become objects one by one, each through a row of one table: its type, the function that makes its
+// object, and whether its coordinates belong to the plane of its own normal. What has no row is counted as
+// not drawn.
+//
+// A block is drawn once for every insert of it, through the map of the insert; inserts of inserts multiply
+// the maps. So every maker gets an affine map and gives the object of the drawing, and nothing is moved
+// afterwards: a circle under a map that squeezes it is an ellipse from the beginning. Groups of the drawing
+// that refer to one block were rejected, as the library's objects belong to one owner, and a host wants to
+// cut what it sees.
+//
+// The normal of an entity is a third coordinate in a file of plane drawings. Pointing up it changes nothing,
+// pointing down it turns the x axis round, which is how programs store what was mirrored; a tilted one is no
+// plane drawing. (The plane of a normal follows from it alone, by the "arbitrary axis" rule of the format.)
+//
+// Blocks that hold each other tenfold over ten levels are a few lines of file and ten thousand million
+// entities. So everything that can multiply is counted: segments, inserts, the groups that are looked at, the
+// depth. A limit that is met ends the reading with what there is.
+
+#include "dxf_objects.h"
+
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <optional>
 
 #include "dxf_file.h"
-#include "host/drawing/affine.h"
-#include "host/drawing/drawing.h"
 #include "host/drawing/outline.h"
 #include "host/drawing/spline.h"
 #include "host/drawing/stroke_font.h"
@@ -15,17 +34,31 @@ namespace {
 using math::DPOINT2;
 using qev::SEGMENT;
 
-// What a drawing may hold at most: its objects then stay below half a gigabyte. Inserts of inserts multiply.
+// What a drawing may hold at most. Its objects then stay below half a gigabyte.
 constexpr int kMostSegments = 500'000;
 constexpr int kMostInserts = 100'000;
-constexpr std::size_t kMostGroups = 1 << 25; // looked at, also of entities that give nothing,
-constexpr std::size_t kEntityCost = 16;      // each of which costs as much as this many groups
+// The groups that may be looked at, once for every insert: some seconds of work, also when the entities give
+// no objects. An entity by itself costs as much as so many groups.
+constexpr std::size_t kMostVisitedGroups = 1 << 25;
+constexpr std::size_t kEntityCost = 16;
 constexpr std::size_t kLongestText = 10'000; // bytes
-constexpr int kDeepestInsert = 32;
-// A unit normal whose z is at least this lies across the drawing plane.
+constexpr int kDeepestInsert = 32; // blocks are nested some levels deep, unless they hold themselves
+
+// The least z of a unit normal that counts as upright: a tilt of 0.08 degrees, by which a length changes by
+// millionth.
 constexpr double kUpright = 0.999999;
 
-// The groups of one entity by code.
+// Group codes that mean one thing in every entity.
+constexpr int kLayer = 8;
+constexpr int kPoint = 10; // its x; y is ten higher
+constexpr int kInPaperSpace = 67;
+constexpr int kFlags = 70;
+constexpr int kNormalZ = 230;
+
+constexpr int kClosed = 1; // among the flags of polylines and splines
+
+// The groups of one entity by code. Of several with one code the first counts. What is required and missing,
+// or is no number, throws.
 class Fields {
 public:
     explicit Fields(std::span<const DxfGroup> groups) : m_head(groups.front()), m_groups(groups.subspan(1)) {}
@@ -54,7 +87,7 @@ public:
         const DxfGroup* group = Find(code);
         return group ? group->text : std::string_view();
     }
-    /// The message for what is wrong with the entity.
+    // The message for what is wrong with the entity.
     std::string Message(const std::string& what) const {
         return m_head.Where() + ": " + Printable(Type()) + " " + what;
     }
@@ -77,7 +110,8 @@ struct Vertex {
     int flags = 0;
 };
 
-// The points that a run of groups lists. Each begins with its x, or with another group where that is given.
+// The vertices that a run of groups lists. Each begins with a group of `firstCode`: its x, or the group 0 of
+// an entity of its own.
 std::vector<Vertex> VerticesOf(std::span<const DxfGroup> groups, int xCode, int firstCode) {
     std::vector<Vertex> vertices;
     for (const DxfGroup& group : groups) {
@@ -86,11 +120,12 @@ std::vector<Vertex> VerticesOf(std::span<const DxfGroup> groups, int xCode, int 
         if (group.code == xCode) vertices.back().point.x = group.AsNumber();
         if (group.code == xCode + 10) vertices.back().point.y = group.AsNumber();
         if (group.code == 42) vertices.back().bulge = group.AsNumber();
-        if (group.code == 70) vertices.back().flags = group.AsInteger();
+        if (group.code == kFlags) vertices.back().flags = group.AsInteger();
     }
     return vertices;
 }
 
+// The points that a run of groups lists, each beginning with its x.
 std::vector<DPOINT2> PointsOf(std::span<const DxfGroup> groups, int xCode) {
     std::vector<DPOINT2> points;
     for (const DxfGroup& group : groups) {
@@ -100,6 +135,7 @@ std::vector<DPOINT2> PointsOf(std::span<const DxfGroup> groups, int xCode) {
     return points;
 }
 
+// A bulge belongs to the segment from its vertex to the next one.
 std::vector<SEGMENT> SegmentsOf(const std::vector<Vertex>& vertices, bool closed) {
     std::vector<SEGMENT> segments;
     for (std::size_t i = 0; i + 1 < vertices.size(); ++i)
@@ -115,7 +151,11 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// Builds the objects of a file under its limits.
+bool IsClosed(const Fields& fields) {
+    return (fields.Integer(kFlags, 0) & kClosed) != 0;
+}
+
+// Builds the objects of a file and counts what they cost.
 class Builder {
 public:
     Builder(const DxfFile& file, ErrorLog& log, Drawing& drawing)
@@ -140,8 +180,8 @@ private:
     };
 
     void Add(const Fields& fields, const Affine& map, qev::CCadGroup& into, int depth) {
-        m_groups += fields.Groups().size() + kEntityCost;
-        if (m_groups > kMostGroups)
+        m_nVisitedGroups += fields.Groups().size() + kEntityCost;
+        if (m_nVisitedGroups > kMostVisitedGroups)
             throw LimitError(fields.Message("is one entity too many in the inserted blocks"));
         static constexpr Row kRows[] = {
             {"LINE", &Builder::AddLine, false},        {"POINT", &Builder::AddPoint, false},
@@ -151,7 +191,6 @@ private:
             {"TEXT", &Builder::AddText, true},         {"MTEXT", &Builder::AddText, false},
             {"INSERT", &Builder::AddInsert, true},     {"SEQEND", nullptr, false},
         };
-        constexpr int kInPaperSpace = 67;
         if (fields.Integer(kInPaperSpace, 0) == 1) return;
         for (const Row& row : kRows) {
             if (row.type != fields.Type()) continue;
@@ -163,54 +202,58 @@ private:
         ++m_drawing.skipped[Printable(fields.Type())];
     }
 
-    // The plane of the entity's normal: seen from below its x axis is turned round. Tilted planes are not
-    // drawn.
+    // The plane of the entity's normal; none when it is tilted.
     static std::optional<Affine> OwnAxes(const Fields& fields) {
-        const double z = fields.Number(230, 1);
+        const double z = fields.Number(kNormalZ, 1);
         if (std::abs(z) < kUpright) return std::nullopt;
         return Affine::Scale(z < 0 ? -1 : 1, 1);
     }
 
+    // Hands an object of an entity to a group, unless it is one too many.
     void Give(const Fields& fields, std::unique_ptr<qev::CCadObject> object, qev::CCadGroup& into) {
-        m_segments += std::max(1, object->GetPieceCount());
-        if (m_segments > kMostSegments)
+        m_nSegments += std::max(1, object->GetPieceCount());
+        if (m_nSegments > kMostSegments)
             throw LimitError(fields.Message("makes the drawing larger than " + std::to_string(kMostSegments)
                                             + " segments"));
-        object->SetKey("Layer", std::string(fields.Text(8)).c_str());
+        object->SetKey("Layer", std::string(fields.Text(kLayer)).c_str());
         into.PushBack(object.release());
     }
 
     void AddPoint(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
-        Give(f, std::make_unique<qev::CCadDot>(map.Point(f.Point(10))), into);
+        Give(f, std::make_unique<qev::CCadDot>(map.Point(f.Point(kPoint))), into);
     }
 
     void AddLine(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
-        Give(f, std::make_unique<qev::CCadLine>(map.Point(f.Point(10)), map.Point(f.Point(11))), into);
+        Give(f, std::make_unique<qev::CCadLine>(map.Point(f.Point(kPoint)), map.Point(f.Point(11))), into);
     }
 
     void AddCircle(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
         const double radius = f.Number(40);
-        Give(f, MakeArc({f.Point(10), {radius, 0}, {0, radius}}, map), into);
+        Give(f, MakeArc({f.Point(kPoint), {radius, 0}, {0, radius}}, map), into);
     }
 
+    // Arcs run counter-clockwise in the plane of their normal; from an angle to itself it is a whole circle.
     void AddArc(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
         const double radius = f.Number(40);
         const double start = math::AngleToRadian(f.Number(50));
         const double sweep = math::RegularizeRadian(math::AngleToRadian(f.Number(51)) - start);
         Give(f,
-             MakeArc({f.Point(10), {radius, 0}, {0, radius}, start, sweep == 0 ? math::kTwoPi : sweep}, map),
+             MakeArc({f.Point(kPoint), {radius, 0}, {0, radius}, start, sweep == 0 ? math::kTwoPi : sweep},
+                     map),
              into);
     }
 
+    // The centre and the major axis of an ellipse do not belong to the plane of its normal, as those of a
+    // circle do. A normal that points down only turns the direction round.
     void AddEllipse(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
         const DPOINT2 major = f.Point(11);
-        const double up = f.Number(230, 1) < 0 ? -1 : 1;
+        const double up = f.Number(kNormalZ, 1) < 0 ? -1 : 1;
         const double start = f.Number(41, 0);
         const double sweep = f.Number(42, math::kTwoPi) - start;
-        constexpr double kWhole = 1e-9; // radians
+        constexpr double kWhole = 1e-9; // radians: two pi as a file of 10 digits or more has it
         const bool whole = std::abs(std::abs(sweep) - math::kTwoPi) < kWhole || sweep == 0;
         Give(f,
-             MakeArc({f.Point(10), major, math::LeftOf(major) * (f.Number(40) * up), start,
+             MakeArc({f.Point(kPoint), major, math::LeftOf(major) * (f.Number(40) * up), start,
                       whole ? math::kTwoPi : math::RegularizeRadian(sweep)},
                      map),
              into);
@@ -223,25 +266,26 @@ private:
     }
 
     void AddLwPolyline(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
-        AddContour(f, SegmentsOf(VerticesOf(f.Groups(), 10, 10), (f.Integer(70, 0) & 1) != 0), map, into);
+        AddContour(f, SegmentsOf(VerticesOf(f.Groups(), kPoint, kPoint), IsClosed(f)), map, into);
     }
 
     void AddPolyline(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
-        constexpr int kMeshFlags = 16 | 64;
-        constexpr int kFrameVertex = 16; // a control point of a smoothed polyline, not of its curve
-        if (f.Integer(70, 0) & kMeshFlags) {
+        constexpr int kMeshFlags = 16 | 64; // a surface, of polygons or as a net
+        constexpr int kFrameVertex = 16;    // a control point of a smoothed polyline, not of its curve
+        if (f.Integer(kFlags, 0) & kMeshFlags) {
             ++m_drawing.skipped["POLYLINE mesh"];
             return;
         }
-        auto vertices = VerticesOf(f.Groups(), 10, 0); // each VERTEX begins with its group 0
+        auto vertices = VerticesOf(f.Groups(), kPoint, 0); // each VERTEX begins with its group 0
         std::erase_if(vertices, [](const Vertex& v) { return (v.flags & kFrameVertex) != 0; });
-        AddContour(f, SegmentsOf(vertices, (f.Integer(70, 0) & 1) != 0), map, into);
+        AddContour(f, SegmentsOf(vertices, IsClosed(f)), map, into);
     }
 
+    // A spline is given by control points or, by some programs, by the points it goes through.
     void AddSpline(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
         Spline spline;
         spline.degree = f.Integer(71, 3);
-        spline.controls = PointsOf(f.Groups(), 10);
+        spline.controls = PointsOf(f.Groups(), kPoint);
         for (const DxfGroup& group : f.Groups()) {
             if (group.code == 40) spline.knots.push_back(group.AsNumber());
             if (group.code == 41) spline.weights.push_back(group.AsNumber());
@@ -251,12 +295,13 @@ private:
         if (!byFitPoints)
             if (const char* fault = FaultOf(spline)) f.Fail(fault);
         std::vector<SEGMENT> segments;
-        for (const math::CubicBezier& b :
-             byFitPoints ? ThroughPoints(fit, (f.Integer(70, 0) & 1) != 0) : ToBeziers(spline))
+        for (const math::CubicBezier& b : byFitPoints ? ThroughPoints(fit, IsClosed(f)) : ToBeziers(spline))
             segments.emplace_back(b.start, b.ctrl1, b.ctrl2, b.end);
         AddContour(f, segments, map, into);
     }
 
+    // A text's strokes become contours of a group that belongs to it. Long texts are split: the groups 3 come
+    // before the group 1. The direction of an MTEXT is an angle or a vector.
     void AddText(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
         std::string text;
         for (const DxfGroup& group : f.Groups())
@@ -267,8 +312,8 @@ private:
         const double angle = f.Find(11) && f.Type() == "MTEXT" ? math::D2GetNormalAngle(f.Point(11))
                                                                : math::AngleToRadian(f.Number(50, 0));
         const double height = f.Number(40);
-        const Affine place =
-            map * Affine::Translation(f.Point(10)) * Affine::Rotation(angle) * Affine::Scale(height, height);
+        const Affine place = map * Affine::Translation(f.Point(kPoint)) * Affine::Rotation(angle)
+                             * Affine::Scale(height, height);
         auto object = std::make_unique<qev::CCadText>(text.c_str());
         for (const Stroke& stroke : StrokesOf(text)) {
             std::vector<SEGMENT> segments;
@@ -279,9 +324,12 @@ private:
         Give(f, std::move(object), into);
     }
 
+    // An insert may stand for a grid of them. From right to left: the base point goes to the origin, the
+    // block is scaled, moved to its cell of the grid, turned, moved to the insert's point, and mapped as the
+    // insert itself.
     void AddInsert(const Fields& f, const Affine& map, qev::CCadGroup& into, int depth) {
         const DxfBlock* block = m_file.FindBlock(f.Text(2));
-        if (!block) f.Fail("names the block '" + Printable(f.Text(2)) + "', which does not exist");
+        if (!block) f.Fail("names the block " + Quoted(f.Text(2)) + ", which does not exist");
         if (depth >= kDeepestInsert)
             throw LimitError(f.Message("lies deeper than " + std::to_string(kDeepestInsert)
                                        + " inserts: blocks that hold themselves?"));
@@ -292,12 +340,12 @@ private:
                            * Affine::Translation({-block->baseX, -block->baseY});
         for (int row = 0; row < rows; ++row)
             for (int column = 0; column < columns; ++column) {
-                if (++m_inserts > kMostInserts)
+                if (++m_nInserts > kMostInserts)
                     throw LimitError(
                         f.Message("makes more than " + std::to_string(kMostInserts) + " inserts"));
                 const DPOINT2 cell{column * f.Number(44, 0), row * f.Number(45, 0)};
                 const Affine placed =
-                    map * Affine::Translation(f.Point(10)) * turn * Affine::Translation(cell) * fit;
+                    map * Affine::Translation(f.Point(kPoint)) * turn * Affine::Translation(cell) * fit;
                 if (!placed.IsUsable()) f.Fail("scales or moves its block out of range");
                 auto group = std::make_unique<qev::CCadGroup>();
                 qev::CCadGroup& members = *group;
@@ -310,9 +358,9 @@ private:
     const DxfFile& m_file;
     ErrorLog& m_log;
     Drawing& m_drawing;
-    int m_segments = 0;
-    int m_inserts = 0;
-    std::size_t m_groups = 0;
+    int m_nSegments = 0;
+    int m_nInserts = 0;
+    std::size_t m_nVisitedGroups = 0;
 };
 
 } // namespace
@@ -328,17 +376,6 @@ void ReadDxfBytes(std::string_view bytes, ErrorLog& log, Drawing& drawing) {
 
 void ReadDxf(const std::string& path, ErrorLog& log, Drawing& drawing) {
     ReadDxfBytes(DxfFile::Load(path), log, drawing);
-}
-
-std::vector<const qev::CCadObject*> Drawing::Objects() const {
-    const auto members = [](const qev::CCadObject& object) {
-        return object.GetType() == qev::kCadText ? nullptr : object.GetMembers();
-    };
-    std::vector<const qev::CCadObject*> objects;
-    qev::TreeWalk walk(&root, members);
-    for (auto step = walk.Next(); step != qev::TreeWalk::Step::kEnd; step = walk.Next())
-        if (step == qev::TreeWalk::Step::kLeaf) objects.push_back(walk.Object());
-    return objects;
 }
 
 } // namespace host

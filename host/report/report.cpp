@@ -1,22 +1,25 @@
+// The table of a drawing. The library answers each column; only two need more than a call.
+//
+// Area and sharp corners are asked of the polyline that the object converts to, so that they mean the same
+// for every kind: corners are joints of segments, and an ellipse has none to ask. The conversion keeps lines
+// and arcs as they are, so that areas of contours are exact; a curve's lies within its length times the
+// conversion error. Where two tangent arcs of a converted curve meet, the turn is far below a sharp corner's.
+//
+// The names of the kinds are the host's own. The library's kind codes have none, as a message to a user is in
+// the user's language and a name here is not.
+
 #include "report.h"
 
-#include <array>
 #include <cmath>
-#include <cstdarg>
-#include <cstdio>
-#include <ostream>
+#include <map>
+#include <memory>
+#include <string>
 
-#include <qev/qev.h>
-
-#include "units.h"
+#include "kit/stretches.h"
+#include "print.h"
 
 namespace host {
 namespace {
-
-// mm: small against any machining tolerance, so that areas and corners are those of the drawing.
-constexpr double kConversionError = 0.001;
-// Radians (30 degrees): what the host calls a sharp corner.
-constexpr double kSharpCorner = math::kPi / 6;
 
 const char* NameOf(qev::cad_t kind) {
     const std::pair<qev::cad_t, const char*> names[] = {
@@ -31,35 +34,27 @@ const char* NameOf(qev::cad_t kind) {
     return "?";
 }
 
+// The joints that turn sharply. An open polyline has none at its start, where nothing comes before.
 void CollectCorners(const qev::CCadPolyline& polyline, std::vector<math::DPOINT2>& corners) {
+    const double sharp = math::AngleToRadian(kit::kSharpCornerDegrees);
     const int count = polyline.GetSegmentCount();
     for (int i = polyline.IsClose() ? 0 : 1; i < count; ++i)
-        if (std::abs(qev::GetCornerAngle(&polyline, i)) >= kSharpCorner)
+        if (std::abs(qev::GetCornerAngle(&polyline, i)) >= sharp)
             corners.push_back(polyline.GetSegment(i).ptStart);
 }
 
 ObjectReport ReportOfObject(const qev::CCadObject* object) {
-    ObjectReport report{object,
-                        qev::GetCadSegments(object),
-                        qev::GetCadLength(object),
-                        qev::IsClose(object),
-                        qev::GetCadOBjectDir(object),
-                        0,
-                        {}};
-    const std::unique_ptr<qev::CCadPolyline> polyline(qev::Convert2Polyline(object, kConversionError));
+    ObjectReport report;
+    report.object = object;
+    report.segments = qev::GetCadSegments(object);
+    report.length = qev::GetCadLength(object);
+    report.closed = qev::IsClose(object);
+    report.direction = qev::GetCadOBjectDir(object);
+    const std::unique_ptr<qev::CCadPolyline> polyline(qev::Convert2Polyline(object, kit::kConversionError));
     if (!polyline) return report;
     if (object->IsClose()) report.area = qev::GetCadPolylineArea(polyline.get(), false);
     CollectCorners(*polyline, report.corners);
     return report;
-}
-
-[[gnu::format(printf, 2, 3)]] void Print(std::ostream& out, const char* format, ...) {
-    std::array<char, 256> line{};
-    std::va_list arguments;
-    va_start(arguments, format);
-    std::vsnprintf(line.data(), line.size(), format, arguments);
-    va_end(arguments);
-    out << line.data();
 }
 
 } // namespace
@@ -78,11 +73,13 @@ void PrintTable(std::ostream& out, const std::vector<ObjectReport>& reports, int
     const int count = static_cast<int>(reports.size());
     for (int i = 0; i < std::min(rows, count); ++i) {
         const ObjectReport& r = reports[i];
-        std::array<char, 32> area{};
-        if (r.area > 0) std::snprintf(area.data(), area.size(), "%.*f", UnitDigits(), ShownArea(r.area));
-        Print(out, "%6d  %-20s %8d %14.*f  %-6s %-9s %16s %7d\n", i, NameOf(r.object->GetType()), r.segments,
-              UnitDigits(), ShownLength(r.length), r.closed == 1 ? "yes" : "no", directions[r.direction],
-              area.data(), static_cast<int>(r.corners.size()));
+        Print(out, "%6d  %-20s %8d %14.*f  %-6s %-9s ", i, NameOf(r.object->GetType()), r.segments,
+              UnitDigits(), ShownLength(r.length), r.closed == 1 ? "yes" : "no", directions[r.direction]);
+        if (r.area > 0) // what is open leaves the column empty
+            Print(out, "%16.*f", UnitDigits(), ShownArea(r.area));
+        else
+            Print(out, "%16s", "");
+        Print(out, " %7d\n", static_cast<int>(r.corners.size()));
     }
     if (rows < count) Print(out, "        ... and %d more\n", count - rows);
 }
@@ -95,7 +92,7 @@ void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<O
     int corners = 0;
     for (const ObjectReport& r : reports) {
         ++kinds[NameOf(r.object->GetType())];
-        const bool isContour = r.segments > 0;
+        const bool isContour = r.segments > 0; // dots and texts have a closedness too, but are no contours
         if (isContour) length += r.length;
         if (isContour && r.closed == 1) ++closed;
         corners += static_cast<int>(r.corners.size());

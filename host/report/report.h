@@ -1,32 +1,36 @@
 /// \file
-/// What the host tells of each object, and the table it prints.
+/// What the host tells of each object of a drawing, and the table it prints.
 #pragma once
 
 #include <iosfwd>
-#include <memory>
-#include <string>
 #include <vector>
 
 #include "host/drawing/drawing.h"
 
 namespace host {
 
-/// One object of the drawing as the table shows it.
+/// One object of a drawing as the table shows it.
 struct ObjectReport {
-    const qev::CCadObject* object = nullptr;
-    int segments = 0;                   ///< -1 for what is no contour
-    double length = 0;                  ///< mm
-    int closed = 0;                     ///< as qev::IsClose answers
-    int direction = 0;                  ///< as qev::GetCadOBjectDir answers
-    double area = 0;                    ///< mm^2, of closed contours
-    std::vector<math::DPOINT2> corners; ///< joints that turn by 30 degrees or more
+    const qev::CCadObject* object = nullptr; ///< the drawing's, which owns it
+    int segments = 0;                        ///< how many, as qev::GetCadSegments counts; -1: no contour
+    double length = 0;                       ///< mm
+    int closed = 0;                          ///< 1 for a closed contour, as qev::IsClose answers
+    int direction = 0;                       ///< 1 clockwise, 2 counter-clockwise, 0 neither
+    double area = 0;                         ///< mm^2 inside a closed contour, else 0
+    std::vector<math::DPOINT2> corners;      ///< joints that turn by 30 degrees or more
 };
 
-/// Areas and corners are taken from the polyline that the object converts to (0.001 mm).
+/// Reports every object of a drawing in drawing order. Area and corners of a curve are those of the polyline
+/// that it converts to within 0.001 mm; an object that converts to none has area 0 and no corners.
 std::vector<ObjectReport> ReportOf(const Drawing& drawing);
 
-/// In the display unit of the process. Prints at most `rows` rows (the rest as their number) and the summary.
+/// Prints a headline and one row for each of the first `rows` objects, in the display unit of the process,
+/// then how many objects there are more.
 void PrintTable(std::ostream& out, const std::vector<ObjectReport>& reports, int rows);
+
+/// Prints what all objects come to, in the display unit of the process: how many of which kind, the length of
+/// all contours, the drawing's box, and how many entities were not drawn. `joined` is the number of open
+/// pieces that were joined into contours.
 void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<ObjectReport>& reports,
                   int joined);
 

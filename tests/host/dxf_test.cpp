@@ -1,5 +1,6 @@
-#include "host/drawing/drawing.h"
+#include "host/drawing/join.h"
 #include "host/drawing/stroke_font.h"
+#include "host/dxf/dxf_objects.h"
 #include "host/dxf_text.h"
 #include "host/host.h"
 #include "support/support.h"

@@ -1,6 +1,8 @@
 #include <iomanip>
 #include <list>
 
+#include "host/drawing/join.h"
+#include "host/dxf/dxf_objects.h"
 #include "host/dxf_text.h"
 #include "host/host.h"
 #include "host/report/report.h"

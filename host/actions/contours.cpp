@@ -1,11 +1,13 @@
-#include "actions.h"
+// Each action is one question to the library, asked as any host would ask it, and one line of answer. They
+// share the numbers of the table: an object is named by its row.
 
+#include "contours.h"
+
+#include <algorithm>
 #include <limits>
 #include <memory>
-#include <optional>
 #include <ostream>
-
-#include <qev/qev.h>
+#include <string>
 
 #include "kit/stretches.h"
 
@@ -33,6 +35,7 @@ void DrawConverted(const std::vector<ObjectReport>& reports, double error, SvgPi
     int converted = 0;
     int segments = 0;
     for (const ObjectReport& report : reports) {
+        // the caller owns what the library makes
         const std::unique_ptr<qev::CCadPolyline> polyline(qev::Convert2Polyline(report.object, error));
         if (!polyline) continue;
         ++converted;
@@ -43,9 +46,10 @@ void DrawConverted(const std::vector<ObjectReport>& reports, double error, SvgPi
     out << converted << " objects converted within " << error << " mm: " << segments << " lines and arcs\n";
 }
 
-void DrawCut(const std::vector<ObjectReport>& reports, const CutOption& cut, SvgPicture& picture,
+void DrawCut(const std::vector<ObjectReport>& reports, const CutRequest& cut, SvgPicture& picture,
              std::ostream& out) {
-    const auto contour = contours::ContourOf(ObjectOf(reports, cut.object));
+    // The numbers of a command line become positions on the contour of segments that stands for the object.
+    const auto contour = kit::ContourOf(ObjectOf(reports, cut.object));
     if (!contour) throw DrawingError("object " + std::to_string(cut.object) + " cannot be cut");
     const math::PosRange range(qev::DoubleToPolyPos(contour.get(), cut.from),
                                qev::DoubleToPolyPos(contour.get(), cut.to));
@@ -60,6 +64,7 @@ void DrawCut(const std::vector<ObjectReport>& reports, const CutOption& cut, Svg
 
 int DrawPick(const Drawing& drawing, const std::vector<ObjectReport>& reports, const math::DPOINT2& point,
              SvgPicture& picture, std::ostream& out) {
+    // No reach limits the search: something is nearest in every drawing that is not empty.
     constexpr double kAnywhere = std::numeric_limits<double>::infinity();
     const qev::CCadObject* object = nullptr;
     math::POLYPOS pos;
@@ -76,7 +81,7 @@ int DrawPick(const Drawing& drawing, const std::vector<ObjectReport>& reports, c
     return number;
 }
 
-void DrawWalk(const std::vector<ObjectReport>& reports, int object, const WalkOption& walk,
+void DrawWalk(const std::vector<ObjectReport>& reports, int object, const WalkRequest& walk,
               SvgPicture& picture, std::ostream& out) {
     const qev::CCadObject& walked = ObjectOf(reports, object);
     math::POLYPOS end;

@@ -1,19 +1,21 @@
+// Only closed contours are asked: an open one is entered at its end. The zones are found on the contour of
+// segments that stands for an object (kit/stretches.h), and every range and position here belongs to that.
+
 #include "start_zones.h"
 
-#include <array>
-#include <cstdio>
 #include <memory>
 #include <ostream>
 
-#include "host/report/units.h"
+#include "host/report/print.h"
 #include "kit/stretches.h"
 
 namespace host {
 namespace {
 
-using contours::StartZones;
+using kit::StartZones;
 using math::PosRange;
 
+// A range of a contour is drawn as the contour that the library cuts out there.
 void DrawRange(const qev::CCadMultiSegments& contour, const PosRange& range, const char* style,
                SvgPicture& picture) {
     const std::unique_ptr<qev::CCadMultiSegments> stretch(qev::GetMultiSementsByRange(&contour, range));
@@ -21,16 +23,11 @@ void DrawRange(const qev::CCadMultiSegments& contour, const PosRange& range, con
 }
 
 void PrintRow(std::ostream& out, std::size_t object, const StartZones& found, const math::DPOINT2& start) {
-    std::array<char, 160> line{};
-    std::snprintf(line.data(), line.size(), "%6zu %6zu %6zu %12.*f", object, found.zones.size(),
-                  found.freeStretches.size(), UnitDigits(), ShownLength(found.longest));
-    out << line.data();
-    if (found.longest > 0) {
-        std::snprintf(line.data(), line.size(), "  %4d + %.4f  (%.*f, %.*f)", found.chosen.nSegIndex,
-                      found.chosen.dRatio, UnitDigits(), ShownLength(start.x), UnitDigits(),
-                      ShownLength(start.y));
-        out << line.data();
-    }
+    Print(out, "%6d %6d %6d %12.*f", static_cast<int>(object), static_cast<int>(found.zones.size()),
+          static_cast<int>(found.freeStretches.size()), UnitDigits(), ShownLength(found.longest));
+    if (found.longest > 0) // else the zones leave no place
+        Print(out, "  %4d + %.4f  (%.*f, %.*f)", found.chosen.nSegIndex, found.chosen.dRatio, UnitDigits(),
+              ShownLength(start.x), UnitDigits(), ShownLength(start.y));
     out << "\n";
 }
 
@@ -41,9 +38,9 @@ void DrawStartZones(const std::vector<ObjectReport>& reports, double length, dou
     out << "object  zones   free   longest " << UnitName() << "  start at\n";
     for (std::size_t i = 0; i < reports.size(); ++i) {
         if (!reports[i].object->IsClose()) continue;
-        const auto contour = contours::ContourOf(*reports[i].object);
+        const auto contour = kit::ContourOf(*reports[i].object);
         if (!contour) continue;
-        const StartZones found = contours::FindStartZones(*contour, length, cornerDegrees);
+        const StartZones found = kit::FindStartZones(*contour, length, cornerDegrees);
         for (const PosRange& zone : found.zones) DrawRange(*contour, zone, "zone", picture);
         for (const auto& stretch : found.freeStretches) DrawRange(*contour, stretch.range, "free", picture);
         math::DPOINT2 start;

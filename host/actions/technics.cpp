@@ -1,5 +1,19 @@
+// Technics reach a contour in four ways, all through the library's manager: added by a Lua text, removed by
+// type, saved as the text that the contour's technics write, and loaded from that text. Loading comes first,
+// so that a run can change what an earlier one has saved, and saving last.
+//
+// The file holds, for each contour that has technics, a line with the contour's number and the length of its
+// text, and then the text. The number counts the contours in the order of the drawing (texts and dots, which
+// take no technics, are no contours), so that the file fits only the drawing it was made of, read with the
+// options it was read with; names would be better, but drawings have none. The length goes before the text so
+// that no text needs quoting, and it is bounded before memory is taken.
+//
+// The manager and the operators answer a refusal by false and a text, which becomes the error of the drawing.
+// Only a parameter out of bounds comes as an exception, thrown by the cursor as its text.
+
 #include "technics.h"
 
+#include <algorithm>
 #include <fstream>
 #include <ostream>
 
@@ -15,12 +29,12 @@ void LoadPlugIns(qev::CTechnicsManager& manager, const std::vector<std::string>&
         if (!manager.LoadTechnicsPlugIn(path)) throw DrawingError(manager.GetLastErrorText());
 }
 
-void Add(qev::CTechnicsManager& manager, const Options& options, const Objects& selection,
+void Add(qev::CTechnicsManager& manager, const TechnicsRequest& request, const Objects& selection,
          std::ostream& out) {
     Objects changed, refused;
     std::string message;
     const bool added =
-        manager.AddTechnics(&selection, options.technics, options.params, &changed, &refused, message);
+        manager.AddTechnics(&selection, request.text, request.params, &changed, &refused, message);
     if (!added) throw DrawingError("no technics: " + manager.GetLastErrorText() + message);
     manager.UpdataViewDataNotify(&changed);
     out << "technics: " << message << "\n";
@@ -35,7 +49,6 @@ void Remove(qev::CTechnicsManager& manager, int type, const Objects& selection, 
     out << "technics: " << message << "\n";
 }
 
-// A line with a contour's number and the length of its technics text, then the text, for each.
 void Save(qev::CTechnicsManager& manager, const Objects& contours, const std::string& path) {
     std::ofstream file(path, std::ios::binary);
     int number = 0;
@@ -52,7 +65,7 @@ void Save(qev::CTechnicsManager& manager, const Objects& contours, const std::st
 }
 
 void Load(qev::CTechnicsManager& manager, const Objects& contours, const std::string& path) {
-    constexpr std::size_t kLongest = 1 << 24;
+    constexpr std::size_t kLongest = 1 << 24; // bytes of a text, far above what a contour can need
     const std::vector<qev::CCadObject*> byNumber(contours.begin(), contours.end());
     std::ifstream file(path, std::ios::binary);
     if (!file) throw DrawingError("the technics " + path + " cannot be opened");
@@ -86,19 +99,19 @@ void DrawPaths(const Objects& contours, SvgPicture& picture, std::ostream& out) 
 
 } // namespace
 
-void RunTechnics(const Options& options, const Drawing& drawing, const qev::CCadObject* picked,
+void RunTechnics(const TechnicsRequest& request, const Drawing& drawing, const qev::CCadObject* picked,
                  SvgPicture& picture, std::ostream& out) try {
     qev::CTechnicsManager& manager = *qev::GetTechnicsManager();
     manager.SetDataOnly(true); // technics come with drawings, from anywhere
-    LoadPlugIns(manager, options.plugins);
+    LoadPlugIns(manager, request.plugIns);
     Objects contours;
     qev::CollectLeafNode(&drawing.root.GetObjectsList(), &contours);
     Objects selection = contours;
     if (picked) selection.remove_if([picked](const qev::CCadObject* each) { return each != picked; });
-    if (!options.load.empty()) Load(manager, contours, options.load);
-    if (!options.technics.empty()) Add(manager, options, selection, out);
-    if (options.remove) Remove(manager, *options.remove, selection, out);
-    if (!options.save.empty()) Save(manager, contours, options.save);
+    if (!request.load.empty()) Load(manager, contours, request.load);
+    if (!request.text.empty()) Add(manager, request, selection, out);
+    if (request.remove) Remove(manager, *request.remove, selection, out);
+    if (!request.save.empty()) Save(manager, contours, request.save);
     DrawPaths(contours, picture, out);
 } catch (const char* text) { // from the Lua cursor: a parameter out of bounds
     throw DrawingError(std::string("technics: ") + text);
