@@ -21,7 +21,7 @@ const qev::CCadObject& ObjectOf(const std::vector<ObjectReport>& reports, int nu
 }
 
 std::string Shown(const math::DPOINT2& p) {
-    return "(" + std::to_string(p.x) + ", " + std::to_string(p.y) + ")";
+    return std::string("(") + std::to_string(p.x) + ", " + std::to_string(p.y) + ")";
 }
 
 std::string Shown(const math::POLYPOS& pos) {

@@ -44,7 +44,7 @@ constexpr std::size_t kEntityCost = 16;
 constexpr std::size_t kLongestText = 10'000; // bytes
 constexpr int kDeepestInsert = 32; // blocks are nested some levels deep, unless they hold themselves
 
-// The least z of a unit normal that counts as upright: a tilt of 0.08 degrees, by which a length changes by
+// The least z of a unit normal that counts as upright: a tilt of 0.08 degrees, which changes a length by a
 // millionth.
 constexpr double kUpright = 0.999999;
 

@@ -18,6 +18,7 @@
 #include <charconv>
 #include <cmath>
 #include <ostream>
+#include <string_view>
 
 namespace host {
 namespace {
@@ -25,22 +26,36 @@ namespace {
 using math::DPOINT2;
 using qev::SEGMENT;
 
-std::string Text(double value) {
-    char digits[32];
-    char* const end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 9).ptr;
-    return {digits, end};
+void Append(std::string& text, std::string_view part) {
+    text += part;
 }
 
-std::string Pair(const DPOINT2& p) {
-    return Text(p.x) + " " + Text(p.y);
+void Append(std::string& text, double value) {
+    char digits[32];
+    text.append(digits,
+                std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 9).ptr);
+}
+
+void Append(std::string& text, const DPOINT2& p) {
+    Append(text, p.x);
+    text += ' ';
+    Append(text, p.y);
+}
+
+// Texts, numbers and points, one after the other.
+template <class... Parts>
+std::string Text(const Parts&... parts) {
+    std::string text;
+    (Append(text, parts), ...);
+    return text;
 }
 
 // "A" with radii, rotation in degrees, and two flags: whether the arc turns by more than half a turn, and
 // whether its angles grow.
 std::string ArcTo(double a, double b, double rotation, double sweep, const DPOINT2& end) {
     const bool longWay = std::abs(sweep) > math::kPi;
-    return "A" + Text(a) + " " + Text(b) + " " + Text(rotation * 180 / math::kPi) + (longWay ? " 1" : " 0")
-           + (sweep > 0 ? " 1 " : " 0 ") + Pair(end);
+    return Text("A", a, " ", b, " ", rotation * 180 / math::kPi, longWay ? " 1" : " 0",
+                sweep > 0 ? " 1 " : " 0 ", end);
 }
 
 // An elliptic arc is a path of its own: no object has other pieces beside it.
@@ -48,7 +63,7 @@ std::string PathOf(const math::EllipticArc& arc) {
     const double rotation = math::D2GetNormalAngle(arc.GetAxisA());
     const int parts = std::abs(arc.GetSweep()) > math::kPi ? 2 : 1;
     const double step = arc.GetSweep() / parts;
-    std::string path = "M" + Pair(arc.PointAt(arc.GetStart()));
+    std::string path = Text("M", arc.PointAt(arc.GetStart()));
     for (int i = 1; i <= parts; ++i)
         path += ArcTo(arc.GetSemiAxisA(), arc.GetSemiAxisB(), rotation, step,
                       arc.PointAt(arc.GetStart() + i * step));
@@ -57,10 +72,9 @@ std::string PathOf(const math::EllipticArc& arc) {
 
 // A segment goes on from where the path stands. An arc turns by four times the arc tangent of its bulge.
 std::string PathOf(const SEGMENT& s) {
-    if (s.nType == SEGMENT::kBezier)
-        return "C" + Pair(s.ptCtrl1) + " " + Pair(s.ptCtrl2) + " " + Pair(s.ptEnd);
+    if (s.nType == SEGMENT::kBezier) return Text("C", s.ptCtrl1, " ", s.ptCtrl2, " ", s.ptEnd);
     const double curvature = s.GetArc().GetCurvature();
-    if (curvature == 0) return "L" + Pair(s.ptEnd);
+    if (curvature == 0) return Text("L", s.ptEnd);
     const double radius = 1 / std::abs(curvature);
     return ArcTo(radius, radius, 0, 4 * std::atan(s.dBulge), s.ptEnd);
 }
@@ -70,7 +84,7 @@ std::string PathOf(const qev::CCadObject& object) {
     for (int i = 0, count = object.GetPieceCount(); i < count; ++i) {
         const qev::OutlinePiece piece = object.GetPiece(i);
         const auto* segment = std::get_if<SEGMENT>(&piece);
-        if (segment && i == 0) path += "M" + Pair(segment->ptStart);
+        if (segment && i == 0) path += Text("M", segment->ptStart);
         path += std::visit([](const auto& p) { return PathOf(p); }, piece);
     }
     return path;
@@ -100,13 +114,12 @@ void SvgPicture::Draw(const qev::CCadObject& object, const char* style) {
         if (leaf.GetType() == qev::kCadDot)
             Ring(leaf.GetStartPoint(), m_dUnit, style);
         else
-            m_strBody += "<path class='" + std::string(style) + "' d='" + PathOf(leaf) + "'/>\n";
+            m_strBody += Text("<path class='", style, "' d='", PathOf(leaf), "'/>\n");
     }
 }
 
 void SvgPicture::Ring(const DPOINT2& p, double radius, const char* style) {
-    m_strBody += "<circle class='" + std::string(style) + "' cx='" + Text(p.x) + "' cy='" + Text(p.y)
-                 + "' r='" + Text(radius) + "'/>\n";
+    m_strBody += Text("<circle class='", style, "' cx='", p.x, "' cy='", p.y, "' r='", radius, "'/>\n");
 }
 
 void SvgPicture::Mark(const ObjectReport& report) {
@@ -121,13 +134,11 @@ void SvgPicture::Mark(const ObjectReport& report) {
     if (const double norm = math::Norm(along); norm > 0) {
         const DPOINT2 back = tip - along * (size / norm);
         const DPOINT2 side = math::LeftOf(along) * (size / norm / 3);
-        m_strBody += "<path class='way' d='M" + Pair(tip) + "L" + Pair(back + side) + "L" + Pair(back - side)
-                     + "Z'/>\n";
+        m_strBody += Text("<path class='way' d='M", tip, "L", back + side, "L", back - side, "Z'/>\n");
     }
     for (const DPOINT2& corner : report.corners)
-        m_strBody += "<rect class='corner' x='" + Text(corner.x - size / 3) + "' y='"
-                     + Text(corner.y - size / 3) + "' width='" + Text(size * 2 / 3) + "' height='"
-                     + Text(size * 2 / 3) + "'/>\n";
+        m_strBody += Text("<rect class='corner' x='", corner.x - size / 3, "' y='", corner.y - size / 3,
+                          "' width='", size * 2 / 3, "' height='", size * 2 / 3, "'/>\n");
 }
 
 void SvgPicture::MarkPoint(const DPOINT2& p, const char* style) {
@@ -144,20 +155,18 @@ void SvgPicture::MarkJoints(const qev::CCadMultiSegments& contour, const char* s
 void SvgPicture::Write(std::ostream& out) const {
     constexpr double kLongSide = 1600; // pixels
     const double scale = kLongSide / std::max(m_box.width, m_box.height);
-    out << "<svg xmlns='http://www.w3.org/2000/svg' width='" << Text(m_box.width * scale) << "' height='"
-        << Text(m_box.height * scale) << "' viewBox='" << Text(m_box.x) << " "
-        << Text(-m_box.y - m_box.height) << " " << Text(m_box.width) << " " << Text(m_box.height)
-        << "'>\n<style>path,circle,rect{fill:none;stroke-width:" << Text(m_dUnit * 0.8)
-        << "}.outline{stroke:#234}.text{stroke:#888}.start{stroke:#080}.way{fill:#06c}.corner{stroke:#c00}"
-           ".converted{stroke:#f80;stroke-dasharray:"
-        << Text(m_dUnit * 4) << "}.joint{fill:#f80}.zone{stroke:#e22;stroke-width:" << Text(m_dUnit * 2)
-        << "}.free{stroke:#2a2;stroke-width:" << Text(m_dUnit * 2)
-        << "}.path{stroke:#08f;stroke-width:" << Text(m_dUnit * 1.6)
-        << "}.chosen{fill:#2a2}.pick{fill:#c0c}.cut{stroke:#c0c;stroke-width:" << Text(m_dUnit * 2.5)
-        << "}</style>\n"
-        << "<rect x='" << Text(m_box.x) << "' y='" << Text(-m_box.y - m_box.height) << "' width='"
-        << Text(m_box.width) << "' height='" << Text(m_box.height)
-        << "' style='fill:#fff'/>\n<g transform='scale(1,-1)'>\n"
+    const double top = -m_box.y - m_box.height;
+    out << Text(
+        "<svg xmlns='http://www.w3.org/2000/svg' width='", m_box.width * scale, "' height='",
+        m_box.height * scale, "' viewBox='", m_box.x, " ", top, " ", m_box.width, " ", m_box.height,
+        "'>\n<style>path,circle,rect{fill:none;stroke-width:", m_dUnit * 0.8,
+        "}.outline{stroke:#234}.text{stroke:#888}.start{stroke:#080}.way{fill:#06c}.corner{stroke:#c00}"
+        ".converted{stroke:#f80;stroke-dasharray:",
+        m_dUnit * 4, "}.joint{fill:#f80}.zone{stroke:#e22;stroke-width:", m_dUnit * 2,
+        "}.free{stroke:#2a2;stroke-width:", m_dUnit * 2, "}.path{stroke:#08f;stroke-width:", m_dUnit * 1.6,
+        "}.chosen{fill:#2a2}.pick{fill:#c0c}.cut{stroke:#c0c;stroke-width:", m_dUnit * 2.5,
+        "}</style>\n<rect x='", m_box.x, "' y='", top, "' width='", m_box.width, "' height='", m_box.height,
+        "' style='fill:#fff'/>\n<g transform='scale(1,-1)'>\n")
         << m_strBody << "</g>\n</svg>\n";
 }
 

@@ -1,4 +1,4 @@
-#include "host/dxf_text.h"
+#include "host/drawings.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -6,8 +6,8 @@
 
 namespace test {
 
-std::string Groups(const std::string& text) {
-    std::istringstream in(text);
+std::string Groups(const std::string& words) {
+    std::istringstream in(words);
     std::string lines;
     for (std::string word; in >> word;) lines += word + "\n";
     return lines;

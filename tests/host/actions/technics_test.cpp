@@ -1,0 +1,76 @@
+#include "host/run_host.h"
+
+using namespace test;
+
+namespace {
+
+// Two squares, one run counter-clockwise from the lower left, one clockwise; a circle, a line and a dot.
+struct Technics : HostRun {
+    static void SetUpTestSuite() { // the process's technics manager keeps the plug-ins
+        const Ran ran = RunHost("'" FLANGE "' --rows 0 --plugin '" LEADIN "' --plugin '" MICROJOINT "'");
+        ASSERT_EQ(ran.code, 0) << ran.errors;
+    }
+    Technics() {
+        Write(DxfFile(kSquare
+                      + "0 LWPOLYLINE 70 1 10 20 20 0 10 20 20 10 10 30 20 10 10 30 20 0 "
+                        "0 CIRCLE 10 50 20 5 40 5 0 LINE 10 60 20 0 11 60 21 9 0 POINT 10 0 20 0"));
+    }
+};
+
+TEST_F(Technics, PathsOfLeadInsAndMicroJoints) {
+    const std::string mouse = " --join 0 --params MouseSegment=1;MouseRatio=0.75 ",
+                      pick = "--join 0 --pick 30,5 ";
+    ExpectRuns({
+        {"--technics T={LeadIn={Length=4}}" + mouse,
+         0,
+         {"lead-ins added to 4 of 4", "path' d='M6 7.5L10 7.5'", "path' d='M25 6L25 10'", "L60 0'"}},
+        {pick + "--technics T={LeadIn={Type='Arc',Angle=90}}",
+         0,
+         {"lead-ins added to 1 of 1", "path' d='M23 8A2 2 0 0 0 25 10'"}},
+        {"--join 0 --technics T={MicroJoint={Width=2,Spacing=5,Zone=1}}",
+         0,
+         {"micro-joints added to 4 of 4", "path' d='M6 0L10 0L10 4'", "path' d='M60 0L60 3.5'"}},
+    });
+}
+
+TEST_F(Technics, SavingLoadingAndSavingAgainGivesOneText) {
+    const std::string save = " --save " + saved, load = "--join 0 --load " + saved + save;
+    ExpectRuns({{"--join 0 --technics T={MicroJoint={Width=2,Spacing=5,Zone=1}}" + save, 0, {}},
+                {load + " --technics T={LeadIn={}}", 0, {}}});
+    const std::string text = BytesOf(saved);
+    ExpectContains(text, {"\nT={LeadIn={Type=\"Line\",Length=5,Angle=90,Radius=2,Zone=1,Segment=1,Ratio=0.5},"
+                          "MicroJoint={Width=2,Spacing=5,Zone=1},};\n"});
+    ExpectRuns({{load, 0, {}}});
+    EXPECT_EQ(BytesOf(saved), text);
+    ExpectRuns({{load + " --remove 1", 0, {"lead-ins removed from 4 of 4"}},
+                {load + " --remove 2", 0, {"micro-joints removed from 4 of 4"}}});
+    EXPECT_EQ(BytesOf(saved), "");
+}
+
+TEST_F(Technics, ThousandsOfObjects) {
+    std::string circles;
+    for (Random random; random.Rounds(3000);)
+        circles += "0 CIRCLE 10 5 20 " + std::to_string(random.Point().x) + " 40 "
+                   + std::to_string(random.Uniform(0.1, 20)) + " ";
+    Write(DxfFile(circles));
+    ExpectRuns({{"--technics T={LeadIn={Angle=30.7}} --save " + saved, 0, {"added to 3000 of 3000"}}});
+    const std::string text = BytesOf(saved);
+    ExpectRuns({{"--load " + saved + " --save " + saved, 0, {"3000 tool paths"}}});
+    EXPECT_EQ(BytesOf(saved), text);
+}
+
+TEST_F(Technics, RefusalsEndInOneLine) {
+    std::ofstream(saved) << "7 3\nT={\n";
+    ExpectRuns({
+        {"--plugin nowhere.so", 1, {"nowhere.so: "}},
+        {"--plugin '" LEADIN "'", 1, {"is loaded already"}},
+        {"--technics T={Other={}}", 1, {"no operator has a table"}},
+        {"--technics T={LeadIn={Angle=0}}", 1, {"LeadIn.Angle = 0 "}},
+        {"--technics os.exit()", 1, {"no technics: technics:1: "}},
+        {"--remove 1", 1, {"removed from 0 of 4"}},
+        {"--load " + saved, 1, {"do not fit the drawing"}},
+        {"--load " + drawing, 1, {"are damaged"}},
+    });
+}
+
+} // namespace

@@ -1,0 +1,96 @@
+#include <qev/qev.h>
+
+#include "host/drawings.h"
+
+using namespace test;
+
+namespace {
+
+using math::DPOINT2;
+using math::kPi;
+
+struct EntityCase {
+    const char *name, *entity;
+    qev::cad_t kind;
+    double length, startX, startY;
+    int direction; // as GetCadOBjectDir answers: 1 clockwise, 2 counter-clockwise
+};
+
+const EntityCase kEntities[] = {
+    {"line", "0 LINE 10 1 20 2 11 4 21 6", qev::kCadLine, 5, 1, 2, 0},
+    {"dot", "0 POINT 10 1 20 2", qev::kCadDot, 0, 1, 2, 0},
+    {"circle", "0 CIRCLE 10 1 20 2 40 3", qev::kCadCircle, 6 * kPi, 4, 2, 2},
+    {"circle from below", "0 CIRCLE 10 1 20 2 40 3 230 -1", qev::kCadCircle, 6 * kPi, 2, 2, 1},
+    {"arc over angle 0", "0 ARC 10 0 20 0 40 2 50 90 51 0", qev::kCadArc, 3 * kPi, 0, 2, 2},
+    {"arc from below", "0 ARC 10 0 20 0 40 2 50 90 51 180 230 -1", qev::kCadArc, kPi, 0, 2, 1},
+    {"ellipse", "0 ELLIPSE 10 0 20 0 11 0 21 2 40 0.5", qev::kCadEllipse, kEllipseLength, 0, 2, 2},
+    {"half ellipse", "0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 3.141592653589793 42 6.283185307179586",
+     qev::kCadEllipseArc, kEllipseLength / 2, -2, 0, 2},
+    {"round ellipse", "0 ELLIPSE 10 0 20 0 11 2 21 0 40 1 41 0 42 1", qev::kCadArc, 2, 2, 0, 2},
+    {"polyline", "0 LWPOLYLINE 70 1 10 0 20 0 42 1 10 2 20 0", qev::kCadPolyline, kPi + 2, 0, 0, 2},
+    {"polyline with a frame vertex",
+     "0 POLYLINE 70 0 0 VERTEX 10 0 20 0 42 -1 0 VERTEX 10 2 20 0 0 VERTEX 70 16 10 9 20 9 0 VERTEX 10 2 20 "
+     "1",
+     qev::kCadPolyline, kPi + 1, 0, 0, 1},
+    {"spline of degree 1", "0 SPLINE 71 1 40 0 40 0 40 1 40 2 40 2 10 0 20 0 10 3 20 4 10 3 20 0",
+     qev::kCadPolylineEx, 9, 0, 0, 1},
+    {"spline by points", "0 SPLINE 11 0 21 0 11 1 21 0 11 5 21 0", qev::kCadPolylineEx, 5, 0, 0, 0},
+};
+
+TEST(DxfObjects, EntitiesOfBothForms) {
+    for (const EntityCase& expected : kEntities) {
+        SCOPED_TRACE(expected.name);
+        const std::string file = DxfFile(expected.entity);
+        for (const std::string& bytes : {file, BinaryFile(file)}) {
+            const DrawingOf read(bytes);
+            ASSERT_EQ(read.objects.size(), 1u);
+            EXPECT_EQ(read.objects[0]->GetType(), expected.kind);
+            EXPECT_NEAR(read.objects[0]->GetLength(), expected.length, 1e-9);
+            EXPECT_POINT_NEAR(read.objects[0]->GetStartPoint(), (DPOINT2{expected.startX, expected.startY}),
+                              1e-12);
+            EXPECT_EQ(qev::GetCadOBjectDir(read.objects[0]), expected.direction);
+        }
+    }
+}
+
+// A has an arc and half a circle round (2, 0), with the base point (1, 0); B has A turned by a right angle.
+const std::string kBlocks = "0 BLOCK 2 A 10 1 20 0 0 ARC 10 1 20 0 40 1 50 0 51 90 "
+                            "0 LWPOLYLINE 70 0 10 1 20 0 42 1 10 3 20 0 0 ENDBLK "
+                            "0 BLOCK 2 B 10 0 20 0 0 INSERT 2 A 10 5 20 0 50 90 0 ENDBLK";
+
+TEST(DxfObjects, NestedInsertsMultiplyTheirMaps) {
+    const DrawingOf mirrored(DxfFile("0 INSERT 2 B 10 100 20 0 41 -2 42 2", kBlocks));
+    ASSERT_EQ(mirrored.objects.size(), 2u);
+    EXPECT_EQ(mirrored.objects[0]->GetType(), qev::kCadArc);
+    EXPECT_POINT_NEAR(mirrored.objects[0]->GetStartPoint(), (DPOINT2{90, 2}), 1e-12);
+    EXPECT_POINT_NEAR(mirrored.objects[0]->GetEndPoint(), (DPOINT2{92, 0}), 1e-12);
+    EXPECT_EQ(qev::GetCadOBjectDir(mirrored.objects[0]), 1);
+    EXPECT_NEAR(mirrored.objects[1]->GetSegment(0).dBulge, -1, 1e-12);
+}
+
+TEST(DxfObjects, AnInsertMayBeAGrid) {
+    const DrawingOf grid(DxfFile("0 INSERT 2 A 10 0 20 0 41 3 42 1 70 2 71 2 44 10 45 20", kBlocks));
+    ASSERT_EQ(grid.objects.size(), 8u);
+    EXPECT_POINT_NEAR(grid.objects[2]->GetStartPoint(), (DPOINT2{13, 0}), 1e-12);
+    EXPECT_POINT_NEAR(grid.objects[6]->GetStartPoint(), (DPOINT2{13, 20}), 1e-12);
+}
+
+TEST(DxfObjects, ATextHoldsItsStrokes) {
+    const DrawingOf read(DxfFile("0 TEXT 10 5 20 5 40 2 50 90 1 I-1"));
+    ASSERT_EQ(read.objects.size(), 1u);
+    EXPECT_STREQ(dynamic_cast<const qev::CCadText&>(*read.objects[0]).GetText(), "I-1");
+    const qev::CadRect box = read.objects[0]->GetBoundRect(); // height 2, turned to the left
+    EXPECT_POINT_NEAR((DPOINT2{box.x, box.y}), (DPOINT2{3, 5 + 1 / 3.0}), 1e-12);
+    EXPECT_NEAR(box.width, 2, 1e-12);
+}
+
+TEST(DxfObjects, WhatCannotBeMadeIsAnErrorOrNotDrawn) {
+    const DrawingOf read(
+        DxfFile("0 LINE 10 1 20 2 0 HATCH 10 1 0 CIRCLE 10 0 20 0 40 1 230 0.5 0 POINT 10 1 20 1"), true);
+    EXPECT_EQ(read.objects.size(), 1u);
+    ASSERT_EQ(read.log.Errors().size(), 1u);
+    EXPECT_NE(read.log.Errors()[0].find("LINE lacks"), std::string::npos);
+    EXPECT_EQ(read.drawing.skipped, (std::map<std::string, int>{{"CIRCLE", 1}, {"HATCH", 1}}));
+}
+
+} // namespace
