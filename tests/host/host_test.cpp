@@ -2,8 +2,6 @@
 
 using namespace test;
 
-namespace {
-
 TEST_F(HostRun, FilesThatCannotBeUsed) {
     EXPECT_EQ(RunHost("nowhere.dxf --lenient").errors, "nowhere.dxf: cannot be opened\n");
     Write("");
@@ -19,5 +17,3 @@ TEST_F(HostRun, ALenientRunShowsTheRestOfADamagedDrawing) {
     EXPECT_EQ(strict.out, "");
     ExpectRuns({{"--lenient", 1, {"1 objects: 1 circle", strict.errors}}});
 }
-
-} // namespace

@@ -3,8 +3,6 @@
 
 using namespace test;
 
-namespace {
-
 TEST(Options, RefusalsNameTheOptionAndWhatItTakes) {
     const struct {
         const char *line, *why;
@@ -27,5 +25,3 @@ TEST(Options, RefusalsNameTheOptionAndWhatItTakes) {
             ExpectContains(error.what(), {expected.why});
         }
 }
-
-} // namespace

@@ -33,6 +33,14 @@ HostRun::~HostRun() {
     for (const std::string* path : {&drawing, &picture, &saved}) std::remove(path->c_str());
 }
 
+void HostRun::ExpectShown(const std::vector<ShownCase>& cases) const {
+    for (const ShownCase& expected : cases) {
+        SCOPED_TRACE(expected.name);
+        Write(DxfFile(expected.entity));
+        ExpectRuns({{"", 0, {expected.part}}});
+    }
+}
+
 void HostRun::ExpectRuns(const std::vector<RunCase>& cases) const {
     for (const RunCase& expected : cases) {
         SCOPED_TRACE(expected.options);

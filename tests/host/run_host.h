@@ -36,11 +36,17 @@ struct RunCase {
     std::vector<std::string> parts;
 };
 
+/// A drawing of one entity and what is printed or drawn of it.
+struct ShownCase {
+    const char *name, *entity, *part;
+};
+
 /// Runs on a drawing of the case's own, with paths for a picture and for saved technics. The files go at the
 /// end.
 struct HostRun : testing::Test {
     ~HostRun() override;
     void Write(const std::string& bytes) const { std::ofstream(drawing, std::ios::binary) << bytes; }
+    void ExpectShown(const std::vector<ShownCase>& cases) const;
     void ExpectRuns(const std::vector<RunCase>& cases) const;
 
     const std::string drawing = TempPath("host.dxf"), picture = TempPath("host.svg"),

@@ -2,11 +2,7 @@
 
 using namespace test;
 
-namespace {
-
-using StartZones = HostRun;
-
-TEST_F(StartZones, ClosedContoursAreEnteredAwayFromTheirCorners) {
+TEST_F(HostRun, ClosedContoursAreEnteredAwayFromTheirCorners) {
     Write(DxfFile(kSquare + "0 CIRCLE 10 5 20 5 40 2 0 LINE 10 20 20 0 11 30 21 0"));
     const std::string square =
         "start at\n     0      4      4        6.000     1 + 0.5000  (10.000, 5.000)\n";
@@ -17,5 +13,3 @@ TEST_F(StartZones, ClosedContoursAreEnteredAwayFromTheirCorners) {
         {"--start-zones 2 --corner 91", 0, {"     0      0      1       40.000 "}},
     });
 }
-
-} // namespace

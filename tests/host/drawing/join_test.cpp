@@ -6,11 +6,11 @@ using namespace test;
 namespace {
 
 struct Joined : DrawingOf {
-    explicit Joined(const std::string& entities) : DrawingOf(DxfFile(entities)) {
-        count = host::JoinOpenPieces(drawing.root, 0.01);
+    explicit Joined(const std::string& entities)
+        : DrawingOf(DxfFile(entities)), count(host::JoinOpenPieces(drawing.root, 0.01)) {
         objects = drawing.Objects();
     }
-    int count;
+    const int count;
 };
 
 TEST(Join, PiecesOfAnyOrderBecomeOneContour) {

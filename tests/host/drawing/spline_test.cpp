@@ -3,8 +3,6 @@
 
 using namespace test;
 
-namespace {
-
 TEST(Spline, AParabolaIsOnePiece) {
     const host::Spline parabola{2, {0, 0, 0, 1, 1, 1}, {{0, 0}, {0.5, 0}, {1, 1}}, {}};
     const auto pieces = host::ToBeziers(parabola);
@@ -30,5 +28,3 @@ TEST(Spline, PiecesJoinSmoothly) {
                               1e-14);
         }
 }
-
-} // namespace

@@ -3,8 +3,6 @@
 
 using namespace test;
 
-namespace {
-
 TEST(StrokeFont, FormattingCodesAreDropped) {
     EXPECT_EQ(host::PlainText("{\\fArial|b0;A\\PB} 30%%d \\\\C\\H2.5x;"), "A\nB 30 \\C");
     EXPECT_EQ(host::PlainText("A\\Ctail"), "A") << "a code that breaks off";
@@ -16,5 +14,3 @@ TEST(StrokeFont, LettersStandOnTheirLines) {
     EXPECT_POINT_NEAR(strokes[3].back(), (math::DPOINT2{4 / 6.0, -10 / 6.0}), 1e-15);
     EXPECT_EQ(host::StrokesOf("\xe4").at(0).size(), 5u) << "a box";
 }
-
-} // namespace
