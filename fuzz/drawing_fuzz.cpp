@@ -1,4 +1,5 @@
-// Any bytes as a drawing: read, joined, reported, converted and cut.
+// Any bytes as a drawing: read, joined, reported, converted and cut. No bytes may crash the host, hold it up
+// or take more memory than its limits allow.
 #include <algorithm>
 #include <memory>
 #include <string_view>
@@ -11,6 +12,7 @@
 
 namespace {
 
+// What a host does with an object that it has read.
 void Exercise(const qev::CCadObject& object) {
     const std::unique_ptr<qev::CCadPolyline> converted(qev::Convert2Polyline(&object, 0.1));
     if (!converted) return;
@@ -23,7 +25,7 @@ void Exercise(const qev::CCadObject& object) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-    host::ErrorLog log(true);
+    host::ErrorLog log(true); // lenient, so that damage does not hide what comes behind it
     host::Drawing drawing;
     host::ReadDxfBytes({reinterpret_cast<const char*>(data), size}, log, drawing);
     host::JoinOpenPieces(drawing.root, 0.01);

@@ -1,4 +1,5 @@
-// Any bytes as a script, whose tables are then read, written, copied and called.
+// Any bytes as a script, whose tables are then read, written, copied and called. The bridge may throw its
+// texts and nothing else, and a text is at most 255 bytes long.
 #include <cfloat>
 #include <cstring>
 
@@ -12,7 +13,7 @@ using qev::CLuaAccess;
 
 constexpr CLuaAccess::EnumItem kModes[] = {{"Fast", 1}, {"Slow", 2}, {nullptr, 0}};
 
-// No files and no processes, and an end after some thousand steps.
+// A Lua state without files and processes, whose scripts end after some thousand steps.
 lua_State* Open() {
     lua_State* L = luaL_newstate();
     constexpr luaL_Reg kLibraries[] = {{"_G", luaopen_base},
@@ -28,6 +29,7 @@ lua_State* Open() {
     return L;
 }
 
+// Runs a step and catches what the bridge throws.
 template <class Step>
 void Try(Step step) {
     try {
@@ -37,6 +39,8 @@ void Try(Step step) {
     }
 }
 
+// Reads, writes and calls under names and places that a script is likely to have, with buffers that are too
+// small.
 void Exercise(lua_State* L, lua_State* target) {
     CLuaAccess access(L);
     access.m_bAutoCreate = true;

@@ -1,3 +1,11 @@
+// A digest answers one question: does another system compute the same bits? So it needs results of everything
+// that computes, on numbers that are the same everywhere, and a hash in which a single bit shows. It says
+// nothing about whether the results are right; the tests do.
+//
+// The numbers come from SplitMix64, integer arithmetic alone, and reach a range by one product and one sum.
+// Objects are made of such numbers without any elementary function, so that a difference is the library's and
+// not the digest's.
+
 #include "digest.h"
 
 #include <bit>
@@ -7,6 +15,7 @@
 namespace digest {
 namespace {
 
+// Appends a line, an arc or, on an extended contour, a Bezier piece to an end point.
 template <class Contour>
 void AddPiece(Sequence& random, Contour& contour, const math::DPOINT2& end) {
     const int kind = random.Int(3);
@@ -22,6 +31,7 @@ void AddPiece(Sequence& random, Contour& contour, const math::DPOINT2& end) {
         contour.AddArc(end, random.Bulge());
 }
 
+// A contour of so many segments. The last one leads back to the start in about every third contour.
 template <class Contour>
 std::unique_ptr<Contour> Make(Sequence& random, int segments) {
     auto contour = std::make_unique<Contour>(false);
@@ -38,8 +48,8 @@ void Digest::Add(double value) {
     if (std::isnan(value)) value = std::numeric_limits<double>::quiet_NaN();
     const auto bits = std::bit_cast<std::uint64_t>(value);
     constexpr std::uint64_t kPrime = 0x100000001b3;
-    for (int shift = 0; shift < 64; shift += 8) m_hash = (m_hash ^ (bits >> shift & 0xff)) * kPrime;
-    ++m_count;
+    for (int shift = 0; shift < 64; shift += 8) m_nHash = (m_nHash ^ (bits >> shift & 0xff)) * kPrime;
+    ++m_nCount;
 }
 
 void Digest::Add(const math::DPOINT2& p) {
@@ -58,7 +68,7 @@ void Digest::Add(const qev::SEGMENT& segment) {
 }
 
 std::uint64_t Sequence::Next() {
-    std::uint64_t z = m_state += 0x9e3779b97f4a7c15;
+    std::uint64_t z = m_nState += 0x9e3779b97f4a7c15;
     z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9;
     z = (z ^ (z >> 27)) * 0x94d049bb133111eb;
     return z ^ (z >> 31);
@@ -69,7 +79,7 @@ double Sequence::Uniform(double low, double high) {
 }
 
 double Sequence::Bulge() {
-    const double mantissa = Uniform(1, 2); // arguments have no order
+    const double mantissa = Uniform(1, 2); // drawn before the exponent: arguments have no order
     const double size = std::ldexp(mantissa, Int(26) - 24);
     return Int(2) == 0 ? size : -size;
 }
@@ -89,7 +99,7 @@ std::unique_ptr<qev::CCadObject> Sequence::Object() {
     const double turn = Uniform(-7, 7);
     const double sweep = Uniform(0.1, 6);
     const bool ccw = Int(2) == 0;
-    switch (m_objects++ % 8) {
+    switch (m_nObjects++ % 8) {
     case 0:
         return std::make_unique<qev::CCadLine>(p, Point(), false);
     case 1:

@@ -67,11 +67,11 @@ TEST(DxfObjects, NestedInsertsMultiplyTheirMaps) {
     EXPECT_NEAR(mirrored.objects[1]->GetSegment(0).dBulge, -1, 1e-12);
 }
 
-TEST(DxfObjects, AnInsertMayBeAGrid) {
-    const DrawingOf grid(DxfFile("0 INSERT 2 A 10 0 20 0 41 3 42 1 70 2 71 2 44 10 45 20", kBlocks));
+TEST(DxfObjects, AnInsertMayBeATurnedGrid) {
+    const DrawingOf grid(DxfFile("0 INSERT 2 A 10 0 20 0 41 3 42 1 50 90 70 2 71 2 44 10 45 20", kBlocks));
     ASSERT_EQ(grid.objects.size(), 8u);
-    EXPECT_POINT_NEAR(grid.objects[2]->GetStartPoint(), (DPOINT2{13, 0}), 1e-12);
-    EXPECT_POINT_NEAR(grid.objects[6]->GetStartPoint(), (DPOINT2{13, 20}), 1e-12);
+    EXPECT_POINT_NEAR(grid.objects[2]->GetStartPoint(), (DPOINT2{0, 13}), 1e-12);
+    EXPECT_POINT_NEAR(grid.objects[6]->GetStartPoint(), (DPOINT2{-20, 13}), 1e-12);
 }
 
 TEST(DxfObjects, ATextHoldsItsStrokes) {
