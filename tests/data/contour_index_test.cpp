@@ -3,6 +3,8 @@
 #include "../../data/contour_index.h"
 #include "support/support.h"
 
+using namespace qev;
+
 namespace {
 
 using namespace qev;

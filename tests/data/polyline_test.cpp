@@ -3,6 +3,9 @@
 
 #include "support/support.h"
 
+using namespace qev;
+using namespace test;
+
 namespace {
 
 using namespace qev;

@@ -2,6 +2,9 @@
 
 #include "support/support.h"
 
+using namespace qev;
+using namespace test;
+
 namespace {
 
 using Point = CConvexHelper::Point;

@@ -1,5 +1,8 @@
 #include "support/support.h"
 
+using namespace qev;
+using namespace test;
+
 namespace {
 
 // A host's own kind with any code, whose virtual answers are known.

@@ -1,5 +1,8 @@
 #include "support/support.h"
 
+using namespace qev;
+using namespace test;
+
 const auto kOpen = Polyline("0 0 L 10 0 L 10 10 L 0 10");
 const auto kClosed = Polyline("0 0 L 10 0 L 10 10 L 0 0");
 

@@ -1,5 +1,8 @@
 #include "support/support.h"
 
+using namespace qev;
+using namespace test;
+
 namespace {
 
 // Opens what derived calculators see.

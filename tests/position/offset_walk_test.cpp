@@ -1,5 +1,8 @@
 #include "support/support.h"
 
+using namespace qev;
+using namespace test;
+
 // Walks of up to some laps either way against the sum of lengths, modulo the whole.
 TEST(OffsetWalk, AgainstSummedLengths) {
     for (Random random; random.Rounds(2000);) {

@@ -3,6 +3,9 @@
 #include "../../common/kinds/conversion_settings.h"
 #include "support/support.h"
 
+using namespace qev;
+using namespace test;
+
 TEST(Convert2Polyline, SettingsTextInAnyLocale) {
     std::setlocale(LC_ALL, "de_DE.UTF-8"); // where there is one, it writes a comma
     EXPECT_EQ(ConversionSettings("Line", 0.01), "SegmentType=Line;AbsoluteError=      0.010000;");

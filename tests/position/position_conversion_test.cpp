@@ -1,5 +1,8 @@
 #include "support/support.h"
 
+using namespace qev;
+using namespace test;
+
 // Position -> point -> position -> point comes back to the point, near the origin and 1e4 mm away.
 TEST(PositionConversion, RoundTrips) {
     for (Random random; random.Rounds(3000);) {

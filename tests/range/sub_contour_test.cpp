@@ -1,5 +1,8 @@
 #include "support/support.h"
 
+using namespace qev;
+using namespace test;
+
 using Cut = std::unique_ptr<CCadMultiSegments>;
 
 const auto RandomPos = [](Random& random, const CCadObject& contour) {

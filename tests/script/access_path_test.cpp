@@ -2,6 +2,8 @@
 
 #include "script/lua_fixture.h"
 
+using namespace qev;
+
 namespace {
 
 using namespace qev;

@@ -1,5 +1,7 @@
 #include "script/lua_fixture.h"
 
+using namespace qev;
+
 namespace {
 
 using namespace qev;

@@ -3,6 +3,8 @@
 
 #include "script/lua_fixture.h"
 
+using namespace qev;
+
 namespace {
 
 // While set, the library's interpreters are opened on this memory: the program's luaL_newstate comes first.

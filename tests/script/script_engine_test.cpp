@@ -3,6 +3,8 @@
 #include "script/lua_fixture.h"
 #include "support/temp_path.h"
 
+using namespace qev;
+
 namespace {
 
 using namespace qev;

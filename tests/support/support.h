@@ -1,5 +1,6 @@
 /// \file
-/// What every test of geometry includes, and the names it uses without their namespaces.
+/// What every test of geometry includes. A test that writes `using namespace qev;` and `using namespace
+/// test;` has the names below without their namespaces.
 #pragma once
 
 #include <qev/qev.h>
@@ -9,8 +10,6 @@
 #include "support/shapes.h"
 
 namespace test {
-using namespace qev;
 using math::BulgeArc, math::CubicBezier, math::EllipticArc;
 using math::DPOINT2, math::kPi, math::kTwoPi, math::POLYPOS, math::PosRange;
 } // namespace test
-using namespace test;
