@@ -129,8 +129,28 @@ double LengthTo(const CCadMultiSegments& contour, const math::POLYPOS& pos) {
     return length;
 }
 
-bool IsAt(const math::POLYPOS& pos, const math::POLYPOS& expected, double tolerance) {
-    return pos.nSegIndex == expected.nSegIndex && std::abs(pos.dRatio - expected.dRatio) <= tolerance;
+testing::AssertionResult IsAt(const math::POLYPOS& pos, const math::POLYPOS& expected, double tolerance) {
+    if (pos.nSegIndex == expected.nSegIndex && std::abs(pos.dRatio - expected.dRatio) <= tolerance)
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure()
+           << "segment " << pos.nSegIndex << " ratio " << pos.dRatio << " instead of segment "
+           << expected.nSegIndex << " ratio " << expected.dRatio;
+}
+
+testing::AssertionResult IsAt(const math::PosRange& range, const math::PosRange& expected) {
+    if (auto start = IsAt(range.start, expected.start); !start) return start << " at the start";
+    if (auto end = IsAt(range.end, expected.end); !end) return end << " at the end";
+    if (range.nTag == expected.nTag) return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "tag " << range.nTag << " instead of " << expected.nTag;
+}
+
+testing::AssertionResult IsAt(const std::vector<math::PosRange>& ranges,
+                              const std::vector<math::PosRange>& expected) {
+    if (ranges.size() != expected.size())
+        return testing::AssertionFailure() << ranges.size() << " ranges instead of " << expected.size();
+    for (std::size_t i = 0; i < ranges.size(); ++i)
+        if (auto same = IsAt(ranges[i], expected[i]); !same) return same << " of range " << i;
+    return testing::AssertionSuccess();
 }
 
 double SampledDistance(const CurvePoint& curve, const DPOINT2& p, int samples) {
@@ -162,6 +182,16 @@ void ExpectFits(const CurvePoint& curve, int samples, const DPOINT2& p, const DP
         EXPECT_LE(gap, slack.box);
     }
     EXPECT_NEAR(area, SampledArea(curve, samples), slack.area);
+}
+
+testing::AssertionResult ArePointsNear(const char* pText, const char* qText, const char* toleranceText,
+                                       const DPOINT2& p, const DPOINT2& q, double tolerance) {
+    const double distance = math::D2GetDistance(p, q);
+    if (distance <= tolerance) return testing::AssertionSuccess();
+    return testing::AssertionFailure()
+           << pText << " is " << testing::PrintToString(p) << ",\n"
+           << qText << " is " << testing::PrintToString(q) << ", " << distance
+           << " mm away instead of at most " << tolerance << " (" << toleranceText << ")";
 }
 
 } // namespace test
