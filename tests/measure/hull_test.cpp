@@ -9,6 +9,7 @@ namespace {
 
 using Point = CConvexHelper::Point;
 
+// The tags of the hull's points, in their order.
 std::vector<int> Tags(const std::vector<Point>& points) {
     std::vector<Point> hull;
     CConvexHelper::ConvexGrahamScan(points, hull);
@@ -22,6 +23,17 @@ double Turn(const Point& a, const Point& b, const Point& c) {
 }
 
 // A point is a corner when some line through it and another has all others on its left.
+std::set<int> CornersByLines(const std::vector<Point>& points) {
+    std::set<int> corners;
+    for (const Point& a : points)
+        for (const Point& b : points)
+            if (a.nTag != b.nTag && std::all_of(points.begin(), points.end(), [&](const Point& c) {
+                    return c.nTag == a.nTag || c.nTag == b.nTag || Turn(a, b, c) > 0;
+                }))
+                corners.insert(a.nTag);
+    return corners;
+}
+
 TEST(Hull, AgainstEveryLineThroughTwoPoints) {
     for (Random random; random.Rounds(100);) {
         std::vector<Point> points;
@@ -29,36 +41,34 @@ TEST(Hull, AgainstEveryLineThroughTwoPoints) {
             const DPOINT2 p = random.Point();
             points.push_back({p.x + 1e4, p.y, i});
         }
-        std::set<int> corners;
-        for (const Point& a : points)
-            for (const Point& b : points) {
-                bool isEdge = a.nTag != b.nTag;
-                for (const Point& c : points)
-                    isEdge = isEdge && (c.nTag == a.nTag || c.nTag == b.nTag || Turn(a, b, c) > 0);
-                if (isEdge) corners.insert(a.nTag);
-            }
         const std::vector<int> tags = Tags(points);
-        EXPECT_EQ(std::set<int>(tags.begin(), tags.end()), corners);
-        for (std::size_t i = 0; i < tags.size(); ++i) { // the lowest comes first, and all turn left
+        EXPECT_EQ(std::set<int>(tags.begin(), tags.end()), CornersByLines(points));
+        for (std::size_t i = 0; i < tags.size(); ++i) {
             const auto at = [&](std::size_t k) { return points[tags[k % tags.size()]]; };
-            EXPECT_TRUE(at(i).y >= at(0).y && Turn(at(i), at(i + 1), at(i + 2)) > 0);
+            EXPECT_GE(at(i).y, at(0).y) << "the lowest comes first";
+            EXPECT_GT(Turn(at(i), at(i + 1), at(i + 2)), 0) << "counter-clockwise";
         }
     }
 }
 
-// The points and which of them make the hull: up to three come back as they are, of duplicates the first
-// counts, as low as the lowest is what is within 1e-9, what is not finite is left out.
+// The tag of a point is its place in the list.
 TEST(Hull, SmallFlatAndDoubled) {
-    for (const auto& [row, x, y, tags] : Rows<std::vector<double>, std::vector<double>, std::vector<int>>(
-             "none none none; 2,1,0 2,1,0 0,1,2; 1,0,0,1 1,1,0,0 2,3,0,1; 0,0,1,1,0 0,0,0,0,1 0,2,4;"
-             "1,0,0,1,0.5,1,0 1,1,0,0,0,0.5,0.3 2,3,0,1; 0,3,3,0 5e-10,0,3,3 0,1,2,3; 0,1,2,3 0,1,2,3 0,3;"
-             "nan,0,1,1,0 0,0,0,inf,1 1,2,4; 1,1,1,1 1,1,1,1 0")) {
+    for (const auto& [name, places, hull] : Table<const char*, std::vector<DPOINT2>, std::vector<int>>{
+             {"none", {}, {}},
+             {"up to three come back as they are", {{2, 2}, {1, 1}, {0, 0}}, {0, 1, 2}},
+             {"a square from its lowest left", {{1, 1}, {0, 1}, {0, 0}, {1, 0}}, {2, 3, 0, 1}},
+             {"doubled: the first counts", {{0, 0}, {0, 0}, {1, 0}, {1, 0}, {0, 1}}, {0, 2, 4}},
+             {"inside", {{1, 1}, {0, 1}, {0, 0}, {1, 0}, {0.5, 0}, {1, 0.5}, {0, 0.3}}, {2, 3, 0, 1}},
+             {"as low within 1e-9: the leftmost", {{0, 5e-10}, {3, 0}, {3, 3}, {0, 3}}, {0, 1, 2, 3}},
+             {"on a line: its ends", {{0, 0}, {1, 1}, {2, 2}, {3, 3}}, {0, 3}},
+             {"not finite: left out", {{kNaN, 0}, {0, 0}, {1, 0}, {1, kInf}, {0, 1}}, {1, 2, 4}},
+             {"all one", {{1, 1}, {1, 1}, {1, 1}, {1, 1}}, {0}}}) {
         std::vector<Point> points;
-        for (std::size_t i = 0; i < x.size(); ++i) points.push_back({x[i], y.at(i), static_cast<int>(i)});
-        EXPECT_EQ(Tags(points), tags) << row;
+        for (const DPOINT2& p : places) points.push_back({p.x, p.y, static_cast<int>(points.size())});
+        EXPECT_EQ(Tags(points), hull) << name;
     }
     const std::vector<Point> huge{{1e300, 0, 0}, {0, 1e300, 1}, {-1e300, 0, 2}, {0, -1e300, 3}, {1, 1, 4}};
-    EXPECT_LE(Tags(huge).size(), 5u);
+    EXPECT_LE(Tags(huge).size(), 5u) << "it ends";
 }
 
 // Points on the edges of a rectangle, off by 1e-8 mm: the corners stay, and little else.
@@ -74,40 +84,13 @@ TEST(Hull, NoisyRectanglesKeepTheirCorners) {
         }
         const std::vector<int> tags = Tags(points);
         for (int corner = 0; corner < 4; ++corner)
-            EXPECT_TRUE(std::any_of(tags.begin(), tags.end(), [&, c = points[corner]](int tag) {
-                return std::hypot(points[tag].x - c.x, points[tag].y - c.y) < 1e-7;
-            }));
+            EXPECT_TRUE(std::any_of(tags.begin(), tags.end(),
+                                    [&, c = points[corner]](int tag) {
+                                        return std::hypot(points[tag].x - c.x, points[tag].y - c.y) < 1e-7;
+                                    }))
+                << "corner " << corner;
         EXPECT_LE(tags.size(), 12u);
     }
-}
-
-TEST(Stock, PlatesAndTheirOutlines) {
-    const std::unique_ptr<Adobe> plate(Make_RectPlane(100, 50, 20)), same(Make_RectPlane(100, 50, 3));
-    double width = 0, height = 0, thickness = 0;
-    EXPECT_FALSE(GetRectPlaneParam(plate.get(), width, height, thickness)); // deliberately, having read them
-    EXPECT_TRUE(width == 100 && height == 50 && thickness == 20);
-    const auto* outline = static_cast<const CCadPolyline*>(plate->GetSectionData()->GetFront());
-    EXPECT_TRUE(outline->GetStartPoint().x == -50 && outline->GetStartPoint().y == -25 && outline->IsClose());
-    const auto isSame = [&](const char* a, const char* b) {
-        CCadGroup left, right;
-        Fill(left, {Polyline(a).release()});
-        Fill(right, {Polyline(b).release()});
-        return CAdobeHelper::IsSameProjectContour(&left, &right);
-    };
-    EXPECT_TRUE(CAdobeHelper::IsSameProjectContour(plate->GetSectionData(), same->GetSectionData()));
-    EXPECT_TRUE(isSame("0 0 L 5 0", "0 0 L 5 0.000001") && !isSame("0 0 L 5 0", "0 0 L 5 0.0000011"));
-    EXPECT_TRUE(isSame("0 0 A 1 0 1", "0 0 A 1 0 1.0000000001") && !isSame("0 0 A 1 0 1", "0 0 A 1 0 1.01"));
-    EXPECT_FALSE(isSame("0 0 L 5 0", "5 0 L 0 0") || isSame("0 0 L 5 0", "0 0 L 5 0 L 6 0"));
-    const CCadGroup empty, alike;
-    EXPECT_TRUE(CAdobeHelper::IsSameProjectContour(&empty, &alike));
-    EXPECT_FALSE(CAdobeHelper::IsSameProjectContour(&empty, plate->GetSectionData())
-                 || CAdobeHelper::IsSameProjectContour(nullptr, &empty));
-    MakeSectionData_RectPlane(plate->GetSectionData(), 1, 1);
-    const Adobe other(1);
-    width = -1;
-    const Adobe* const none[] = {plate.get(), &other, nullptr};
-    for (const Adobe* stock : none) EXPECT_FALSE(GetRectPlaneParam(stock, width, height, thickness));
-    EXPECT_EQ(width, -1);
 }
 
 } // namespace

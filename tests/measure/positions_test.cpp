@@ -3,67 +3,90 @@
 using namespace qev;
 using namespace test;
 
-const auto kOpen = Polyline("0 0 L 10 0 L 10 10 L 0 10");
-const auto kClosed = Polyline("0 0 L 10 0 L 10 10 L 0 0");
+// Both of three segments.
+const auto kOpen = Polyline(kOpenSquare);
+const auto kClosed = Polyline(kTriangle);
 
 TEST(Positions, SegmentCounts) {
-    for (const auto& [row, object, count] : Rows<std::string, int>(
-             "null -1; group -1; text -1; 'dot 0 0' -1; 'circle 0 0 1' 1; 'ellipsearc 0 0 2 1 0 0 1' 1;"
-             "'0 0 L 10 0 L 10 10 L 0 10' 3"))
-        EXPECT_EQ(GetCadSegments(Object(object).get()), count) << row;
+    EXPECT_EQ(GetCadSegments(kOpen.get()), 3);
+    EXPECT_EQ(GetCadSegments(Object("ellipsearc 0 0 2 1 0 0 1").get()), 1);
+    for (const char* none : {"null", "group", "text", "dot 0 0"})
+        EXPECT_EQ(GetCadSegments(Object(none).get()), -1) << none;
 }
 
-// Index, the one before and the one after, on no contour, the open and the closed one.
-TEST(Positions, Neighbours) {
-    const std::pair<const CCadObject*, const char*> tables[] = {
-        {nullptr, "1 -1 -1"},
-        {kOpen.get(),
-         "0 -1 1; 2 1 -1; -1 -2 0; 2147483647 2147483646 -1; -2147483648 -2147483648 -2147483647"},
-        {kClosed.get(), "0 2 1; 2 1 0; 1e99 0 2"}};
-    for (const auto& [object, rows] : tables)
-        for (const auto& [row, i, before, after] : Rows<int, int, int>(rows)) {
-            EXPECT_EQ(GetPreSegmentIndex(object, i), before) << row;
-            EXPECT_EQ(GetNextSegmentIndex(object, i), after) << row;
-        }
+TEST(Positions, NeighboursOfASegment) {
+    for (const auto& [contour, index, before, after] :
+         Table<const CCadObject*, int, int, int>{{kOpen.get(), 0, -1, 1},
+                                                 {kOpen.get(), 2, 1, -1},
+                                                 {kOpen.get(), -1, -2, 0},
+                                                 {kOpen.get(), INT_MAX, INT_MAX - 1, -1},
+                                                 {kOpen.get(), INT_MIN, INT_MIN, INT_MIN + 1},
+                                                 {kClosed.get(), 0, 2, 1},
+                                                 {kClosed.get(), 2, 1, 0},
+                                                 {kClosed.get(), INT_MAX, 0, 2},
+                                                 {nullptr, 1, -1, -1}}) {
+        SCOPED_TRACE(testing::Message() << index << (contour == kClosed.get() ? ", closed" : ""));
+        EXPECT_EQ(GetPreSegmentIndex(contour, index), before);
+        EXPECT_EQ(GetNextSegmentIndex(contour, index), after);
+    }
 }
 
-// Whether a position is malformed, invalid on the open and on the closed contour, and its normal forms there.
 TEST(Positions, ValidityAndNormalForm) {
-    for (const auto& [row, pos, malformed, badOpen, badClosed, normalOpen, normalClosed] :
-         Rows<POLYPOS, bool, bool, bool, POLYPOS, POLYPOS>(
-             "0+0 0 0 0 0+0 0+0; 1+0.5 0 0 0 1+0.5 1+0.5; 2+1 0 0 1 2+1 0+0; 1+1 0 1 1 2+0 2+0;"
-             "3+0 0 1 1 2+1 0+0; 3+0.5 0 1 1 3+0.5 0+0.5; 3+1 0 1 1 -1+0 1+0; 7+0.25 0 1 1 7+0.25 1+0.25;"
-             "1+1.0000000005 0 1 1 2+0 2+0; 1+1.000000002 1 1 1 1+1.000000002 1+1.000000002;"
-             "1+-1e-12 1 1 1 1+-1e-12 1+-1e-12; -1+0.5 1 1 1 -1+0.5 -1+0.5; 1e99+0.5 0 1 1 1e99+0.5 1+0.5")) {
-        SCOPED_TRACE(row);
-        EXPECT_EQ(IsInvalidPos(pos), malformed);
-        EXPECT_EQ(IsInvalidPos(kOpen.get(), pos), badOpen);
-        EXPECT_EQ(IsInvalidPos(kClosed.get(), pos), badClosed);
-        PosRange open{pos, pos}, closed = open;
+    enum Valid { kNowhere, kAlone, kOnOpen, kOnBoth }; // kAlone: well formed, but on neither contour
+    for (const auto& [name, pos, valid, normalOpen, normalClosed] :
+         Table<const char*, POLYPOS, Valid, POLYPOS, POLYPOS>{
+             {"the start", {0, 0}, kOnBoth, {0, 0}, {0, 0}},
+             {"inside", {1, 0.5}, kOnBoth, {1, 0.5}, {1, 0.5}},
+             {"the end", {2, 1}, kOnOpen, {2, 1}, {0, 0}},
+             {"the end of an inner segment", {1, 1}, kAlone, {2, 0}, {2, 0}},
+             {"its end within 1e-9", {1, 1 + 5e-10}, kAlone, {2, 0}, {2, 0}},
+             {"the start of the segment behind the last", {3, 0}, kAlone, {2, 1}, {0, 0}},
+             {"inside the segment behind the last", {3, 0.5}, kAlone, {3, 0.5}, {0, 0.5}},
+             {"the end of the segment behind the last", {3, 1}, kAlone, {-1, 0}, {1, 0}},
+             {"laps on", {7, 0.25}, kAlone, {7, 0.25}, {1, 0.25}},
+             {"the largest index", {INT_MAX, 0.5}, kAlone, {INT_MAX, 0.5}, {1, 0.5}},
+             {"beyond the end of a segment", {1, 1 + 2e-9}, kNowhere, {1, 1 + 2e-9}, {1, 1 + 2e-9}},
+             {"before the start of a segment", {1, -1e-12}, kNowhere, {1, -1e-12}, {1, -1e-12}},
+             {"a negative index", {-1, 0.5}, kNowhere, {-1, 0.5}, {-1, 0.5}}}) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(IsInvalidPos(pos), valid == kNowhere);
+        EXPECT_EQ(IsInvalidPos(kOpen.get(), pos), valid < kOnOpen);
+        EXPECT_EQ(IsInvalidPos(kClosed.get(), pos), valid < kOnBoth);
+        PosRange open{pos, {0, 1}}, closed{{0, 1}, pos};
         NormalizePosRange(kOpen.get(), open);
         NormalizePosRange(kClosed.get(), closed);
-        EXPECT_TRUE(IsAt(open.start, normalOpen) && IsAt(open.end, normalOpen));
-        EXPECT_TRUE(IsAt(closed.start, normalClosed) && IsAt(closed.end, normalClosed));
+        EXPECT_TRUE(IsAt(open, {normalOpen, {1, 0}}));
+        EXPECT_TRUE(IsAt(closed, {{1, 0}, normalClosed}));
     }
     EXPECT_TRUE(IsInvalidPos({0, kNaN}));
-    PosRange joint{{0, 1}, {-1, 0}}, beyond{{4, 0.5}, {4, 0.5}};
-    for (PosRange* each : {&joint, &beyond}) NormalizePosRange(nullptr, *each);
-    EXPECT_TRUE(joint.start.nSegIndex == -1 && joint.end.nSegIndex == -1 && beyond.start.nSegIndex == 4);
+    PosRange onNothing{{0, 1}, {4, 0.5}};
+    NormalizePosRange(nullptr, onNothing);
+    EXPECT_TRUE(IsAt(onNothing, {{-1, 0}, {4, 0.5}}));
 }
 
-// Whether a range is malformed, and whether it is invalid on the open contour.
-TEST(Positions, RangesAndScalarForm) {
-    for (const auto& [row, start, end, invalid, invalidOpen] : Rows<POLYPOS, POLYPOS, bool, bool>(
-             "0+0 0+1 0 1; 0+0.5 0+0.5000000009 1 1; 0+0.5 0+0.500000002 0 0; 2+0.5 0+0.5 0 0; 0+0 2+1 0 0;"
-             "0+0 5+0 0 1; 0+-1 1+0 1 1")) {
-        EXPECT_EQ(IsInvalidRange({start, end}), invalid) << row;
-        EXPECT_EQ(IsInvalidRange(kOpen.get(), {start, end}), invalidOpen) << row;
+TEST(Positions, ValidityOfARange) {
+    for (const auto& [name, range, isValid, isValidOnOpen] : Table<const char*, PosRange, bool, bool>{
+             {"the whole contour", {{0, 0}, {2, 1}}, true, true},
+             {"over the start point", {{2, 0.5}, {0, 0.5}}, true, true},
+             {"as long as the tolerance", {{0, 0.5}, {0, 0.5 + 2e-9}}, true, true},
+             {"shorter than the tolerance", {{0, 0.5}, {0, 0.5 + 9e-10}}, false, false},
+             {"to an end that is no normal form", {{0, 0}, {0, 1}}, true, false},
+             {"off the contour", {{0, 0}, {5, 0}}, true, false},
+             {"from a position that is malformed", {{0, -1}, {1, 0}}, false, false}}) {
+        EXPECT_EQ(IsInvalidRange(range), !isValid) << name;
+        EXPECT_EQ(IsInvalidRange(kOpen.get(), range), !isValidOnOpen) << name;
     }
+}
+
+TEST(Positions, AsOneNumber) {
     EXPECT_EQ(PolyPosToDouble({2, 0.25}), 2.25);
-    for (const auto& [row, value, open, closed] :
-         Rows<double, POLYPOS, POLYPOS>("1.25 1+0.25 1+0.25; 3 2+1 0+0; -0.5 -1+0.5 -1+0.5; 1e300 -1+0 "
-                                        "-1+0; -1e300 -1+0 -1+0; nan -1+0 -1+0")) {
-        EXPECT_TRUE(IsAt(DoubleToPolyPos(kOpen.get(), value), open)) << row;
-        EXPECT_TRUE(IsAt(DoubleToPolyPos(kClosed.get(), value), closed)) << row;
+    for (const auto& [value, open, closed] : Table<double, POLYPOS, POLYPOS>{{1.25, {1, 0.25}, {1, 0.25}},
+                                                                             {3, {2, 1}, {0, 0}},
+                                                                             {-0.5, {-1, 0.5}, {-1, 0.5}},
+                                                                             {1e300, {-1, 0}, {-1, 0}},
+                                                                             {-1e300, {-1, 0}, {-1, 0}},
+                                                                             {kNaN, {-1, 0}, {-1, 0}}}) {
+        EXPECT_TRUE(IsAt(DoubleToPolyPos(kOpen.get(), value), open)) << value;
+        EXPECT_TRUE(IsAt(DoubleToPolyPos(kClosed.get(), value), closed)) << value;
     }
 }

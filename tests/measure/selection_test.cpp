@@ -1,98 +1,70 @@
-#include "support/support.h"
+#include "letters.h"
+
+using namespace qev;
+using namespace test;
 
 namespace {
 
-// A selection from letters: c closed contour, o open contour, d dot, t text, x kind 0x1300, ( ) a group.
-struct Selection : CCadGroup {
-    explicit Selection(const std::string& letters) {
-        std::vector<CCadGroup*> open{this};
-        for (const char letter : letters) {
-            if (letter == '(') open.push_back(AddGroup(*open.back()));
-            if (letter == ')') open.pop_back();
-            if (letter >= 'c') open.back()->PushBack(Make(letter));
-        }
+// A random selection: up to eight letters, in groups up to any depth, empty ones among them.
+std::string RandomLetters(Random& random) {
+    std::string letters;
+    int depth = 0;
+    for (int i = random.Int(0, 8); i > 0; --i) {
+        const char letter = "coodttx(()"[random.Int(0, 9)];
+        if (letter == ')' && depth == 0) continue;
+        depth += letter == '(' ? 1 : letter == ')' ? -1 : 0;
+        letters += letter;
     }
-    const std::list<CCadObject*>* List() const { return &GetObjectsList(); }
-    // The letters of what a function has collected.
-    static std::string Letters(const std::list<CCadObject*>& list) {
-        std::string letters;
-        for (const CCadObject* object : list) letters += object->GetKey("letter").GetString();
-        return letters;
-    }
-    static CCadObject* Make(char letter) {
-        struct Other : CCadObject {
-            cad_t GetType() const override { return 0x1300; }
-        };
-        const char* const text = letter == 'c' ? "circle 0 0 1" : letter == 'o' ? "line 0 0 2 3" : "dot 0 0";
-        CCadObject* const object = letter == 't'   ? static_cast<CCadObject*>(TextOf(Make('c')))
-                                   : letter == 'x' ? new Other
-                                                   : Object(text).release();
-        if (letter == 't') static_cast<CCadText*>(object)->GetTextGroup()->PushBack(Make('o'));
-        object->SetKey("letter", std::string(1, letter).c_str());
-        return object;
-    }
-};
+    return letters + std::string(depth, ')');
+}
 
-// Members, what IsClose says, then whether all are open, closed, dots, texts, and how many texts there are.
-TEST(Selection, ClosednessAndSorts) {
-    for (const auto& [row, members, close, unclosed, closed, dots, texts, textCount] :
-         Rows<std::string, int, bool, bool, bool, bool, int>(
-             "'' -2 1 1 1 0 0; () -2 1 1 1 0 0; o 0 1 0 0 0 0; c 1 0 1 0 0 0; t 1 0 1 0 1 1; co -1 0 0 0 0 0;"
-             "()c 1 0 1 0 0 0; c() -1 0 1 0 0 0; (co) -1 0 0 0 0 0; (co)c -1 0 0 0 0 0; (c)(c) 1 0 1 0 0 0;"
-             "(())((o)o) 0 1 0 0 0 0; ct(c) 1 0 1 0 0 1; (co)(co) -1 0 0 0 0 0; ot -1 0 0 0 0 1;"
-             "to -1 0 1 0 0 1; (t)o -1 0 1 0 0 1; c(c) 1 0 1 0 0 0; d(d) 0 1 0 1 0 0; t(t) 1 0 1 0 1 2;"
-             "t() -1 0 1 0 0 1; (tt)t 1 0 1 0 1 3")) {
-        SCOPED_TRACE(row);
-        const Selection s(members);
-        EXPECT_EQ(IsClose(&s), close);
-        EXPECT_TRUE(IsAllUnClosed(s.List()) == unclosed && IsAllClosed(s.List()) == closed);
-        EXPECT_TRUE(IsAllDot(s.List()) == dots && IsAllText(s.List()) == texts);
-        EXPECT_TRUE(GetTextCount(s.List()) == textCount && GetTextCount(&s) == textCount);
+bool HasOnly(const std::string& letters, const char* allowed) {
+    return letters.find_first_not_of(allowed) == std::string::npos;
+}
+
+// What holds for all members can be told from the letters alone.
+TEST(Selection, AllMembersAgainstTheLetters) {
+    for (Random random; random.Rounds(2000);) {
+        const std::string letters = RandomLetters(random);
+        SCOPED_TRACE(letters);
+        const Letters s(letters);
+        const auto texts = std::count(letters.begin(), letters.end(), 't');
+        const bool hasEmpty = letters.empty() || letters.find("()") != std::string::npos;
+        EXPECT_EQ(IsAllUnClosed(s.List()), HasOnly(letters, "()odx"));
+        EXPECT_EQ(IsAllClosed(s.List()), HasOnly(letters.substr(0, letters.find('t')), "()c"))
+            << "what follows a text is not looked at";
+        EXPECT_EQ(IsAllDot(s.List()), HasOnly(letters, "()d"));
+        EXPECT_EQ(IsAllText(s.List()), HasOnly(letters, "()t") && !hasEmpty);
+        EXPECT_EQ(GetTextCount(s.List()), texts);
+        EXPECT_EQ(GetTextCount(&s), texts);
     }
-    EXPECT_FALSE(IsAllUnClosed(nullptr) || IsAllClosed(nullptr) || IsAllDot(nullptr) || IsAllText(nullptr));
-    const CCadObject* const nothing = nullptr;
-    EXPECT_EQ(IsClose(nothing) + GetTextCount(nothing), 0);
+    for (const auto holds : {IsAllUnClosed, IsAllClosed, IsAllDot, IsAllText}) EXPECT_FALSE(holds(nullptr));
+    EXPECT_EQ(GetTextCount(static_cast<const CCadObject*>(nullptr)), 0);
+}
+
+TEST(Selection, Closedness) {
+    for (const auto& [answer, selections] : Table<int, std::vector<const char*>>{
+             {-2, {"", "()"}},                                                   // nothing
+             {0, {"o", "(())((o)o)", "d(d)"}},                                   // all open
+             {1, {"c", "t", "()c", "(c)(c)", "ct(c)", "c(c)", "t(t)", "(tt)t"}}, // all closed, as texts are
+             {-1, {"co", "c()", "(co)", "(co)c", "(co)(co)", "ot", "to", "(t)o", "t()"}}}) // mixed
+        for (const char* letters : selections) {
+            const Letters s(letters);
+            EXPECT_EQ(IsClose(&s), answer) << letters;
+        }
+    EXPECT_EQ(IsClose(static_cast<const CCadObject*>(nullptr)), 0);
     EXPECT_EQ(IsClose(Object("relation").get()), 0) << "only plain groups ask their members";
 }
 
-// Members, what is removed (a mask, or a list of kinds) and what is kept.
-TEST(Selection, Filters) {
-    for (const auto& [row, members, mask, kinds, kept] :
-         Rows<std::string, int, std::vector<int>, std::string>(
-             "co(d)t 0x1200 none cot; co(d)t 0x0400 none odt; co(dt) 0x0200 none cd; co(d) 0 none cod;"
-             "'' 0x1200 none ''; co(dt) -1 0x1100,0x1200 ct; co(dt) -1 0x1900 co; (c(o)) -1 none co")) {
-        const Selection s(members);
-        std::list<CCadObject*> out;
-        if (mask >= 0) RemoveCadByType(s.List(), &out, mask);
-        if (mask < 0) RemoveCadByType(s.List(), &out, std::list<cad_t>(kinds.begin(), kinds.end()));
-        EXPECT_EQ(Selection::Letters(out), kept) << row;
-    }
-}
-
-TEST(Selection, Collectors) {
-    Selection s("co(dt(x)c)o");
-    std::list<CCadObject*> closed, leaves;
-    CollectCloseCad(s.List(), &closed);
-    EXPECT_EQ(Selection::Letters(closed), "ccc") << "one in the text's outline";
-    CollectLeafNode(s.List(), &leaves);
-    EXPECT_EQ(Selection::Letters(leaves), "coco");
-    CollectCloseCad(s.List(), nullptr);
-    CollectLeafNode(nullptr, &leaves);
-    CollectObject(nullptr, &s);
-    CollectObject(&s, nullptr);
-    CCadGroup target;
-    CollectObject(&s, &target);
-    EXPECT_EQ(Selection::Letters(target.GetObjectsList()), "codtxco");
-    CollectObject(&target, &target); // into itself: what it held comes once more, and the walk ends
-    EXPECT_EQ(target.GetNumOfChild(), 14);
-    target.PickOffAll();
-}
-
-TEST(Selection, Corners) {
-    const Selection s("oc"); // boxes (0, 0)-(2, 3) and (-1, -1)-(1, 1)
-    for (const auto& [row, key, corner] :
-         Rows<std::string, DPOINT2>("TL -1,3; TR 2,3; BL -1,-1; BR 2,-1; tl -1,-1; TRx -1,-1"))
-        EXPECT_POINT_NEAR(GetCornerPoint(s.List(), key.c_str()), corner, 0) << row;
+TEST(Selection, CornersOfTheBox) {
+    const Letters s("oc"); // boxes (0, 0)-(2, 3) and (-1, -1)-(1, 1)
+    for (const auto& [key, corner] : Table<const char*, DPOINT2>{{"TL", {-1, 3}},
+                                                                 {"TR", {2, 3}},
+                                                                 {"BL", {-1, -1}},
+                                                                 {"BR", {2, -1}},
+                                                                 {"tl", {-1, -1}},
+                                                                 {"TRx", {-1, -1}}})
+        EXPECT_POINT_NEAR(GetCornerPoint(s.List(), key), corner, 0) << key;
     EXPECT_POINT_NEAR(GetCornerPoint(s.List(), nullptr), (DPOINT2{-1, -1}), 0);
     EXPECT_POINT_NEAR(GetCornerPoint(nullptr, "TR"), (DPOINT2{0, 0}), 0);
 }
@@ -100,18 +72,24 @@ TEST(Selection, Corners) {
 TEST(CoEdge, MarksAreExact) {
     CCadGroup group;
     CCadLine line({0, 0}, {1, 0});
-    EXPECT_FALSE(IsCoEdgeGroup(&group) || IsCoEdgeObject(&line) || IsCoEdgeObject_Tube(&line));
-    EXPECT_FALSE(IsCoEdgeGroup(nullptr) || IsCoEdgeObject(nullptr) || IsCoEdgeObject_Tube(nullptr));
-    group.SetKey("GroupType", "1");
-    line.SetKey("GroupType", "1");
-    EXPECT_TRUE(IsCoEdgeGroup(&group) && !IsCoEdgeGroup(&line));
-    for (const auto& [row, key, value, coEdge, tube] : Rows<std::string, std::string, bool, bool>(
-             "CoEdge 1 0 0; CoEdge true 1 0; CoEdge True 0 0; IsCoedgeEdge 1 0 1; TubeTrucateCoedge 1 0 1;"
-             "TubeTruncateCoedge 1 0 0; IsCoedgeEdge true 0 0")) {
+    EXPECT_FALSE(IsCoEdgeGroup(&group));
+    for (CCadObject* object : {static_cast<CCadObject*>(&group), static_cast<CCadObject*>(&line)})
+        object->SetKey("GroupType", "1");
+    EXPECT_TRUE(IsCoEdgeGroup(&group));
+    EXPECT_FALSE(IsCoEdgeGroup(&line)) << "no group";
+    for (const auto& [key, value, isCoEdge, isTube] :
+         Table<const char*, const char*, bool, bool>{{"CoEdge", "true", true, false},
+                                                     {"CoEdge", "True", false, false},
+                                                     {"IsCoedgeEdge", "1", false, true},
+                                                     {"TubeTrucateCoedge", "1", false, true},
+                                                     {"TubeTruncateCoedge", "1", false, false}}) {
         CCadLine marked({0, 0}, {1, 0});
-        marked.SetKey(key.c_str(), value.c_str());
-        EXPECT_TRUE(IsCoEdgeObject(&marked) == coEdge && IsCoEdgeObject_Tube(&marked) == tube) << row;
+        marked.SetKey(key, value);
+        EXPECT_EQ(IsCoEdgeObject(&marked), isCoEdge) << key << " = " << value;
+        EXPECT_EQ(IsCoEdgeObject_Tube(&marked), isTube) << key << " = " << value;
     }
+    for (const auto isMarked : {IsCoEdgeGroup, IsCoEdgeObject, IsCoEdgeObject_Tube})
+        EXPECT_FALSE(isMarked(nullptr));
 }
 
 } // namespace
