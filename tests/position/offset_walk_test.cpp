@@ -13,8 +13,7 @@ TEST(OffsetWalk, AgainstSummedLengths) {
         const double offset = total * random.Uniform(-3.5, 3.5);
         const int laps = GetPosByOffset(contour.get(), pos, offset, out);
         const double travelled = LengthTo(*contour, pos) + offset;
-        const double error = std::remainder(LengthTo(*contour, out) - travelled, total);
-        EXPECT_LE(std::abs(error), 1e-12 * total);
+        EXPECT_NEAR(std::remainder(LengthTo(*contour, out) - travelled, total), 0, 1e-12 * total);
         EXPECT_EQ(laps, static_cast<int>(std::abs(offset) / total));
     }
 }
@@ -33,83 +32,61 @@ TEST(OffsetWalk, LongContoursThereAndBack) {
     }
 }
 
-// Position, offset, laps (-1: refused) and the position reached, on one contour after the other.
 TEST(OffsetWalk, LapsJointsAndEnds) {
-    const std::pair<const char*, const char*> tables[] = {
-        {"0 0 L 10 0 L 10 10 L 0 10 L 0 0",
-         "0+0.5 45 1 1+0; 0+0.5 40 1 0+0.5; 0+0.5 3 0 0+0.8; 0+0.5 -40 1 0+0.5; 0+0.5 -5 0 0+0; "
-         "0+0 -5 0 3+0.5; 0+0.5 38 0 0+0.3; 0+0.5 1e-10 0 0+0.5; 0+0.5 4000000003 1e8 0+0.8; 0+1 1 -1 0+0"},
-        {"0 0 L 10 0 L 10 10 L 0 10", "0+0.5 25 0 2+1; 0+0.5 26 0 0+0.1; 2+1 -10 0 2+0; 0+0 -1 0 2+0.9"},
-        {"line 0 0 10 0", "0+0.5 7 0 0+0.2; 0+0.5 5 0 0+1; 0+0.5 -27 2 0+0.8"},
-        {"circle 0 0 1.5915494309189535", "0+0.5 5 0 0+0; 0+0.25 10 1 0+0.25"}, // of length 10
-        {"0 0 L 10 0", "0+0.5 27 2 0+0.2"},
-        {"0 0 L 0 0 L 0 0", "0+0 1 -1 0+0"},
-        {"polyline", "0+0 1 -1 0+0"},
-        {"null", "0+0 1 -1 0+0"}};
-    for (const auto& [text, rows] : tables)
-        for (const auto& [row, pos, offset, laps, expected] : Rows<POLYPOS, double, int, POLYPOS>(rows)) {
-            SCOPED_TRACE(text + (":" + row));
-            const auto object = Object(text);
-            POLYPOS out;
-            EXPECT_EQ(GetPosByOffset(object.get(), pos, offset, out), laps);
-            if (laps >= 0) EXPECT_TRUE(IsAt(out, expected, 1e-8)) << out.nSegIndex << "+" << out.dRatio;
-            for (const double hostile : {kNaN, kInf, -kInf, 1e300, -1e300})
-                EXPECT_EQ(GetPosByOffset(object.get(), pos, hostile, out), -1);
-            for (const int index : {INT_MIN, INT_MAX})
-                EXPECT_EQ(GetPosByOffset(object.get(), {index, 0.5}, 1, out), -1);
-        }
-}
-
-// Back, forward, step; the multiples in between.
-TEST(OffsetWalk, StepTable) {
-    for (const auto& [row, back, forward, step, steps] : Rows<double, double, double, std::vector<int>>(
-             "2.5 1.2 1 1,-1,-2; 0 0 1 none; 3 0 1 -1,-2,-3; -3 2 1 1,2; 1 1 0 none; nan 1 1 none;"
-             "1e300 1 1 none")) {
-        std::vector<int> out;
-        GetOffsetTable(back, forward, step, out);
-        EXPECT_EQ(out, steps) << row;
+    for (const auto& [name, contour, from, offset, laps, to] :
+         Table<const char*, const char*, POLYPOS, double, int, POLYPOS>{
+             {"more than a lap, onto a joint", kSquare, {0, 0.5}, 45, 1, {1, 0}},
+             {"a lap on", kSquare, {0, 0.5}, 40, 1, {0, 0.5}},
+             {"a lap back", kSquare, {0, 0.5}, -40, 1, {0, 0.5}},
+             {"back to the start", kSquare, {0, 0.5}, -5, 0, {0, 0}},
+             {"back over the start", kSquare, {0, 0}, -5, 0, {3, 0.5}},
+             {"nearly a lap", kSquare, {0, 0.5}, 38, 0, {0, 0.3}},
+             {"to the end of a closed contour, which is its start", kSquare, {3, 0.5}, 5, 0, {0, 0}},
+             {"nowhere", kSquare, {0, 0.5}, 1e-10, 0, {0, 0.5}},
+             {"very many laps", kSquare, {0, 0.5}, 4'000'000'003, 100'000'000, {0, 0.8}},
+             {"to the end of an open contour", kOpenSquare, {0, 0.5}, 25, 0, {2, 1}},
+             {"over the end of an open contour", kOpenSquare, {0, 0.5}, 26, 0, {0, 0.1}},
+             {"back from the end", kOpenSquare, {2, 1}, -10, 0, {2, 0}},
+             {"back over the start of an open contour", kOpenSquare, {0, 0}, -1, 0, {2, 0.9}},
+             {"over the end of a line", "line 0 0 10 0", {0, 0.5}, 7, 0, {0, 0.2}},
+             {"to the end of a line", "line 0 0 10 0", {0, 0.5}, 5, 0, {0, 1}},
+             {"laps back on a line", "line 0 0 10 0", {0, 0.5}, -27, 2, {0, 0.8}},
+             {"to the end of a circle, which is its start", kCircleOf10, {0, 0.5}, 5, 0, {0, 0}},
+             {"a lap on a circle", kCircleOf10, {0, 0.25}, 10, 1, {0, 0.25}},
+             {"laps on a polyline of one segment", "0 0 L 10 0", {0, 0.5}, 27, 2, {0, 0.2}}}) {
+        SCOPED_TRACE(name);
+        POLYPOS out;
+        EXPECT_EQ(GetPosByOffset(Object(contour).get(), from, offset, out), laps);
+        EXPECT_TRUE(IsAt(out, to, 1e-8));
     }
 }
 
-TEST(SharpJoints, TurnsAndTheHull) {
-    for (const auto& [row, object, angle, expected] : Rows<std::string, double, std::vector<int>>(
-             "'0 0 L 10 0 L 10 10 L 0 10 L 0 0' 90 1,2,3,0; '0 0 L 10 0 L 10 10 L 0 10 L 0 0' 91 none;"
-             "'0 0 L 10 0 L 10 10 L 0 10' 45 1,2; '0 0 L 10 0 L 20 0 L 20 5' 30 2;"
-             "'0 0 L 10 0 A 10 10 1 L 0 10' 30 none; '0 0 L 10 0 A 10 10 -1 L 0 10' 170 1,2;"
-             "'ellipse 0 0 2 1 0' 10 0; '0 0 L 10 0 B 10 5 5 10 0 10 L 0 0' 10 0")) { // no direction: Bezier
-        std::vector<int> joints;
-        CollectPos(Object(object).get(), angle, joints);
-        EXPECT_EQ(joints, expected) << row;
+TEST(OffsetWalk, Refusals) {
+    POLYPOS out;
+    for (const char* text :
+         {kSquare, kOpenSquare, "line 0 0 10 0", kCircleOf10, "0 0 L 0 0 L 0 0", "polyline", "null"}) {
+        const auto object = Object(text);
+        for (const double offset : {kNaN, kInf, -kInf, 1e300, -1e300})
+            EXPECT_EQ(GetPosByOffset(object.get(), {0, 0.5}, offset, out), -1) << text << " by " << offset;
+        for (const int index : {INT_MIN, INT_MAX})
+            EXPECT_EQ(GetPosByOffset(object.get(), {index, 0.5}, 1, out), -1) << text << " at " << index;
     }
-    std::vector<int> joints, second;
-    // an L: five corners turn left, the one at (4, 4) right
-    const auto bracket = Polyline("4 4 L 4 10 L 0 10 L 0 0 L 10 0 L 10 4 L 4 4");
-    for (const int limit : {1, 6, 4, 0}) {
-        joints.clear(), second = {-7};
-        CollectTurnDirPos(bracket.get(), 45, joints, limit, second);
-        const bool split = limit == 4 || limit == 0;
-        EXPECT_EQ(joints, split ? (std::vector{3, 4, 5, 1, 2}) : (std::vector{1, 2, 3, 4, 5, 0})) << limit;
-        EXPECT_EQ(second, split ? std::vector{0} : std::vector{-7}) << limit;
-    }
+    for (const char* text : {"0 0 L 0 0 L 0 0", "polyline", "null"})
+        EXPECT_EQ(GetPosByOffset(Object(text).get(), {0, 0}, 1, out), -1) << text;
+    EXPECT_EQ(GetPosByOffset(Object(kSquare).get(), {0, 1}, 1, out), -1) << "the end of an inner segment";
 }
 
-// Both lengths against sums, on three segments of lengths 1, 2 and 3.
-TEST(LengthBetween, BothVariants) {
-    const std::pair<const char*, const char*> tables[] = {
-        {"0 0 L 1 0 L 3 0 L 0 0", "1+0.5 1+0.25 -0.5 5.5; 1+0.5 1+0.5 0 6; 2+0.5 0+0.5 2 2; 0+0.5 2+0.5 4 4"},
-        {"0 0 L 1 0 L 3 0 L 6 0", "2+0.5 0+0.5 2 -4; 0+0.5 2+0.5 4 4; 1+0.5 1+0.5 0 0; 0+0 7+0 -77 -77;"
-                                  "-1e99+0 1e99+0 -77 -77"},
-        {"line 0 0 10 0", "0+0.75 0+0.25 -5 -5"},
-        {"circle 0 0 1.5915494309189535", "0+0.75 0+0.25 5 5; 0+0.5 0+0.5 10 10"},
-        {"0 0 L 1 0 B 1 0 2 0 2 0", "1+0 0+0 -77 -77"}, // extended: left out
-        {"null", "0+0 0+1 -77 -77"}};
-    for (const auto& [text, rows] : tables)
-        for (const auto& [row, from, to, once, twice] : Rows<POLYPOS, POLYPOS, double, double>(rows)) {
-            SCOPED_TRACE(text + (":" + row));
-            const auto object = Object(text);
-            double first = -77, second = -77; // kept where there is no answer
-            GetLineLength_Dot2Dot(object.get(), from, to, first);
-            GetLineLength_Dot2Dot2(object.get(), from, to, second);
-            EXPECT_POINT_NEAR((DPOINT2{first, second}), (DPOINT2{once, twice}), 1e-12);
-        }
+TEST(OffsetWalk, StepsOfATable) {
+    for (const auto& [back, forward, step, expected] :
+         Table<double, double, double, std::vector<int>>{{2.5, 1.2, 1, {1, -1, -2}},
+                                                         {0, 0, 1, {}},
+                                                         {3, 0, 1, {-1, -2, -3}},
+                                                         {-3, 2, 1, {1, 2}},
+                                                         {1, 1, 0, {}},
+                                                         {kNaN, 1, 1, {}},
+                                                         {1e300, 1, 1, {}}}) {
+        std::vector<int> steps;
+        GetOffsetTable(back, forward, step, steps);
+        EXPECT_EQ(steps, expected) << back << " back, " << forward << " forward by " << step;
+    }
 }

@@ -1,0 +1,53 @@
+#include "support/support.h"
+
+using namespace qev;
+using namespace test;
+
+namespace {
+
+// Segments of 1, 2 and 3 mm, closed and open.
+const char* const kClosed = "0 0 L 1 0 L 3 0 L 0 0";
+const char* const kOpen = "0 0 L 1 0 L 3 0 L 6 0";
+constexpr double kNone = -77; // what is there before, and stays where there is no answer
+
+// `wrapping` is the variant that takes equal positions on a closed contour for a whole lap.
+TEST(LengthBetween, BothVariants) {
+    for (const auto& [name, contour, from, to, expectedPlain, expectedWrapping] :
+         Table<const char*, const char*, POLYPOS, POLYPOS, double, double>{
+             {"back in a segment", kClosed, {1, 0.5}, {1, 0.25}, -0.5, 5.5},
+             {"equal", kClosed, {1, 0.5}, {1, 0.5}, 0, 6},
+             {"equal on an open contour", kOpen, {1, 0.5}, {1, 0.5}, 0, 0},
+             {"back on a line", "line 0 0 10 0", {0, 0.75}, {0, 0.25}, -5, -5},
+             {"over the start of a circle", kCircleOf10, {0, 0.75}, {0, 0.25}, 5, 5},
+             {"equal on a circle", kCircleOf10, {0, 0.5}, {0, 0.5}, 10, 10},
+             {"off the contour", kOpen, {0, 0}, {7, 0}, kNone, kNone},
+             {"far off the contour", kOpen, {INT_MIN, 0}, {INT_MAX, 0}, kNone, kNone},
+             {"an extended polyline", "0 0 L 1 0 B 1 0 2 0 2 0", {1, 0}, {0, 0}, kNone, kNone},
+             {"no object", "null", {0, 0}, {0, 1}, kNone, kNone}}) {
+        SCOPED_TRACE(name);
+        const auto object = Object(contour);
+        double plain = kNone, wrapping = kNone;
+        GetLineLength_Dot2Dot(object.get(), from, to, plain);
+        GetLineLength_Dot2Dot2(object.get(), from, to, wrapping);
+        EXPECT_NEAR(plain, expectedPlain, 1e-12);
+        EXPECT_NEAR(wrapping, expectedWrapping, 1e-12);
+    }
+}
+
+TEST(LengthBetween, AgainstSummedLengths) {
+    for (Random random; random.Rounds(500);) {
+        const auto contour = RandomPolyline(random, 8);
+        const int count = contour->GetSegmentCount();
+        const POLYPOS from = random.Pos(count), to = random.Pos(count);
+        const double total = contour->GetLength(), ahead = LengthTo(*contour, to) - LengthTo(*contour, from);
+        const bool isBack = PolyPosToDouble(to) < PolyPosToDouble(from);
+        double plain = kNone, wrapping = kNone;
+        GetLineLength_Dot2Dot(contour.get(), from, to, plain);
+        GetLineLength_Dot2Dot2(contour.get(), from, to, wrapping);
+        EXPECT_NEAR(wrapping, isBack && contour->IsClose() ? ahead + total : ahead, 1e-12 * (1 + total));
+        if (!isBack || (contour->IsClose() && to.nSegIndex < from.nSegIndex))
+            EXPECT_NEAR(plain, isBack ? ahead + total : ahead, 1e-12 * (1 + total));
+    }
+}
+
+} // namespace
