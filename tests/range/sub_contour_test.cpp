@@ -3,13 +3,16 @@
 using namespace qev;
 using namespace test;
 
+namespace {
+
 using Cut = std::unique_ptr<CCadMultiSegments>;
 
-const auto RandomPos = [](Random& random, const CCadObject& contour) {
+// A position in normal form, one in four at the start of a segment.
+POLYPOS RandomPos(Random& random, const CCadObject& contour) {
     POLYPOS pos{random.Int(0, contour.GetSegmentCount() - 1), std::max(0.0, random.Uniform(-0.3, 1))};
     NormalizePos(&contour, pos);
     return pos;
-};
+}
 
 // The cut is as long as the difference of the positions, runs between their points, and lies on the contour.
 TEST(SubContour, CutsTheStretchBetweenTwoPositions) {
@@ -43,8 +46,9 @@ TEST(SubContour, BezierPiecesAreTakenWholeOrNotAtAll) {
     const auto contour = PolylineEx("0 0 L 10 0 A 20 0 1 B 22 5 28 5 30 0 L 40 0");
     const Cut whole(GetPolylineByRange(contour.get(), {{0, 0.5}, {3, 0.5}}));
     ASSERT_EQ(whole->GetType(), kCadPolylineEx);
-    const int types[] = {1, 2, 3, 1};
-    for (int i = 0; i < 4; ++i) EXPECT_EQ(whole->GetSegment(i).nType, types[i]);
+    std::vector<int> types;
+    for (int i = 0; i < whole->GetSegmentCount(); ++i) types.push_back(whole->GetSegment(i).nType);
+    EXPECT_EQ(types, (std::vector<int>{SEGMENT::kLine, SEGMENT::kArc, SEGMENT::kBezier, SEGMENT::kLine}));
     EXPECT_POINT_NEAR(whole->GetSegment(2).ptCtrl2, (DPOINT2{28, 5}), 0);
     const Cut partial(GetMultiSementsByRange(contour.get(), {{2, 0.5}, {3, 0.5}}));
     EXPECT_EQ(partial->GetType(), kCadPolylineEx);
@@ -54,21 +58,35 @@ TEST(SubContour, BezierPiecesAreTakenWholeOrNotAtAll) {
     EXPECT_EQ(before->GetType(), kCadPolyline) << "no Bezier piece was met";
 }
 
-// The lengths that the modes 0 to 4 leave on a square of side 10. None leaves nothing or more than the
-// contour, and on the open one the walk would have to wrap.
+// The lengths in mm that the modes 0 to 3 leave on a square of side 10; 4 is no mode and rounds nothing.
+// Where a mode would leave nothing, or more than the contour, the range is cut as it is.
 TEST(SubContour, RoundingMovesEndsToJoints) {
-    const auto square = Polyline("0 0 L 10 0 L 10 10 L 0 10 L 0 0");
-    for (const auto& [row, start, end, lengths] : Rows<POLYPOS, POLYPOS, std::vector<double>>(
-             "0+0.3 2+0.6 23,30,30,10,23; 0+0.6 2+0.4 18,10,30,10,18; 0+0 2+0 20,20,20,20,20;"
-             "0+0.2 0+0.4 2,2,10,2,2; 3+0.6 1+0.6 20,20,30,10,20; 0+0.6 0+0.4 38,30,38,30,38"))
+    const auto square = Polyline(kSquare);
+    for (const auto& [name, range, unrounded, nearest, outward, inward] :
+         Table<const char*, PosRange, double, double, double, double>{
+             {"both ends inside", {{0, 0.3}, {2, 0.6}}, 23, 30, 30, 10},
+             {"to the other joints", {{0, 0.6}, {2, 0.4}}, 18, 10, 30, 10},
+             {"both on joints", {{0, 0}, {2, 0}}, 20, 20, 20, 20},
+             {"nothing would be left", {{0, 0.2}, {0, 0.4}}, 2, 2, 10, 2},
+             {"over the start", {{3, 0.6}, {1, 0.6}}, 20, 20, 30, 10},
+             {"more than the contour would be left", {{0, 0.6}, {0, 0.4}}, 38, 30, 38, 30}}) {
+        const double lengths[] = {unrounded, nearest, outward, inward, unrounded};
         for (int mode = 0; mode < 5; ++mode) {
-            const Cut cut(GetMultiSementsByRangeRound(square.get(), {start, end}, mode));
-            ASSERT_TRUE(cut);
-            EXPECT_NEAR(cut->GetLength(), lengths[mode], 1e-12) << row << " mode " << mode;
+            const Cut cut(GetMultiSementsByRangeRound(square.get(), range, mode));
+            ASSERT_TRUE(cut) << name << ", mode " << mode;
+            EXPECT_NEAR(cut->GetLength(), lengths[mode], 1e-12) << name << ", mode " << mode;
         }
+    }
     const auto open = Polyline("0 0 L 10 0 L 10 10");
     const Cut outward(GetMultiSementsByRangeRound(open.get(), {{0, 0.5}, {1, 0.5}}, 2));
     EXPECT_EQ(outward->GetLength(), 20);
+}
+
+TEST(SubContour, Refusals) {
+    const auto open = Polyline("0 0 L 10 0 L 10 10");
     EXPECT_EQ(GetMultiSementsByRangeRound(nullptr, {{0, 0}, {1, 0}}, 1), nullptr);
+    EXPECT_EQ(GetMultiSementsByRange(nullptr, {{0, 0}, {1, 0}}), nullptr);
     EXPECT_EQ(GetMultiSementsByRange(open.get(), {{0, 0}, {5, 0}}), nullptr);
 }
+
+} // namespace

@@ -9,8 +9,11 @@ namespace {
 
 using Topo = CTopoMultiPolyline;
 
-const auto Make = [](const auto& s) { return std::unique_ptr<Topo>(Topo::CreateTopoMultiPolyline(&s)); };
+std::unique_ptr<Topo> Make(const CCadPolyline& source) {
+    return std::unique_ptr<Topo>(Topo::CreateTopoMultiPolyline(&source));
+}
 
+// The groups as texts: the kind, x, the number of segments.
 std::string Kinds(const Topo& topo) {
     std::ostringstream kinds;
     for (int i = 0; i < topo.GetNodeCount(); ++i)
@@ -73,27 +76,42 @@ TEST(TopoPolyline, GroupsKeepTheShape) {
     }
 }
 
-// The groups, and the kind and the first segment of the first record: a line goes on over the start, its
-// record has the run's kind; what has no length is left out, though its record stays.
+// The groups as the polyline has them (Kinds) and the kind and first segment of the first one's record.
 TEST(TopoPolyline, Groups) {
-    for (const auto& [row, source, kinds, firstKind, first] : Rows<std::string, std::string, int, int>(
-             "'0 0 L 20 0 L 20 20 L 0 20 L 0 0' '0x1 0x1 0x1 0x1 ' 0 0;"
-             "'0 0 L 20 0 L 40 0 L 60 0' '2x3 ' 2 0; '10 0 A -10 0 1 A 10 0 1' '3x2 ' 3 0;"
-             "'0 0 A 10 0 1 A 0 0 1 L -30 0' '3x2 0x1 ' 3 0; '0 0 L 5 0 L 10 1 L 15 3 L 30 3' '4x3 0x1 ' 4 0;"
-             "'0 0 L 10 0 L 10 20 L -20 20 L -20 0 L 0 0' '0x2 0x1 0x1 0x1 ' 0 4;"
-             "'0 0 L 20 0 L 40 0 L 40 30 L -20 30 L -20 0 L 0 0' '2x3 0x1 0x1 0x1 ' 0 5;"
-             "'0 0 L 20 0 L 40 0 L 40 30 L -40 30 L -40 0 L -20 0 L 0 0' '2x4 0x1 0x1 0x1 ' 2 5;"
-             "'0 0 L 0 0 L 20 0' '2x2 ' 2 0; '0 0 L 5 0' '0x1 ' 0 0; '0 0 L 0 0 A 30 0 1' '1x1 ' 0 0")) {
+    for (const auto& [name, source, kinds, firstKind, first] :
+         Table<const char*, const char*, const char*, int, int>{
+             {"corners part lines", "0 0 L 20 0 L 20 20 L 0 20 L 0 0", "0x1 0x1 0x1 0x1 ", 0, 0},
+             {"collinear lines", "0 0 L 20 0 L 40 0 L 60 0", "2x3 ", 2, 0},
+             {"arcs of one circle, which do not go on over the start", "10 0 A -10 0 1 A 10 0 1", "3x2 ", 3,
+              0},
+             {"arcs, then a line", "0 0 A 10 0 1 A 0 0 1 L -30 0", "3x2 0x1 ", 3, 0},
+             {"short lines of a curve, then a long one", "0 0 L 5 0 L 10 1 L 15 3 L 30 10", "4x3 0x1 ", 4, 0},
+             {"short lines of a curve, then a turn", "0 0 L 5 0 L 10 1 L 15 5", "4x2 0x1 ", 4, 0},
+             {"a line goes on over the start", "0 0 L 10 0 L 10 20 L -20 20 L -20 0 L 0 0",
+              "0x2 0x1 0x1 0x1 ", 0, 4},
+             {"a line goes on as a run over the start: the record keeps the line's kind",
+              "0 0 L 20 0 L 40 0 L 40 30 L -20 30 L -20 0 L 0 0", "2x3 0x1 0x1 0x1 ", 0, 5},
+             {"a run goes on as a run over the start",
+              "0 0 L 20 0 L 40 0 L 40 30 L -40 30 L -40 0 L -20 0 L 0 0", "2x4 0x1 0x1 0x1 ", 2, 5},
+             {"no length in a run: kept", "0 0 L 0 0 L 20 0", "2x2 ", 2, 0},
+             {"one line", "0 0 L 5 0", "0x1 ", 0, 0},
+             {"no length by itself: left out, its record stays", "0 0 L 0 0 A 30 0 1", "1x1 ", 0, 0}}) {
+        SCOPED_TRACE(name);
         const auto topo = Make(*Polyline(source));
-        EXPECT_EQ(Kinds(*topo), kinds) << row;
-        EXPECT_POINT_NEAR(topo->GetPoint(0, 0), topo->GetStartPoint(), 0) << row;
-        const auto& info = topo->GetTopoInfo()[0];
-        EXPECT_TRUE(info.nKind == firstKind && info.nFirst == first) << row;
+        EXPECT_EQ(Kinds(*topo), kinds);
+        EXPECT_POINT_NEAR(topo->GetPoint(0, 0), topo->GetStartPoint(), 0);
+        EXPECT_EQ(topo->GetTopoInfo()[0].nKind, firstKind);
+        EXPECT_EQ(topo->GetTopoInfo()[0].nFirst, first);
     }
+}
+
+TEST(TopoPolyline, OfNothing) {
     EXPECT_EQ(Topo::CreateTopoMultiPolyline(nullptr), nullptr);
     const auto empty = Make(CCadPolyline());
     empty->ReverseDir();
-    EXPECT_TRUE(empty->GetNodeCount() == 0 && !empty->GetAt(0) && empty->GetPoint(0, 0.5).x == 0);
+    EXPECT_EQ(empty->GetNodeCount(), 0);
+    EXPECT_EQ(empty->GetAt(0), nullptr);
+    EXPECT_POINT_NEAR(empty->GetPoint(0, 0.5), (DPOINT2{0, 0}), 0);
 }
 
 TEST(TopoPolyline, Moves) {
