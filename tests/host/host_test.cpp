@@ -6,7 +6,7 @@ TEST_F(HostRun, FilesThatCannotBeUsed) {
     EXPECT_EQ(RunHost("nowhere.dxf --lenient").errors, "nowhere.dxf: cannot be opened\n");
     Write("");
     ExpectRuns({{"", 1, {drawing + ": the file is empty\n"}}});
-    Write(DxfFile(kSquare));
+    Write(DxfFile(kSquareWords));
     ExpectRuns({{"--svg /nowhere/x.svg", 1, {"the picture /nowhere/x.svg cannot be written"}}});
 }
 

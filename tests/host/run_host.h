@@ -11,7 +11,7 @@
 namespace test {
 
 /// A square of side 10 with its corner at the origin, counter-clockwise, as the words of an entity.
-inline const std::string kSquare = "0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 ";
+inline const std::string kSquareWords = "0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 ";
 
 /// Expects every part in a text.
 void ExpectContains(const std::string& text, const std::vector<std::string>& parts);

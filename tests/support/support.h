@@ -4,9 +4,9 @@
 #pragma once
 
 #include <qev/qev.h>
+#include <qevmath/qevmath.h>
 
 #include "support/random.h"
-#include "support/rows.h"
 #include "support/shapes.h"
 
 namespace test {

@@ -3,7 +3,7 @@
 using namespace test;
 
 TEST_F(HostRun, ClosedContoursAreEnteredAwayFromTheirCorners) {
-    Write(DxfFile(kSquare + "0 CIRCLE 10 5 20 5 40 2 0 LINE 10 20 20 0 11 30 21 0"));
+    Write(DxfFile(kSquareWords + "0 CIRCLE 10 5 20 5 40 2 0 LINE 10 20 20 0 11 30 21 0"));
     const std::string square =
         "start at\n     0      4      4        6.000     1 + 0.5000  (10.000, 5.000)\n";
     const std::string circle = "     1      0      1       12.566     1 + 0.0000  (3.000, 5.000)\npicture";

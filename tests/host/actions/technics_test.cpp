@@ -11,7 +11,7 @@ struct Technics : HostRun {
         ASSERT_EQ(ran.code, 0) << ran.errors;
     }
     Technics() {
-        Write(DxfFile(kSquare
+        Write(DxfFile(kSquareWords
                       + "0 LWPOLYLINE 70 1 10 20 20 0 10 20 20 10 10 30 20 10 10 30 20 0 "
                         "0 CIRCLE 10 50 20 5 40 5 0 LINE 10 60 20 0 11 60 21 9 0 POINT 10 0 20 0"));
     }

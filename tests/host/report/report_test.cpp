@@ -14,7 +14,7 @@ TEST_F(HostRun, TableOfEachContour) {
 }
 
 TEST_F(HostRun, SummaryOfAllObjects) {
-    Write(DxfFile(kSquare + "0 CIRCLE 10 5 20 5 40 2 0 TEXT 10 1 20 1 40 1 1 A 0 HATCH 10 1"));
+    Write(DxfFile(kSquareWords + "0 CIRCLE 10 5 20 5 40 2 0 TEXT 10 1 20 1 40 1 1 A 0 HATCH 10 1"));
     const std::string objects = "    4\n        ... and 2 more\n3 objects: 1 circle, 1 polyline, 1 text\n";
     const std::string sums = "2 closed contours, 52.566 mm of contour, 4 sharp corners, 0 pieces joined\n";
     const std::string box = "from (0.000, 0.000) to (10.000, 10.000)\nnot drawn: 1 HATCH\n";
