@@ -55,6 +55,10 @@ const ContourIndex* CCadPolylineBase::Index() const {
     return GetOrMake(m_pIndex, [this] { return std::make_unique<const ContourIndex>(*this); });
 }
 
+const ContourIndex* ContourIndex::KeptBy(const CCadPolylineBase& polyline) {
+    return polyline.Index();
+}
+
 void CCadPolylineBase::DropIndex() {
     Drop(m_pIndex);
     m_bAsked.store(false, std::memory_order_relaxed);
@@ -65,7 +69,7 @@ void CCadPolylineBase::DropIndex() {
 const ContourIndex* IndexOf(const CCadObject& object) {
     const std::type_info& type = typeid(object);
     if (type != typeid(CCadPolyline) && type != typeid(CCadPolylineEx)) return nullptr;
-    return static_cast<const CCadPolylineBase&>(object).Index();
+    return ContourIndex::KeptBy(static_cast<const CCadPolylineBase&>(object));
 }
 
 } // namespace qev

@@ -13,6 +13,7 @@
 namespace qev {
 
 class CCadObject;
+class CCadPolylineBase;
 
 /// The lengths of a contour's segments and the boxes round runs of them; a value that does not change.
 class ContourIndex {
@@ -22,6 +23,8 @@ public:
 
     /// Measures every segment of a contour, and keeps no reference to it. Throws when memory is refused.
     explicit ContourIndex(const CCadObject& contour);
+    /// What a polyline keeps, made now when it was asked before; null when there is none.
+    static const ContourIndex* KeptBy(const CCadPolylineBase& polyline);
 
     /// The exact bounding box of the whole contour.
     const math::Bounds& GetBounds() const { return m_bounds; }

@@ -47,7 +47,7 @@ protected:
     void DropIndex();
 
 private:
-    friend QEVDATA_API const ContourIndex* IndexOf(const CCadObject& object);
+    friend class ContourIndex; // which hands the index out inside the library
     // The index from the second time on that it is asked for, since many contours are asked once.
     const ContourIndex* Index() const;
     // Turns the segments and the order in which they are held; there is at least one.
