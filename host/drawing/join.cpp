@@ -10,16 +10,27 @@
 // best way through such places was rejected: the drawing does not say what is best, and the search is
 // exponential.
 //
-// The nearest end is found through a hash of square cells as wide as the tolerance: what lies within the
-// tolerance of a point lies in its cell or one of the eight round it. The work is linear in the pieces unless
-// many ends crowd into one cell. Two cells that share a hash only cost distances that nobody needed.
+// The free ends are found through a binary tree over them: its root holds all of them, and each node halves
+// its ends at the middle one along the longer side of their box. A node knows that box and which of its free
+// ends was drawn first, and so bounds what a search can find in it, by distance and, among equal distances,
+// by the order of drawing. A node that cannot beat what was found is left out. The distance from a box is
+// rounded as the distance from a point is and never exceeds that of an end in it, so that the answer is
+// exactly that of a search through all ends. An end that is used goes out of its leaf and of the nodes above
+// it. Building and joining take n log n steps for n pieces, also where all of them end in one point or lie
+// closer together than the tolerance. A grid of cells as wide as the tolerance was rejected: a cell that
+// holds all ends makes the work quadratic. A layer has a tree of its own, as ends of other layers in one
+// point would cost as much.
 
 #include "join.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
-#include <cstdint>
-#include <unordered_map>
+#include <limits>
+#include <map>
+#include <numeric>
+#include <span>
+#include <utility>
 #include <vector>
 
 #include "outline.h"
@@ -36,70 +47,124 @@ struct Piece {
     CCadObject* object;
     std::list<CCadObject*>::iterator place;
     DPOINT2 ends[2];
-    bool used = false;
 };
 
-// One end of a piece: 0 its start, 1 its end.
-struct EndRef {
-    int piece;
-    int end;
-};
+// The open pieces of one layer of a group in drawing order. The start of piece i is the end 2*i, its other
+// end is 2*i + 1.
+using Pieces = std::vector<Piece>;
 
-// The open pieces of a group in drawing order. A piece that is shorter than the tolerance from end to end is
+int OtherEnd(int end) {
+    return end ^ 1;
+}
+
+const DPOINT2& PointOf(const Pieces& pieces, int end) {
+    return pieces[end / 2].ends[end % 2];
+}
+
+// The open pieces of a group by their layers. A piece that is shorter than the tolerance from end to end is
 // left out: it would join itself.
-std::vector<Piece> PiecesOf(qev::CCadGroup& group, double tolerance) {
-    std::vector<Piece> pieces;
+std::map<CString, Pieces> PiecesOf(qev::CCadGroup& group, double tolerance) {
+    std::map<CString, Pieces> layers;
     auto& objects = group.GetObjectsList();
     for (auto place = objects.begin(); place != objects.end(); ++place) {
         CCadObject* object = *place;
         if (object->GetPieceCount() == 0 || object->GetType() == qev::kCadDot || object->IsClose()) continue;
-        Piece piece{object, place, {object->GetStartPoint(), object->GetEndPoint()}};
-        if (math::D2GetDistance(piece.ends[0], piece.ends[1]) > tolerance) pieces.push_back(piece);
+        const Piece piece{object, place, {object->GetStartPoint(), object->GetEndPoint()}};
+        if (math::D2GetDistance(piece.ends[0], piece.ends[1]) > tolerance)
+            layers[object->GetKey("Layer")].push_back(piece);
     }
-    return pieces;
+    return layers;
 }
 
-// Finds the ends near a point.
-class EndIndex {
+constexpr int kNoEnd = std::numeric_limits<int>::max();
+
+// Finds the free ends near a point, and forgets those of pieces that are used.
+class FreeEnds {
 public:
-    EndIndex(const std::vector<Piece>& pieces, double tolerance)
-        : m_vecPieces(pieces), m_dTolerance(tolerance) {
-        for (int i = 0; i < static_cast<int>(pieces.size()); ++i)
-            for (int end = 0; end < 2; ++end)
-                m_mapCells[CellOf(pieces[i].ends[end], 0, 0)].push_back({i, end});
+    // All ends of at least one piece are free at first. The pieces must stay as they are.
+    explicit FreeEnds(const Pieces& pieces) : m_vecPieces(pieces), m_vecLeaves(2 * pieces.size()) {
+        std::vector<int> ends(m_vecLeaves.size());
+        std::iota(ends.begin(), ends.end(), 0);
+        m_vecNodes.resize(2 * std::bit_ceil(ends.size()));
+        Build(kRoot, ends);
     }
 
-    // The nearest end of an unused piece of a layer within the tolerance; piece -1 when there is none.
-    EndRef Nearest(const DPOINT2& p, const CString& layer) const {
-        EndRef best{-1, 0};
-        double bestDistance = m_dTolerance;
-        for (int dx = -1; dx <= 1; ++dx)
-            for (int dy = -1; dy <= 1; ++dy) {
-                const auto cell = m_mapCells.find(CellOf(p, dx, dy));
-                if (cell == m_mapCells.end()) continue;
-                for (const EndRef& ref : cell->second) {
-                    const Piece& piece = m_vecPieces[ref.piece];
-                    const double distance = math::D2GetDistance(p, piece.ends[ref.end]);
-                    if (piece.used || distance > bestDistance || piece.object->GetKey("Layer") != layer)
-                        continue;
-                    if (best.piece >= 0 && distance == bestDistance && ref.piece > best.piece) continue;
-                    best = ref;
-                    bestDistance = distance;
-                }
-            }
-        return best;
+    bool IsFree(int end) const { return m_vecNodes[m_vecLeaves[end]].first != kNoEnd; }
+
+    // The nearest free end within the tolerance, of equally near ones that which was drawn first, and of one
+    // piece's its start; kNoEnd when there is none.
+    int Nearest(const DPOINT2& p, double tolerance) const {
+        Candidate best{tolerance, kNoEnd};
+        Search(kRoot, p, best);
+        return best.end;
+    }
+
+    // Takes both ends of the piece that an end belongs to out of the tree.
+    void Use(int end) {
+        for (const int used : {end, OtherEnd(end)}) {
+            int node = m_vecLeaves[used];
+            m_vecNodes[node].first = kNoEnd;
+            while ((node /= 2) != 0)
+                m_vecNodes[node].first = std::min(m_vecNodes[2 * node].first, m_vecNodes[2 * node + 1].first);
+        }
     }
 
 private:
-    std::uint64_t CellOf(const DPOINT2& p, int dx, int dy) const {
-        const auto x = static_cast<std::int64_t>(std::floor(p.x / m_dTolerance)) + dx;
-        const auto y = static_cast<std::int64_t>(std::floor(p.y / m_dTolerance)) + dy;
-        return static_cast<std::uint64_t>(x) * 0x9E3779B97F4A7C15u ^ static_cast<std::uint64_t>(y);
+    static constexpr int kRoot = 1; // the nodes below node i are 2*i and 2*i + 1
+
+    struct Node {
+        math::Bounds box;   // of all its ends, also the used ones
+        int first = kNoEnd; // the free end that was drawn first
+    };
+
+    // An end, or a bound of the ends of a node: none of them is less.
+    struct Candidate {
+        double distance; // mm
+        int end;
+        auto operator<=>(const Candidate&) const = default;
+    };
+
+    void Build(int node, std::span<int> ends) {
+        Node& built = m_vecNodes[node];
+        for (const int end : ends) built.box.Add(PointOf(m_vecPieces, end));
+        built.first = *std::min_element(ends.begin(), ends.end());
+        if (ends.size() == 1) {
+            m_vecLeaves[ends.front()] = node;
+            return;
+        }
+        const DPOINT2 size = built.box.upper - built.box.lower;
+        const auto along = size.x > size.y ? &DPOINT2::x : &DPOINT2::y;
+        const std::size_t half = ends.size() / 2;
+        std::nth_element(ends.begin(), ends.begin() + half, ends.end(), [&](int a, int b) {
+            return PointOf(m_vecPieces, a).*along < PointOf(m_vecPieces, b).*along;
+        });
+        Build(2 * node, ends.first(half));
+        Build(2 * node + 1, ends.subspan(half));
     }
 
-    const std::vector<Piece>& m_vecPieces;
-    double m_dTolerance;
-    std::unordered_map<std::uint64_t, std::vector<EndRef>> m_mapCells;
+    Candidate BoundOf(int node, const DPOINT2& p) const {
+        const auto& [box, first] = m_vecNodes[node];
+        if (first == kNoEnd) return {std::numeric_limits<double>::infinity(), kNoEnd};
+        return {std::sqrt(box.GetSquaredDistance(p)), first};
+    }
+
+    void Search(int node, const DPOINT2& p, Candidate& best) const {
+        const Candidate bound = BoundOf(node, p);
+        if (!(bound < best)) return;
+        if (m_vecLeaves[bound.end] == node) {
+            best = bound; // the box of a leaf is its end
+            return;
+        }
+        int sooner = 2 * node;
+        int later = sooner + 1;
+        if (BoundOf(later, p) < BoundOf(sooner, p)) std::swap(sooner, later);
+        Search(sooner, p, best);
+        Search(later, p, best);
+    }
+
+    const Pieces& m_vecPieces;
+    std::vector<Node> m_vecNodes;
+    std::vector<int> m_vecLeaves; // the node that holds nothing but an end, by the end
 };
 
 // The segments of a piece, run from its end when it was met there.
@@ -118,66 +183,60 @@ std::vector<SEGMENT> SegmentsOf(const Piece& piece, bool reversed) {
     return segments;
 }
 
-// The chain through an unused piece, as far as it goes both ways. Its pieces are used then. Each is entered
-// at the end that is named.
-std::vector<EndRef> ChainFrom(int first, std::vector<Piece>& pieces, const EndIndex& index,
-                              double tolerance) {
-    const CString layer = pieces[first].object->GetKey("Layer");
-    std::vector<EndRef> chain{{first, 0}};
-    pieces[first].used = true;
+// The chain through a free piece, as far as it goes both ways, as the ends at which its pieces are entered.
+// Its pieces are used then.
+std::vector<int> ChainFrom(int first, const Pieces& pieces, FreeEnds& freeEnds, double tolerance) {
+    std::vector<int> chain{first};
+    freeEnds.Use(first);
     // goes on from a point until the chain reaches another one; a single piece is never closed
     const auto grow = [&](DPOINT2 from, const DPOINT2& until) {
         while (chain.size() < 2 || math::D2GetDistance(from, until) > tolerance) {
-            const EndRef next = index.Nearest(from, layer);
-            if (next.piece < 0) return;
-            pieces[next.piece].used = true;
+            const int next = freeEnds.Nearest(from, tolerance);
+            if (next == kNoEnd) return;
+            freeEnds.Use(next);
             chain.push_back(next);
-            from = pieces[next.piece].ends[1 - next.end];
+            from = PointOf(pieces, OtherEnd(next));
         }
     };
-    grow(pieces[first].ends[1], pieces[first].ends[0]);
+    grow(PointOf(pieces, OtherEnd(first)), PointOf(pieces, first));
     // what touches the start comes before it: the chain is turned, grown, and turned back
     const auto turn = [&] {
         std::reverse(chain.begin(), chain.end());
-        for (EndRef& ref : chain) ref.end = 1 - ref.end;
+        for (int& end : chain) end = OtherEnd(end);
     };
     turn();
-    const EndRef& last = chain.front();
-    grow(pieces[first].ends[0], pieces[last.piece].ends[last.end]);
+    grow(PointOf(pieces, first), PointOf(pieces, chain.front()));
     turn();
     return chain;
 }
 
 // Puts the contour of a chain in the place of the piece of it that was drawn first, and deletes the pieces.
-void Replace(qev::CCadGroup& group, std::vector<Piece>& pieces, const std::vector<EndRef>& chain,
-             double tolerance) {
+void Replace(qev::CCadGroup& group, const Pieces& pieces, const Piece& firstDrawn,
+             const std::vector<int>& chain, double tolerance) {
     std::vector<SEGMENT> segments;
-    for (const EndRef& ref : chain) {
-        const std::vector<SEGMENT> more = SegmentsOf(pieces[ref.piece], ref.end == 1);
+    for (const int end : chain) {
+        const std::vector<SEGMENT> more = SegmentsOf(pieces[end / 2], end % 2 == 1);
         segments.insert(segments.end(), more.begin(), more.end());
     }
     if (math::D2GetDistance(segments.back().ptEnd, segments.front().ptStart) <= tolerance)
         segments.back().ptEnd = segments.front().ptStart;
-    const auto firstDrawn = std::min_element(
-        chain.begin(), chain.end(), [](const EndRef& a, const EndRef& b) { return a.piece < b.piece; });
     auto contour = MakeContour(segments, {});
-    contour->SetKey("Layer", pieces[firstDrawn->piece].object->GetKey("Layer"));
-    group.GetObjectsList().insert(pieces[firstDrawn->piece].place, contour.release());
-    for (const EndRef& ref : chain) {
-        group.GetObjectsList().erase(pieces[ref.piece].place);
-        delete pieces[ref.piece].object;
+    contour->SetKey("Layer", firstDrawn.object->GetKey("Layer"));
+    group.GetObjectsList().insert(firstDrawn.place, contour.release());
+    for (const int end : chain) {
+        group.GetObjectsList().erase(pieces[end / 2].place);
+        delete pieces[end / 2].object;
     }
 }
 
-int JoinInGroup(qev::CCadGroup& group, double tolerance) {
-    std::vector<Piece> pieces = PiecesOf(group, tolerance);
-    const EndIndex index(pieces, tolerance);
+int JoinLayer(qev::CCadGroup& group, const Pieces& pieces, double tolerance) {
+    FreeEnds freeEnds(pieces);
     int joined = 0;
-    for (int i = 0; i < static_cast<int>(pieces.size()); ++i) {
-        if (pieces[i].used) continue;
-        const std::vector<EndRef> chain = ChainFrom(i, pieces, index, tolerance);
+    for (int start = 0; start < static_cast<int>(2 * pieces.size()); start += 2) {
+        if (!freeEnds.IsFree(start)) continue;
+        const std::vector<int> chain = ChainFrom(start, pieces, freeEnds, tolerance);
         if (chain.size() < 2) continue;
-        Replace(group, pieces, chain, tolerance);
+        Replace(group, pieces, pieces[start / 2], chain, tolerance); // the pieces before it are used
         joined += static_cast<int>(chain.size());
     }
     return joined;
@@ -192,7 +251,8 @@ int JoinOpenPieces(qev::CCadGroup& root, double tolerance) {
     while (!groups.empty()) {
         qev::CCadGroup* group = groups.back();
         groups.pop_back();
-        joined += JoinInGroup(*group, tolerance);
+        for (const auto& [layer, pieces] : PiecesOf(*group, tolerance))
+            joined += JoinLayer(*group, pieces, tolerance);
         for (CCadObject* object : group->GetObjectsList())
             if (auto* inner = dynamic_cast<qev::CCadGroup*>(object)) groups.push_back(inner);
     }
