@@ -68,10 +68,10 @@ std::string DxfGroup::Where() const {
 
 double DxfGroup::AsNumber() const {
     double value = number;
-    if (!isBinary && !Parse(text, value))
+    if (!isNumber && !Parse(text, value))
         throw DrawingError(Where() + ": " + Quoted(text) + " is not a number");
     if (!(std::abs(value) <= kLargestNumber)) {
-        const std::string shown = isBinary ? std::to_string(value) : Quoted(text);
+        const std::string shown = isNumber ? std::to_string(value) : Quoted(text);
         throw DrawingError(Where() + ": the number " + shown + " is out of range");
     }
     return value;
@@ -139,6 +139,7 @@ double DxfGroups::TakeInteger(std::size_t count) {
 bool DxfGroups::NextBinary(DxfGroup& group) {
     if (m_nAt >= m_bytes.size()) return false;
     group = {};
+    group.isBinary = true;
     group.place = static_cast<std::uint32_t>(m_nAt);
     const auto codeBytes = Take(m_nCodeSize);
     group.code = static_cast<unsigned char>(codeBytes[0]);
@@ -147,7 +148,7 @@ bool DxfGroups::NextBinary(DxfGroup& group) {
     else if (group.code == 255)
         group.code = static_cast<int>(TakeInteger(2)); // extended data of old files
     const ValueType type = TypeOf(group.code);
-    group.isBinary = type != ValueType::kText && type != ValueType::kChunk;
+    group.isNumber = type != ValueType::kText && type != ValueType::kChunk;
     switch (type) {
     case ValueType::kText:
         group.text = m_bytes.substr(m_nAt, m_bytes.find('\0', m_nAt) - m_nAt);

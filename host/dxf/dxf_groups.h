@@ -11,7 +11,8 @@ namespace host {
 /// One group of a file. It points into the file's bytes and is valid as long as they are.
 struct DxfGroup {
     int code = 0;            ///< what the value means; 0 begins an entity
-    bool isBinary = false;   ///< whether the value is in `number`, else it is in `text`
+    bool isBinary = false;   ///< whether the file is binary, so that `place` counts bytes
+    bool isNumber = false;   ///< whether the value is in `number`, else it is in `text`
     std::uint32_t place = 0; ///< line of the value, or byte of the group in a binary file
     std::string_view text;   ///< value of a text group, and of every group of an ASCII file
     double number = 0;       ///< value of a number group of a binary file
