@@ -19,22 +19,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace host {
 namespace {
 
 using math::DPOINT2;
 using qev::SEGMENT;
-
-// The arc of a bulge segment round its own centre.
-math::EllipticArc CircleOf(const SEGMENT& arc) {
-    DPOINT2 centre;
-    double radius = 0;
-    double start = 0;
-    double sweep = 0;
-    math::SolveArc(arc.ptStart, arc.ptEnd, arc.dBulge, centre, radius, start, sweep);
-    return {centre, radius, radius, 0, start, sweep};
-}
 
 // A segment under a similarity, or a Bezier piece under any map: both stay what they are, point by point. The
 // bulge is the tangent of an angle, which only a mirror changes.
@@ -90,8 +81,11 @@ std::unique_ptr<qev::CCadMultiSegments> MakeContour(const std::vector<SEGMENT>& 
     const bool keepsArcs = map.IsSimilarity();
     std::vector<SEGMENT> bent;
     for (const SEGMENT& segment : segments) {
+        std::optional<math::CentreArc> arc; // none for an arc without a chord, which has no length
         if (segment.nType == SEGMENT::kArc && !keepsArcs)
-            AppendBeziers(CircleOf(segment), bent);
+            arc = math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge);
+        if (arc)
+            AppendBeziers({arc->centre, arc->radius, arc->radius, 0, arc->startAngle, arc->sweep}, bent);
         else
             bent.push_back(segment);
     }
