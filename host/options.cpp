@@ -15,6 +15,8 @@
 
 namespace host {
 
+static_assert(kit::kSharpCornerDegrees == 30, "the usage names the default of --corner");
+
 const char* const kUsage =
     R"(usage: qev_host DRAWING.dxf [option ...]
   --svg FILE          draw the picture: outlines, start points, directions, sharp corners

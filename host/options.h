@@ -8,6 +8,7 @@
 
 #include "host/actions/contours.h"
 #include "host/actions/technics.h"
+#include "kit/stretches.h"
 
 namespace host {
 
@@ -23,9 +24,11 @@ struct Options {
     std::optional<CutRequest> cut;       ///< cuts a stretch out of an object
     std::optional<math::DPOINT2> pick;   ///< picks the object nearest to a point
     std::optional<double> startZones;    ///< mm round each sharp corner; finds places to start at
-    double cornerDegrees = 30;           ///< the least turn of a sharp corner for the start zones
     std::optional<WalkRequest> walk;     ///< walks along the picked object, else along the first one
     TechnicsRequest technics;            ///< on the picked contour, else on all
+
+    /// The least turn, in degrees, of a sharp corner for the start zones.
+    double cornerDegrees = kit::kSharpCornerDegrees;
 };
 
 /// The command line cannot be used; the text says why, in one line.
