@@ -1,3 +1,6 @@
+// Results of what a host calls: measures, positions, cuts, hulls, zones and topology. All of them rest on the
+// maths and the objects; a line that differs here alone points at the function's own arithmetic.
+
 #include <qev/contour.h>
 #include <qev/geometry.h>
 #include <qev/ranges.h>
@@ -19,6 +22,8 @@ void AddContourQueries(Sequence& random, Digest& results) {
     }
 }
 
+// All four ways of rounding the ends of a range by turns. Every second range ends before it starts and runs
+// on over the end of the contour. One that cuts nothing adds nothing.
 void AddCuts(Sequence& random, Digest& results) {
     for (int i = 0; i < 100; ++i) {
         const auto contour = random.PolylineEx(5);
@@ -31,6 +36,7 @@ void AddCuts(Sequence& random, Digest& results) {
     }
 }
 
+// From a bulge to the centre and from that centre back to the bulge.
 void AddArcMath(Sequence& random, Digest& results) {
     for (int i = 0; i < 100; ++i) {
         const math::DPOINT2 p = random.Point();
@@ -58,6 +64,8 @@ void AddDirections(Sequence& random, Digest& results) {
     }
 }
 
+// A chain of conversions, each on what the one before it answered: a position to a point, the point back to a
+// position, its length from the start, and a walk from it. A single different bit grows on the way.
 void AddPositions(Sequence& random, Digest& results) {
     for (int i = 0; i < 200; ++i) {
         const auto object = random.Object();
@@ -74,6 +82,8 @@ void AddPositions(Sequence& random, Digest& results) {
     }
 }
 
+// Only the numbers of the corners are added: which points are corners is decided by signs, and a system that
+// rounds differently picks other ones.
 void AddHulls(Sequence& random, Digest& results) {
     for (int i = 0; i < 20; ++i) {
         std::vector<qev::CConvexHelper::Point> points;
@@ -94,6 +104,7 @@ void AddZones(Sequence& random, Digest& results) {
     }
 }
 
+// Turned and mirrored in place, so that the rounding of both maps adds up.
 void AddTopology(Sequence& random, Digest& results) {
     for (int i = 0; i < 60; ++i) {
         const std::unique_ptr<qev::CTopoMultiPolyline> shape(

@@ -1,3 +1,6 @@
+// Results of the objects of a drawing: what they answer about themselves, what they convert to, and which of
+// them lies nearest to a point.
+
 #include "digest.h"
 
 namespace digest {
@@ -20,6 +23,8 @@ void AddObjects(Sequence& random, Digest& results) {
     }
 }
 
+// The errors are as coarse as drawings have them; finer ones only take longer. The nodes are added and not
+// the length alone, since pieces may be chosen differently at an equal length.
 void AddConversions(Sequence& random, Digest& results) {
     const char* const kSettings[] = {"SegmentType=Both;AbsoluteError=0.01;",
                                      "SegmentType=Arc;AbsoluteError=0.05;",
@@ -35,6 +40,8 @@ void AddConversions(Sequence& random, Digest& results) {
     }
 }
 
+// One group for all points, so that objects compete. Most points hit nothing within 5 mm; the distance
+// from the group is added for all of them.
 void AddPicks(Sequence& random, Digest& results) {
     qev::CCadGroup group(false);
     for (int i = 0; i < 40; ++i) group.PushBack(random.Object().release());

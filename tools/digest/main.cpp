@@ -1,4 +1,7 @@
-// Prints one line for each subject: its name, the number of results and their hash.
+// Prints one line for each subject: its name, the number of results and their hash. Two systems agree when
+// their outputs do. The lines go from the maths to what rests on it, so that of several lines that differ the
+// first one is nearest to the cause. Every subject draws from a sequence of its own: a result more in one of
+// them leaves the lines of the others as they are.
 #include <cinttypes>
 #include <cstdio>
 
