@@ -1,27 +1,18 @@
-#include "host/options.h"
-#include "host/run_host.h"
+#include "host/fixture.h"
 
 using namespace test;
 
-TEST(Options, RefusalsNameTheOptionAndWhatItTakes) {
-    const struct {
-        const char *line, *why;
-    } cases[] = {
-        {"", "no drawing is named"},
-        {"a b", "only one drawing"},
-        {"a --what", "there is no option --what"},
-        {"a --svg", "--svg takes a value"},
-        {"a --rows x", "--rows takes a number, not 'x'"},
-        {"a --rows -1", "--rows takes a number that is not negative"},
-        {"a --join nan", "--join takes a number that is not negative"},
-        {"a --cut 1:2", "--cut takes OBJECT:FROM:TO"},
-        {"a --pick 1,2,3", "--pick takes X,Y"},
-        {"a --walk 1:0.5x:2", "--walk takes a number, not '0.5x'"},
-    };
-    for (const auto& expected : cases) try {
-            RunHost(expected.line);
-            ADD_FAILURE() << "accepted: " << expected.line;
-        } catch (const host::UsageError& error) {
-            ExpectContains(error.what(), {expected.why});
-        }
+TEST_F(HostRun, RefusedOptionsNameWhatTheyTake) {
+    EXPECT_EQ(RunHost("").errors, "no drawing is named");
+    ExpectRuns({
+        {"b", 2, {"only one drawing"}},
+        {"--what", 2, {"there is no option --what"}},
+        {"--rows", 2, {"--rows takes a value"}},
+        {"--rows x", 2, {"--rows takes a number, not 'x'"}},
+        {"--rows -1", 2, {"--rows takes a number that is not negative"}},
+        {"--join nan", 2, {"--join takes a number that is not negative"}},
+        {"--cut 1:2", 2, {"--cut takes OBJECT:FROM:TO"}},
+        {"--pick 1,2,3", 2, {"--pick takes X,Y"}},
+        {"--walk 1:0.5x:2", 2, {"--walk takes a number, not '0.5x'"}},
+    });
 }

@@ -1,4 +1,4 @@
-#include "host/run_host.h"
+#include "host/fixture.h"
 
 using namespace test;
 

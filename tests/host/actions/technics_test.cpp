@@ -1,4 +1,4 @@
-#include "host/run_host.h"
+#include "host/fixture.h"
 
 using namespace test;
 
@@ -45,17 +45,6 @@ TEST_F(Technics, SavingLoadingAndSavingAgainGivesOneText) {
     ExpectRuns({{load + " --remove 1", 0, {"lead-ins removed from 4 of 4"}},
                 {load + " --remove 2", 0, {"micro-joints removed from 4 of 4"}}});
     EXPECT_EQ(BytesOf(saved), "");
-}
-
-TEST_F(Technics, ThousandsOfObjects) {
-    std::string circles;
-    for (Random random; random.Rounds(3000);)
-        circles += "0 CIRCLE 10 5 20 0 40 " + std::to_string(random.Uniform(0.1, 20)) + " ";
-    Write(DxfFile(circles));
-    ExpectRuns({{"--technics T={LeadIn={Angle=30.7}} --save " + saved, 0, {"added to 3000 of 3000"}}});
-    const std::string text = BytesOf(saved);
-    ExpectRuns({{"--load " + saved + " --save " + saved, 0, {"3000 tool paths"}}});
-    EXPECT_EQ(BytesOf(saved), text);
 }
 
 TEST_F(Technics, RefusalsEndInOneLine) {

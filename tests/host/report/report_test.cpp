@@ -1,22 +1,20 @@
-#include "host/run_host.h"
+#include "host/fixture.h"
 
 using namespace test;
 
-TEST_F(HostRun, TableOfEachContour) {
-    ExpectShown({
-        {"circle", "0 CIRCLE 10 0 20 0 40 2",
-         "1         12.566  yes    ccw                 12.566       0\n"},
-        {"triangle, clockwise", "0 LWPOLYLINE 70 1 10 0 20 0 10 4 20 0 10 4 20 -3",
-         "3         12.000  yes    cw                   6.000       3\n"},
-        {"turn by 29 degrees", "0 LWPOLYLINE 70 0 10 0 20 0 10 4 20 0 10 8 20 2.217", "                 0\n"},
-        {"turn by 31 degrees", "0 LWPOLYLINE 70 0 10 0 20 0 10 4 20 0 10 8 20 2.404", "                 1\n"},
-    });
-}
-
-TEST_F(HostRun, SummaryOfAllObjects) {
-    Write(DxfFile(kSquareWords + "0 CIRCLE 10 5 20 5 40 2 0 TEXT 10 1 20 1 40 1 1 A 0 HATCH 10 1"));
-    const std::string objects = "    4\n        ... and 2 more\n3 objects: 1 circle, 1 polyline, 1 text\n";
-    const std::string sums = "2 closed contours, 52.566 mm of contour, 4 sharp corners, 0 pieces joined\n";
-    const std::string box = "from (0.000, 0.000) to (10.000, 10.000)\nnot drawn: 1 HATCH\n";
-    ExpectRuns({{"--rows 1", 0, {objects + sums + box}}});
+TEST_F(HostRun, TableAndSummaryOfContours) {
+    Write(DxfFile("0 CIRCLE 10 0 20 0 40 2 "
+                  "0 LWPOLYLINE 70 1 10 0 20 0 10 4 20 0 10 4 20 -3 "
+                  "0 LWPOLYLINE 70 0 10 0 20 0 10 4 20 0 10 8 20 2.217 " // turns by 29 degrees
+                  "0 LWPOLYLINE 70 0 10 0 20 0 10 4 20 0 10 8 20 2.404 " // by 31 degrees
+                  "0 TEXT 10 1 20 1 40 1 1 A 0 HATCH 10 1"));
+    ExpectRuns({{"--join 0 --rows 4",
+                 0,
+                 {"circle                      1         12.566  yes    ccw                 12.566       0\n",
+                  "polyline                    3         12.000  yes    cw                   6.000       3\n",
+                  "polyline                    2          8.573  no     ccw                              0\n",
+                  "polyline                    2          8.667  no     ccw                              1\n",
+                  "        ... and 1 more\n5 objects: 1 circle, 3 polyline, 1 text\n",
+                  "2 closed contours, 41.806 mm of contour, 4 sharp corners, 0 pieces joined\n",
+                  "from (-2.000, -3.000) to (8.000, 2.404)\nnot drawn: 1 HATCH\n"}}});
 }
