@@ -102,7 +102,7 @@ public:
     // Takes both ends of the piece that an end belongs to out of the tree.
     void Use(int end) {
         for (const int used : {end, OtherEnd(end)}) {
-            int node = m_vecLeaves[used];
+            std::size_t node = m_vecLeaves[used];
             m_vecNodes[node].first = kNoEnd;
             while ((node /= 2) != 0)
                 m_vecNodes[node].first = std::min(m_vecNodes[2 * node].first, m_vecNodes[2 * node + 1].first);
@@ -110,7 +110,7 @@ public:
     }
 
 private:
-    static constexpr int kRoot = 1; // the nodes below node i are 2*i and 2*i + 1
+    static constexpr std::size_t kRoot = 1; // the nodes below node i are 2*i and 2*i + 1
 
     struct Node {
         math::Bounds box;   // of all its ends, also the used ones
@@ -121,10 +121,12 @@ private:
     struct Candidate {
         double distance; // mm
         int end;
-        auto operator<=>(const Candidate&) const = default;
+        bool operator<(const Candidate& other) const {
+            return distance < other.distance || (distance == other.distance && end < other.end);
+        }
     };
 
-    void Build(int node, std::span<int> ends) {
+    void Build(std::size_t node, std::span<int> ends) {
         Node& built = m_vecNodes[node];
         for (const int end : ends) built.box.Add(PointOf(m_vecPieces, end));
         built.first = *std::min_element(ends.begin(), ends.end());
@@ -142,21 +144,21 @@ private:
         Build(2 * node + 1, ends.subspan(half));
     }
 
-    Candidate BoundOf(int node, const DPOINT2& p) const {
+    Candidate BoundOf(std::size_t node, const DPOINT2& p) const {
         const auto& [box, first] = m_vecNodes[node];
         if (first == kNoEnd) return {std::numeric_limits<double>::infinity(), kNoEnd};
         return {std::sqrt(box.GetSquaredDistance(p)), first};
     }
 
-    void Search(int node, const DPOINT2& p, Candidate& best) const {
+    void Search(std::size_t node, const DPOINT2& p, Candidate& best) const {
         const Candidate bound = BoundOf(node, p);
         if (!(bound < best)) return;
         if (m_vecLeaves[bound.end] == node) {
             best = bound; // the box of a leaf is its end
             return;
         }
-        int sooner = 2 * node;
-        int later = sooner + 1;
+        std::size_t sooner = 2 * node;
+        std::size_t later = sooner + 1;
         if (BoundOf(later, p) < BoundOf(sooner, p)) std::swap(sooner, later);
         Search(sooner, p, best);
         Search(later, p, best);
@@ -164,7 +166,7 @@ private:
 
     const Pieces& m_vecPieces;
     std::vector<Node> m_vecNodes;
-    std::vector<int> m_vecLeaves; // the node that holds nothing but an end, by the end
+    std::vector<std::size_t> m_vecLeaves; // the node that holds nothing but an end, by the end
 };
 
 // The segments of a piece, run from its end when it was met there.
