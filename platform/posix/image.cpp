@@ -1,5 +1,7 @@
 // Pictures through gdk-pixbuf, which decodes all formats that hosts use and is fed with bytes, so that no
 // file is opened here. It gives rows of RGB or RGBA with padding behind each; CImage takes BGRA without any.
+// The loader is told the format: left to find it out, it would take every format that is installed, of which
+// some are programs that run for as long as a file wants them to.
 //
 // A picture's size is checked as soon as its header has been read and before memory is taken for its pixels.
 
@@ -40,8 +42,9 @@ void RefuseBombs(GdkPixbufLoader* loader, int width, int height, gpointer) {
 
 } // namespace
 
-bool LoadImageBytes(const void* bytes, std::size_t size, CImage& image) {
-    const Loader loader(gdk_pixbuf_loader_new());
+bool LoadImageBytes(const void* bytes, std::size_t size, const char* format, CImage& image) {
+    const Loader loader(gdk_pixbuf_loader_new_with_type(format, nullptr));
+    if (!loader) return false;
     g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(RefuseBombs), nullptr);
     const bool written =
         gdk_pixbuf_loader_write(loader.get(), static_cast<const guchar*>(bytes), size, nullptr);

@@ -1,6 +1,7 @@
 // Pictures through GDI+, from a stream over a copy of the bytes. The system converts every format to BGRA
 // while it copies the pixels out. A picture decodes only when its pixels are asked for, so that its size can
-// be checked before memory is taken for them.
+// be checked before memory is taken for them. It knows the format by the bytes that a file begins with, and
+// need not be told.
 
 #include "../image.h"
 
@@ -74,7 +75,7 @@ bool CopyPixels(gdi::Bitmap& bitmap, CImage& image) {
 
 } // namespace
 
-bool LoadImageBytes(const void* bytes, std::size_t size, CImage& image) {
+bool LoadImageBytes(const void* bytes, std::size_t size, const char* /*format*/, CImage& image) {
     if (size == 0) return false;
     const GdiPlus gdiPlus;
     const Stream stream = gdiPlus.IsRunning() ? StreamOf(bytes, size) : nullptr;

@@ -24,33 +24,79 @@ const std::string kGif = "GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF,\0\0\0\0\1\0\
 // One column, above (4, 5, 6), below (1, 2, 3), in the order blue, green, red.
 const std::string kBmp = "BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x18\0"s
                          + std::string(24, '\0') + "\1\2\3\0\4\5\6\0"s;
+// The same in runs of an index of colours, which all are black.
+const std::string kRuns = "BM\0\0\0\0\0\0\0\0\x3E\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x08\0\1"s
+                          + std::string(15, '\0') + "\2"s + std::string(15, '\0') + "\1\0\0\0\1\1\0\1"s;
 // A grey block, behind a preview with an end of its own.
 const std::string kCodes = "\1"s + std::string(17, '\0');
 const std::string kJpeg = "\xFF\xD8\xFF\xE1\0\4\xFF\xD9\xFF\xDB\0\x43\0"s + std::string(64, '\1')
                           + "\xFF\xC0\0\x0B\x08\0\x08\0\x08\1\1\x11\0\xFF\xC4\0\x14\0"s + kCodes
                           + "\xFF\xC4\0\x14\x10"s + kCodes + "\xFF\xDA\0\x08\1\1\0\0\x3F\0\x3F\xFF\xD9"s;
 
-TEST(ImageFile, WholePicturesWithinTheLimits) {
+// Whole pictures load, and no part of one that lacks more bytes than its decoder can do without.
+TEST(ImageFile, WholePicturesAlone) {
+    const struct {
+        const char* format;
+        const std::string& bytes;
+        std::size_t spare; // bytes of the end that only close the file
+    } cases[] = {
+        {"BMP", kBmp, 0}, {"packed BMP", kRuns, 0}, {"GIF", kGif, 1}, {"JPEG", kJpeg, 0}, {"PNG", kPng, 4}};
     CImage image, refused;
-    for (const std::string& whole : {kBmp, kGif, kJpeg, kPng}) {
-        EXPECT_TRUE(Loads(whole, image)) << whole;
-        const std::size_t spare = whole == kPng ? 8 : 1; // a PNG's last bytes only close it
-        for (std::size_t size = 0; size <= whole.size() - spare; ++size)
-            EXPECT_FALSE(Loads(whole.substr(0, size), refused)) << whole.substr(0, 3) << size;
+    for (const auto& [format, bytes, spare] : cases) {
+        for (std::size_t size = 0; size < bytes.size() - spare; ++size)
+            EXPECT_FALSE(Loads(bytes.substr(0, size), refused)) << format << " of " << size;
+        EXPECT_TRUE(Loads(bytes.substr(0, bytes.size() - spare), image)) << format;
+        EXPECT_TRUE(Loads(bytes + "\xFF\xDA" + bytes, image)) << format << " with more behind it";
     }
-    EXPECT_TRUE(Loads(kBmp + std::string(10'485'760 - kBmp.size(), '\0'), image));
-    EXPECT_FALSE(Loads(kBmp + std::string(10'485'761 - kBmp.size(), '\0'), refused));
-    const std::string tooManyPixels = "\x10\x27\0\0\x11\x27\0\0"s; // 10,000 by 10,001
-    EXPECT_FALSE(Loads(std::string(kBmp).replace(18, 8, tooManyPixels), refused));
-    for (const char* path : {"", ".", "no such file", static_cast<const char*>(nullptr)})
-        EXPECT_FALSE(qev::LoadImageFile(refused, path));
     EXPECT_TRUE(refused.IsNull());
-    EXPECT_EQ(std::string(image.GetBits(), image.GetBits() + 8), "\4\5\6\xFF\1\2\3\xFF");
+}
+
+TEST(ImageFile, Pixels) {
+    CImage image;
+    const auto pixels = [&] { return std::string(image.GetBits(), image.GetBits() + 8); };
+    EXPECT_TRUE(Loads(kBmp, image));
+    EXPECT_EQ(pixels(), "\4\5\6\xFF\1\2\3\xFF");
     EXPECT_TRUE(Loads(kPng, image));
     EXPECT_EQ(image.GetWidth(), 2);
-    ASSERT_EQ(image.GetHeight(), 1);
+    EXPECT_EQ(image.GetHeight(), 1);
     EXPECT_FALSE(Loads("no picture", image));
-    EXPECT_EQ(std::string(image.GetBits(), image.GetBits() + 8), "\0\0\xFF\xFF\xFF\0\0\x80"s);
+    EXPECT_EQ(pixels(), "\0\0\xFF\xFF\xFF\0\0\x80"s);
+}
+
+TEST(ImageFile, Limits) {
+    CImage image;
+    EXPECT_TRUE(Loads(kBmp + std::string(10'485'760 - kBmp.size(), '\0'), image));
+    EXPECT_FALSE(Loads(kBmp + std::string(10'485'761 - kBmp.size(), '\0'), image));
+    const std::string tooManyPixels = "\x11\x27\x10\x27"s; // 10,001 by 10,000
+    EXPECT_FALSE(Loads(std::string(kGif).replace(6, 4, tooManyPixels), image));
+}
+
+TEST(ImageFile, WhatIsNoSoundPicture) {
+    const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='1' height='1'/>";
+    const std::string many = "\x10\x27\0\0\x10\x27\0\0"s; // 10,000 by 10,000
+    const struct {
+        const char* name;
+        std::string bytes;
+        bool loads;
+    } cases[] = {{"a wrong size", std::string(kBmp).replace(2, 4, "\xFF\xFF\xFF\x7F"), true},
+                 {"a second frame that is broken", std::string(kGif).replace(34, 1, ",no frame"), true},
+                 {"a program", svg, false},
+                 {"more pixels than bytes", std::string(kBmp).replace(18, 8, many), false},
+                 {"more pixels than runs", std::string(kRuns).replace(18, 8, many), false}};
+    CImage image;
+    for (const auto& [name, bytes, loads] : cases) EXPECT_EQ(Loads(bytes, image), loads) << name;
+}
+
+TEST(ImageFile, OrdinaryFilesAlone) {
+    CImage image;
+    for (const char* path : {"", ".", "no such file", static_cast<const char*>(nullptr)})
+        EXPECT_FALSE(qev::LoadImageFile(image, path));
+#ifndef _WIN32
+    const std::string pipe = test::TempPath("pipe");
+    ASSERT_EQ(std::system(("mkfifo " + pipe).c_str()), 0);
+    EXPECT_FALSE(qev::LoadImageFile(image, pipe.c_str())); // which nobody writes to
+    std::remove(pipe.c_str());
+#endif
 }
 
 } // namespace
