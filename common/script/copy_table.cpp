@@ -6,10 +6,21 @@
 // is thrown in the middle of a deep table. The depth is bounded, which also ends a table that contains
 // itself: to remember the tables on the way would find cycles sooner, but deep recursion has to be refused
 // anyhow, and so one limit serves for both.
+//
+// A table that is met again is not walked again, or 30 tables that each hold the next one twice would take
+// a billion steps. Where the target has nothing under the key it gets the copy that was made before, so that
+// the copy shares as the source does; where it has a table that this one was merged into before there is
+// nothing to do. Copies that were merged into what the target held are not shared: they may hold more. How
+// many levels a finished table holds is kept with it, so that the limit on the depth does not depend on the
+// order of a walk.
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
+#include <new>
 #include <type_traits>
+#include <utility>
 
 #include <qev/script/access.h>
 #include <qev/script/copy_table.h>
@@ -21,8 +32,6 @@ namespace {
 
 constexpr int kMaxNesting = 200; // tables in tables; as many as Lua itself nests calls of C functions
 
-bool CopyTable(lua_State* from, lua_State* to, int nesting);
-
 // The int that the text of a number begins with. Drawings hold tables that were stored under such keys, so
 // that large and broken numbers keep the odd key that this gives them.
 int IndexOf(double key) {
@@ -31,31 +40,108 @@ int IndexOf(double key) {
     return std::atoi(text);
 }
 
-// Copies the table on top of the source's stack into the one under a key.
-template <class Key>
-bool CopySubTable(lua_State* from, lua_State* to, CLuaAccess& target, Key key, int nesting) {
-    const bool isEntered = target.Enter(key);
-    if (!isEntered && std::is_same_v<Key, int>) ThrowText(message::kEnterFailed);
-    const bool result = !isEntered || CopyTable(from, to, nesting + 1);
-    target.Leave();
-    return result;
+// One copy from a state to another.
+class TableCopy {
+public:
+    TableCopy(lua_State* from, lua_State* to);
+    // Copies the table on top of the source's stack into the one on top of the target's. Answers how many
+    // levels of tables it holds, itself included; all of them lie within the limit, this one at a depth.
+    int Copy(int depth);
+
+private:
+    // A table of the source, and that of the target it was merged into; null for a copy of its own.
+    using Way = std::pair<const void*, const void*>;
+    struct Finished {
+        int levels;
+        int place; // among the tables that are kept
+    };
+
+    template <class Key>
+    void CopyValue(CLuaAccess& target, Key key, int depth, int& levels);
+    template <class Key>
+    int CopySubTable(CLuaAccess& target, Key key, int depth);
+    int CopyOnce(const LuaFields& fields, const Way& way, int depth);
+
+    lua_State* const m_pFrom;
+    lua_State* const m_pTo;
+    CLuaAccess m_Target;               // restores the stack
+    int m_nKept;                       // where on it the table of the target's tables lies
+    std::map<Way, Finished> m_mapDone; // of the tables in the table that is copied
+};
+
+// Throws where a table at a depth holds too many levels, or else answers them.
+int WithinDepth(int depth, int levels) {
+    if (depth + levels - 1 > kMaxNesting) ThrowText(message::kTooDeep);
+    return levels;
 }
 
-// Copies the value on top of the source's stack.
+// The table of those that are kept goes below the target, which stays on top.
+TableCopy::TableCopy(lua_State* from, lua_State* to)
+    : m_pFrom(from), m_pTo(to), m_Target(to), m_nKept(lua_gettop(to) + 1) {
+    const LuaFields fields(m_Target);
+    fields.Protected("", 0, 1, [](lua_State* inner) {
+        lua_newtable(inner);
+        return 1;
+    });
+    if (m_nKept > 1)
+        lua_pushvalue(to, -2);
+    else
+        lua_pushnil(to);
+}
+
+// Copies a table into the one that has been entered, unless that was done before.
+int TableCopy::CopyOnce(const LuaFields& fields, const Way& way, int depth) {
+    if (const auto found = m_mapDone.find(way); found != m_mapDone.end())
+        return WithinDepth(depth, found->second.levels);
+    const int levels = Copy(depth);
+    const int place = static_cast<int>(m_mapDone.size()) + 1;
+    lua_pushvalue(fields.L, m_nKept);
+    lua_pushvalue(fields.L, -2);
+    fields.StoreTop(place);
+    lua_pop(fields.L, 1);
+    m_mapDone.emplace(way, Finished{levels, place});
+    return levels;
+}
+
+// Copies the table on top of the source's stack into the one under a key, or shares the copy it has.
 template <class Key>
-bool CopyValue(lua_State* from, lua_State* to, CLuaAccess& target, Key key, int nesting) {
-    switch (lua_type(from, -1)) {
+int TableCopy::CopySubTable(CLuaAccess& target, Key key, int depth) {
+    const LuaFields fields(target);
+    const void* const source = lua_topointer(m_pFrom, -1);
+    bool isFree = false;
+    if (fields.Fetch(key)) {
+        isFree = lua_isnil(fields.L, -1);
+        lua_pop(fields.L, 1);
+    }
+    if (const auto found = m_mapDone.find({source, nullptr}); isFree && found != m_mapDone.end()) {
+        lua_rawgeti(fields.L, m_nKept, found->second.place);
+        fields.StoreTop(key);
+        return WithinDepth(depth, found->second.levels);
+    }
+    const bool isEntered = target.Enter(key);
+    if (!isEntered && std::is_same_v<Key, int>) ThrowText(message::kEnterFailed);
+    const void* const into = isFree ? nullptr : lua_topointer(fields.L, -1);
+    const int levels = isEntered ? CopyOnce(fields, {source, into}, depth) : 0;
+    target.Leave();
+    return levels;
+}
+
+// Copies the value on top of the source's stack; `levels` becomes those of a table that has more.
+template <class Key>
+void TableCopy::CopyValue(CLuaAccess& target, Key key, int depth, int& levels) {
+    switch (lua_type(m_pFrom, -1)) {
     case LUA_TBOOLEAN:
-        target.Write(lua_toboolean(from, -1) != 0, key);
-        return true;
+        target.Write(lua_toboolean(m_pFrom, -1) != 0, key);
+        break;
     case LUA_TNUMBER:
-        target.Write(lua_tonumber(from, -1), key);
-        return true;
+        target.Write(lua_tonumber(m_pFrom, -1), key);
+        break;
     case LUA_TSTRING:
-        target.Write(lua_tostring(from, -1), key);
-        return true;
+        target.Write(lua_tostring(m_pFrom, -1), key);
+        break;
     case LUA_TTABLE:
-        return CopySubTable(from, to, target, key, nesting);
+        levels = std::max(levels, CopySubTable(target, key, depth));
+        break;
     default:
         ThrowText(message::kUnknownValueType);
     }
@@ -70,32 +156,36 @@ bool Next(const LuaFields& source) {
     return lua_gettop(source.L) > key;
 }
 
-bool CopyTable(lua_State* from, lua_State* to, int nesting) {
-    if (nesting > kMaxNesting) ThrowText(message::kTooDeep);
-    CLuaAccess source(from), target(to); // both restore their stacks
+int TableCopy::Copy(int depth) {
+    WithinDepth(depth, 1);
+    CLuaAccess source(m_pFrom), target(m_pTo); // both restore their stacks
     target.m_bAutoCreate = true;
     const LuaFields fields(source);
-    bool result = true;
-    lua_pushnil(from);
+    int levels = 0;
+    lua_pushnil(m_pFrom);
     while (Next(fields)) {
         // lua_tostring is only asked of texts: it would turn a number key into a text and confuse lua_next
-        const int type = lua_type(from, -2);
+        const int type = lua_type(m_pFrom, -2);
         if (type == LUA_TNUMBER)
-            result &= CopyValue(from, to, target, IndexOf(lua_tonumber(from, -2)), nesting);
+            CopyValue(target, IndexOf(lua_tonumber(m_pFrom, -2)), depth + 1, levels);
         else if (type == LUA_TSTRING)
-            result &= CopyValue(from, to, target, lua_tostring(from, -2), nesting);
+            CopyValue(target, lua_tostring(m_pFrom, -2), depth + 1, levels);
         else
             ThrowText(message::kUnknownKeyType);
-        lua_pop(from, 1);
+        lua_pop(m_pFrom, 1);
     }
-    return result;
+    return levels + 1;
 }
 
 } // namespace
 
-bool CopyLuaTable(lua_State* from, lua_State* to) {
+bool CopyLuaTable(lua_State* from, lua_State* to) try {
     if (from == to) return true;
-    return lua_istable(from, -1) && CopyTable(from, to, 1);
+    if (!lua_istable(from, -1)) return false;
+    TableCopy(from, to).Copy(1);
+    return true;
+} catch (const std::bad_alloc&) {
+    ThrowText(message::kNoMemory);
 }
 
 } // namespace qev

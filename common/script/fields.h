@@ -89,6 +89,17 @@ public:
         });
     }
 
+    /// Takes the value off the top and writes it under a key of the table below it. An index is written
+    /// without asking a metatable.
+    template <class Key>
+    void StoreTop(Key key) const {
+        Protected(KeyText(key), 2, 0, [&](lua_State* inner) {
+            SetNew(inner, key);
+            return 0;
+        });
+        lua_pop(L, 1);
+    }
+
     /// RunProtected; what Lua raises is thrown, and the stack then is as it was before.
     template <class Body>
     void Protected(const char* key, int count, int results, Body body) const {

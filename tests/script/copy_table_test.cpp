@@ -52,11 +52,31 @@ TEST_F(Copy, Entries) {
     EXPECT_TRUE(CopyLuaTable(L, L));
 }
 
+// A table that is met again has one copy, or is merged into each table that the target holds in its place.
+TEST_F(Copy, SharedTables) {
+    EXPECT_EQ(Apply("(function() local t = { x = 1 } return { a = t, b = { t, t, c = t }, d = t } end)()",
+                    "{ d = { own = 2 } }"),
+              "");
+    for (const char* holds :
+         {"T.a == T.b[1]", "T.a == T.b[2]", "T.a == T.b.c", "T.a ~= T.d", "T.a.own == nil", "T.d.x == 1"})
+        EXPECT_TRUE(Holds(to, holds)) << holds;
+    const std::string twice =
+        "(function() local t = {} for i = 1, 100 do t = { a = t, b = t } end return t end)()";
+    EXPECT_EQ(Apply(twice, "{}"), "");
+    EXPECT_EQ(Apply(twice, twice), "");
+}
+
 TEST_F(Copy, DepthIsBounded) {
     const std::string nested = "(function(n) local t = {} for i = 2, n do t = { t } end return t end)";
     EXPECT_EQ(Apply(nested + "(200)", "{}"), "");
     EXPECT_NE(Apply(nested + "(201)", "{}"), "");
     EXPECT_NE(Apply("(function() local t = {} t.a, t.b = t, t return t end)()", "{}"), "") << "a cycle";
+    EXPECT_NE(
+        Apply("(function() local t = " + nested + "(150) return { t, { { t } }, " + nested
+                  + "(40), (function() local u = t for i = 1, 50 do u = { u } end return u end)() } end)()",
+              "{}"),
+        "")
+        << "too deep where it is met again";
 }
 
 } // namespace
