@@ -91,8 +91,13 @@ int Bus::Subscribe(const char* topic, MsgTopicCallback callback, void* user) {
     MsgTopicSubscriber subscriber{m_nIssued + 1, topic, callback, user};
     auto& entry = *m_mapTopics.try_emplace(topic).first;
     auto& subscribers = entry.second.subscribers;
-    if (subscribers.size() == subscribers.capacity()) subscribers.reserve(2 * subscribers.size() + 1);
-    m_mapTopicOfId.emplace(subscriber.id, &entry);
+    try {
+        if (subscribers.size() == subscribers.capacity()) subscribers.reserve(2 * subscribers.size() + 1);
+        m_mapTopicOfId.emplace(subscriber.id, &entry);
+    } catch (const std::bad_alloc&) {
+        Tidy(entry); // the topic may be new
+        throw;
+    }
     subscribers.push_back(std::move(subscriber));
     return ++m_nIssued;
 }

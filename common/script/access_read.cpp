@@ -20,6 +20,8 @@
 namespace qev {
 namespace {
 
+constexpr std::size_t kLongestShown = 256; // bytes of a key, as an error text has
+
 // A value counts as a boolean only if it is one; everything in Lua may be taken for one in a condition.
 template <class Key>
 bool ReadBool(const LuaFields& fields, bool& value, Key key) {
@@ -62,9 +64,11 @@ bool ReadText(CLuaAccess& cursor, char* buffer, unsigned long long size, Key key
     if (text) {
         const std::size_t length = std::strlen(text);
         const std::size_t fits = std::min<unsigned long long>(length, size - 1);
+        char shown[kLongestShown]; // the name may lie in the buffer
+        if (fits < length) std::snprintf(shown, sizeof shown, "%s", static_cast<const char*>(KeyText(key)));
         std::memcpy(buffer, text, fits);
         buffer[fits] = '\0';
-        if (fits < length) cursor.ErrorHandle(KeyText(key), buffer, message::kTextTooLong);
+        if (fits < length) cursor.ErrorHandle(shown, buffer, message::kTextTooLong);
     }
     lua_pop(fields.L, 1);
     return text != nullptr;

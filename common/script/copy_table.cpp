@@ -64,7 +64,7 @@ private:
 
     lua_State* const m_pFrom;
     lua_State* const m_pTo;
-    CLuaAccess m_Target;               // restores the stack
+    CLuaAccess m_stTarget;             // restores the stack
     int m_nKept;                       // where on it the table of the target's tables lies
     std::map<Way, Finished> m_mapDone; // of the tables in the table that is copied
 };
@@ -77,8 +77,8 @@ int WithinDepth(int depth, int levels) {
 
 // The table of those that are kept goes below the target, which stays on top.
 TableCopy::TableCopy(lua_State* from, lua_State* to)
-    : m_pFrom(from), m_pTo(to), m_Target(to), m_nKept(lua_gettop(to) + 1) {
-    const LuaFields fields(m_Target);
+    : m_pFrom(from), m_pTo(to), m_stTarget(to), m_nKept(lua_gettop(to) + 1) {
+    const LuaFields fields(m_stTarget);
     fields.Protected("", 0, 1, [](lua_State* inner) {
         lua_newtable(inner);
         return 1;

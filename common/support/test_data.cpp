@@ -43,7 +43,7 @@ std::list<CString> CTestDataHandle::ms_BlackList;
 static const AtUnload s_atUnload; // behind the list, and so destroyed before it
 
 void CTestDataHandle::SetIgnoreList(const std::list<CString>& names) {
-    if (!s_isOver) ms_BlackList = names;
+    if (!s_isOver) ms_BlackList = std::list<CString>(names); // all of them or, without memory, none
 }
 
 void CTestDataHandle::AddToZoneManager(CCadGroup* group, CZoneManager* zones) {

@@ -1,7 +1,7 @@
 // Numbers as texts and back, for the controls of dialogs. The C library's functions would read and write the
 // decimal point of the user's locale, so that a length typed on one machine would be another on the next; the
-// standard's from_chars and to_chars know no locale, and the few things that atof takes beyond them (blanks
-// and a plus sign in front) are taken off first.
+// standard's from_chars and to_chars know no locale, and the few things that atof takes beyond them (blanks,
+// a sign and 0x in front) are taken off first.
 //
 // Lengths are stored as texts with 16 digits behind the point, enough for the text that was
 // entered to be shown again as it was.
@@ -32,13 +32,22 @@ std::string FixedText(double value, int decimals) {
     return std::string(text.data(), end.ptr);
 }
 
-// As atof in the "C" locale, but 0 for a number that no double holds.
+// As the C standard's atof in the "C" locale, hexadecimal digits behind 0x included, which not every system's
+// own atof reads; but 0 for a number that no double holds.
 double NumberAtStart(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
-    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    const bool isNegative = text.starts_with('-');
+    if (isNegative || text.starts_with('+')) text.remove_prefix(1);
     double number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    const auto reads = [&number](std::string_view digits, std::chars_format format) {
+        if (digits.starts_with('-')) return false;
+        return std::from_chars(digits.data(), digits.data() + digits.size(), number, format).ec
+               == std::errc();
+    };
+    const bool mayBeHex = text.starts_with("0x") || text.starts_with("0X");
+    const bool isNumber = (mayBeHex && reads(text.substr(2), std::chars_format::hex))
+                          || reads(text, std::chars_format::general);
+    return isNumber && isNegative ? -number : number;
 }
 
 bool IsNumberText(std::string_view text) {

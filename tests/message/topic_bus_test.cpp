@@ -28,6 +28,7 @@ TEST(TopicBus, IdsCountUpFromOne) { // the first case of the program
     EXPECT_EQ(SubscribeMsgTopic(nullptr, Hear, nullptr), -1);
     EXPECT_EQ(SubscribeMsgTopic("T", nullptr, nullptr), -1);
     for (const int id : {1, 2}) EXPECT_EQ(Subscribe("T", a).id, id);
+    UnsubscribeMsgTopic(nullptr, Hear);
     UnsubscribeMsgTopic("T", Hear);
     EXPECT_EQ(PublishMsgTopic(nullptr, 5, ""), -1);
 }

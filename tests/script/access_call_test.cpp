@@ -45,6 +45,7 @@ TEST_F(Call, StepByStep) {
     }
     EXPECT_STEPS(3, true, a.StartCall(nullptr, "all", -5), a.Push(1), a.Push(2));
     EXPECT_STEPS(-1, true, a.EndCall()) << "both results";
+    EXPECT_STEPS(1, true, a.Push(1)) << "an argument of no call";
     EXPECT_STEPS(2, true, a.StartCall(nullptr, "all", 0), a.Push(1));
     lua_settop(L, 0);
     EXPECT_FALSE(a.EndCall()) << "the function is gone";

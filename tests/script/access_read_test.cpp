@@ -59,6 +59,17 @@ TEST_F(Read, Numbers) {
     }
 }
 
+TEST_F(Read, WholeNumbersByIndex) {
+    Put("T = { 7.9, 'x', 1 / 0 }");
+    CLuaAccess access(L);
+    int number = -9;
+    EXPECT_STEPS(0, false, access.Read(number, 2), access.Read(number, 4));
+    EXPECT_NE(Run(1, [&] { access.Read(number, 3); }), "");
+    EXPECT_EQ(number, -9);
+    EXPECT_STEPS(0, true, access.Read(number, 1));
+    EXPECT_EQ(number, 7);
+}
+
 TEST_F(Read, Booleans) {
     Put("T = { true, yes = true, no = false, number = 1, text = 'true' }");
     CLuaAccess a(L);
@@ -101,6 +112,8 @@ TEST_F(Read, NamesAndTexts) {
         char byName[5] = "~", byIndex[5] = "~";
         Expect("k", isCut ? text : nullptr, [&] { access.Read(byName, 5, "k"); });
         Expect("[1]", isCut ? text : nullptr, [&] { access.Read(byIndex, 5, 1); });
+        char inPlace[5] = "k";
+        Expect("k", isCut ? text : nullptr, [&] { access.Read(inPlace, 5, inPlace); });
         EXPECT_STREQ(byName, text);
         EXPECT_STREQ(byIndex, text);
         EXPECT_HOLDS("type(T.k) == T.type"); // a number is not made a text

@@ -1,7 +1,12 @@
 #include <functional>
 #include <memory>
 
+#include <qev/qev.h>
+#include <qevdata/qevdata.h>
+
 #include "script/lua_fixture.h"
+#include "support/refuse_memory.h"
+#include "support/temp_path.h"
 
 using namespace qev;
 
@@ -118,6 +123,68 @@ TEST(Refusal, Engine) {
     }
     EXPECT_EQ(memory.inUse, 0);
     g_engineMemory = nullptr;
+}
+
+void RunScript() {
+    CLuaScriptEngine engine, other;
+    if (!engine.GetLuaState() || !other.GetLuaState()) return;
+    for (CLuaScriptEngine* each : {&engine, &other}) each->DoString("return { a = { b = {} }, c = 5 }");
+    test::Thrown([&] { CopyLuaTable(engine.GetLuaState(), other.GetLuaState()); });
+    test::Thrown([&] {
+        CLuaAccess access(engine.GetLuaState());
+        access.Enter("a"), access.Enter("b");
+        CLuaAccess(access).Enter("c");
+    });
+}
+
+void Subscribe() {
+    const auto ignore = [](const char*, void*, int, const char*) { return 0; };
+    UnsubscribeMsgTopic(SubscribeMsgTopic("A topic of thirty characters", ignore, nullptr));
+}
+
+void ShowLength() {
+    CString value = ToStringPrecision(1e300, 20);
+    GetDlgItemTextUnit(nullptr, 1, value);
+}
+
+void LoadPicture() {
+    static const std::string path = test::TempPath("picture");
+    std::ofstream(path, std::ios::binary)
+        .write("GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF,\0\0\0\0\1\0\1\0\0\2\2\x44\1\0", 34);
+    CImage image;
+    LoadImageFile(image, path.c_str());
+}
+
+void SortTestData() {
+    CCadGroup target;
+    CZoneManager zones;
+    zones.SetTargetGroup(&target);
+    CTestDataHandle::SetIgnoreList({"An ignored test's name"});
+    for (int i = 0; i < 2; ++i) {
+        auto group = std::make_unique<CCadGroup>();
+        group->SetKey("TestName", "Another test's long name");
+        CTestDataHandle::AddToZoneManager(group.release(), &zones);
+    }
+}
+
+TEST(Refusal, OfTheProgram) {
+    const struct {
+        const char* name;
+        void (*call)();
+    } cases[] = {{"script", RunScript},
+                 {"topic", Subscribe},
+                 {"length", ShowLength},
+                 {"picture", LoadPicture},
+                 {"test data", SortTestData}};
+    for (const auto& [name, call] : cases) {
+        SCOPED_TRACE(name);
+        call(); // what lasts as long as the program is made once
+        test::ExpectNothingLeaksWhenRefused([call = call] {
+            call();
+            return 0;
+        });
+    }
+    CTestDataHandle::SetIgnoreList({});
 }
 
 } // namespace

@@ -47,6 +47,9 @@ TEST(ScriptEngine, FreshInterpreters) {
     EXPECT_EQ(engine.GetLuaAccess(), nullptr);
     EXPECT_EQ(engine.DoString(""), 1);
     EXPECT_EQ(engine.DoFile(""), 1);
+    testing::internal::CaptureStdout();
+    engine.PrintLuaStack();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "--Stack Top(v)(0)--\n--Stack Bottom--\n");
     engine.initialize();
     EXPECT_EQ(engine.DoString("assert(kept == nil)"), 0);
     lua_getglobal(engine.GetLuaState(), "math");

@@ -37,6 +37,9 @@ TEST(DialogText, ShownAndStored) {
         for (const char* text : {"", "1e3", "-0"}) EXPECT_EQ(shown(text), text);
         EXPECT_EQ(stored(" +.5e0mm"), inch ? "12.6999999999999993" : "0.5000000000000000");
         for (const char* text : {"", "infinite", "1e999"}) EXPECT_EQ(stored(text), "0.0000000000000000");
+        EXPECT_EQ(stored("-0x1.8p1 mm"), inch ? "-76.1999999999999886" : "-3.0000000000000000");
+        for (const char* sign : {"+-1", "--1", "0x-1", "0xg"})
+            EXPECT_EQ(std::abs(std::atof(stored(sign))), 0) << sign;
         EXPECT_EQ(stored((std::string(5000, '0') + ".5").c_str()), stored("0.5"));
         test::Random random;
         for (int i = 0; i < 300; ++i) {

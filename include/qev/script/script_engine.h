@@ -16,7 +16,7 @@ class CLuaAccess;
 /// What every script engine has: the name of its language.
 class QEVCOMMON_API CScriptEngine {
 public:
-    /// Takes any name, which is copied.
+    /// Takes any name, which is copied. Throws std::bad_alloc when memory is refused.
     explicit CScriptEngine(const std::string& language);
     CScriptEngine(const CScriptEngine&) = default;
     CScriptEngine& operator=(const CScriptEngine&) = default;
@@ -25,7 +25,7 @@ public:
     /// The name as it was given last; a CLuaScriptEngine starts with "lua". The reference lasts as long as
     /// the engine.
     const std::string& GetLanguage() const { return m_strLanguage; }
-    /// Changes the name and nothing else.
+    /// Changes the name and nothing else. Throws std::bad_alloc when memory is refused; the name stays then.
     void SetLanguage(const std::string& language) { m_strLanguage = language; }
 
 private:
