@@ -4,8 +4,6 @@ using namespace qev;
 
 namespace {
 
-using namespace qev;
-
 struct Call : test::LuaTest {
     Call() {
         Put("function all(...) T = { n = select('#', ...), ... } return ... end\n"

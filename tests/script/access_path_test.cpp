@@ -6,8 +6,6 @@ using namespace qev;
 
 namespace {
 
-using namespace qev;
-
 struct Path : test::LuaTest {
     Path() { Put("T = { a = { b = 5, [2] = { c = {} } } }"); }
 };

@@ -6,8 +6,6 @@ using namespace qev;
 
 namespace {
 
-using namespace qev;
-
 constexpr double kNone = -9; // what is not read stays
 const double kNan = std::nan(""), kInfinite = HUGE_VAL;
 

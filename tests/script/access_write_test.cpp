@@ -6,8 +6,6 @@ using namespace qev;
 
 namespace {
 
-using namespace qev;
-
 const CLuaAccess::EnumItem kModes[] = {{"Fast", 1}, {"Quick", 1}, {"Slow", 2}, {nullptr, 3}};
 
 // Each form creates a key only on request, and replaces one that is there; twice, as names are known then.

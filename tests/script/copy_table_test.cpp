@@ -4,8 +4,6 @@ using namespace qev;
 
 namespace {
 
-using namespace qev;
-
 struct Copy : test::LuaTest {
     Copy() { luaL_openlibs(to); }
     ~Copy() override { lua_close(to); }

@@ -8,8 +8,6 @@ using namespace qev;
 
 namespace {
 
-using namespace qev;
-
 struct Messages : test::LuaTest {
     ~Messages() override { iconv_close(converter); }
 

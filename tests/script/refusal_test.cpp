@@ -24,8 +24,6 @@ extern "C" QEV_EXPORT lua_State* luaL_newstate() {
 
 namespace {
 
-using namespace qev;
-
 using Step = std::function<void(CLuaAccess&, lua_State*)>;
 
 // What a step throws that has a table T on top of a stack.

@@ -7,8 +7,6 @@ using namespace qev;
 
 namespace {
 
-using namespace qev;
-
 struct Engine : CLuaScriptEngine {
     using CLuaScriptEngine::initialize;
     using CLuaScriptEngine::InitLuaEnv;
