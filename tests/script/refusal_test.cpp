@@ -2,7 +2,6 @@
 #include <memory>
 
 #include <qev/qev.h>
-#include <qevdata/qevdata.h>
 
 #include "script/lua_fixture.h"
 #include "support/refuse_memory.h"
