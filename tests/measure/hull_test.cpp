@@ -9,12 +9,16 @@ namespace {
 
 using Point = CConvexHelper::Point;
 
-// The tags of the hull's points, in their order.
-std::vector<int> Tags(const std::vector<Point>& points) {
+std::vector<Point> Hull(const std::vector<Point>& points) {
     std::vector<Point> hull;
     CConvexHelper::ConvexGrahamScan(points, hull);
+    return hull;
+}
+
+// The tags of the hull's points, in their order.
+std::vector<int> Tags(const std::vector<Point>& points) {
     std::vector<int> tags;
-    for (const Point& p : hull) tags.push_back(p.nTag);
+    for (const Point& p : Hull(points)) tags.push_back(p.nTag);
     return tags;
 }
 
@@ -32,6 +36,19 @@ std::set<int> CornersByLines(const std::vector<Point>& points) {
                 }))
                 corners.insert(a.nTag);
     return corners;
+}
+
+// How far a point lies outside a hull, in mm.
+double Outside(const std::vector<Point>& hull, const DPOINT2& p) {
+    CCadPolyline outline;
+    outline.SetStartPoint({hull.back().x, hull.back().y});
+    bool inside = true;
+    for (std::size_t i = 0; i < hull.size(); ++i) {
+        outline.AddLine({hull[i].x, hull[i].y});
+        inside = inside && Turn(hull[i], hull[(i + 1) % hull.size()], {p.x, p.y, 0}) > 0;
+    }
+    DPOINT2 nearest;
+    return inside ? 0 : GetMinDistance(&outline, p, nearest);
 }
 
 TEST(Hull, AgainstEveryLineThroughTwoPoints) {
@@ -56,40 +73,45 @@ TEST(Hull, SmallFlatAndDoubled) {
     for (const auto& [name, places, hull] : Table<const char*, std::vector<DPOINT2>, std::vector<int>>{
              {"none", {}, {}},
              {"up to three come back as they are", {{2, 2}, {1, 1}, {0, 0}}, {0, 1, 2}},
-             {"a square from its lowest left", {{1, 1}, {0, 1}, {0, 0}, {1, 0}}, {2, 3, 0, 1}},
              {"doubled: the first counts", {{0, 0}, {0, 0}, {1, 0}, {1, 0}, {0, 1}}, {0, 2, 4}},
-             {"inside", {{1, 1}, {0, 1}, {0, 0}, {1, 0}, {0.5, 0}, {1, 0.5}, {0, 0.3}}, {2, 3, 0, 1}},
+             {"on an edge", {{1, 1}, {0, 1}, {0, 0}, {1, 0}, {0.5, 0}, {1, 0.5}, {0, 0.3}}, {2, 3, 0, 1}},
              {"as low within 1e-9: the leftmost", {{0, 5e-10}, {3, 0}, {3, 3}, {0, 3}}, {0, 1, 2, 3}},
-             {"on a line: its ends", {{0, 0}, {1, 1}, {2, 2}, {3, 3}}, {0, 3}},
-             {"not finite: left out", {{kNaN, 0}, {0, 0}, {1, 0}, {1, kInf}, {0, 1}}, {1, 2, 4}},
-             {"all one", {{1, 1}, {1, 1}, {1, 1}, {1, 1}}, {0}}}) {
+             {"a thin rectangle", {{0, 0}, {2000, 0}, {2000, 1e-6}, {0, 1e-6}}, {0, 1, 2, 3}},
+             {"no places: left out", {{kNaN, 0}, {0, 0}, {1, 0}, {1e300, 2}, {1, kInf}, {0, 1}}, {1, 2, 5}},
+             {"nearer than 1e-9: one", {{1, 1}, {1, 1 + 2e-10}, {1 + 2e-10, 1 + 4e-10}, {1, 1}}, {0}}}) {
         std::vector<Point> points;
         for (const DPOINT2& p : places) points.push_back({p.x, p.y, static_cast<int>(points.size())});
         EXPECT_EQ(Tags(points), hull) << name;
     }
-    const std::vector<Point> huge{{1e300, 0, 0}, {0, 1e300, 1}, {-1e300, 0, 2}, {0, -1e300, 3}, {1, 1, 4}};
-    EXPECT_LE(Tags(huge).size(), 5u) << "it ends";
 }
 
-// Points on the edges of a rectangle, off by 1e-8 mm: the corners stay, and little else.
-TEST(Hull, NoisyRectanglesKeepTheirCorners) {
-    for (Random random; random.Rounds(200);) {
+// Five places of a line that starts lowest, at any angle.
+TEST(Hull, LinesKeepTheirEnds) {
+    for (int k = 1; k < 1000; ++k) {
+        const DPOINT2 along = math::Rotated({k % 7 + 0.3, 0}, k * kPi / 1000);
         std::vector<Point> points;
-        for (int i = 0; i < 200; ++i) {
-            const int side = random.Int(0, 3);
-            const double along = random.Uniform(0, 1), noise = random.Uniform(-1e-8, 1e-8);
-            const double x = i < 4 ? i % 2 : side == 0 ? 0 : side == 1 ? 1 : along;
-            const double y = i < 4 ? i / 2 : side == 2 ? 0 : side == 3 ? 1 : along;
-            points.push_back({100 * x + noise, 50 * y - random.Uniform(-1e-8, 1e-8), i});
+        for (int i = 0; i < 5; ++i) points.push_back({0.7 + i * along.x, 0.1 + i * along.y, i});
+        EXPECT_EQ(Tags(points), (std::vector<int>{0, 4})) << k;
+    }
+}
+
+// Points on the edges of a rectangle, a needle or a line at any angle, off by up to 1e-8 mm: none lies
+// outside by more than the tolerance, and of the edges little is left but the corners.
+TEST(Hull, NoPointLiesOutside) {
+    for (Random random; random.Rounds(1000);) {
+        const double size = std::pow(10, random.Uniform(-2, 4)), angle = random.Uniform(0, kTwoPi);
+        const double width = random.Int(0, 3) == 0 ? 0 : std::pow(10, random.Uniform(-12, 0));
+        const double noise = random.Coin() ? 0 : 1e-8, taper = random.Coin() ? 1 : 0;
+        std::vector<Point> points;
+        for (int i = 0; i < 100; ++i) {
+            const double along = i < 4 ? i % 2 : random.Uniform(0, 1);
+            const double across = (i < 4 ? i / 2 : random.Int(0, 1)) * width * (1 - taper * along);
+            const DPOINT2 p = math::Rotated({size * along, size * across}, angle);
+            points.push_back({p.x + random.Uniform(-noise, noise), p.y + random.Uniform(-noise, noise), i});
         }
-        const std::vector<int> tags = Tags(points);
-        for (int corner = 0; corner < 4; ++corner)
-            EXPECT_TRUE(std::any_of(tags.begin(), tags.end(),
-                                    [&, c = points[corner]](int tag) {
-                                        return std::hypot(points[tag].x - c.x, points[tag].y - c.y) < 1e-7;
-                                    }))
-                << "corner " << corner;
-        EXPECT_LE(tags.size(), 12u);
+        const std::vector<Point> hull = Hull(points);
+        EXPECT_LE(hull.size(), 20u);
+        for (const Point& p : points) ASSERT_LE(Outside(hull, {p.x, p.y}), 1e-9 + 2e-9 * size);
     }
 }
 
