@@ -4,9 +4,11 @@
 // Bezier piece is met, since most cuts have none and callers work faster with polylines.
 //
 // Error: the ends of a part are right to about 1e-16 of the coordinates, its bulge to 1e-16 of itself, so
-// that the part leaves the circle by no more than the rounding of its ends.
+// that the part leaves the circle by no more than the rounding of its ends. An end within kSameRatio of a
+// joint is taken as the joint, so that its segment is taken whole.
 
-#include <cmath>
+#include <algorithm>
+#include <cstdint>
 #include <memory>
 
 #include <qev/measure/positions.h>
@@ -20,6 +22,11 @@
 
 namespace qev {
 namespace {
+
+// The modes in which the ends of a cut move to joints.
+constexpr int kNearest = 1;
+constexpr int kOutward = 2;
+constexpr int kInward = 3;
 
 // The cut while it grows: a polyline until a Bezier piece asks for an extended one.
 class Cut {
@@ -73,24 +80,19 @@ private:
     std::unique_ptr<CCadPolylineEx> m_pExtended;
 };
 
-// Where a joint mode moves a ratio: to the segment's start (0) or end (1). A position at a segment's start is
-// at a joint already and stays, one at its end moves as any other.
-double RoundedRatio(double ratio, int mode, bool isStart) {
-    constexpr int kNearest = 1;
-    constexpr int kOutward = 2;
-    constexpr int kInward = 3;
-    if (IsSameRatio(ratio, 0)) return 0;
-    if (mode == kNearest) return ratio < 0.5 ? 0 : 1;
-    if (mode == kOutward) return isStart ? 0 : 1;
-    if (mode == kInward) return isStart || IsSameRatio(ratio, 1) ? 1 : 0;
-    return ratio;
+// The joint that a mode moves a position to: the index of the segment that begins there, the count behind the
+// last one. A position within the tolerance of a joint is there already and stays.
+std::int64_t JointOf(const math::POLYPOS& pos, int mode, bool isStart) {
+    const std::int64_t before = pos.nSegIndex;
+    if (IsSameRatio(pos.dRatio, 0)) return before;
+    if (IsSameRatio(pos.dRatio, 1)) return before + 1;
+    if (mode == kNearest) return pos.dRatio < 0.5 ? before : before + 1;
+    return isStart == (mode == kOutward) ? before : before + 1;
 }
 
-// Segments from one position to another in the contour's direction, fractions included; once round for equal
-// ones.
-double SpanInSegments(const math::PosRange& range, int count) {
-    const double span = PolyPosToDouble(range.end) - PolyPosToDouble(range.start);
-    return span > 0 ? span : span + count;
+// Whether a range ends on its own segment at or before its start, and so runs once round.
+bool RunsRound(const math::PosRange& range) {
+    return range.start.nSegIndex == range.end.nSegIndex && !(range.end.dRatio > range.start.dRatio);
 }
 
 } // namespace
@@ -98,14 +100,14 @@ double SpanInSegments(const math::PosRange& range, int count) {
 CCadMultiSegments* GetMultiSementsByRange(const CCadMultiSegments* contour, const math::PosRange& range) {
     if (IsInvalidRange(contour, range)) return nullptr;
     const int count = contour->GetSegmentCount();
-    const bool runsRound =
-        range.start.nSegIndex == range.end.nSegIndex && !(range.end.dRatio > range.start.dRatio);
+    const bool runsRound = RunsRound(range);
     int i = range.start.nSegIndex;
-    double from = range.start.dRatio;
+    double from = IsSameRatio(range.start.dRatio, 0) ? 0 : range.start.dRatio;
+    const double to = IsSameRatio(range.end.dRatio, 1) ? 1 : range.end.dRatio;
     Cut cut(contour->GetSegment(i).GetPoint(from));
     for (bool first = true;; first = false) {
         const bool last = i == range.end.nSegIndex && !(first && runsRound);
-        cut.Add(contour->GetSegment(i), from, last ? range.end.dRatio : 1.0);
+        cut.Add(contour->GetSegment(i), from, last ? to : 1.0);
         if (last) return cut.Take().release();
         from = 0;
         i = (i + 1) % count;
@@ -119,17 +121,19 @@ CCadMultiSegments* GetPolylineByRange(const CCadMultiSegments* contour, const ma
 CCadMultiSegments* GetMultiSementsByRangeRound(const CCadMultiSegments* contour, const math::PosRange& range,
                                                int nMode) {
     if (IsInvalidRange(contour, range)) return nullptr;
-    math::PosRange rounded = range;
-    rounded.start.dRatio = RoundedRatio(range.start.dRatio, nMode, true);
-    rounded.end.dRatio = RoundedRatio(range.end.dRatio, nMode, false);
     const int count = contour->GetSegmentCount();
-    // Not measured between the moved ends: where they have passed each other, that would be a way round the
-    // contour.
-    const double span = SpanInSegments(range, count) + (rounded.end.dRatio - range.end.dRatio)
-                        - (rounded.start.dRatio - range.start.dRatio);
-    NormalizePosRange(contour, rounded);
-    const bool fits = span > kSameRatio && span < count + kSameRatio && !IsInvalidRange(contour, rounded);
-    return GetMultiSementsByRange(contour, fits ? rounded : range);
+    const bool passesStart = range.start.nSegIndex > range.end.nSegIndex || RunsRound(range);
+    // Joints are counted on over the start point, so that ends that have passed each other give less than
+    // nothing, not a way round the contour.
+    const std::int64_t first = JointOf(range.start, nMode, true);
+    const std::int64_t last = JointOf(range.end, nMode, false) + (passesStart ? count : 0);
+    const bool moves = nMode == kNearest || nMode == kOutward || nMode == kInward;
+    if (!moves || last <= first) return GetMultiSementsByRange(contour, range);
+    Cut cut(contour->GetSegment(static_cast<int>(first % count)).GetPoint(0));
+    // Outward, both ends may move past each other: the contour is cut out once then.
+    for (std::int64_t joint = first; joint < std::min(last, first + count); ++joint)
+        cut.Add(contour->GetSegment(static_cast<int>(joint % count)), 0, 1);
+    return cut.Take().release();
 }
 
 } // namespace qev

@@ -42,24 +42,30 @@ TEST(SubContour, CutsTheStretchBetweenTwoPositions) {
     EXPECT_GT(cuts, 400);
 }
 
+// The Bezier piece is segment 2 of 4, or the last one. An empty list of types stands for a plain polyline.
 TEST(SubContour, BezierPiecesAreTakenWholeOrNotAtAll) {
-    const auto contour = PolylineEx("0 0 L 10 0 A 20 0 1 B 22 5 28 5 30 0 L 40 0");
-    const Cut whole(GetPolylineByRange(contour.get(), {{0, 0.5}, {3, 0.5}}));
-    ASSERT_EQ(whole->GetType(), kCadPolylineEx);
-    std::vector<int> types;
-    for (int i = 0; i < whole->GetSegmentCount(); ++i) types.push_back(whole->GetSegment(i).nType);
-    EXPECT_EQ(types, (std::vector<int>{SEGMENT::kLine, SEGMENT::kArc, SEGMENT::kBezier, SEGMENT::kLine}));
-    EXPECT_POINT_NEAR(whole->GetSegment(2).ptCtrl2, (DPOINT2{28, 5}), 0);
-    const Cut partial(GetMultiSementsByRange(contour.get(), {{2, 0.5}, {3, 0.5}}));
-    EXPECT_EQ(partial->GetType(), kCadPolylineEx);
-    ASSERT_EQ(partial->GetSegmentCount(), 1);
-    EXPECT_POINT_NEAR(partial->GetSegment(0).ptEnd, (DPOINT2{35, 0}), 1e-12);
-    const Cut before(GetMultiSementsByRange(contour.get(), {{0, 0.5}, {1, 0.5}}));
-    EXPECT_EQ(before->GetType(), kCadPolyline) << "no Bezier piece was met";
+    constexpr int kLine = SEGMENT::kLine, kArc = SEGMENT::kArc, kBezier = SEGMENT::kBezier;
+    const auto inside = PolylineEx("0 0 L 10 0 A 20 0 1 B 22 5 28 5 30 0 L 40 0");
+    const auto atTheEnd = PolylineEx("5 5 L 10 0 B 22 5 28 5 30 0");
+    for (const auto& [name, contour, range, types] :
+         Table<const char*, const CCadPolylineEx*, PosRange, std::vector<int>>{
+             {"whole", inside.get(), {{0, 0.5}, {3, 0.5}}, {kLine, kArc, kBezier, kLine}},
+             {"in part", inside.get(), {{2, 0.5}, {3, 0.5}}, {kLine}},
+             {"to its end within 1e-9", atTheEnd.get(), {{0, 0.5}, {1, 1 - 4e-10}}, {kLine, kBezier}},
+             {"from its start within 1e-9", atTheEnd.get(), {{1, 4e-10}, {1, 1}}, {kBezier}},
+             {"none", inside.get(), {{0, 0.5}, {1, 0.5}}, {}}}) {
+        SCOPED_TRACE(name);
+        const Cut cut(GetPolylineByRange(contour, range));
+        EXPECT_EQ(cut->GetType(), types.empty() ? kCadPolyline : kCadPolylineEx);
+        for (std::size_t i = 0; i < types.size(); ++i)
+            EXPECT_EQ(cut->GetSegment(static_cast<int>(i)).nType, types[i]) << i;
+        const SEGMENT first = contour->GetSegment(range.start.nSegIndex);
+        EXPECT_POINT_NEAR(cut->GetStartPoint(), first.GetPoint(range.start.dRatio), 1e-7);
+    }
 }
 
 // The lengths in mm that the modes 0 to 3 leave on a square of side 10; 4 is no mode and rounds nothing.
-// Where a mode would leave nothing, or more than the contour, the range is cut as it is.
+// Where a mode would leave nothing, the range is cut as it is.
 TEST(SubContour, RoundingMovesEndsToJoints) {
     const auto square = Polyline(kSquare);
     for (const auto& [name, range, unrounded, nearest, outward, inward] :
@@ -69,12 +75,16 @@ TEST(SubContour, RoundingMovesEndsToJoints) {
              {"both on joints", {{0, 0}, {2, 0}}, 20, 20, 20, 20},
              {"nothing would be left", {{0, 0.2}, {0, 0.4}}, 2, 2, 10, 2},
              {"over the start", {{3, 0.6}, {1, 0.6}}, 20, 20, 30, 10},
-             {"more than the contour would be left", {{0, 0.6}, {0, 0.4}}, 38, 30, 38, 30}}) {
+             {"nearly all of it", {{0, 0.3}, {3, 0.5}}, 32, 40, 40, 20},
+             {"outward more than all of it", {{0, 0.6}, {0, 0.4}}, 38, 30, 40, 30}}) {
         const double lengths[] = {unrounded, nearest, outward, inward, unrounded};
         for (int mode = 0; mode < 5; ++mode) {
             const Cut cut(GetMultiSementsByRangeRound(square.get(), range, mode));
             ASSERT_TRUE(cut) << name << ", mode " << mode;
             EXPECT_NEAR(cut->GetLength(), lengths[mode], 1e-12) << name << ", mode " << mode;
+            const bool isExact = mode % 4 == 0;
+            for (int i = 0; i < cut->GetSegmentCount() && !isExact; ++i)
+                EXPECT_GT(cut->GetSegment(i).GetLength(), 1) << name << ", mode " << mode;
         }
     }
     const auto open = Polyline("0 0 L 10 0 L 10 10");

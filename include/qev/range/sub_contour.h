@@ -11,22 +11,24 @@ class CCadMultiSegments;
 
 /// A new contour that holds the stretch of a range, owned by the caller: a polyline, or an extended one as
 /// soon as a Bezier piece is met. A range that ends on its own segment at or before its start runs once
-/// round. Of a Bezier piece that is not taken whole nothing is added; hosts rely on that. Null when the
-/// contour is null, the range is empty or one of its positions is invalid on the contour.
-/// `GetMultiSementsByRange` keeps its old spelling.
+/// round. An end within 1e-9 of a segment's end, and a start so near to its start, take the segment whole. Of
+/// a Bezier piece that is not taken whole nothing is added; hosts rely on that. Null when the contour is
+/// null, the range is empty or one of its positions is invalid on the contour. Throws std::bad_alloc without
+/// memory. `GetMultiSementsByRange` keeps its old spelling.
 QEVCOMMON_API CCadMultiSegments* GetMultiSementsByRange(const CCadMultiSegments* contour,
                                                         const math::PosRange& range);
 /// A new contour that holds the stretch of a range, owned by the caller: GetMultiSementsByRange under its
 /// other name. Null when the contour is null, the range is empty or one of its positions is invalid on the
-/// contour.
+/// contour. Throws std::bad_alloc without memory.
 QEVCOMMON_API CCadMultiSegments* GetPolylineByRange(const CCadMultiSegments* contour,
                                                     const math::PosRange& range);
 
 /// A new contour that holds the stretch of a range with its ends moved to joints, owned by the caller. nMode
-/// 1 moves each end to the nearer joint of its segment, 2 outward, 3 inward; any other value moves nothing,
-/// and neither does a mode that would leave nothing of the stretch or more than the whole contour.
-/// Coordinates are never rounded. Null when the contour is null, the range is empty or one of its positions
-/// is invalid on the contour.
+/// 1 moves each end to the nearer joint of its segment, 2 outward, 3 inward; an end within 1e-9 of a joint is
+/// there already. Any other value moves nothing, and neither does a mode that would leave nothing of the
+/// stretch. Outward ends that meet or pass each other give the whole contour once. Coordinates are never
+/// rounded. Null when the contour is null, the range is empty or one of its positions is invalid on the
+/// contour. Throws std::bad_alloc without memory.
 QEVCOMMON_API CCadMultiSegments* GetMultiSementsByRangeRound(const CCadMultiSegments* contour,
                                                              const math::PosRange& range, int nMode);
 
