@@ -61,13 +61,12 @@ bool GenerateInvalidRange(const CCadObject* contour, const POLYPOS& pos, double 
                           PosRange& range) {
     const int count = GetCadSegments(contour);
     if (pos.nSegIndex < 0 || pos.nSegIndex >= count) return false;
-    range.start = range.end = pos;
-    const int lapsBack = dBefore != 0 ? GetPosByOffset(contour, pos, -dBefore, range.start) : 0;
-    const int lapsOn = dAfter != 0 ? GetPosByOffset(contour, pos, dAfter, range.end) : 0;
-    if (lapsBack < 1 && lapsOn < 1 && StaysApart(pos, range, count)) return !IsInvalidRange(contour, range);
-    range.start = {0, 0.0};
-    range.end = {count - 1, 1.0};
-    return true;
+    PosRange zone(pos, pos, range.nTag); // apart from the range, whose ends the position may be
+    const int lapsBack = dBefore != 0 ? GetPosByOffset(contour, pos, -dBefore, zone.start) : 0;
+    const int lapsOn = dAfter != 0 ? GetPosByOffset(contour, pos, dAfter, zone.end) : 0;
+    const bool apart = lapsBack < 1 && lapsOn < 1 && StaysApart(pos, zone, count);
+    range = apart ? zone : PosRange({0, 0.0}, {count - 1, 1.0}, range.nTag);
+    return !apart || !IsInvalidRange(contour, range);
 }
 
 bool GenerateCornerInvalidRange(const CCadObject* contour, double dDistance, double dAngleDegrees,

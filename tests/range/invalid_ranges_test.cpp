@@ -21,7 +21,9 @@ TEST(InvalidRanges, ZonesAgainstDistances) {
         const bool isWhole = back + on >= total;
         ASSERT_EQ(made, !IsInvalidRange(contour.get(), zone) || isWhole);
         if (isWhole) EXPECT_TRUE(IsAt(zone, {{0, 0}, {count - 1, 1}, 7}));
-        EXPECT_EQ(zone.nTag, 7);
+        PosRange own(pos, {0, 0}, 7);
+        GenerateInvalidRange(contour.get(), own.start, back, on, own);
+        EXPECT_TRUE(IsAt(own, zone)) << "the position is the range's own start";
         const double ahead = std::fmod(LengthTo(*contour, probe) - LengthTo(*contour, pos) + total, total);
         const double toEdge = std::min(std::abs(ahead - on), std::abs(total - ahead - back));
         const bool isReached = ahead <= on || total - ahead <= back || isWhole;
