@@ -7,6 +7,7 @@
 // Error: the fraction of the lengths is that of the places up to the difference of the two curves' lengths,
 // which the conversion's error bounds; the sums of lengths add about 1e-16 of the length for each segment.
 
+#include <algorithm>
 #include <cmath>
 
 #include <qev/measure/measures.h>
@@ -24,7 +25,8 @@ math::POLYPOS PosAfter(const CCadObject& contour, int count, double length) {
     double before = 0;
     for (int i = 0; i < count; ++i) {
         const double own = GetSegLength(&contour, i);
-        if (own > 0 && before + own >= length) return {i, (length - before) / own};
+        if (own > 0 && before + own >= length)
+            return {i, std::min((length - before) / own, 1.0)}; // rounded sums pass a very short segment
         before += own;
     }
     return {count - 1, 1.0};

@@ -13,6 +13,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
+#include <limits>
 
 #include <qev/measure/measures.h>
 #include <qev/measure/positions.h>
@@ -27,13 +29,22 @@
 namespace qev {
 namespace {
 
-// What a map can be made between: one piece with one segment, or a contour of many.
-enum class Form { kNone, kSingle, kMulti };
+// What a map can be made between: one piece with one segment, or a contour of many. Kinds that the library
+// does not know are served as far as their answers need no segments.
+enum class Form { kRefused, kUnknown, kSingle, kMulti };
 
 Form FormOf(const CCadObject* object) {
+    // Known kinds without a shape and without segments; those with a shape are refused by the visit.
+    constexpr cad_t kShapeless[] = {kCad1300, kCad1B00, kCad1C00};
+    if (!object) return Form::kRefused;
+    const cad_t code = object->GetType();
+    const bool known =
+        ShapeOf(code) != Shape::kNone
+        || std::find(std::begin(kShapeless), std::end(kShapeless), code) != std::end(kShapeless);
+    if (!known) return Form::kUnknown;
     return VisitCad(object, kSegmentContours,
                     Handle{[](const SinglePiece auto&) { return Form::kSingle; },
-                           [](const Contour&) { return Form::kMulti; }, Others<CCadDot>(Form::kNone)});
+                           [](const Contour&) { return Form::kMulti; }, Others<CCadDot>(Form::kRefused)});
 }
 
 // The search of FindSegmentIndexByRate on any kind: the segment, from `first` on, whose stretch of the whole
@@ -54,21 +65,36 @@ int FindByRate(const CCadObject& contour, double total, double rate, int first, 
     return -1;
 }
 
+// The greatest share of a contour's length at which one of its segments ends; what lies beyond is in none.
+double FurthestShare(const CCadObject& contour, double total) {
+    double furthest = -std::numeric_limits<double>::infinity();
+    double passed = 0;
+    for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
+        passed += contour.GetSegment(i).GetLength();
+        furthest = std::max(furthest, passed / total); // stays for a share that is not a number
+    }
+    return furthest;
+}
+
 // Fills the first entries, as many as the source has segments and the map has room for. A segment that is not
-// found keeps its entry, and the search starts from the first source segment again.
+// found keeps its entry, and the search starts from the first source segment again. A share that no segment
+// reaches, or that is not a number, is not searched for, so that all searches together pass the source once.
 void FillByLength(const CCadObject& source, const CCadObject& destination, std::vector<int>& map) {
     const double total = destination.GetLength();
     const double sourceTotal = source.GetLength();
     if (IsSameLength(sourceTotal, 0)) return;
+    const double furthest = FurthestShare(source, sourceTotal);
     const int entries = std::min(source.GetSegmentCount(), static_cast<int>(map.size()));
     double passed = 0;
     double before = 0;
     int hint = 0;
     for (int i = 0; i < entries; ++i) {
         const double length = destination.GetSegment(i).GetLength();
-        const int found =
-            FindByRate(source, sourceTotal, (length / 2 + passed) / total, hint, before, before);
+        const double share = (length / 2 + passed) / total;
         passed += length;
+        const int found =
+            share <= furthest ? FindByRate(source, sourceTotal, share, hint, before, before) : -1;
+        if (found < 0) before = 0;
         hint = std::max(found, 0);
         if (found >= 0) map[i] = found;
     }
@@ -84,9 +110,23 @@ int FindEntry(const std::vector<int>& map, int value, std::int64_t from) {
     return -1;
 }
 
+// The source segment that a position is passed on to which lies on a segment without entries: the first one
+// behind it that has some, and then from the source's start on; when none has any, the one that the search
+// ends at after once round. A source that does not tell its segments has one, the first.
+int NextWithEntries(const std::vector<int>& map, int from, int count) {
+    const std::int64_t segments = std::abs(std::int64_t{count});
+    const std::int64_t first = (std::int64_t{from} + 1) % segments;
+    std::int64_t least = segments - 1; // segments behind `first`
+    for (const int entry : map)
+        if (entry >= 0 && entry < segments)
+            least = std::min(least, entry - first + (entry < first ? segments : 0));
+    return static_cast<int>((first + least) % segments);
+}
+
 // Several destination segments come from the source segment of `pos`. Their lengths are laid behind each
 // other, and the source segment's length up to `pos` ends on one of them: that place is the answer. False,
-// with nothing written, when together they are shorter than that.
+// with nothing written, when together they are shorter than that. The sum of the lengths is rounded, so that
+// a segment shorter than its rounding can end before the place that lies on it: its end is the answer then.
 bool SpreadOver(const CCadObject* source, const CCadObject* destination, const std::vector<int>& map,
                 const math::POLYPOS& pos, math::POLYPOS& out) {
     const double target = GetSegLength(source, pos.nSegIndex) * pos.dRatio;
@@ -98,7 +138,8 @@ bool SpreadOver(const CCadObject* source, const CCadObject* destination, const s
             sum += length;
             continue;
         }
-        out = {j, length > 0 ? (target - sum) / length : 0};
+        const double ratio = length > 0 ? (target - sum) / length : 0;
+        out = {j, ratio <= 1 ? ratio : 1.0};
         if (IsInvalidPos(destination, out)) NormalizePos(destination, out);
         return true;
     }
@@ -118,10 +159,11 @@ int FindSegmentIndexByRate(const CCadMultiSegments* contour, double dRate, int n
 void GetSegMap(const CCadObject* source, const CCadObject* destination, std::vector<int>& map) {
     const Form from = FormOf(source);
     const Form to = FormOf(destination);
-    if (from == Form::kNone || to == Form::kNone) return;
-    const auto count = static_cast<std::size_t>(std::max(GetCadSegments(destination), 0));
-    const bool byLength = from == Form::kMulti && to == Form::kMulti;
-    map.resize(count, byLength ? -1 : 0);
+    if (from == Form::kRefused || to == Form::kRefused) return;
+    if (to == Form::kSingle) return map.resize(1);
+    if (to != Form::kMulti || from == Form::kUnknown) return;
+    const bool byLength = from == Form::kMulti;
+    map.resize(static_cast<std::size_t>(std::max(GetCadSegments(destination), 0)), byLength ? -1 : 0);
     if (byLength) FillByLength(*source, *destination, map);
 }
 
@@ -149,7 +191,8 @@ bool MapPos(const CCadObject* source, const CCadObject* destination, const std::
 void GetMapPos(const CCadObject* source, math::POLYPOS pos, const CCadObject* destination, math::POLYPOS& out,
                const std::vector<int>& map) {
     const Form to = FormOf(destination);
-    if (FormOf(source) == Form::kNone || to == Form::kNone || IsInvalidPos(pos) || map.empty()) return;
+    const bool refused = to == Form::kRefused || FormOf(source) == Form::kRefused;
+    if (refused || IsInvalidPos(pos) || map.empty()) return;
     out = pos;
     const int size = static_cast<int>(map.size());
     if (std::all_of(map.begin(), map.end(), [](int entry) { return entry == -1; })) {
@@ -157,23 +200,18 @@ void GetMapPos(const CCadObject* source, math::POLYPOS pos, const CCadObject* de
         return;
     }
     const int count = GetCadSegments(source);
-    int entry = FindEntry(map, pos.nSegIndex, 0);
-    // A source segment that nothing came from passes the position on to the start of the next one that has
-    // any.
-    for (int step = 0; entry < 0 && step < count; ++step) {
-        pos = {static_cast<int>((std::int64_t{pos.nSegIndex} + 1) % count), 0.0};
+    auto entries = std::count(map.begin(), map.end(), pos.nSegIndex);
+    if (entries == 0 && count != 0) {
+        pos = {NextWithEntries(map, pos.nSegIndex, count), 0.0};
         out = pos;
-        entry = FindEntry(map, pos.nSegIndex, 0);
+        entries = std::count(map.begin(), map.end(), pos.nSegIndex);
     }
-    if (to == Form::kSingle) {
+    if (to == Form::kSingle)
         out = {0, pos.dRatio};
-    } else if (entry >= 0) {
-        const bool several = FindEntry(map, pos.nSegIndex, std::int64_t{entry} + 1) != entry;
-        if (several)
-            SpreadOver(source, destination, map, pos, out);
-        else
-            out = {entry, pos.dRatio};
-    }
+    else if (to == Form::kMulti && entries == 1)
+        out = {FindEntry(map, pos.nSegIndex, 0), pos.dRatio};
+    else if (to == Form::kMulti && entries > 1)
+        SpreadOver(source, destination, map, pos, out);
 }
 
 } // namespace qev

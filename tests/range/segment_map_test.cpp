@@ -1,3 +1,5 @@
+#include <chrono>
+
 #include "support/support.h"
 
 using namespace qev;
@@ -89,4 +91,82 @@ TEST(SegmentMap, PositionsByLength) {
         GetMapPos(source.get(), pos, Object(destination).get(), out, map);
         EXPECT_NEAR(PolyPosToDouble(out), mapped, 1e-12) << name;
     }
+}
+
+// A kind that the library does not know has no segments; what needs none is answered.
+TEST(SegmentMap, UnknownKinds) {
+    const struct : CCadObject {
+    } unknown;
+    const auto line = Object("line 0 0 14 0");
+    Map filled{5, 6};
+    GetSegMap(&unknown, kTwo.get(), filled);
+    EXPECT_EQ(filled, (Map{5, 6})) << "from an unknown one";
+    GetSegMap(&unknown, line.get(), filled);
+    EXPECT_EQ(filled, Map{5}) << "to a single piece";
+    for (const auto& [name, source, destination, map, mapped] :
+         Table<const char*, const CCadObject*, const CCadObject*, Map, double>{
+             {"to an unknown one: itself", kTwo.get(), &unknown, {1}, 1.5},
+             {"from an unknown one", &unknown, line.get(), {1}, 0.5},
+             {"from an unknown one, without an entry: the start", &unknown, kTwo.get(), {-1, 0}, 1}}) {
+        POLYPOS out{-8, 0};
+        GetMapPos(source, {1, 0.5}, destination, out, map);
+        EXPECT_NEAR(PolyPosToDouble(out), mapped, 1e-12) << name;
+    }
+}
+
+// Each of three lines was divided into four, some of them shorter than the rounding of their sums.
+TEST(SegmentMap, AnswersAreValidOnTheDestination) {
+    for (Random random; random.Rounds(3000);) {
+        CCadPolyline source, destination;
+        std::vector<double> ends{0};
+        Map map;
+        source.SetStartPoint({0, 0});
+        destination.SetStartPoint({0, 0});
+        for (int i = 0; i < 12; ++i) {
+            ends.push_back(ends[i] + (random.Coin() ? random.Uniform(0, 10) : 0));
+            destination.AddLine({ends.back(), i * 2e-15});
+            if (i % 4 == 3) source.AddLine({ends.back(), 0});
+            map.push_back(i / 4);
+        }
+        const int joint = random.Int(0, 11), segment = joint / 4;
+        const double from = ends[4 * segment], length = ends[4 * segment + 4] - from;
+        const POLYPOS pos{segment, length > 1 ? std::min((ends[joint] - from) / length, 0.999) : 0.5};
+        POLYPOS byMap, byLength = pos;
+        GetMapPos(&source, pos, &destination, byMap, map);
+        EXPECT_FALSE(IsInvalidPos(&destination, byMap)) << byMap.nSegIndex << " + " << byMap.dRatio;
+        GetMapPos(&source, &destination, map, byLength, byLength);
+        EXPECT_FALSE(IsInvalidPos(&destination, byLength)) << byLength.nSegIndex << " + " << byLength.dRatio;
+    }
+}
+
+// A polyline that counts how often it is asked for a segment.
+struct Counting : CCadPolyline {
+    SEGMENT GetSegment(int index) const override {
+        ++asked;
+        return CCadPolyline::GetSegment(index);
+    }
+    mutable int asked = 0;
+};
+
+TEST(SegmentMap, CostsGrowWithTheSegments) {
+    constexpr int kMany = 200'000;
+    Counting source;
+    CCadPolyline destination;
+    source.SetStartPoint({0, 0});
+    destination.SetStartPoint({0, 0});
+    for (int i = 1; i <= kMany; ++i) source.AddLine({i * 1.0, 0});
+    for (int i = 1; i <= 2 * kMany; ++i) destination.AddLine({i * 0.5, 0});
+    Map map;
+    GetSegMap(&source, &destination, map);
+    EXPECT_EQ(map[kMany - 1], kMany / 2 - 1);
+    EXPECT_LE(source.asked, 4 * kMany);
+    POLYPOS out;
+    const auto start = std::chrono::steady_clock::now();
+    GetMapPos(&source, {kMany / 2 + 1, 0.5}, &destination, out, map);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2)) << "once over the map";
+    EXPECT_TRUE(IsAt(out, {0, 0})) << "round to the first segment with entries";
+    source.asked = 0;
+    destination.AddLine({kNaN, 0});
+    GetSegMap(&source, &destination, map);
+    EXPECT_LE(source.asked, 4 * kMany) << "lengths that are no numbers";
 }

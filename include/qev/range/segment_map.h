@@ -17,7 +17,9 @@ class CCadObject;
 /// at its middle, by the fraction of the whole length. The map is resized to the destination's segments; new
 /// entries are -1, or 0 where source or destination is a single piece, and then nothing more is computed.
 /// Between contours as many entries are computed as the source has segments, the others keep their values.
-/// Nothing is done for null and for kinds without segments.
+/// Nothing is done for null and for known kinds without segments. A kind that the library does not know makes
+/// no map, but a destination of a single piece gets its one entry from it. The costs grow with the segments
+/// of both. Throws std::bad_alloc without memory.
 QEVCOMMON_API void GetSegMap(const CCadObject* source, const CCadObject* destination, std::vector<int>& map);
 
 /// The index of the segment in which the fraction dRate of a contour's whole length lies, searched from
@@ -41,9 +43,11 @@ QEVCOMMON_API bool MapPos(const CCadObject* source, const CCadObject* destinatio
 /// position's segment are laid behind each other, and the place on them after the length of the source
 /// segment up to the position is the answer. One such segment alone keeps the ratio, and a destination of a
 /// single piece does. A source segment without any passes the position on to the start of the next one that
-/// has some. Nothing is written for null, kinds without segments, an invalid position or an empty map. A map
+/// has some. Nothing is written for null, known kinds without segments, an invalid position or an empty map.
+/// A destination of a kind that the library does not know keeps the position. A map
 /// without any entry but -1 keeps the position, its index no further than the map's last; where the lengths
-/// or the entries lead to no segment, the answer is a position of the source.
+/// or the entries lead to no segment, the answer is a position of the source. The cost is some passes over
+/// the map.
 QEVCOMMON_API void GetMapPos(const CCadObject* source, math::POLYPOS pos, const CCadObject* destination,
                              math::POLYPOS& out, const std::vector<int>& map);
 
