@@ -91,11 +91,12 @@ bool IsOverStartPoint(const POLYPOS& start, const POLYPOS& end) {
 }
 
 void SortRange(std::vector<PosRange>* ranges) {
-    // The exchange sort swaps nothing in ranges that are in order, equal starts included.
-    if (!ranges || std::is_sorted(ranges->begin(), ranges->end(), StartsBefore)) return;
+    if (!ranges) return;
     const bool ordered = std::none_of(ranges->begin(), ranges->end(),
                                       [](const PosRange& range) { return std::isnan(range.start.dRatio); });
     if (!ordered) return ExchangeSort(*ranges);
+    // The exchange sort swaps nothing in ranges that are in order, equal starts included.
+    if (std::is_sorted(ranges->begin(), ranges->end(), StartsBefore)) return;
     std::vector<PosRange> sorted = *ranges;
     std::sort(sorted.begin(), sorted.end(), StartsBefore);
     const auto equalStarts = [](const PosRange& a, const PosRange& b) { return !StartsBefore(a, b); };

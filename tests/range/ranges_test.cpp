@@ -26,9 +26,6 @@ bool Covers(const PosRange& range, double at) {
     const double start = PolyPosToDouble(range.start), end = PolyPosToDouble(range.end);
     return start < end ? start <= at && at <= end : start > end && (at >= start || at <= end);
 }
-bool Covers(const Ranges& ranges, double at) {
-    return std::any_of(ranges.begin(), ranges.end(), [at](const auto& range) { return Covers(range, at); });
-}
 
 TEST(Ranges, OverTheStartPoint) {
     for (Random random; random.Rounds(500);) {
@@ -46,7 +43,11 @@ TEST(Ranges, SortingLeavesTheOrderOfTheExchangeSort) {
     };
     for (Random random; random.Rounds(500);) {
         Ranges sorted = RandomRanges(random, 12), literal = sorted;
-        if (random.Int(0, 8) == 0) literal[0].start.dRatio = sorted[0].start.dRatio = kNaN;
+        if (random.Coin()) { // one start is not a number, the others lie on its segment
+            for (PosRange& range : literal) range.start.nSegIndex = 0;
+            literal[random.Int(0, static_cast<int>(literal.size()) - 1)].start.dRatio = kNaN;
+            sorted = literal;
+        }
         for (std::size_t i = 0; i + 1 < literal.size(); ++i)
             for (std::size_t j = i + 1; j < literal.size(); ++j)
                 if (key(literal[j]) < key(literal[i])) std::swap(literal[i], literal[j]);
@@ -56,45 +57,57 @@ TEST(Ranges, SortingLeavesTheOrderOfTheExchangeSort) {
     SortRange(nullptr);
 }
 
-// The merged list covers what the list covered, and its ranges are apart.
-TEST(Ranges, MergingKeepsWhatIsCovered) {
-    for (Random random; random.Rounds(2000);) {
-        Ranges ranges = RandomRanges(random, 6);
-        std::erase_if(ranges, [](const PosRange& range) { return IsInvalidRange(range); });
-        SortRange(&ranges);
-        const Ranges before = ranges;
-        CombineRange(&ranges, kSegments);
-        for (double at = 0.125; at < kSegments; at += 0.25)
-            ASSERT_EQ(Covers(ranges, at), Covers(before, at)) << at;
-        for (std::size_t i = 0; i + 1 < ranges.size(); ++i)
-            EXPECT_LT(PolyPosToDouble(ranges[i].end), PolyPosToDouble(ranges[i + 1].start));
+// All that a list holds, also what is not a number.
+std::string Text(const Ranges& ranges) {
+    std::ostringstream text;
+    for (const auto& [start, end, tag] : ranges)
+        text << start.nSegIndex << " + " << start.dRatio << " to " << end.nSegIndex << " + " << end.dRatio
+             << " tag " << tag << "; ";
+    return text.str();
+}
+
+bool Precedes(const POLYPOS& a, const POLYPOS& b) {
+    return std::pair(a.nSegIndex, a.dRatio) < std::pair(b.nSegIndex, b.dRatio);
+}
+
+// The merging written out step by step: split at the start point, merge neighbours, join again.
+Ranges MergedLiterally(const Ranges& ranges, int segments) {
+    Ranges list;
+    for (const PosRange& range : ranges) {
+        const bool wraps = IsOverStartPoint(range);
+        if (wraps) list.insert(list.begin(), PosRange({0, 0}, range.end));
+        list.emplace_back(range.start, wraps ? POLYPOS{segments, 0} : range.end, range.nTag);
     }
+    const bool isSplit = list.size() > ranges.size();
+    for (std::size_t last = 0; last + 1 < list.size();) {
+        const PosRange next = list[last + 1];
+        if (Precedes(list[last].end, next.start)) {
+            ++last;
+            continue;
+        }
+        if (!Precedes(next.end, list[last].end)) list[last].end = next.end;
+        list.erase(list.begin() + last + 1);
+    }
+    if (isSplit && list.size() > 1) {
+        list.back().end = list.front().end;
+        list.erase(list.begin());
+    }
+    return list;
 }
 
-TEST(Ranges, MergingInDetail) {
-    const auto merged = [](Ranges ranges, int segments) {
+TEST(Ranges, MergingStepByStepAlsoOfHostileNumbers) {
+    const double ratios[] = {kNaN, kInf, -kInf, 7}, counts[] = {kSegments, -1, INT_MIN, INT_MAX};
+    for (Random random; random.Rounds(3000);) {
+        Ranges ranges = RandomRanges(random, 8);
+        if (random.Coin()) ranges[0].end.dRatio = ratios[random.Int(0, 3)];
+        if (random.Coin()) ranges.back().start.nSegIndex = static_cast<int>(counts[random.Int(0, 3)]);
+        if (random.Coin()) SortRange(&ranges);
+        const int segments = static_cast<int>(counts[random.Int(0, 3)]);
+        const Ranges expected = ranges.size() > 1 ? MergedLiterally(ranges, segments) : ranges;
         CombineRange(&ranges, segments);
-        return ranges;
-    };
-    const Ranges touching{{{0, 0.2}, {0, 0.5}, 7}, {{0, 0.5}, {1, 0.3}, 8}};
-    EXPECT_TRUE(IsAt(merged(touching, 4), {{{0, 0.2}, {1, 0.3}, 7}})) << "the first one's tag stays";
-    EXPECT_TRUE(IsAt(merged(touching, 0), touching)) << "no segments";
-    const Ranges overlapping{{{0, 0.5}, {3, 0.6}}, {{3, 0.5}, {0, 0.5}}};
-    EXPECT_TRUE(IsAt(merged(overlapping, 4), {{{0, 0}, {4, 0}}})) << "the whole contour";
-    const Ranges invalid{{{0, 0.5}, {0, 0.5}}, {{-1, 2}, {0, 0.7}}};
-    EXPECT_TRUE(IsAt(merged(invalid, 4), {{{0, 0.5}, {0, 0.7}}})) << "invalid ones take part";
-    const Ranges barelyApart{{{0, 0.2}, {0, 0.5}}, {{0, 0.5000001}, {1, 0.3}}};
-    const Ranges overTheStart{{{1, 0}, {1, 0.5}}, {{3, 0.5}, {0, 0.5}, 9}}, oneAlone{{{3, 0.5}, {0, 0.5}}};
-    for (const Ranges& apart : {barelyApart, overTheStart, oneAlone})
-        EXPECT_TRUE(IsAt(merged(apart, 4), apart)) << apart.size() << " ranges";
+        ASSERT_EQ(Text(ranges), Text(expected));
+    }
     CombineRange(nullptr, 4);
-}
-
-TEST(Ranges, MergingComparesExactlyAndInOnePass) {
-    Ranges many;
-    for (int i = 0; i < 100'000; ++i) many.emplace_back(POLYPOS{i, 0.0}, POLYPOS{i, i % 2 ? 0.5 : 1.0});
-    CombineRange(&many, INT_MAX);
-    EXPECT_EQ(many.size(), 100'000u) << "(i, 1) lies before (i + 1, 0)";
 }
 
 TEST(Ranges, PositionsInARangeAgainstItsEnds) {

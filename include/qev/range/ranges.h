@@ -24,12 +24,14 @@ QEVCOMMON_API bool IsOverStartPoint(const math::POLYPOS& start, const math::POLY
 
 /// Orders ranges by their starts. Equal starts are left as the exchange sort leaves them that hosts have
 /// always had: for each place, every later range with an earlier start is swapped into it. Nothing for null.
+/// Throws std::bad_alloc without memory, the ranges as they were.
 QEVCOMMON_API void SortRange(std::vector<math::PosRange>* ranges);
 
 /// Merges ranges in SortRange's order into disjoint ones; nSegments is the contour's count of segments.
 /// Ranges merge when the later one does not start exactly after the earlier one's end. A range over the start
 /// point takes part with both of its pieces and comes last. When a split list merges into one range, that is
 /// (0, 0) to (nSegments, 0). Nothing for null, fewer than two ranges, or no segments. One pass.
+/// Throws std::bad_alloc without memory, the ranges as they were.
 QEVCOMMON_API void CombineRange(std::vector<math::PosRange>* ranges, int nSegments);
 
 /// Whether a position lies in a range, ends included within the tolerance. A range over the start point holds
