@@ -109,6 +109,13 @@ bool ClosesOver(const SEGMENT& last, const SEGMENT& first, int runKind, int firs
     });
 }
 
+// Whether a group begins with a segment. The first group does not begin with the first segment when that one
+// had no length and was left out: there may be a corner between them.
+bool BeginsWith(const Topo::CompoundNode& group, const SEGMENT& segment) {
+    const Node& node = group.vecNodes.front();
+    return node.x == segment.ptEnd.x && node.y == segment.ptEnd.y;
+}
+
 bool IsSingle(int kind) {
     return kind == Topo::kLine || kind == Topo::kArc;
 }
@@ -157,8 +164,9 @@ CTopoMultiPolyline::Run CTopoMultiPolyline::EmitAllButLast(const CCadPolyline& s
 // The last run is a group of its own, or goes on over the start point in the first group, if there is one.
 void CTopoMultiPolyline::EmitLast(const Run& run, const CCadPolyline& source) {
     const SEGMENT last = source.GetSegment(source.GetSegmentCount() - 1);
-    const bool goesOn = !m_vecNodes.empty() && source.IsClose()
-                        && ClosesOver(last, source.GetSegment(0), run.info.nKind, m_vecNodes.front()->nKind);
+    const SEGMENT first = source.GetSegment(0);
+    const bool goesOn = !m_vecNodes.empty() && source.IsClose() && BeginsWith(*m_vecNodes.front(), first)
+                        && ClosesOver(last, first, run.info.nKind, m_vecNodes.front()->nKind);
     if (!goesOn) return Emit(run);
     MergeIntoFirst(run);
     m_ptStart = source.GetSegment(run.info.nFirst).ptStart;
@@ -212,15 +220,14 @@ void CTopoMultiPolyline::ReverseDir() {
     for (int i = GetNodeCount() - 1; i >= 0; --i) {
         CompoundNode& group = *m_vecNodes[i];
         group.ptEnd = BeginOf(i);
-        std::vector<Node> reversed;
-        reversed.reserve(group.vecNodes.size());
-        for (std::size_t m = group.vecNodes.size(); m-- > 0;) {
-            const Node& own = group.vecNodes[m];
-            const DPOINT2 end =
-                m > 0 ? DPOINT2{group.vecNodes[m - 1].x, group.vecNodes[m - 1].y} : group.ptEnd;
-            reversed.push_back({end.x, end.y, own.bulge == 0 ? 0 : -own.bulge});
+        std::vector<Node>& nodes = group.vecNodes;
+        std::reverse(nodes.begin(), nodes.end());
+        for (std::size_t m = 0; m < nodes.size(); ++m) {
+            const bool last = m + 1 == nodes.size();
+            nodes[m].x = last ? group.ptEnd.x : nodes[m + 1].x;
+            nodes[m].y = last ? group.ptEnd.y : nodes[m + 1].y;
+            nodes[m].bulge = nodes[m].bulge == 0 ? 0 : -nodes[m].bulge;
         }
-        group.vecNodes = std::move(reversed);
     }
     std::reverse(m_vecNodes.begin(), m_vecNodes.end());
     m_ptStart = start;
@@ -245,12 +252,14 @@ void CTopoMultiPolyline::Translate(const gp_Vec2d& offset) {
 
 void CTopoMultiPolyline::Rotate(const DPOINT2& centre, double angle) {
     if (IsSameAngle(angle, 0) || IsSameAngle(angle, math::kTwoPi)) return;
-    MapPoints([&](const DPOINT2& p) { return RotatePoint(p, centre, angle); });
+    // A copy: the centre may be the end point of a group.
+    MapPoints([centre, angle](const DPOINT2& p) { return RotatePoint(p, centre, angle); });
 }
 
 bool CTopoMultiPolyline::Mirror(const DPOINT2& onLine, double angle) {
     if (math::IsNoPoint(onLine) || !(angle >= 0 && angle < math::kPi)) return false;
-    MapPoints([&](const DPOINT2& p) { return GetMirrorPoint(p, onLine, angle); });
+    // A copy: the point may be the end point of a group.
+    MapPoints([onLine, angle](const DPOINT2& p) { return GetMirrorPoint(p, onLine, angle); });
     for (const auto& group : m_vecNodes)
         for (Node& node : group->vecNodes) node.bulge = -node.bulge;
     return true;

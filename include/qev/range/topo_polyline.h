@@ -42,13 +42,15 @@ public:
     };
 
     /// Groups the segments of a polyline; the caller owns the answer. Null for null. A line or an arc of no
-    /// length (ends within 1e-9 mm) that stands alone is left out, its record stays.
+    /// length (ends within 1e-9 mm) that stands alone is left out, its record stays; when it is
+    /// the first, nothing goes on over the start. Throws std::bad_alloc without memory.
     static CTopoMultiPolyline* CreateTopoMultiPolyline(const CCadPolyline* source);
 
-    /// A copy with groups of its own: changing them leaves the other's as they are.
+    /// A copy with groups of its own: changing them leaves the other's as they are. Throws std::bad_alloc
+    /// without memory.
     CTopoMultiPolyline(const CTopoMultiPolyline& other);
     /// Becomes a copy of the other with groups of its own; the groups held before are deleted, and pointers
-    /// to them end.
+    /// to them end. Throws std::bad_alloc without memory, everything as it was.
     CTopoMultiPolyline& operator=(const CTopoMultiPolyline& other);
     /// Deletes the groups.
     virtual ~CTopoMultiPolyline();
@@ -69,18 +71,19 @@ public:
     math::DPOINT2 GetEndPoint() const;
     /// The point at a fraction of a group's length, 0 its start and 1 its end. Below 0 the line or arc that
     /// the group begins with is gone on backwards, above 1 a single line or arc goes on, and a run or curve
-    /// gives (0, 0). An index without a group gives (0, 0).
+    /// gives (0, 0). An index without a group gives (0, 0). Throws std::bad_alloc without
+    /// memory.
     math::DPOINT2 GetPoint(int node, double ratio) const;
 
     /// Turns the direction round: the order of the groups, and of the nodes in each. The records keep theirs.
     void ReverseDir();
     /// Moves everything by a vector in mm.
     void Translate(const gp_Vec2d& offset);
-    /// Turns everything about a centre by an angle in radians, counter-clockwise; nothing for 0 and 2*pi
-    /// (within 1e-9).
+    /// Turns everything about a centre, which may be a point of a group, by an angle in radians,
+    /// counter-clockwise; nothing for 0 and 2*pi (within 1e-9).
     void Rotate(const math::DPOINT2& centre, double angle);
-    /// Mirrors about the line through a point at an angle in [0, pi). False with nothing changed for other
-    /// angles and for a point that is no number.
+    /// Mirrors about the line through a point, which may be one of a group, at an angle in [0, pi). False
+    /// with nothing changed for other angles and for a point that is no number.
     bool Mirror(const math::DPOINT2& onLine, double angle);
 
 private:
