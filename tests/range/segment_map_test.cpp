@@ -79,13 +79,11 @@ TEST(SegmentMap, PositionsByLength) {
              {"one keeps the ratio", four, {1, 0.5}, {0, 2, 0, 1}, 3.5},
              {"none: the start of the next", four, {1, 0.5}, {0, 2, 2, 2}, 1},
              {"behind the last segment", four, {INT_MAX, 0.5}, {7, 0}, 1},
-             {"nothing but -1: itself", four, {1, 0.5}, {-1, -1}, 1.5},
              {"nothing but -1: at most the last", four, {2, 0.5}, {-1, -1}, 1.5},
              {"leads to no segment", four, {0, 0.5}, {77, -5}, 0},
              {"an empty map", four, {1, 0.5}, {}, -8},
              {"a position that is malformed", four, {1, 1.5}, {1}, -8},
              {"on a line", line, {1, 0.5}, {1}, 0.5},
-             {"none on a line", line, {1, 0.5}, {2}, 0},
              {"no destination", "null", {1, 0.5}, {1}, -8}}) {
         POLYPOS out{-8, 0};
         GetMapPos(source.get(), pos, Object(destination).get(), out, map);

@@ -92,11 +92,9 @@ TEST(SubContour, RoundingMovesEndsToJoints) {
     EXPECT_EQ(outward->GetLength(), 20);
 }
 
-TEST(SubContour, Refusals) {
-    const auto open = Polyline("0 0 L 10 0 L 10 10");
+TEST(SubContour, OfNothing) {
     EXPECT_EQ(GetMultiSementsByRangeRound(nullptr, {{0, 0}, {1, 0}}, 1), nullptr);
     EXPECT_EQ(GetMultiSementsByRange(nullptr, {{0, 0}, {1, 0}}), nullptr);
-    EXPECT_EQ(GetMultiSementsByRange(open.get(), {{0, 0}, {5, 0}}), nullptr);
 }
 
 } // namespace
