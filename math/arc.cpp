@@ -28,6 +28,10 @@ double HalfAngleSine(double bulge) {
     return 2 / (bulge + 1 / bulge);
 }
 
+bool IsSame(const DPOINT2& p, const DPOINT2& q) {
+    return p.x == q.x && p.y == q.y;
+}
+
 // x - sin(x) to full relative precision.
 double MinusSine(double x) {
     const double kSeriesBelow =
@@ -47,6 +51,7 @@ bool BulgeArc::IsStraight() const {
 // against the arc's own chord. The leg from the end is that of the reversed arc at 1 - r. Taking the nearer
 // end keeps both ends exact.
 DPOINT2 BulgeArc::PointAt(double ratio) const {
+    if (IsSame(start, end)) return start;
     if (IsStraight()) return Interpolate(start, end, ratio);
     const double half = HalfAngle(bulge);
     const bool fromStart = ratio < 0.5;
@@ -58,7 +63,7 @@ DPOINT2 BulgeArc::PointAt(double ratio) const {
 
 double BulgeArc::GetLength() const {
     const double chord = Norm(end - start);
-    return IsStraight() ? chord : chord * (HalfAngle(bulge) / HalfAngleSine(bulge));
+    return IsStraight() || chord == 0 ? chord : chord * (HalfAngle(bulge) / HalfAngleSine(bulge));
 }
 
 double BulgeArc::GetCurvature() const {
@@ -74,16 +79,30 @@ DPOINT2 BulgeArc::DirectionAt(double ratio) const {
 }
 
 // In the frame of the arc's middle (u along the chord, v to the left) the centre is (0, 1/k), so the angle
-// travelled from the middle is atan2(k*u, 1 - k*v): no far centre, and k -> 0 gives the straight line.
+// travelled from the middle is atan2(k*u, 1 - k*v): no far centre, and k -> 0 gives the straight line. u and
+// v are off by the rounding of coordinates of the arc's size, which is the same part of a radius and so of
+// the angle: a few last digits.
 double BulgeArc::GetFootRatio(const DPOINT2& p) const {
+    if (IsSame(p, start)) return 0;
+    if (IsSame(p, end)) return 1;
     if (IsStraight()) return GetLineFootRatio(p, start, end);
     const DPOINT2 along = DirectionAt(0.5);
+    if (IsSame(along, {})) return 0;
     const DPOINT2 fromMiddle = p - PointAt(0.5);
     const double k = GetCurvature();
     const double angle = Atan2(k * Dot(fromMiddle, along), 1 - k * Cross(along, fromMiddle));
     const double ratio = 0.5 + angle / (2 * HalfAngle(bulge));
-    if (ratio <= 0) return 0;
+    if (!(ratio > 0)) return 0;
     return ratio < 1 ? ratio : 1;
+}
+
+// The foot is off along the arc by the rounding of its ratio times the length, and anywhere by that of the
+// coordinates. A rounding that is itself beyond all numbers allows nothing.
+bool BulgeArc::IsWithin(const DPOINT2& p, double distance) const {
+    constexpr double kRounding = 2e-15; // nine units in the last place of 1; three are the most seen
+    const double rounding = kRounding * (GetLength() + Norm(p));
+    const double found = D2GetDistance(p, PointAt(GetFootRatio(p)));
+    return found <= distance || (std::isfinite(rounding) && found <= distance + rounding);
 }
 
 // Extremes lie where the tangent, which turns from chord - half to chord + half, is parallel to an axis.
@@ -104,7 +123,7 @@ Bounds BulgeArc::GetBounds() const {
 
 // R^2 (theta - sin(theta)) / 2 with R = chord / (2 sin(theta / 2)).
 double BulgeArc::GetChordArea() const {
-    if (IsStraight()) return 0;
+    if (IsStraight() || IsSame(start, end)) return 0;
     const double diameter = Norm(end - start) / HalfAngleSine(bulge);
     return diameter * diameter * MinusSine(2 * HalfAngle(bulge)) / 8;
 }

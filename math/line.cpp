@@ -26,7 +26,8 @@ void D2GetProjectionPoint(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b, 
 }
 
 double GetLineFootRatio(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b) {
-    return std::clamp(ProjectedRatio(p, a, b), 0.0, 1.0);
+    const double ratio = ProjectedRatio(p, a, b);
+    return ratio > 0 ? std::min(ratio, 1.0) : 0; // 0 for what is no number too
 }
 
 bool IsPointInLine(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b) {

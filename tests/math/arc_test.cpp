@@ -45,6 +45,31 @@ TEST(Arc, NearlyStraightArcsLoseNothing) {
     }
 }
 
+// An arc of any bulge holds the points that it answers, at their ratios, and nothing beside it.
+TEST(Arc, HoldsItsOwnPoints) {
+    constexpr double kNear = 1e-6; // mm
+    for (Random random; random.Rounds(5000);) {
+        const double chord = std::pow(10, random.Uniform(-3, 4));
+        const double bulge = std::pow(10, random.Uniform(-9, 9)) * (random.Coin() ? 1 : -1);
+        const DPOINT2 start = random.Point(1e4);
+        const BulgeArc arc{start, start + math::Rotated({chord, 0}, random.Uniform(0, 7)), bulge};
+        const double ratio = random.Uniform(0, 1);
+        const DPOINT2 p = arc.PointAt(ratio);
+        const DPOINT2 normal = math::LeftOf(arc.DirectionAt(ratio));
+        SCOPED_TRACE(testing::Message() << "chord " << chord << ", bulge " << bulge << ", ratio " << ratio);
+        EXPECT_TRUE(arc.IsWithin(p, 0));
+        EXPECT_NEAR(arc.GetFootRatio(p), ratio, 2e-15 + 4e-12 / arc.GetLength());
+        EXPECT_EQ(arc.GetFootRatio(arc.start), 0);
+        EXPECT_EQ(arc.GetFootRatio(arc.end), 1);
+        EXPECT_EQ(arc.GetFootRatio(arc.start - arc.DirectionAt(0) * (chord * 0.01)), 0) << "before it";
+        EXPECT_EQ(arc.GetFootRatio(arc.end + arc.DirectionAt(1) * (chord * 0.01)), 1) << "behind it";
+        if (arc.GetLength() > 1e7) continue; // there coordinates cannot tell the distances below apart
+        EXPECT_TRUE(arc.IsWithin(p + normal * (0.9 * kNear), kNear));
+        EXPECT_FALSE(arc.IsWithin(p + normal * (1.1 * kNear), kNear));
+        EXPECT_FALSE(arc.IsWithin(arc.end + arc.DirectionAt(1) * (1.1 * kNear), kNear));
+    }
+}
+
 TEST(Arc, FootBoxAndAreaAgainstSamples) {
     for (Random random; random.Rounds(300);) {
         const BulgeArc arc = RandomArc(random);
@@ -105,7 +130,12 @@ TEST(Arc, HostileNumbersEnd) {
                 const BulgeArc arc{{a, b}, {b, a + 1}, bulge};
                 (void)math::SolveCentreArc(arc.start, arc.end, arc.bulge);
                 (void)(arc.GetBounds().lower.x + arc.GetChordArea());
-                EXPECT_FALSE(std::abs(arc.GetFootRatio({b, b}) - 0.5) > 0.5);
+                EXPECT_LE(std::abs(arc.GetFootRatio({b, b}) - 0.5), 0.5) << a << ' ' << b << ' ' << bulge;
+                EXPECT_FALSE(arc.IsWithin({kNaN, b}, 1)) << a << ' ' << b << ' ' << bulge;
+                const BulgeArc point{{1, 1}, {1, 1}, bulge};
+                EXPECT_POINT_NEAR(point.PointAt(a), (DPOINT2{1, 1}), 0) << a << ' ' << bulge;
+                EXPECT_EQ(point.GetFootRatio({a, b}) + point.GetLength() + point.GetChordArea(), 0) << bulge;
+                EXPECT_FALSE(BulgeArc({0, 0}, {1e300, 0}, bulge).IsWithin({5, 5}, 1)) << bulge;
                 EXPECT_FALSE(arc.GetLength() < 0);
             }
     EXPECT_NEAR((BulgeArc{{0, 0}, {1, 0}, 1e9}).GetLength(), kPi * 0.5e9, 1);

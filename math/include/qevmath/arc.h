@@ -22,7 +22,7 @@ struct BulgeArc {
     /// Whether |bulge| is below kZeroBulge. False for a bulge that is not a number.
     QEVMATH_API bool IsStraight() const;
     /// The point at a fraction of the length; exactly the ends at 0 and 1. Ratios outside go on round the
-    /// circle (or along the line).
+    /// circle (or along the line). An arc whose ends are equal is that one point at every ratio.
     QEVMATH_API DPOINT2 PointAt(double ratio) const;
     /// Length in mm; 0 when start equals end.
     QEVMATH_API double GetLength() const;
@@ -30,8 +30,16 @@ struct BulgeArc {
     QEVMATH_API double GetCurvature() const;
     /// Direction of travel at a ratio, a unit vector; (0, 0) for a zero chord.
     QEVMATH_API DPOINT2 DirectionAt(double ratio) const;
-    /// The ratio in [0, 1] of the point of the arc that is nearest to p.
+    /// The ratio in [0, 1] of the point of the arc that is nearest to p: the fraction of the sweep (of the
+    /// length of a line) at which the foot of p lies. Exactly 0 for the start and 1 for the end; points
+    /// before the start and behind the end are at that end. Off by a few units in the last place of 1, for
+    /// bulges from 1e-9 to 1e9. Never NaN: 0 where the ends are equal and where a number is none.
     QEVMATH_API double GetFootRatio(const DPOINT2& p) const;
+    /// Whether p lies within `distance` (mm, 0 or more) of the arc, its ends included. The rounding of the
+    /// arc's own points is allowed for (2e-15 of the arc's length and of p's coordinates): so every point
+    /// that PointAt answers for a ratio in [0, 1] lies within any distance, for bulges from 1e-9 to 1e9.
+    /// False for numbers that are none, and for a point so far out that its distance is not finite.
+    QEVMATH_API bool IsWithin(const DPOINT2& p, double distance) const;
     /// The exact bounding box.
     QEVMATH_API Bounds GetBounds() const;
     /// Area between the chord and the arc, signed by the bulge; 0 for a line.
@@ -56,8 +64,10 @@ QEVMATH_API std::optional<CentreArc> SolveCentreArc(const DPOINT2& start, const 
 QEVMATH_API bool SolveArc(const DPOINT2& start, const DPOINT2& end, double bulge, DPOINT2& centre,
                           double& radius, double& startAngle, double& sweep);
 
-/// Whether p lies within kOnCurve (1e-6 mm) of an arc, its ends included. The arc travels `centralAngle`
-/// (0 or more; from 2*pi on it is the whole circle) from startAngle in the direction that the flag names.
+/// Whether p lies within kOnCurve (1e-6 mm) of an arc, its ends included. For arcs that are given by their
+/// centre: a bulge is asked by BulgeArc::IsWithin, which a far centre does not blur. The arc travels
+/// `centralAngle` (0 or more; from 2*pi on it is the whole circle) from startAngle in the direction that the
+/// flag names.
 QEVMATH_API bool IsPointInArc(const DPOINT2& p, const DPOINT2& centre, double radius, double startAngle,
                               double centralAngle, bool counterClockwise);
 
