@@ -12,6 +12,7 @@
 // takes every step (kLongWalk). Rejected: a table of running sums and a search in it, which answers at once
 // but subtracts two long sums: another rounding, and for short walks on long contours a worse one.
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -41,22 +42,32 @@ int ToLaps(double laps) {
     return laps <= std::numeric_limits<int>::max() ? static_cast<int>(laps) : kNoWalk;
 }
 
-// Single pieces wrap by their length. Taking off the whole turns at once gives the bits that adding or
-// subtracting 1 turn by turn would give, since all but the last of those sums are exact. A change that is a
-// whole number within kSameRatio counts as that many laps, though its rounding may lie just below.
+// The place on a piece, in [0, 1], that the ratio of a walk stands for. A ratio within kSameRatio of a whole
+// number is the end that the walk has come to, so that rounding carries no walk over it. Taking off the whole
+// turns at once gives the bits that adding or subtracting 1 turn by turn would give, since all but the last
+// of those sums are exact.
+double Wrapped(double ratio, bool backward, bool closed) {
+    const double turn = std::round(ratio);
+    if (IsSameRatio(ratio, turn) && (backward ? turn <= 0 : turn >= 1)) return backward || closed ? 0 : 1;
+    if (backward && ratio < 0) return ratio - std::floor(ratio);
+    return !backward && ratio > 1 ? ratio - (std::ceil(ratio) - 1) : ratio;
+}
+
+// Single pieces wrap by their length. A change that is a whole number within kSameRatio counts as that many
+// laps, though its rounding may lie just below. The output is written last, since it may be `pos`.
 int WalkPiece(const CCadObject& piece, const POLYPOS& pos, double offset, POLYPOS& out) {
     const double length = GetCadLength(&piece);
     if (!std::isfinite(length)) return kNoWalk;
-    double ratio = length > 0 ? (pos.dRatio * length + offset) / length : pos.dRatio;
+    const double ratio = length > 0 ? (pos.dRatio * length + offset) / length : pos.dRatio;
     const double change = ratio - pos.dRatio;
+    const double lap = offset < 0 ? -1 : 1;
     double laps = std::trunc(change);
-    if (IsSameRatio(change - laps, offset < 0 ? -1 : 1)) laps += offset < 0 ? -1 : 1;
-    if (offset < 0 && ratio < 0) ratio -= std::floor(ratio);
-    if (offset > 0 && ratio > 1) ratio -= std::ceil(ratio) - 1;
-    const cad_t code = piece.GetType();
-    if (offset > 0 && ratio == 1 && (code == kCadCircle || code == kCadEllipse)) ratio = 0;
-    out = {pos.nSegIndex, ratio};
-    return IsInvalidPos(&piece, out) ? kNoWalk : ToLaps(laps);
+    if (IsSameRatio(change - laps, lap)) laps += lap;
+    const POLYPOS reached{pos.nSegIndex, Wrapped(ratio, offset < 0, piece.IsClose())};
+    if (IsInvalidPos(&piece, reached)) return kNoWalk;
+    const int answer = ToLaps(laps);
+    if (answer != kNoWalk) out = reached;
+    return answer;
 }
 
 // A walk over the segments of a contour. Forward and backward share all but the side from which a segment is
@@ -74,6 +85,8 @@ public:
         double atLapStart = std::numeric_limits<double>::infinity();
         while (available < m_dLeft) {
             m_dLeft -= available;
+            m_bAtEnd = IsAtLastSegment() && m_dLeft < kZeroLength;
+            if (m_bAtEnd) break;
             Step();
             m_dEntry = m_nDirection > 0 ? 0.0 : 1.0;
             available = m_dLength;
@@ -84,24 +97,33 @@ public:
         return std::isfinite(m_dLength);
     }
 
-    // The position reached; a ratio of 1 is the start of the next segment. Only the very end of an open
-    // contour, which a forward walk reaches exactly, stays an end.
+    // The position reached; a ratio of 1 is the start of the next segment. An open contour has none behind
+    // its very end: a forward walk stays there, also when it has just come round to the start, and so does a
+    // backward one that leaves the end by less than the tolerance.
     POLYPOS Position() {
-        double ratio = m_dEntry + m_nDirection * (m_dLeft / m_dLength);
-        if (IsSameRatio(ratio, 1)) {
-            ratio = 0;
-            m_nIndex = (m_nIndex + 1) % m_nCount;
-            m_nPassed += m_nDirection;
+        if (m_bAtEnd) return m_nDirection > 0 ? POLYPOS{m_nCount - 1, 1.0} : POLYPOS{0, 0.0};
+        const double ratio = std::max(m_dEntry + m_nDirection * (m_dLeft / m_dLength), 0.0);
+        const bool open = !m_contour.IsClose();
+        if (!IsSameRatio(ratio, 1)) {
+            const bool isRound = open && m_nDirection > 0 && m_nPassed > 0 && m_nIndex == 0;
+            if (!isRound || !IsSameRatio(ratio, 0)) return {m_nIndex, ratio};
+            --m_nPassed;
+            return {m_nCount - 1, 1.0};
         }
-        const bool atStart = m_nIndex == 0 && ratio == 0;
-        if (m_nDirection < 0 || !atStart || m_contour.IsClose()) return {m_nIndex, ratio};
-        --m_nPassed;
-        return {m_nCount - 1, 1.0};
+        const bool isEnd = open && m_nIndex == m_nCount - 1;
+        if (isEnd && (m_nDirection > 0 || m_nPassed == 0)) return {m_nIndex, 1.0};
+        m_nPassed += m_nDirection;
+        return {(m_nIndex + 1) % m_nCount, 0.0};
     }
 
     std::int64_t Passed() const { return m_nPassed; }
 
 private:
+    // Whether the walk goes over the end of an open contour when it leaves the present segment.
+    bool IsAtLastSegment() const {
+        return m_nIndex == (m_nDirection > 0 ? m_nCount - 1 : 0) && !m_contour.IsClose();
+    }
+
     void EnterSegment() {
         m_dLength =
             m_pIndex ? m_pIndex->GetSegmentLength(m_nIndex) : m_contour.GetSegment(m_nIndex).GetLength();
@@ -133,6 +155,7 @@ private:
     double m_dLeft;
     double m_dEntry; // the ratio at which the present segment was entered
     double m_dLength = 0;
+    bool m_bAtEnd = false; // the walk ends at an end of an open contour
 };
 
 // The laps are the segments passed over the count; a walk that ends on the segment it began on, before the
@@ -140,14 +163,15 @@ private:
 int WalkSegments(const CCadObject& contour, int count, const POLYPOS& pos, double offset, POLYPOS& out) {
     SegmentWalk walk(contour, count, pos, offset);
     if (!walk.Run()) return kNoWalk;
-    out = walk.Position();
-    if (IsInvalidPos(&contour, out)) return kNoWalk;
-    const double ahead = (out.dRatio - pos.dRatio) * (offset < 0 ? -1 : 1);
-    const bool startNotReached = out.nSegIndex == pos.nSegIndex && ahead <= -kSameRatio;
+    const POLYPOS reached = walk.Position();
+    if (IsInvalidPos(&contour, reached)) return kNoWalk;
+    const double ahead = (reached.dRatio - pos.dRatio) * (offset < 0 ? -1 : 1);
+    const bool startNotReached = reached.nSegIndex == pos.nSegIndex && ahead <= -kSameRatio;
     const std::int64_t passed = walk.Passed();
-    if (passed == 0) return 0;
-    const std::int64_t laps = (startNotReached ? passed - 1 : passed) / count;
-    return ToLaps(static_cast<double>(laps));
+    const std::int64_t whole = (startNotReached ? passed - 1 : passed) / count;
+    const int laps = ToLaps(passed == 0 ? 0 : static_cast<double>(whole));
+    if (laps != kNoWalk) out = reached;
+    return laps;
 }
 
 // A polyline of one segment is walked as the one piece that it is.

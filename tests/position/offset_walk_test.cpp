@@ -18,17 +18,32 @@ TEST(OffsetWalk, AgainstSummedLengths) {
     }
 }
 
-TEST(OffsetWalk, LongContoursThereAndBack) {
-    CCadPolyline contour;
-    Random random;
-    contour.SetStartPoint({1e4, 1e4});
-    for (int i = 0; i < 100'000; ++i) contour.AddArc(random.Point() + DPOINT2{1e4, 1e4}, random.Bulge());
-    while (random.Rounds(20)) {
-        const double offset = random.Uniform(-1e6, 1e6);
-        POLYPOS pos = random.Pos(100'000), there, back;
-        ASSERT_EQ(GetPosByOffset(&contour, pos, offset, there), 0);
-        ASSERT_EQ(GetPosByOffset(&contour, there, -offset, back), 0);
-        EXPECT_NEAR(PolyPosToDouble(back), PolyPosToDouble(pos), 1e-7); // sums of 1e6 mm
+double LengthFromStart(const CCadObject& object, const POLYPOS& pos) {
+    double length = 0;
+    GetLengthStartToPos(&object, pos, length);
+    return length;
+}
+
+// By the length that is left to an end, and by whole laps: rounding misses them on either side.
+TEST(OffsetWalk, ExactlyToAnEndAndRound) {
+    for (Random random; random.Rounds(3000);) {
+        const bool isPiece = random.Coin();
+        const auto object = isPiece ? RandomSingle(random, -1) : RandomPolyline(random, 8);
+        const POLYPOS pos = random.Pos(GetCadSegments(object.get()));
+        const double total = GetCadLength(object.get()), before = LengthFromStart(*object, pos);
+        if (before < 1e-6 || total - before < 1e-6) continue;
+        POLYPOS out;
+        for (const double offset : {-before, total - before}) {
+            EXPECT_EQ(GetPosByOffset(object.get(), pos, offset, out), 0);
+            EXPECT_FALSE(IsInvalidPos(object.get(), out)) << testing::PrintToString(out);
+            const bool isEnd = offset > 0 && !object->IsClose();
+            EXPECT_NEAR(LengthFromStart(*object, out), isEnd ? total : 0, 1e-12 * total) << object->GetType();
+        }
+        for (const int laps : {-2, -1, 1, 3}) {
+            if (!isPiece) break; // on a segment without length the start counts as not reached
+            EXPECT_EQ(GetPosByOffset(object.get(), pos, laps * total, out), std::abs(laps));
+            EXPECT_TRUE(IsAt(out, pos, 1e-9));
+        }
     }
 }
 
@@ -36,51 +51,48 @@ TEST(OffsetWalk, LapsJointsAndEnds) {
     for (const auto& [name, contour, from, offset, laps, to] :
          Table<const char*, const char*, POLYPOS, double, int, POLYPOS>{
              {"more than a lap, onto a joint", kSquare, {0, 0.5}, 45, 1, {1, 0}},
-             {"a lap on", kSquare, {0, 0.5}, 40, 1, {0, 0.5}},
              {"a lap back", kSquare, {0, 0.5}, -40, 1, {0, 0.5}},
-             {"back to the start", kSquare, {0, 0.5}, -5, 0, {0, 0}},
              {"back over the start", kSquare, {0, 0}, -5, 0, {3, 0.5}},
              {"nearly a lap", kSquare, {0, 0.5}, 38, 0, {0, 0.3}},
-             {"to the end of a closed contour, which is its start", kSquare, {3, 0.5}, 5, 0, {0, 0}},
-             {"nowhere", kSquare, {0, 0.5}, 1e-10, 0, {0, 0.5}},
+             {"from the start of a closed contour to its end", kSquare, {0, 0}, 40, 1, {0, 0}},
+             {"from the start of an open contour to its end", kOpenSquare, {0, 0}, 30, 0, {2, 1}},
              {"very many laps", kSquare, {0, 0.5}, 4'000'000'003, 100'000'000, {0, 0.8}},
-             {"to the end of an open contour", kOpenSquare, {0, 0.5}, 25, 0, {2, 1}},
              {"over the end of an open contour", kOpenSquare, {0, 0.5}, 26, 0, {0, 0.1}},
-             {"back from the end", kOpenSquare, {2, 1}, -10, 0, {2, 0}},
+             {"less than the tolerance into an open contour", kOpenSquare, {0, 0}, 5e-9, 0, {0, 5e-10}},
+             {"less than the tolerance back from its end", kOpenSquare, {2, 1}, -5e-9, 0, {2, 1}},
              {"back over the start of an open contour", kOpenSquare, {0, 0}, -1, 0, {2, 0.9}},
-             {"over the end of a line", "line 0 0 10 0", {0, 0.5}, 7, 0, {0, 0.2}},
-             {"to the end of a line", "line 0 0 10 0", {0, 0.5}, 5, 0, {0, 1}},
+             {"past a short first segment, by rounding", "0 0 L 1e-8 0 L 9 0", {0, 0}, 9 + 2e-15, 0, {1, 1}},
+             {"back past a short last segment", "0 0 L 9 0 L 9 1e-8", {0, 1e-9}, -9.00000001e-9, 0, {0, 0}},
+             {"back from the end of a line", "line 0 0 10 0", {0, 1}, -5e-9, 0, {0, 1}},
+             {"a whole line is a lap", "line 0 0 10 0", {0, 0}, 10, 1, {0, 1}},
              {"laps back on a line", "line 0 0 10 0", {0, 0.5}, -27, 2, {0, 0.8}},
-             {"to the end of a circle, which is its start", kCircleOf10, {0, 0.5}, 5, 0, {0, 0}},
-             {"a lap on a circle", kCircleOf10, {0, 0.25}, 10, 1, {0, 0.25}},
+             {"a piece without length", "line 1 1 1 1", {0, 0.5}, 5, 0, {0, 0.5}},
              {"laps on a polyline of one segment", "0 0 L 10 0", {0, 0.5}, 27, 2, {0, 0.2}}}) {
         SCOPED_TRACE(name);
         POLYPOS out;
         EXPECT_EQ(GetPosByOffset(Object(contour).get(), from, offset, out), laps);
-        EXPECT_TRUE(IsAt(out, to, 1e-8));
+        EXPECT_TRUE(IsAt(out, to, 1e-9));
     }
 }
 
 TEST(OffsetWalk, Refusals) {
     POLYPOS out;
-    for (const char* text :
-         {kSquare, kOpenSquare, "line 0 0 10 0", kCircleOf10, "0 0 L 0 0 L 0 0", "polyline", "null"}) {
+    for (const char* text : {kSquare, kOpenSquare, "line 0 0 10 0", "0 0 L 0 0 L 0 0", "polyline", "null"}) {
         const auto object = Object(text);
         for (const double offset : {kNaN, kInf, -kInf, 1e300, -1e300})
             EXPECT_EQ(GetPosByOffset(object.get(), {0, 0.5}, offset, out), -1) << text << " by " << offset;
         for (const int index : {INT_MIN, INT_MAX})
             EXPECT_EQ(GetPosByOffset(object.get(), {index, 0.5}, 1, out), -1) << text << " at " << index;
     }
-    for (const char* text : {"0 0 L 0 0 L 0 0", "polyline", "null"})
-        EXPECT_EQ(GetPosByOffset(Object(text).get(), {0, 0}, 1, out), -1) << text;
+    EXPECT_EQ(GetPosByOffset(Object("0 0 L 0 0 L 0 0").get(), {0, 0}, 1, out), -1) << "no length";
     EXPECT_EQ(GetPosByOffset(Object(kSquare).get(), {0, 1}, 1, out), -1) << "the end of an inner segment";
 }
 
 TEST(OffsetWalk, StepsOfATable) {
     for (const auto& [back, forward, step, expected] :
          Table<double, double, double, std::vector<int>>{{2.5, 1.2, 1, {1, -1, -2}},
-                                                         {0, 0, 1, {}},
-                                                         {3, 0, 1, {-1, -2, -3}},
+                                                         {5, 7.4, 2.5, {1, -1, 2, -2}},
+                                                         {0.3, 0, 0.1, {-1, -2}}, // 0.3 / 0.1 is below 3
                                                          {-3, 2, 1, {1, 2}},
                                                          {1, 1, 0, {}},
                                                          {kNaN, 1, 1, {}},
