@@ -22,7 +22,6 @@
 #include <qevdata/polyline.h>
 #include <qevdata/tree_walk.h>
 #include <qevmath/angle.h>
-#include <qevmath/arc.h>
 #include <qevmath/line.h>
 
 #include "../kinds/cad_kinds.h"
@@ -32,7 +31,6 @@
 namespace qev {
 namespace {
 
-using math::CentreArc;
 using math::DPOINT2;
 using math::POLYPOS;
 
@@ -58,8 +56,9 @@ void SearchSamples(const SEGMENT& segment, const DPOINT2& p, int index, Nearest&
         nearest.Take(math::D2GetDistance(p, segment.GetPoint(ratio)), {index, ratio});
 }
 
+// Only an arc has a bulge, whatever the field of a line says.
 double SegmentDistance(const SEGMENT& segment, const DPOINT2& p) {
-    return CPosCalculator::GetMinDistance(p, segment.ptStart, segment.ptEnd, segment.dBulge);
+    return CPosCalculator::GetMinDistance(p, segment.ptStart, segment.ptEnd, segment.GetArc().bulge);
 }
 
 // The search of all segments, which is what a nearest segment is by definition.
@@ -120,18 +119,24 @@ POLYPOS NearestSegment(const CCadObject& contour, const DPOINT2& p) {
 }
 
 // The place on the nearest segment; the end of a segment that another one follows is the start of that one.
-std::optional<POLYPOS> NearestOnContour(const CCadObject& contour, const DPOINT2& p) {
+// The index is -1 when there is no nearest segment.
+POLYPOS NearestOnContour(const CCadObject& contour, const DPOINT2& p) {
     POLYPOS place = NearestSegment(contour, p);
-    if (place.nSegIndex < 0) return std::nullopt;
+    if (place.nSegIndex < 0) return place;
     const SEGMENT nearest = contour.GetSegment(place.nSegIndex);
     if (nearest.nType != SEGMENT::kBezier)
-        place.dRatio =
-            CPosCalculator::GetPerpendicularFootRatio(p, nearest.ptStart, nearest.ptEnd, nearest.dBulge);
+        place.dRatio = CPosCalculator::GetPerpendicularFootRatio(p, nearest.ptStart, nearest.ptEnd,
+                                                                 nearest.GetArc().bulge);
     const int next = place.nSegIndex + 1;
     const int count = contour.GetSegmentCount();
     if (IsSameRatio(place.dRatio, 1) && (contour.IsClose() || next != count))
         place = {next < count ? next : 0, 0.0};
     return place;
+}
+
+// The ratio on a closed piece: its end is written as its start.
+double StartForEnd(double ratio) {
+    return IsSameRatio(ratio, 1) ? 0 : ratio;
 }
 
 // The fraction of the turn from angle 0 on in the circle's direction; the centre itself counts as angle 0.
@@ -140,69 +145,65 @@ double CircleRatio(const CCadCircle& circle, const DPOINT2& p) {
     double ratio =
         math::Norm(fromCentre) > kZeroLength ? math::D2GetNormalAngle(fromCentre) / math::kTwoPi : 0;
     if (!circle.IsCounterClockwise()) ratio = 1 - ratio;
-    return ratio == 1 ? 0 : ratio;
+    return StartForEnd(ratio);
 }
 
-// The turn from an arc's start to a point on it, in radians. The test of points on arcs lets a point pass
-// that lies a little before the start, whose turn is then nearly a whole one: where the gap left to the whole
-// turn is smaller than the turn's excess over the sweep, the point is the start.
-double TravelledTo(const DPOINT2& p, const CentreArc& arc) {
-    const double angle = math::D2GetNormalAngle(p - arc.centre);
-    if (IsSameAngle(angle, arc.startAngle)) return 0;
-    const double turn =
-        math::RegularizeRadian(arc.sweep > 0 ? angle - arc.startAngle : arc.startAngle - angle);
-    return math::kTwoPi - turn < turn - std::abs(arc.sweep) ? 0 : turn;
+// The length up to a point that lies on a segment, within the test of points on lines and arcs.
+std::optional<double> LengthTo(const DPOINT2& p, const SEGMENT& segment) {
+    const math::BulgeArc arc = segment.GetArc();
+    const bool isOn =
+        arc.IsStraight() ? math::IsPointInLine(p, arc.start, arc.end) : arc.IsWithin(p, math::kOnCurve);
+    if (!isOn) return std::nullopt;
+    return arc.IsStraight() ? math::D2GetDistance(p, arc.start) : arc.GetLength() * arc.GetFootRatio(p);
 }
 
-// The length up to a point as a fraction of the whole length. The first segment that holds the point within
-// the test of points on lines and arcs counts; 1 when none does.
+// The length up to a point as a fraction of the whole length, 0 when all segments have none. The first
+// segment that holds the point counts; 1 when none does.
 double RatioAlong(const CCadObject& contour, const DPOINT2& p) {
     const double total = contour.GetLength();
+    const int count = contour.GetSegmentCount();
+    if (total == 0 && count > 0) return 0;
     double before = 0;
-    for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
+    for (int i = 0; i < count; ++i) {
         const SEGMENT segment = contour.GetSegment(i);
-        if (IsStraight(segment.dBulge)) {
-            if (math::IsPointInLine(p, segment.ptStart, segment.ptEnd))
-                return (before + math::D2GetDistance(p, segment.ptStart)) / total;
-        } else {
-            const CentreArc arc =
-                math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge).value_or(CentreArc{});
-            const bool left = arc.sweep > 0;
-            if (math::IsPointInArc(p, arc.centre, arc.radius, arc.startAngle, std::abs(arc.sweep), left))
-                return (before + arc.radius * TravelledTo(p, arc)) / total;
-        }
+        if (const auto length = LengthTo(p, segment)) return (before + *length) / total;
         before += segment.GetLength();
     }
     return before / total;
 }
 
-std::optional<POLYPOS> NearestOnEllipse(const CCadPolyline* polyline, const DPOINT2& p) {
+std::optional<POLYPOS> NearestOnEllipse(const CCadPolyline* polyline, bool closed, const DPOINT2& p) {
     if (!polyline) return std::nullopt;
     DPOINT2 nearest;
     GetMinDistance(polyline, p, nearest);
-    return POLYPOS{0, RatioAlong(*polyline, nearest)};
+    const double ratio = RatioAlong(*polyline, nearest);
+    return POLYPOS{0, closed ? StartForEnd(ratio) : ratio};
 }
 
 // Where a point lies on an object; none for a kind without positions.
 std::optional<POLYPOS> NearestPlace(const CCadObject* object, const DPOINT2& p) {
     return VisitCad(
         object, kPickedContours,
-        Handle{[&](const CCadLine& line) {
-                   // The distance of the point itself, not of its foot: the hit test has put it beside the
-                   // line.
-                   return POLYPOS{0, math::D2GetDistance(line.GetStartPoint(), p) / line.GetLength()};
-               },
-               [&](const CCadArc& arc) {
-                   return POLYPOS{0, CPosCalculator::GetPerpendicularFootRatio(
-                                         p, arc.GetStartPoint(), arc.GetEndPoint(), arc.GetBulge())};
-               },
-               [&](const CCadCircle& circle) {
-                   return POLYPOS{0, CircleRatio(circle, p)};
-               },
-               [&](const CCadEllipse& ellipse) { return NearestOnEllipse(ellipse.GetPolyline(), p); },
-               [&](const CCadEllipseArc& arc) { return NearestOnEllipse(arc.GetPolyline(), p); },
-               [&](const Contour& contour) { return NearestOnContour(contour.object, p); },
-               Others<CCadDot>(std::optional<POLYPOS>())});
+        Handle{
+            [&](const CCadLine& line) {
+                // The distance of the point itself, not of its foot: the hit test has put it beside the
+                // line.
+                const double length = line.GetLength();
+                const double toPoint = math::D2GetDistance(line.GetStartPoint(), p);
+                return POLYPOS{0, length > 0 ? toPoint / length : 0};
+            },
+            [&](const CCadArc& arc) {
+                const double ratio = CPosCalculator::GetPerpendicularFootRatio(
+                    p, arc.GetStartPoint(), arc.GetEndPoint(), arc.GetBulge());
+                return POLYPOS{0, arc.IsClose() ? StartForEnd(ratio) : ratio};
+            },
+            [&](const CCadCircle& circle) {
+                return POLYPOS{0, CircleRatio(circle, p)};
+            },
+            [&](const CCadEllipse& ellipse) { return NearestOnEllipse(ellipse.GetPolyline(), true, p); },
+            [&](const CCadEllipseArc& arc) { return NearestOnEllipse(arc.GetPolyline(), arc.IsClose(), p); },
+            [&](const Contour& contour) { return NearestOnContour(contour.object, p); },
+            Others<CCadDot>(std::optional<POLYPOS>())});
 }
 
 void Select(const std::list<CCadObject*>* objects, CCadGroup* into, bool closedOnly) {

@@ -6,9 +6,9 @@
 // that of the distance or of the angle from its start. These two ways back differ in a few digits, and each
 // is the inverse that its callers know.
 //
-// Error: the ratio on a line is right to about 1e-16 of the coordinates over the length; on an arc to about
-// 1e-16 of the radius over the length, so that a nearly straight arc, whose radius is many of its lengths,
-// loses digits.
+// Error: the ratio on a line is right to about 1e-16 of the coordinates over the length. Points are tested
+// against arcs in chord form (math::BulgeArc), since the far centre of a nearly straight arc would blur them:
+// a point that an arc answers is always found on it again, with a ratio that is right to some 1e-16.
 
 #include <algorithm>
 #include <cmath>
@@ -21,7 +21,6 @@
 #include <qev/position/position_conversion.h>
 #include <qevdata/picking.h>
 #include <qevdata/polyline.h>
-#include <qevmath/angle.h>
 #include <qevmath/arc.h>
 #include <qevmath/line.h>
 
@@ -90,20 +89,17 @@ bool IsAt(const DPOINT2& p, const DPOINT2& q) {
     return IsSameLength(p.x, q.x) && IsSameLength(p.y, q.y);
 }
 
-bool HoldsPoint(const math::CentreArc& arc, const DPOINT2& point) {
-    return math::IsPointInArc(point, arc.centre, arc.radius, arc.startAngle, std::abs(arc.sweep),
-                              arc.sweep > 0);
+// Whether a point lies on an arc segment; an arc that cannot be solved holds none.
+bool IsOnArc(const SEGMENT& segment, const DPOINT2& point) {
+    const bool isSolved = math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge).has_value();
+    return isSolved && segment.GetArc().IsWithin(point, math::kOnCurve);
 }
 
 // The ends answer exactly 0 and 1; between them the angle travelled over the sweep.
 std::optional<double> RatioOnArc(const SEGMENT& segment, const DPOINT2& point) {
     if (IsAt(point, segment.ptStart)) return 0.0;
     if (IsAt(point, segment.ptEnd)) return 1.0;
-    const auto arc = math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge);
-    if (!arc || !HoldsPoint(*arc, point)) return std::nullopt;
-    const double angle = math::D2GetNormalAngle(point - arc->centre);
-    const double turn = arc->sweep > 0 ? angle - arc->startAngle : arc->startAngle - angle;
-    return math::RegularizeRadian(turn) / std::abs(arc->sweep);
+    return IsOnArc(segment, point) ? std::optional(segment.GetArc().GetFootRatio(point)) : std::nullopt;
 }
 
 std::optional<double> RatioOnSegment(const SEGMENT& segment, const DPOINT2& point) {
@@ -114,9 +110,8 @@ std::optional<double> RatioOnSegment(const SEGMENT& segment, const DPOINT2& poin
 }
 
 bool IsOnSegment(const SEGMENT& segment, const DPOINT2& point) {
-    if (segment.nType == SEGMENT::kLine) return math::IsPointInLine(point, segment.ptStart, segment.ptEnd);
-    const auto arc = math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge);
-    return arc && HoldsPoint(*arc, point);
+    return segment.nType == SEGMENT::kLine ? math::IsPointInLine(point, segment.ptStart, segment.ptEnd)
+                                           : IsOnArc(segment, point);
 }
 
 } // namespace
@@ -133,6 +128,7 @@ bool CoorToPos(const CCadObject* object, const DPOINT2& point, POLYPOS& pos, dou
     if (!hit) return false;
     PosInfo info;
     Picker::Retrieve(*hit, point, info);
+    if (info.nIndex < 0) return false;
     pos = {info.nIndex, info.dRatio};
     return true;
 }
@@ -179,7 +175,7 @@ bool FindCadAndPosByPoint(const CCadGroup* group, const DPOINT2& point, const CC
     CPosCalculator calculator;
     calculator.Init(group, &point, dTolerance);
     PosInfo info;
-    if (!calculator.CalculatePosition(&info, false)) return false;
+    if (!calculator.CalculatePosition(&info, false) || info.nIndex < 0) return false;
     object = info.pObject;
     pos = {info.nIndex, info.dRatio};
     if (IsInvalidPos(object, pos)) NormalizePos(object, pos);

@@ -7,6 +7,7 @@ namespace {
 
 // Opens what derived calculators see.
 struct Calculator : CPosCalculator {
+    using CPosCalculator::_RetrieveNearestPos;
     using CPosCalculator::_SelectClosedObject;
     using CPosCalculator::_SelectObject;
 };
@@ -45,29 +46,14 @@ TEST(NearestPosition, JointsTiesAndEnds) {
              {"a joint is the start of its later segment", kOpenSquare, {10, 10}, {2, 0}},
              {"the end of an open contour", kOpenSquare, {0, 10}, {2, 1}},
              {"the end of a closed contour is its start", kTriangle, {0, 0}, {0, 0}},
-             {"beside a line", kOpenSquare, {5, -1}, {0, 0.5}},
              {"as near to two segments: the first", kOpenSquare, {7, 3}, {0, 0.7}},
-             {"beside an arc", "0 0 A 10 0 1 L 20 0", {5, -7}, {0, 0.5}},
              {"outside an arc's sweep: the nearer end", "0 0 A 10 0 1", {2, 3}, {0, 0}},
-             {"the nearer end, the start, clockwise", "10 0 A 0 0 -1", {8, 3}, {0, 0}},
              {"the nearer end, the end, clockwise", "10 0 A 0 0 -1", {2, 3}, {0, 1}}}) {
         CCadGroup group;
         group.PushBack(Polyline(contour).release());
         const PosInfo info = Pick(group, p, 10);
         EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, pos)) << name;
     }
-}
-
-// From p to the line or arc from the origin to `end`.
-TEST(NearestPosition, DistanceToASegment) {
-    for (const auto& [name, p, end, bulge, distance] : Table<const char*, DPOINT2, DPOINT2, double, double>{
-             {"an arc of no length", {3, 4}, {0, 0}, 1, 5},
-             {"on an end", {0, 0}, {1, 0}, 1, 0},
-             {"over an arc", {1, 3}, {2, 0}, -1, 2},
-             {"outside an arc's sweep", {1, 3}, {2, 0}, 1, std::sqrt(10)},
-             {"beside a line", {1, 3}, {2, 0}, 0, 3},
-             {"before a line", {-3, 4}, {2, 0}, 0, 5}})
-        EXPECT_NEAR(CPosCalculator::GetMinDistance(p, {0, 0}, end, bulge), distance, 1e-12) << name;
 }
 
 TEST(NearestPosition, FootOfHostileNumbersIsFinite) {
@@ -77,15 +63,56 @@ TEST(NearestPosition, FootOfHostileNumbersIsFinite) {
     }
 }
 
+struct HostContour : CCadMultiSegments {
+    cad_t GetType() const override { return kCad1820; }
+    int GetSegmentCount() const override { return static_cast<int>(segments.size()); }
+    SEGMENT GetSegment(int i) const override { return segments[i]; }
+    std::vector<SEGMENT> segments;
+};
+
+TEST(NearestPosition, OnAHostsContour) {
+    HostContour contour;
+    Calculator calculator;
+    const DPOINT2 p{2, 0.5};
+    calculator.Init(nullptr, &p, 0);
+    PosInfo info{nullptr, 0, 7, 7};
+    EXPECT_TRUE(calculator._RetrieveNearestPos(&contour, &info, false)) << "also without segments";
+    EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, {-1, 0}));
+    contour.segments.resize(1);
+    contour.segments[0].ptEnd = {10, 0};
+    contour.segments[0].dBulge = 1; // of the line type, whose bulge counts for nothing
+    EXPECT_TRUE(calculator._RetrieveNearestPos(&contour, &info, false));
+    EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, {0, 0.2}));
+    EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio({2, 0}, &contour), 0.2, 1e-12);
+}
+
+// With an index, which a class that derives from the polyline does not have.
+TEST(NearestPosition, AnIndexAnswersAsTheSearchOfAll) {
+    struct Unindexed : CCadPolyline {
+        explicit Unindexed(const CCadPolyline& other) : CCadPolyline(other) {}
+    };
+    for (Random random; random.Rounds(500);) {
+        CCadPolyline indexed;
+        for (int i = 0; i < 60; ++i) indexed.AddArc(random.Point(), i == 50 ? kNaN : random.Bulge());
+        const Unindexed plain(indexed);
+        const DPOINT2 p = random.Point(200);
+        Calculator calculator;
+        PosInfo info, expected;
+        calculator.Init(nullptr, &p, 0);
+        for (int question = 0; question < 3; ++question) // the first ones are answered without an index
+            calculator._RetrieveNearestPos(&indexed, &info, false);
+        calculator._RetrieveNearestPos(&plain, &expected, false);
+        EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, {expected.nIndex, expected.dRatio}, 0));
+    }
+}
+
 TEST(NearestPosition, RatioAlongAContour) {
-    const auto circle = Polyline("10 0 A -10 0 1 A 10 0 1");
-    const auto ratioOf = [&](const DPOINT2& p) { return CPosCalculator::GetPtInMultiRatio(p, circle.get()); };
-    EXPECT_NEAR(ratioOf({0, 10}), 0.25, 1e-12);
-    EXPECT_NEAR(ratioOf({0, -10}), 0.75, 1e-12);
-    EXPECT_NEAR(ratioOf({10, -1e-7}), 0, 1e-7) << "just before the start: no whole turn is added";
-    EXPECT_NEAR(ratioOf({0, 0}), 1, 1e-12) << "on no segment";
-    const auto lines = Polyline("0 0 L 10 0 L 10 30");
-    EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio({10, 10}, lines.get()), 0.5, 1e-12);
+    for (const auto& [name, contour, p, ratio] : Table<const char*, const char*, DPOINT2, double>{
+             {"on the second arc", "10 0 A -10 0 1 A 10 0 1", {0, -10}, 0.75},
+             {"on no segment", "10 0 A -10 0 1 A 10 0 1", {0, 0}, 1},
+             {"on a line", "0 0 L 10 0 L 10 30", {10, 10}, 0.5},
+             {"no length", "0 0 L 0 0 A 0 0 1", {0, 0}, 0}})
+        EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio(p, Polyline(contour).get()), ratio, 1e-12) << name;
     EXPECT_TRUE(std::isnan(CPosCalculator::GetPtInMultiRatio({0, 0}, nullptr)));
 }
 

@@ -31,7 +31,8 @@ public:
 
     /// Picks among all objects, or among closed ones only, as Hit does, and writes the object and the nearest
     /// position on it. True when an object was hit; with one of a kind without positions the tag, index and
-    /// ratio stay as they were. False for null.
+    /// ratio stay as they were, with a contour without segments the index is -1. False for null. Throws
+    /// std::bad_alloc when memory is refused.
     bool CalculatePosition(PosInfo* info, bool bClosedOnly);
 
     /// Distance in mm from p to the line (|bulge| below 1e-9) or arc from a to b. Lines are measured by
@@ -45,27 +46,31 @@ public:
     static double GetPerpendicularFootRatio(const math::DPOINT2& p, const math::DPOINT2& a,
                                             const math::DPOINT2& b, const double& bulge);
     /// The length from the start of a contour of lines and arcs to a point on it (within 1e-6 mm), as a
-    /// fraction of the whole length; 1 when no segment holds the point, not a number for a contour without a
-    /// length and for null. The contour is only read.
+    /// fraction of the whole length; 1 when no segment holds the point, 0 when all segments have no length,
+    /// not a number for a contour without segments and for null. The contour is only read.
     static double GetPtInMultiRatio(const math::DPOINT2& p, CCadObject* contour);
 
 protected:
     /// Writes tag, index and ratio of the calculator's point on an object, and null as the object that was
     /// hit. True for every kind, also for one without positions, for which nothing is written; false for
-    /// null, and with the flag for an open object.
+    /// null, and with the flag for an open object. A contour without segments gives the index -1.
     bool _RetrieveNearestPos(const CCadObject* object, PosInfo* info, bool bClosedOnly) const;
 
     /// Collects the objects below a group, flattened in drawing order, into a group that must not delete
-    /// them: its children have to be picked off again. Nothing for null.
+    /// them: its children have to be picked off again. Nothing for null. Throws std::bad_alloc when memory is
+    /// refused.
     static void _SelectObject(const CCadGroup* group, CCadGroup* into);
     /// Collects the objects of a list and those below its groups, flattened in drawing order, into a group
-    /// that must not delete them: its children have to be picked off again. Nothing for null.
+    /// that must not delete them: its children have to be picked off again. Nothing for null. Throws
+    /// std::bad_alloc when memory is refused.
     static void _SelectObject(const std::list<CCadObject*>* objects, CCadGroup* into);
     /// Collects the closed objects below a group, flattened in drawing order, into a group that must not
-    /// delete them: its children have to be picked off again. Nothing for null.
+    /// delete them: its children have to be picked off again. Nothing for null. Throws std::bad_alloc when
+    /// memory is refused.
     static void _SelectClosedObject(const CCadGroup* group, CCadGroup* into);
     /// Collects the closed objects of a list and those below its groups, flattened in drawing order, into a
-    /// group that must not delete them: its children have to be picked off again. Nothing for null.
+    /// group that must not delete them: its children have to be picked off again. Nothing for null. Throws
+    /// std::bad_alloc when memory is refused.
     static void _SelectClosedObject(const std::list<CCadObject*>* objects, CCadGroup* into);
 
     // The handlers of the kinds. Hosts call them by these names; each serves an object of any kind, because
