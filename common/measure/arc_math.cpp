@@ -103,7 +103,8 @@ void RetrieveArcInf(const math::DPOINT2& start, const math::DPOINT2& end, const 
 double ComputeAngle(double dx, double dy) {
     const double length = std::sqrt(dx * dx + dy * dy);
     if (!(length > 0)) return 0;
-    const double angle = math::Acos(std::clamp(dx / length, -1.0, 1.0));
+    const double cosine = dx / length; // no number for two infinities, which count as along +x
+    const double angle = cosine < 1 ? math::Acos(std::max(cosine, -1.0)) : 0;
     return dy >= -kSameLength ? angle : math::kTwoPi - angle;
 }
 

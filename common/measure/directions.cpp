@@ -109,14 +109,18 @@ math::DPOINT2 EllipseArcDirection(const CCadEllipseArc& arc, double ratio) {
 } // namespace
 
 void GetVector(const SEGMENT& a, const SEGMENT& b, math::DPOINT2& va, math::DPOINT2& vb) {
+    math::DPOINT2 back = va; // both are known before one is written: the outputs may be points of a or b
+    math::DPOINT2 forth = vb;
     if (a.nType == SEGMENT::kLine)
-        va = a.ptStart - a.ptEnd;
+        back = a.ptStart - a.ptEnd;
     else if (a.nType == SEGMENT::kArc)
-        va = -ForwardAt(a, a.ptEnd);
+        back = -ForwardAt(a, a.ptEnd);
     if (b.nType == SEGMENT::kLine)
-        vb = b.ptEnd - b.ptStart;
+        forth = b.ptEnd - b.ptStart;
     else if (b.nType == SEGMENT::kArc)
-        vb = ForwardAt(b, b.ptStart);
+        forth = ForwardAt(b, b.ptStart);
+    va = back;
+    vb = forth;
 }
 
 double GetTangent(SEGMENT segment, double at, math::DPOINT2* tangent) {
@@ -146,7 +150,8 @@ double GetCornerAngle(const CCadMultiSegments* contour, int i) {
     const double cosine = math::Dot(in, out) / std::sqrt(math::Dot(in, in) * math::Dot(out, out));
     if (!(cosine < 1) || std::abs(cosine - 1) < kSameCosine) return 0;
     const double angle = math::Acos(std::max(cosine, -1.0));
-    const bool hasArc = previous.dBulge != 0 || current.dBulge != 0;
+    const auto isArc = [](const SEGMENT& s) { return s.nType != SEGMENT::kLine && s.dBulge != 0; };
+    const bool hasArc = isArc(previous) || isArc(current);
     if (cosine < kReversal && hasArc) return curvature < 0 ? angle : -angle;
     return math::Cross(in, out) < 0 ? -angle : angle;
 }

@@ -133,8 +133,8 @@ double GetCadPolylineArea(const CCadMultiSegments* contour, bool bSigned) {
         const SEGMENT segment = contour->GetSegment(i);
         const double chord = math::D2GetDistance(previous, segment.ptEnd);
         if (chord < kZeroLength) continue;
-        sum += Trapezoid(previous, segment.ptEnd);
-        if (segment.nType != SEGMENT::kLine) sum += ArcTerm(chord, segment.dBulge);
+        const double under = Trapezoid(previous, segment.ptEnd);
+        sum += segment.nType == SEGMENT::kLine ? under : under + ArcTerm(chord, segment.dBulge);
         previous = segment.ptEnd;
     }
     sum += Trapezoid(previous, start);

@@ -84,9 +84,9 @@ void NormalizePos(const CCadObject* object, math::POLYPOS& pos) {
         if (!closed && std::int64_t{pos.nSegIndex} + 1 == count) return;
         pos = {GetNextSegmentIndex(object, pos.nSegIndex), 0.0};
     }
-    if (count < 1 || pos.nSegIndex < count) return;
+    if (count < 0 || pos.nSegIndex < count) return;
     if (closed)
-        pos.nSegIndex %= count;
+        pos.nSegIndex = count > 0 ? pos.nSegIndex % count : -1;
     else if (pos.nSegIndex == count && IsSameRatio(pos.dRatio, 0))
         pos = {count - 1, 1.0};
 }

@@ -30,7 +30,6 @@ TEST(Measures, WhatACodeIsAskedFor) {
             EXPECT_EQ(GetCadSegments(&object), segments);
             EXPECT_EQ(GetCadLength(&object), length);
             EXPECT_EQ(GetSegLength(static_cast<const CCadObject*>(&object), 0), segmentLength);
-            EXPECT_EQ(!math::IsNoPoint(GetStartPoint(&object)), hasEnds);
             EXPECT_EQ(!math::IsNoPoint(GetCadEndPoint(&object)), hasEnds);
         }
 }
@@ -40,17 +39,12 @@ TEST(Measures, LengthsOfContainersAreSums) {
     CCadGroup group;
     Fill(group, {circle, TextOf(new CCadLine({0, 0}, {3, 4})), RelationTo(circle), new CCadDot({9, 9})});
     EXPECT_NEAR(GetCadLength(&group), 4 * kPi + 5, 1e-12);
-    EXPECT_EQ(GetCadLength(nullptr), 0);
-    EXPECT_EQ(GetSegLength(static_cast<const CCadObject*>(&group), 0), 0);
 }
 
 TEST(Measures, LengthsOfSegments) {
-    const CCadCircle circle({0, 0}, 1);
-    EXPECT_EQ(GetSegLength(static_cast<const CCadObject*>(&circle), 7), circle.GetLength())
-        << "a single piece does not look at the index";
-    const auto polyline = Polyline("0 0 L 3 4");
-    EXPECT_EQ(GetSegLength(polyline.get(), 0), 5);
-    for (const int i : {-1, 1, INT_MAX}) EXPECT_TRUE(std::isnan(GetSegLength(polyline.get(), i))) << i;
+    EXPECT_EQ(GetSegLength(Object("line 0 0 3 4").get(), 7), 5) << "a line does not look at the index";
+    for (const int i : {-1, 1, INT_MAX})
+        EXPECT_TRUE(std::isnan(GetSegLength(Polyline("0 0 L 3 4").get(), i))) << i;
 }
 
 TEST(Measures, EndsAreThoseOfTheFirstAndTheLastLeaf) {
@@ -58,20 +52,17 @@ TEST(Measures, EndsAreThoseOfTheFirstAndTheLastLeaf) {
     AddGroup(root)->PushBack(TextOf(new CCadCircle({0, 0}, 2)));
     root.PushBack(new CCadLine({5, 5}, {6, 7}));
     EXPECT_POINT_NEAR(GetStartPoint(&root), (DPOINT2{2, 0}), 0);
-    EXPECT_POINT_NEAR(GetCadStartPoint(&root), (DPOINT2{2, 0}), 0);
     EXPECT_POINT_NEAR(GetEndPoint(&root), (DPOINT2{6, 7}), 0);
     root.PushBack(new Coded(0x1B00));
     EXPECT_TRUE(math::IsNoPoint(GetEndPoint(&root))) << "a container by its bits, but none";
     AddGroup(root);
     EXPECT_TRUE(math::IsNoPoint(GetEndPoint(&root))) << "an empty group";
-    EXPECT_TRUE(math::IsNoPoint(GetStartPoint(nullptr)));
 }
 
 TEST(Measures, AGroupInItselfHasNoEnds) {
     CCadGroup loop;
     AddGroup(*AddGroup(loop))->PushBack(&loop);
     EXPECT_TRUE(math::IsNoPoint(GetStartPoint(&loop)));
-    EXPECT_TRUE(math::IsNoPoint(GetCadEndPoint(&loop)));
     EXPECT_EQ(GetCadLength(&loop), 0);
 }
 
@@ -81,10 +72,9 @@ TEST(Measures, AreaAndDirectionAgainstAFinePolygon) {
         const double fine = SampledArea(Along(*contour), 2000 * contour->GetSegmentCount());
         const double size = 1 + contour->GetLength() * contour->GetLength();
         EXPECT_NEAR(GetCadPolylineArea(contour.get(), true), -fine, 1e-6 * size);
-        EXPECT_NEAR(GetCadPolylineArea(contour.get(), false), std::abs(fine), 1e-6 * size);
         if (std::abs(fine) > 1e-5 * size) EXPECT_EQ(GetCadOBjectDir(contour.get()), fine > 0 ? 2 : 1);
     }
-    EXPECT_EQ(GetCadPolylineArea(nullptr, true), 0);
+    EXPECT_EQ(GetCadPolylineArea(Polyline(kSquare).get(), false), 100) << "without the sign";
 }
 
 TEST(Measures, DirectionOfEveryKind) {
@@ -92,6 +82,7 @@ TEST(Measures, DirectionOfEveryKind) {
     for (const auto& [object, direction] : {std::pair{"circle 0 0 1 cw", CContourDirection::CLOCKWISE},
                                             {"ellipse 0 0 2 1 0", CContourDirection::COUNTERCLOCKWISE},
                                             {"arc 0 0 1 0 1 cw", CContourDirection::CLOCKWISE},
+                                            {"ellipsearc 0 0 2 1 0 0 1 cw", CContourDirection::CLOCKWISE},
                                             {"line 0 0 1 0", none},
                                             {"null", none}})
         EXPECT_EQ(GetCadOBjectDir(Object(object).get()), direction) << object;

@@ -31,8 +31,8 @@ QEVCOMMON_API void RetrieveArcInf(const math::DPOINT2& start, const math::DPOINT
                                   math::DPOINT2* centre, double* startAngle, double* endAngle,
                                   double* radius);
 
-/// Polar angle of a vector in radians, in [0, 2*pi]; 0 for the zero vector. A y from -1e-9 up counts as the
-/// upper half plane, so that a vector along +x with a smaller y gives 2*pi.
+/// Polar angle of a vector in radians, in [0, 2*pi]; 0 for the zero vector and for what is no number. A y
+/// from -1e-9 up counts as the upper half plane, so that a vector along +x with a smaller y gives 2*pi.
 QEVCOMMON_API double ComputeAngle(double dx, double dy);
 /// Unsigned angle between two vectors in radians, in [0, pi]; right to about 1e-8 near 0 and pi. Not a number
 /// for a zero vector.

@@ -1,6 +1,8 @@
 /// \file
 /// Collecting objects out of selections. What is found is appended to the output in drawing order; the
-/// objects stay with their owners. Null lists act as empty; the output may be the selection itself.
+/// objects stay with their owners. Null lists act as empty; the output may be the selection itself. When
+/// memory is refused, std::bad_alloc is thrown with the output as it was (CollectObject may have pushed
+/// some).
 #pragma once
 
 #include <list>

@@ -28,7 +28,7 @@ QEVCOMMON_API math::DPOINT2 GetCadStartPoint(const CCadObject* object);
 QEVCOMMON_API math::DPOINT2 GetCadEndPoint(const CCadObject* object);
 
 /// Total length of an object in mm; a container and a text sum what they hold at any depth. 0 for kinds
-/// without a length and for null.
+/// without a length and for null. Throws std::bad_alloc when memory is refused in the walk into a container.
 QEVCOMMON_API double GetCadLength(const CCadObject* object);
 
 /// Length of segment i of a polyline in mm; NaN when i is out of range or the polyline is null.

@@ -40,7 +40,7 @@ QEVCOMMON_API bool IsInvalidRange(const CCadObject* object, const math::PosRange
 /// Rewrites a position into normal form: the end of a segment as the start of the next one, an index beyond a
 /// closed contour modulo the number of segments, (count, 0) of an open contour as its end. Where there is no
 /// next segment, on an object without segments or past the end of an open contour, a ratio of 1 gives (-1, 0)
-/// and every other position stays as it is.
+/// and every other position stays as it is; but (0, 0) of a contour without segments becomes (-1, 1).
 QEVCOMMON_API void NormalizePos(const CCadObject* object, math::POLYPOS& pos);
 /// Rewrites both positions of a range into normal form, each as NormalizePos does.
 QEVCOMMON_API void NormalizePosRange(const CCadObject* object, math::PosRange& range);

@@ -1,6 +1,7 @@
 /// \file
 /// Questions about objects and whole selections, which are lists of objects in drawing order: where they lie,
-/// whether they are closed, what they are marked as.
+/// whether they are closed, what they are marked as. A walk into groups throws std::bad_alloc when memory is
+/// refused.
 #pragma once
 
 #include <list>

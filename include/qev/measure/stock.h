@@ -13,11 +13,12 @@ class CCadGroup;
 inline constexpr int kRectPlaneStock = 0x1001;
 
 /// A new plate, owned by the caller: its section is one rectangle of width x height mm about the origin, its
-/// scalar parameter is the third value.
+/// scalar parameter is the third value. Throws std::bad_alloc when memory is refused.
 QEVCOMMON_API Adobe* Make_RectPlane(double width, double height, double thickness);
 
 /// Appends a rectangle of width x height mm about the origin to a section group, which owns it: a closed
-/// polyline of four lines, counter-clockwise from the lower left corner. Nothing for null.
+/// polyline of four lines, counter-clockwise from the lower left corner. Nothing for null. Throws
+/// std::bad_alloc when memory is refused, with the group as it was.
 QEVCOMMON_API void MakeSectionData_RectPlane(CCadGroup* section, double width, double height);
 
 /// Reads the measures of a plate in mm. The answer is always false; callers judge by the stock's kind.
