@@ -3,6 +3,7 @@
 // so that theirs counts up.
 
 #include <iterator>
+#include <memory>
 #include <numeric>
 
 #include <qev/position/polyline_conversion.h>
@@ -42,7 +43,7 @@ CCadPolyline* Convert2Polyline(const CCadObject* object, double dAbsoluteError) 
 }
 
 CCadPolyline* Convert2Polyline(const CCadObject* object, std::vector<int>& segMap, double dAbsoluteError) {
-    CCadPolyline* polyline = Convert2Polyline(object, dAbsoluteError);
+    std::unique_ptr<CCadPolyline> polyline(Convert2Polyline(object, dAbsoluteError));
     if (!polyline) return nullptr;
     const auto count = static_cast<std::size_t>(polyline->GetSegmentCount());
     if (IsCurve(object)) {
@@ -51,7 +52,7 @@ CCadPolyline* Convert2Polyline(const CCadObject* object, std::vector<int>& segMa
         segMap.resize(segMap.size() + count);
         std::iota(segMap.end() - static_cast<std::ptrdiff_t>(count), segMap.end(), 0);
     }
-    return polyline;
+    return polyline.release();
 }
 
 } // namespace qev

