@@ -25,16 +25,6 @@ TEST(Stock, RectangularPlate) {
     EXPECT_EQ((std::vector{width, height, thickness}), (std::vector<double>{100, 50, 20}));
 }
 
-TEST(Stock, OtherStocksHaveNoSize) {
-    const Stock doubled(Make_RectPlane(100, 50, 20));
-    MakeSectionData_RectPlane(doubled->GetSectionData(), 1, 1);
-    const Adobe other(1);
-    double size = -1;
-    for (const Adobe* stock : {static_cast<const Adobe*>(doubled.get()), &other})
-        EXPECT_FALSE(GetRectPlaneParam(stock, size, size, size));
-    EXPECT_EQ(size, -1);
-}
-
 TEST(Stock, SameOutlines) {
     for (const auto& [name, a, b, isSame] : Table<const char*, const char*, const char*, bool>{
              {"one empty", "", kSquare, false},

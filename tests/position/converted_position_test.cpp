@@ -29,12 +29,9 @@ TEST(ConvertedPosition, OfContours) {
 }
 
 TEST(ConvertedPosition, Refusals) {
-    const auto isMapped = [](const char* source, const char* destination, const POLYPOS& pos) {
-        POLYPOS mapped;
-        return GetMapPos(Object(source).get(), Object(destination).get(), {}, pos, mapped);
-    };
-    EXPECT_FALSE(isMapped("null", kSquare, {0, 0}));
-    EXPECT_FALSE(isMapped(kSquare, "null", {0, 0}));
-    EXPECT_FALSE(isMapped(kSquare, kOpenSquare, {4, 0})) << "no such segment";
-    EXPECT_FALSE(isMapped("0 0 L 0 0", kOpenSquare, {0, 0})) << "no length";
+    POLYPOS mapped;
+    const auto square = Object(kSquare), shorter = Object(kOpenSquare), point = Object("0 0 L 0 0");
+    EXPECT_FALSE(GetMapPos(square.get(), nullptr, {}, {0, 0}, mapped));
+    EXPECT_FALSE(GetMapPos(square.get(), shorter.get(), {}, {4, 0}, mapped)) << "no such segment";
+    EXPECT_FALSE(GetMapPos(point.get(), shorter.get(), {}, {0, 0}, mapped)) << "no length";
 }
