@@ -86,7 +86,10 @@ void CCadObject::SetKey(const char* key, const char* value) {
 }
 
 void CCadObject::AddTechnics(CTechnics* technics) {
-    if (technics) m_listTechnics.push_back(technics);
+    if (!technics) return;
+    std::unique_ptr<CTechnics> owned(technics); // deleted when the list gets no memory
+    m_listTechnics.push_back(technics);
+    (void)owned.release();
 }
 
 void CCadObject::SetTechnicsString(const char* text) {

@@ -44,7 +44,7 @@ MAY_INCLUDE = {
     "common/support": (STANDARD, r"<qev/support/\w+\.h>", r"<qevdata/\w+\.h>", r'"platform/(file_status|image)\.h"', r'"\.\./kinds/\w+\.h"'),
     "common/script": (STANDARD, LUA, r"<qev/script/\w+\.h>"),
     "common/technics": (STANDARD, LUA, BASE, r"<qev/(technics|script|measure)/\w+\.h>", r"<qevdata/\w+\.h>",
-                        r'"\.\./script/(cursor_scope|protect)\.h"', r'"platform/\w+\.h"'),
+                        r'"\.\./script/protect\.h"', r'"platform/\w+\.h"'),
     "kit": (STANDARD, PUBLIC, LAYERS),
     "host": (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"', r'"host/[\w/]+\.h"'),
     "examples": (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"'),
@@ -55,6 +55,7 @@ MAY_INCLUDE = {
     "tools/digest": (STANDARD, OCCT, PUBLIC, LAYERS),
     "tests": (STANDARD, OCCT, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|support|platform|technics)/[\w/]+\.h"', TESTED),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"(script|support)/\w+\.h"'),
+    "tests/technics": (STANDARD, LUA, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(technics|script|support|platform)/\w+\.h"'),
     "tests/lifetime": (STANDARD, LUA, PUBLIC, r"<gtest/gtest\.h>", r'"platform/\w+\.h"'),
     "tests/support/win32": (STANDARD, r"<windows\.h>", r'"support/\w+\.h"'),
 }

@@ -5,28 +5,32 @@
 // operator read it through the cursor. Which operator a text is for is told by its tables alone, the first
 // registered operator with a table wins.
 //
-// Whatever uses the interpreter is a Request, which holds the lock and puts the stack and the cursor back. An
-// operator is foreign code: it may throw, leave the cursor anywhere, register operators, ask the manager
-// again from within (so that the lock can be taken again by its owner), and even have another interpreter
-// opened. So a walk over the operators goes by index and not by iterator, and a Request keeps its own
-// interpreter alive until it ends.
+// Whatever uses the interpreter is a Request, which holds the lock and puts the stack back. An operator is
+// foreign code: it may throw, leave the cursor anywhere, register operators, have plug-ins unloaded, ask the
+// manager again from within (so that the lock can be taken again by its owner), and even have another
+// interpreter opened. So each operator gets a cursor of its own, on a Lua thread that holds nothing but its
+// work: whatever it leaves there or takes off, the table T lies on the state's main stack, out of its reach.
+// A Request keeps its own interpreter alive until it ends, and a Walk what it needs to go on.
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <exception>
 #include <mutex>
 #include <new>
 #include <optional>
+#include <set>
 #include <sstream>
 #include <utility>
 
 #include <qev/measure/filters.h>
+#include <qev/script/access.h>
 #include <qev/technics/manager.h>
 #include <qev/technics/queries.h>
 #include <qev/technics/technics_operator.h>
 #include <qevdata/cad_object.h>
 #include <qevdata/param.h>
 
-#include "../script/cursor_scope.h"
 #include "platform/recursive_lock.h"
 #include "text_interpreter.h"
 
@@ -40,27 +44,6 @@ struct Context : CITechnicsOperator {
 protected:
     ~Context() = default;
 };
-
-// The first operator for which a test holds; null when there is none. The walk stays sound when operators
-// join, or all of them go, while it calls them.
-template <class Test>
-CITechnicsOperator* FindOperator(const std::vector<CITechnicsOperator*>& operators, Test test) {
-    const std::size_t count = operators.size();
-    for (std::size_t i = 0; i < count && i < operators.size(); ++i) {
-        CITechnicsOperator* const each = operators[i];
-        if (test(*each)) return each;
-    }
-    return nullptr;
-}
-
-// Calls every operator that was registered when the walk began.
-template <class Call>
-void ForEachOperator(const std::vector<CITechnicsOperator*>& operators, Call call) {
-    FindOperator(operators, [&](CITechnicsOperator& each) {
-        call(each);
-        return false;
-    });
-}
 
 // Writes where the mouse was into the table in which the cursor stands: the place on the contour always, 0
 // for what the parameters leave out; the start point only as far as they name it, so that the text's own
@@ -78,6 +61,39 @@ void WriteMouse(CLuaAccess& cursor, const std::string& params) {
     cursor.m_bAutoCreate = false;
 }
 
+// Has a technics write its text, on a stream of its own: what one plug-in does to its stream is no matter of
+// the next one. False when the text cannot be stored.
+bool WriteEntry(const CTechnics& technics, std::string& entry) {
+    std::ostringstream out;
+    out.imbue(std::locale::classic()); // numbers as Lua reads them
+    technics.Write(out);
+    entry = out.str();
+    return !out.fail() && entry.find('\0') == std::string::npos;
+}
+
+// The technics text of what technics have written, if wanted with a comma behind each that ends without one.
+std::string Join(const std::vector<std::string>& entries, bool isSeparated) {
+    std::string text = "T={";
+    for (const std::string& entry : entries) {
+        text += entry;
+        const std::size_t last = entry.find_last_not_of(" \t\r\n");
+        const bool isOpen = last != std::string::npos && entry[last] != ',' && entry[last] != ';';
+        if (isSeparated && isOpen) text += ',';
+    }
+    return text + "};";
+}
+
+// The leaves of a list, then the groups among its objects.
+std::vector<CCadObject*> LeavesAndGroups(const std::list<CCadObject*>& objects) {
+    std::list<CCadObject*> leaves;
+    CollectLeafNode(&objects, &leaves);
+    std::vector<CCadObject*> all(leaves.begin(), leaves.end());
+    if (all.empty()) return all;
+    for (CCadObject* object : objects)
+        if (object && object->GetType() == kCadGroup) all.push_back(object);
+    return all;
+}
+
 // Throws when the text has put an infinite number where the mouse's position belongs.
 void CheckMouse(CLuaAccess& cursor) {
     for (const char* key : {"MouseSegment", "MouseRatio", "StartX", "StartY"}) {
@@ -88,37 +104,85 @@ void CheckMouse(CLuaAccess& cursor) {
 
 } // namespace
 
-// One use of the interpreter: holds the lock, and leaves the stack and the cursor as it found them.
+// One use of the interpreter: holds the lock, and leaves the stack as it found it.
 class CTechnicsManager::Request {
 public:
     explicit Request(CTechnicsManager& manager)
         : m_rManager(manager), m_csGuard(*manager.m_csLock), m_pInterpreter(manager.m_pInterpreter),
-          m_pCursor(manager.m_pLuaAccess) {
+          m_nTop(m_pInterpreter ? lua_gettop(m_pInterpreter->State()) : 0) {
         m_rManager.m_strLastError.clear();
-        if (!manager.m_pLuaState) return;
-        m_optScope.emplace(*m_pCursor);
-        m_pCursor->m_bAutoCreate = false; // an operator that asks may have it on
+    }
+    Request(const Request&) = delete;
+    Request& operator=(const Request&) = delete;
+    ~Request() {
+        m_optCursor.reset(); // its thread goes with the stack
+        if (m_pInterpreter) lua_settop(m_pInterpreter->State(), m_nTop);
     }
 
-    // Only after a Run that has worked.
-    CLuaAccess& Cursor() const { return *m_pCursor; }
-    // Runs a text and pushes its table T. False, with the reason in the manager, when it cannot be run.
+    // Runs a text. False, with the reason in the manager, when it cannot be run.
     bool Run(const char* text) {
-        if (!m_optScope) {
-            m_rManager.m_strLastError = "there is no interpreter";
-            return false;
-        }
-        if (!m_pInterpreter->Run(text, m_rManager.m_strLastError)) return false;
-        m_optScope->PushGlobal("T");
-        return true;
+        if (m_pInterpreter) return m_pInterpreter->Run(text, m_rManager.m_strLastError);
+        m_rManager.m_strLastError = "there is no interpreter";
+        return false;
+    }
+    // A cursor that stands in the text's table T, and has been nowhere yet; the one before ends. Only after a
+    // Run that has worked.
+    CLuaAccess& NewCursor() {
+        lua_State* const L = m_pInterpreter->State();
+        lua_State* const thread = lua_tothread(L, m_nTop + 2);
+        m_optCursor.reset();
+        lua_settop(thread, 0);
+        lua_pushvalue(L, m_nTop + 1);
+        lua_xmove(L, thread, 1);
+        return m_optCursor.emplace(thread);
     }
 
 private:
     CTechnicsManager& m_rManager;
     const std::lock_guard<platform::RecursiveLock> m_csGuard;
     const std::shared_ptr<TextInterpreter> m_pInterpreter; // an operator may have another one opened
-    CLuaAccess* const m_pCursor;                           // the interpreter's
-    std::optional<CursorScope> m_optScope;                 // none without an interpreter
+    const int m_nTop;                                      // below T and the thread of the cursors
+    std::optional<CLuaAccess> m_optCursor;
+};
+
+// A walk over the operators that are registered when it begins. Those that go meanwhile are not called any
+// more. The code of a plug-in that is freed meanwhile stays until the outermost walk has ended, as it may be
+// running, and longer if it has thrown what is on its way to the host.
+class CTechnicsManager::Walk {
+public:
+    explicit Walk(CTechnicsManager& manager)
+        : m_rManager(manager), m_vecOperators(manager.m_vecOperators),
+          m_nExceptions(std::uncaught_exceptions()) {
+        ++m_rManager.m_nWalks;
+    }
+    Walk(const Walk&) = delete;
+    Walk& operator=(const Walk&) = delete;
+    ~Walk() {
+        const bool isOutermost = --m_rManager.m_nWalks == 0;
+        if (isOutermost && std::uncaught_exceptions() == m_nExceptions) m_rManager.UnloadFreed();
+    }
+
+    // The first operator for which a test holds; null when there is none.
+    template <class Test>
+    CITechnicsOperator* Find(Test test) const {
+        const std::vector<CITechnicsOperator*>& now = m_rManager.m_vecOperators;
+        for (CITechnicsOperator* each : m_vecOperators)
+            if (std::find(now.begin(), now.end(), each) != now.end() && test(*each)) return each;
+        return nullptr;
+    }
+    // Calls every operator.
+    template <class Call>
+    void ForEach(Call call) const {
+        Find([&](CITechnicsOperator& each) {
+            call(each);
+            return false;
+        });
+    }
+
+private:
+    CTechnicsManager& m_rManager;
+    const std::vector<CITechnicsOperator*> m_vecOperators;
+    const int m_nExceptions;
 };
 
 CTechnicsManager* CTechnicsManager::m_pTechnicsManager = nullptr;
@@ -154,9 +218,8 @@ CTechnicsManager::CTechnicsManager(const CTechnicsManager& other)
 CTechnicsManager& CTechnicsManager::operator=(const CTechnicsManager& other) {
     if (this == &other) return *this;
     m_pInterpreter = other.m_pInterpreter;
-    m_pLuaState = other.m_pLuaState;
-    m_pLuaAccess = other.m_pLuaAccess;
     m_vecOperators = other.m_vecOperators;
+    m_vecPlugInOperators = other.m_vecPlugInOperators;
     m_vecPlugInPaths = other.m_vecPlugInPaths;
     m_vecPlugInModules = other.m_vecPlugInModules;
     m_pfnSetCadTempDir = other.m_pfnSetCadTempDir;
@@ -167,16 +230,12 @@ CTechnicsManager& CTechnicsManager::operator=(const CTechnicsManager& other) {
 
 bool CTechnicsManager::InitLuaEnv() try {
     m_pInterpreter = std::make_shared<TextInterpreter>(m_bDataOnly);
-    m_pLuaState = m_pInterpreter->State();
-    m_pLuaAccess = &m_pInterpreter->Cursor();
     return true;
 } catch (const std::bad_alloc&) {
     return false;
 }
 
 void CTechnicsManager::UnInitLuaEnv() {
-    m_pLuaAccess = nullptr;
-    m_pLuaState = nullptr;
     m_pInterpreter.reset();
 }
 
@@ -191,12 +250,11 @@ bool CTechnicsManager::SetDataOnly(bool dataOnly) {
 CITechnicsOperator* CTechnicsManager::GetTehchnicsOperator(int type) {
     constexpr int kFallback = 16; // the type that serves those with its bit
     CITechnicsOperator* fallback = nullptr;
-    CITechnicsOperator* const found = FindOperator(m_vecOperators, [&](CITechnicsOperator& each) {
-        const int own = each.GetTechnicsType();
-        if (own == kFallback) fallback = &each;
-        return own == type;
-    });
-    if (found) return found;
+    for (CITechnicsOperator* each : m_vecOperators) {
+        const int own = each->GetTechnicsType();
+        if (own == type) return each;
+        if (own == kFallback) fallback = each;
+    }
     return type & kFallback ? fallback : nullptr;
 }
 
@@ -210,22 +268,34 @@ void CTechnicsManager::LoadTechnics(CCadObject* object) {
     if (text.IsEmpty()) return;
     Request request(*this);
     if (!request.Run(text)) return;
-    CLuaAccess& cursor = request.Cursor();
-    ForEachOperator(m_vecOperators, [&](CITechnicsOperator& each) {
+    const Walk walk(*this);
+    walk.ForEach([&](CITechnicsOperator& each) {
+        CLuaAccess& cursor = request.NewCursor();
         if (cursor.Enter(each.GetTechnicsName())) object->AddTechnics(each.CreateTechnics(object, &cursor));
-        cursor.Leave();
     });
 }
 
+// Whether the joined text can be read again is tried in an interpreter of its own, as no lock is held. A
+// technics that leaves out its comma spoils the text for all others; one more comma mends that, but commas
+// change no text that can be read without them.
 void CTechnicsManager::SaveTechnics(CCadObject* object) {
     if (!object) return;
-    std::ostringstream text;
-    text.imbue(std::locale::classic()); // numbers as Lua reads them
-    text << "T={";
-    for (const CTechnics* technics : object->GetTechnicsList())
-        if (technics) technics->Write(text);
-    text << "};";
-    object->SetTechnicsString(text.str().c_str());
+    m_strLastError.clear();
+    std::vector<std::string> entries;
+    for (const CTechnics* technics : object->GetTechnicsList()) {
+        if (!technics || WriteEntry(*technics, entries.emplace_back())) continue;
+        m_strLastError = "a technics of type " + std::to_string(technics->m_nType) + " cannot be written";
+        return;
+    }
+    std::string why, ignored, text = Join(entries, false);
+    if (!entries.empty() && !TextInterpreter::CanRead(text, m_bDataOnly, why)) {
+        std::string separated = Join(entries, true);
+        if (TextInterpreter::CanRead(separated, m_bDataOnly, ignored))
+            text.swap(separated);
+        else
+            m_strLastError = "what was saved cannot be read: " + why;
+    }
+    object->SetTechnicsString(text.c_str());
 }
 
 bool CTechnicsManager::AddTechnics(const std::list<CCadObject*>* objects, const std::string& luaText,
@@ -234,8 +304,9 @@ bool CTechnicsManager::AddTechnics(const std::list<CCadObject*>* objects, const 
     if (!objects || objects->empty() || luaText.empty()) return false;
     Request request(*this);
     if (!request.Run(luaText.c_str())) return false;
-    CLuaAccess& cursor = request.Cursor();
-    CITechnicsOperator* const found = FindOperator(m_vecOperators, [&](CITechnicsOperator& each) {
+    const Walk walk(*this);
+    CLuaAccess& cursor = request.NewCursor();
+    CITechnicsOperator* const found = walk.Find([&](CITechnicsOperator& each) {
         const bool entered = cursor.Enter(each.GetTechnicsName());
         if (!entered) cursor.Leave();
         return entered;
@@ -252,6 +323,7 @@ bool CTechnicsManager::AddTechnics(const std::list<CCadObject*>* objects, const 
 bool CTechnicsManager::RemoveTechnics(const std::list<CCadObject*>* objects, int type,
                                       std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
                                       std::string& message) {
+    const Walk walk(*this);
     CITechnicsOperator* const found = GetTehchnicsOperator(type);
     if (!found) return false;
     const bool removed = found->RemoveTechnicsOf(objects, type, out1, out2, message);
@@ -260,27 +332,35 @@ bool CTechnicsManager::RemoveTechnics(const std::list<CCadObject*>* objects, int
 
 void CTechnicsManager::SingleMudifyNotify(const CCadObject* before, CCadObject* after,
                                           const std::vector<int>& indices, int kind) {
-    ForEachOperator(m_vecOperators,
-                    [&](CITechnicsOperator& each) { each.SingleModify(before, after, indices, kind); });
+    Walk(*this).ForEach([&](CITechnicsOperator& each) { each.SingleModify(before, after, indices, kind); });
 }
 
 void CTechnicsManager::MultipleMudifyNotify(const std::list<CCadObject*>* before,
                                             std::list<CCadObject*>* after, int kind) {
-    ForEachOperator(m_vecOperators,
-                    [&](CITechnicsOperator& each) { each.MultipleModify(before, after, kind); });
+    Walk(*this).ForEach([&](CITechnicsOperator& each) { each.MultipleModify(before, after, kind); });
 }
 
+// An operator may take objects off the list, and the host may have deleted them: they are not touched any
+// more. That the list has changed shows in its length.
 void CTechnicsManager::UpdataViewDataNotify(std::list<CCadObject*>* objects) {
-    std::list<CCadObject*> leaves;
-    CollectLeafNode(objects, &leaves);
-    if (leaves.empty()) return;
-    const auto update = [this](CCadObject* object) {
-        if (!HasTechnics(object)) return;
-        ForEachOperator(m_vecOperators, [object](CITechnicsOperator& each) { each.UpdateViewData(object); });
+    if (!objects) return;
+    const Walk walk(*this);
+    std::optional<std::set<CCadObject*>> left; // known once the list has changed
+    std::size_t length = objects->size();
+    const auto isLeft = [&](CCadObject* object) {
+        if (objects->size() != length) {
+            const std::vector<CCadObject*> now = LeavesAndGroups(*objects);
+            left.emplace(now.begin(), now.end());
+            length = objects->size();
+        }
+        return !left || left->count(object) > 0;
     };
-    for (CCadObject* leaf : leaves) update(leaf);
-    for (CCadObject* object : *objects)
-        if (object && object->GetType() == kCadGroup) update(object);
+    for (CCadObject* object : LeavesAndGroups(*objects)) {
+        if (!isLeft(object) || !HasTechnics(object)) continue;
+        walk.ForEach([&](CITechnicsOperator& each) {
+            if (isLeft(object)) each.UpdateViewData(object);
+        });
+    }
 }
 
 TarvelEnvContext CITechnicsOperator::m_TarvelEnvContext;

@@ -2,7 +2,7 @@
 //
 // A plug-in is refused as a whole. Everything that can be wrong with it is looked at before the manager
 // changes at all: the entries are searched, the load entry is called, its operators are collected in a list
-// of their own, and the memory for all three lists of the manager is taken. What follows cannot fail, so that
+// of their own, and the memory for all lists of the manager is taken. What follows cannot fail, so that
 // a plug-in is never half registered and an operator whose library has been unloaded is never in the list.
 // One thing does change on a refusal: without an entry for the temporary directory nobody is told it any
 // more, because a host expects it to go to the plug-in that it has loaded last, and to no other one.
@@ -89,10 +89,13 @@ bool CTechnicsManager::LoadTechnicsPlugIn(const std::string& path) try {
     Operators newcomers;
     if (!CollectNewcomers(load, m_vecOperators, newcomers, why)) return refuse(loadName + " " + why);
     m_vecOperators.reserve(m_vecOperators.size() + newcomers.size()); // all or nothing
+    m_vecPlugInOperators.reserve(m_vecPlugInOperators.size() + newcomers.size());
     m_vecPlugInModules.reserve(m_vecPlugInModules.size() + 1);
+    m_vecFreedModules.reserve(m_vecFreedModules.size() + m_vecPlugInModules.size() + 1);
     m_vecPlugInPaths.push_back(path);
     m_vecPlugInModules.push_back(module.release());
     m_vecOperators.insert(m_vecOperators.end(), newcomers.begin(), newcomers.end());
+    m_vecPlugInOperators.insert(m_vecPlugInOperators.end(), newcomers.begin(), newcomers.end());
     m_pfnSetCadTempDir = setCadTempDir;
     return true;
 } catch (const std::bad_alloc&) {
@@ -100,10 +103,20 @@ bool CTechnicsManager::LoadTechnicsPlugIn(const std::string& path) try {
 }
 
 void CTechnicsManager::FreeTechnicsPlugIn() {
-    m_vecOperators.clear();
+    std::erase_if(m_vecOperators, [this](CITechnicsOperator* each) {
+        return std::find(m_vecPlugInOperators.begin(), m_vecPlugInOperators.end(), each)
+               != m_vecPlugInOperators.end();
+    });
+    m_vecPlugInOperators.clear();
     m_vecPlugInPaths.clear();
     m_pfnSetCadTempDir = nullptr;
-    for (HMODULE module : std::exchange(m_vecPlugInModules, {})) platform::FreeDynamicLibrary(module);
+    m_vecFreedModules.insert(m_vecFreedModules.end(), m_vecPlugInModules.begin(), m_vecPlugInModules.end());
+    m_vecPlugInModules.clear();
+    if (m_nWalks == 0) UnloadFreed();
+}
+
+void CTechnicsManager::UnloadFreed() {
+    for (HMODULE module : std::exchange(m_vecFreedModules, {})) platform::FreeDynamicLibrary(module);
 }
 
 void CTechnicsManager::RegisterTechnicsItem(CITechnicsOperator* newcomer) {
@@ -115,7 +128,7 @@ void CTechnicsManager::SetCadTempDir(char* directory) {
 }
 
 HINSTANCE _LoadLibrary(const char* name) {
-    if (!name) return nullptr;
+    if (!name || !*name) return nullptr; // an empty one is this program to some systems
     if (HINSTANCE found = platform::LoadDynamicLibrary(name)) return found;
     if (!platform::IsRelativePath(name)) return nullptr;
     static const char inHere = 0; // lies in this library, whose folder is asked for

@@ -3,6 +3,8 @@
 // for each question would differ only in what they compare, so that the comparison is handed in.
 
 #include <algorithm>
+#include <list>
+#include <vector>
 
 #include <qev/technics/queries.h>
 #include <qevdata/cad_object.h>
@@ -70,10 +72,10 @@ bool RefreshCadObject(const CCadObject* object, int type, int subType, void* dat
         return technics && technics->Refresh(object, data);
     }
     bool refreshed = false;
-    const auto& technics = object->GetTechnicsList();
-    for (auto next = technics.begin(); next != technics.end();) {
-        CTechnics* const each = *next++; // which may take itself off the list
-        if (each && each->Refresh(object, data)) refreshed = true;
+    const std::list<CTechnics*>& now = object->GetTechnicsList();
+    for (CTechnics* each : std::vector<CTechnics*>(now.begin(), now.end())) {
+        const bool isThere = each && std::find(now.begin(), now.end(), each) != now.end();
+        if (isThere && each->Refresh(object, data)) refreshed = true; // it may take itself and others off
     }
     return refreshed;
 }

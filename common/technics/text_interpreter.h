@@ -9,15 +9,13 @@
 #include <string_view>
 #include <unordered_map>
 
-#include <qev/script/access.h>
-
 #include <lua.hpp>
 
 #include "text_limits.h"
 
 namespace qev {
 
-/// A Lua state, a cursor over it, and the chunks that were compiled lately.
+/// A Lua state and the chunks that were compiled lately.
 class TextInterpreter {
 public:
     /// With the standard libraries or, for texts taken as data, with no function at all and under limits.
@@ -26,11 +24,17 @@ public:
 
     /// The state, which stays the interpreter's.
     lua_State* State() const { return m_pState.get(); }
-    /// The cursor over the state, which stays the interpreter's.
-    CLuaAccess& Cursor() { return *m_pCursor; }
 
-    /// Runs a text; what it returns is dropped. False, with the reason, when it cannot be compiled or fails.
+    /// Runs a text, up to its first zero byte, and pushes its table T (whatever its type, nil when there is
+    /// none) and on top of it a new thread, on whose stack a cursor may work. What the text returns is
+    /// dropped. False, with the reason and nothing pushed, when it cannot be compiled or fails. Throws
+    /// std::bad_alloc when memory outside the state is refused; what is on the stack then is the caller's to
+    /// drop.
     bool Run(std::string_view text, std::string& why);
+
+    /// Whether a text can be compiled or, when it is to be taken as data, read. False with the reason. Throws
+    /// std::bad_alloc when memory is refused.
+    static bool CanRead(const std::string& text, bool dataOnly, std::string& why);
 
 private:
     struct Close {
@@ -40,16 +44,14 @@ private:
         using is_transparent = void;
     };
 
-    int RunLimited(std::string_view text, int& chunk);
-    int RunChunk(std::string_view text, int& chunk);
-    int Load(lua_State* L, std::string_view text);
-    void Keep(std::string_view text, int chunk);
+    int RunData(std::string_view text);
+    int RunChunk(std::string_view text);
+    void Keep(std::string_view text, int place);
     void DropChunks();
 
     std::optional<TextLimits> m_optLimits; // the state's memory, so that it goes last
     std::unique_ptr<lua_State, Close> m_pState;
-    std::unique_ptr<CLuaAccess> m_pCursor;
-    std::unordered_map<std::string, int, Hash, std::equal_to<>> m_mapChunks; // places in the registry
+    std::unordered_map<std::string, int, Hash, std::equal_to<>> m_mapChunks; // places among the kept chunks
     std::size_t m_nChunkBytes = 0;                                           // of their texts
 };
 

@@ -8,42 +8,40 @@
 
 namespace qev {
 
-/// The limits of one interpreter. They hold between Start and Stop, while a text is read and run.
-///
-/// A count of instructions is the same on every machine but does not bound the time: one instruction may
-/// compare two long strings or rehash a table of keys that were chosen to collide, and reading a text with a
-/// hundred thousand labels takes quadratic time. So the time spent computing is limited too, strings are kept
-/// short, and each check has little to overrun.
+/// The limits of one interpreter. They hold between Start and Stop, while a text is read.
 class TextLimits {
 public:
+    /// Bytes of a text. Longer ones are refused before they are read; real ones have some kilobytes.
+    static constexpr std::size_t kLongestText = 1 << 20;
+    /// Keys of a table that do not continue its list 1, 2, 3, ...; real ones have some ten.
+    static constexpr int kMostKeys = 1024;
+    /// Tables in each other. The cursor enters 16.
+    static constexpr int kDeepest = 200;
+    /// Bytes of the text between two looks at the clock.
+    static constexpr std::ptrdiff_t kCheckEach = 1024;
+
     /// The allocator of the interpreter, as lua_newstate takes it; `self` is its TextLimits. Null, with the
     /// block as it was, where a limit is passed or the system has no memory.
     static void* Allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize);
 
-    /// Begins a text in L: from now on the limits hold, with its time and its instructions counted from here.
-    /// What earlier texts have left counts as memory in use; it is collected first if it takes half of the
-    /// limit.
+    /// Begins a text in L: from now on the limits hold, with its time and its memory counted from here.
+    /// Collects first what earlier texts have left, if that is much.
     void Start(lua_State* L);
     /// Ends the text in L: the limits no longer hold.
     void Stop(lua_State* L);
-    /// Raises an error in L when the time is up. For a reader, between two pieces.
+    /// Raises an error in L when the time is up.
     void CheckTime(lua_State* L) const;
 
 private:
-    static void CountInstructions(lua_State* L, lua_Debug*);
-    bool Grants(std::size_t growth, bool isString);
-
-    static constexpr std::size_t kMemory = 16 << 20;        // bytes; real texts take some kilobytes
-    static constexpr std::size_t kLongestString = 64 << 10; // bytes; compared or joined in microseconds
-    static constexpr int kInstructions = 1'000'000;         // real texts run a few for each of their fields
-    static constexpr int kCheckEach = 100;                  // instructions between two looks at the clock
-    static constexpr double kTime = 0.05;                   // seconds; a user does not notice it
+    static constexpr std::size_t kMemory = 14 << 20;      // bytes that a text may take
+    static constexpr std::size_t kLeft = 2 << 20;         // bytes that earlier texts may leave behind
+    static constexpr std::size_t kLargestBlock = 4 << 20; // bytes; the old block lives while it grows
+    static constexpr double kTime = 0.05;                 // seconds; a user does not notice it
 
     std::size_t m_nInUse = 0;
+    std::size_t m_nMost = 0; // that m_nInUse may reach
     bool m_bOn = false;
-    bool m_bSpent = false;   // refused once, so that a text at its limit does not collect garbage forever
-    int m_nInstructions = 0; // left
-    double m_dEnd = 0;       // ThreadSeconds
+    double m_dEnd = 0; // ThreadSeconds
 };
 
 } // namespace qev

@@ -141,6 +141,37 @@ TEST_F(Manager, OperatorsMayAskTheManager) {
     EXPECT_TRUE(HasTechnics(&object));
 }
 
+// An operator leaves its cursor anywhere, or loads other objects; the next one finds its own table all the
+// same.
+TEST_F(Manager, LoadingOperatorsDoNotMeet) {
+    const std::pair<const char*, std::function<void(CLuaAccess&)>> ways[] = {
+        {"too few Leaves", [](CLuaAccess& c) { c.Enter("Tool"); }},
+        {"too many Leaves", [](CLuaAccess& c) { c.Leave(), c.Leave(), c.Leave(), c.Leave(); }},
+        {"auto-create on", [](CLuaAccess& c) { c.m_bAutoCreate = true; }},
+        {"a call not made", [](CLuaAccess& c) { c.StartCall(nullptr, "print", 0), c.PushTable(); }}};
+    CCadGroup object, inner;
+    for (const bool isNested : {false, true})
+        for (const auto& [name, leave] : ways) {
+            object.SetTechnicsString("T={Lead={Tool={}},Joint={Depth=2}}");
+            inner.SetTechnicsString("T={Lead={},Joint={Depth=3}}");
+            std::vector<double> depths;
+            int level = 0;
+            lead.onCreate = [&, leave = leave](CLuaAccess& c) {
+                for (int i = 0; i < 12; ++i) c.m_bAutoCreate = true, c.Enter("Deep");
+                if (++level == 1 && isNested) manager.LoadTechnics(&inner);
+                for (int i = 0; i < 12; ++i) c.Leave();
+                leave(c);
+                return nullptr;
+            };
+            joint.onCreate = [&](CLuaAccess& c) {
+                depths.push_back(c.m_bAutoCreate ? -1 : Number(c, "Depth"));
+                return nullptr;
+            };
+            EXPECT_NO_THROW(manager.LoadTechnics(&object)) << name;
+            EXPECT_EQ(depths, isNested ? std::vector<double>({3, 2}) : std::vector<double>({2})) << name;
+        }
+}
+
 TEST_F(Manager, OperatorsThatJoinAWalkAreNotCalledInIt) {
     std::list<TestOperator> joined; // enough to move the manager's list
     lead.onNotify = [&](CCadObject*) {
@@ -155,22 +186,77 @@ TEST_F(Manager, OperatorsThatJoinAWalkAreNotCalledInIt) {
 struct Comma : std::numpunct<char> {
     char do_decimal_point() const override { return ','; }
 };
-struct Speed : CTechnics {
-    void Write(std::ostream& out) const override { out << "Lead={Speed=" << 1.5 << "},"; }
+struct Writing : CTechnics {
+    explicit Writing(std::function<void(std::ostream&)> itsWrite) : write(std::move(itsWrite)) {
+        m_nType = 7;
+    }
+    void Write(std::ostream& out) const override { write(out); }
+    std::function<void(std::ostream&)> write;
 };
+CTechnics* Text(const char* text) {
+    return new Writing([text](std::ostream& out) { out << text; });
+}
 
 TEST_F(Manager, SaveAndLoad) {
-    lead.onCreate = [](CLuaAccess& c) { return Number(c, "Speed") == 1.5 ? new Speed : nullptr; };
+    lead.onCreate = [](CLuaAccess& c) {
+        return Number(c, "Speed") == 1.5 ? Text("Lead={Speed=1.5},") : nullptr;
+    };
     CCadGroup object;
     for (const char* text : {"T={", "error()", "T={Lead=nil}", "T={Lead={Speed=1.5},};"}) {
         object.SetTechnicsString(text);
         manager.LoadTechnics(&object);
     }
     EXPECT_EQ(object.GetTechnicsList().size(), 1u);
-    const std::locale before = std::locale::global(std::locale(std::locale(), new Comma));
     manager.SaveTechnics(&object);
-    std::locale::global(before);
     EXPECT_EQ(object.GetTechnicsString(), "T={Lead={Speed=1.5},};");
+    manager.SaveTechnics(nullptr);
+}
+
+TEST_F(Manager, SavesWhatCanBeRead) {
+    const struct {
+        const char *name, *first, *second, *saved;
+        bool isFine = true;
+    } cases[] = {{"as they are", "A={},", "B={},\n", "T={A={},B={},\n};"},
+                 {"a comma is missing", "A={}", "B={} ", "T={A={},B={} ,};"},
+                 {"only one is missing", "A={},", "B={}", "T={A={},B={}};"},
+                 {"commas would change it", "A=f", "{1},", "T={A=f{1},};"},
+                 {"nothing helps", "A={", "B=1", "T={A={B=1};", false},
+                 {"nothing written", "", "A={}", "T={A={}};"}};
+    for (const auto& each : cases) {
+        CCadGroup object;
+        for (const char* text : {each.first, each.second}) object.AddTechnics(Text(text));
+        manager.SaveTechnics(&object);
+        EXPECT_EQ(object.GetTechnicsString(), each.saved) << each.name;
+        EXPECT_EQ(manager.GetLastErrorText().empty(), each.isFine) << each.name << manager.GetLastErrorText();
+    }
+}
+
+// What one technics does to its stream is its own matter: the next one writes plainly, and where a text
+// cannot be stored the old one stays.
+TEST_F(Manager, ATechnicsSpoilsItsOwnStream) {
+    const struct {
+        const char* name;
+        std::function<void(std::ostream&)> write;
+        const char *saved, *error;
+    } cases[] = {
+        {"hex", [](std::ostream& out) { out << std::hex; }, "T={20};", ""},
+        {"a locale",
+         [](std::ostream& out) {
+             out.imbue({std::locale(), new Comma});
+         },
+         "T={20};", ""},
+        {"a null", [](std::ostream& out) { out << static_cast<const char*>(nullptr); }, "old", "type 7"},
+        {"a failure", [](std::ostream& out) { out.setstate(std::ios::failbit); }, "old", "type 7"},
+        {"a zero byte", [](std::ostream& out) { out << '\0'; }, "old", "type 7"}};
+    for (const auto& each : cases) {
+        CCadGroup object;
+        object.SetTechnicsString("old");
+        object.AddTechnics(new Writing(each.write));
+        object.AddTechnics(new Writing([](std::ostream& out) { out << 20; }));
+        manager.SaveTechnics(&object);
+        EXPECT_EQ(object.GetTechnicsString(), each.saved) << each.name;
+        EXPECT_NE(manager.GetLastErrorText().find(each.error), std::string::npos) << each.name;
+    }
 }
 
 TEST_F(Manager, ViewDataOfLeavesThenOfGroups) {
@@ -187,6 +273,24 @@ TEST_F(Manager, ViewDataOfLeavesThenOfGroups) {
     manager.UpdataViewDataNotify(&hollows);
     manager.UpdataViewDataNotify(nullptr);
     EXPECT_EQ(shown, Objects()) << "without a leaf nobody is called";
+}
+
+TEST_F(Manager, ViewDataOfWhatIsLeftOnTheList) {
+    auto* const group = new CCadGroup;
+    CCadLine first({0, 0}, {1, 0});
+    group->PushBack(new CCadLine({0, 0}, {2, 0}));
+    Objects objects = {&first, group};
+    for (CCadObject* each : Objects{&first, group, group->GetMembers()->front()})
+        each->AddTechnics(new CTechnics);
+    int calls = 0;
+    lead.onNotify = [&](CCadObject*) {
+        ++calls;
+        objects.clear();
+        delete group;
+    };
+    joint.onNotify = [](CCadObject*) { ADD_FAILURE() << "the object is off the list"; };
+    manager.UpdataViewDataNotify(&objects);
+    EXPECT_EQ(calls, 1);
 }
 
 TEST_F(Manager, CopiesShareTheInterpreter) {

@@ -85,6 +85,25 @@ TEST_F(PlugIns, WhatAnOperatorThrowsReachesTheHost) {
     }
 }
 
+// A plug-in that goes while one of the host's operators is called: nobody calls it any more, but its code,
+// which might be running, stays to the end.
+TEST_F(PlugIns, FreedDuringAWalk) {
+    test::TestOperator first(1, "First"), last(2, "Last");
+    int calls = 0;
+    manager.RegisterTechnicsItem(&first);
+    ASSERT_TRUE(manager.LoadTechnicsPlugIn(PathOf("plugin_throws_later")));
+    manager.RegisterTechnicsItem(&last);
+    char** const place = PlaceIn(PathOf("plugin_throws_later"));
+    first.onNotify = [&](qev::CCadObject*) {
+        manager.FreeTechnicsPlugIn();
+        EXPECT_NE(qev::platform::ModulePathOf(place), "");
+    };
+    last.onNotify = [&](qev::CCadObject*) { ++calls; };
+    EXPECT_NO_THROW(manager.SingleMudifyNotify(nullptr, nullptr, {}, 0));
+    EXPECT_EQ(calls, 1) << "the host's own operators stay";
+    EXPECT_EQ(qev::platform::ModulePathOf(place), "");
+}
+
 TEST(LoadLibrary, LooksBesideTheLibrary) {
     for (const std::string& name : {std::string("beside/plugin_beside" EXTENSION), PathOf("plugin_good")}) {
         const HINSTANCE found = qev::_LoadLibrary(name.c_str());
@@ -92,6 +111,7 @@ TEST(LoadLibrary, LooksBesideTheLibrary) {
         qev::platform::FreeDynamicLibrary(found);
     }
     EXPECT_EQ(qev::_LoadLibrary("nowhere"), nullptr);
+    EXPECT_EQ(qev::_LoadLibrary(""), nullptr);
     EXPECT_EQ(qev::_LoadLibrary(nullptr), nullptr);
 }
 

@@ -6,7 +6,11 @@ namespace {
 
 struct Counting : qev::CTechnics {
     Counting(int type, int subType) { m_nType = type, m_nSubType = subType; }
-    bool Refresh(const qev::CCadObject*, void* data) override { return ++refreshed > 0 && data == this; }
+    bool Refresh(const qev::CCadObject*, void* data) override {
+        onRefresh();
+        return ++refreshed > 0 && data == this;
+    }
+    std::function<void()> onRefresh = [] {};
     int refreshed = 0;
 };
 
@@ -39,6 +43,15 @@ TEST_F(Queries, Refresh) {
     EXPECT_FALSE(qev::RefreshCadObject(nullptr, -1, 0, nullptr));
     EXPECT_EQ(first->refreshed, 2);
     for (const Counting* each : {other, second, last}) EXPECT_EQ(each->refreshed, 1) << each->m_nSubType;
+}
+
+TEST_F(Queries, RefreshThatTakesOthersOff) {
+    first->onRefresh = [this] {
+        delete qev::PickOffTechnics(&object, 5);
+        delete qev::PickOffTechnics(&object, 3, 7);
+    };
+    EXPECT_TRUE(qev::RefreshCadObject(&object, -1, 0, last));
+    EXPECT_EQ(last->refreshed, 1);
 }
 
 TEST_F(Queries, PickOff) {

@@ -10,7 +10,6 @@ struct lua_State;
 
 namespace qev {
 
-class CursorScope;
 class LuaCall;
 class LuaFields;
 class LuaPath;
@@ -191,7 +190,6 @@ public:
     bool m_bAutoCreate = false;
 
 private:
-    friend class CursorScope;
     friend class LuaCall;
     friend class LuaFields;
     friend class LuaPath;

@@ -8,7 +8,8 @@
 namespace qev {
 
 /// Loads a library by the system's search and, when that fails and the name is relative, from this library's
-/// own folder. Null when neither has it, and for null. The caller frees the library.
+/// own folder. Null when neither has it, and for null and an empty name. The caller frees
+/// the library. Throws std::bad_alloc when memory is refused.
 QEVCOMMON_API HINSTANCE _LoadLibrary(const char* name);
 
 } // namespace qev

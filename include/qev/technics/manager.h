@@ -14,8 +14,6 @@
 #include <qev/platform.h>
 #include <qevdata/technics.h>
 
-struct lua_State;
-
 namespace qev {
 
 namespace platform {
@@ -23,7 +21,6 @@ class RecursiveLock;
 }
 
 class CITechnicsOperator;
-class CLuaAccess;
 class TextInterpreter;
 struct TarvelEnvContext;
 
@@ -100,10 +97,12 @@ public:
     /// Copies the host's values over those of the process.
     void SetTarvelEnvContext(const TarvelEnvContext& context);
 
-    /// Whether technics texts are taken as data, off at first. On, a text finds no functions and no trace of
-    /// the texts before it, binary chunks are refused, and a text that takes more than a million
-    /// instructions, 50 ms of computing or 16 MB, or builds a string of more than 64 kB, fails. Opens a fresh
-    /// interpreter; false, with everything as it was, when memory is refused.
+    /// Whether technics texts are taken as data, off at first. On, a text is a run of `name = value`; a value
+    /// is nil, true, false, a number, a text, a table constructor of values, the name of a value that the
+    /// text has set before, or a minus before a number. There are no functions, no operators and no control
+    /// flow. A text of more than a megabyte, one with a table of more than 1024 keys beside its list 1, 2, 3,
+    /// ... and one that takes more than 50 ms of computing or 14 MB fails. Opens a fresh interpreter; false,
+    /// with everything as it was, when memory is refused.
     bool SetDataOnly(bool dataOnly);
     /// What SetDataOnly set last; false at first.
     bool IsDataOnly() const { return m_bDataOnly; }
@@ -138,17 +137,20 @@ protected:
 private:
     friend QEVCOMMON_API CTechnicsManager* GetTechnicsManager();
     class Request;
+    class Walk;
+    void UnloadFreed();
 
     static CTechnicsManager* m_pTechnicsManager;
 
-    std::shared_ptr<TextInterpreter> m_pInterpreter; // owns the next two
-    lua_State* m_pLuaState = nullptr;                // null when no interpreter is open
-    CLuaAccess* m_pLuaAccess = nullptr;
-    std::unique_ptr<platform::RecursiveLock> m_csLock; // guards the interpreter
-    std::vector<CITechnicsOperator*> m_vecOperators;   // at most one for each type; the plug-ins' own
-    std::vector<std::string> m_vecPlugInPaths;         // as the host gave them
-    std::vector<HMODULE> m_vecPlugInModules;           // of the plug-ins with these paths
-    void (*m_pfnSetCadTempDir)(char*) = nullptr;       // of the plug-in loaded last
+    std::shared_ptr<TextInterpreter> m_pInterpreter;       // null when none is open
+    std::unique_ptr<platform::RecursiveLock> m_csLock;     // guards the interpreter
+    std::vector<CITechnicsOperator*> m_vecOperators;       // at most one for each type; the plug-ins' own
+    std::vector<std::string> m_vecPlugInPaths;             // as the host gave them
+    std::vector<HMODULE> m_vecPlugInModules;               // of the plug-ins with these paths
+    void (*m_pfnSetCadTempDir)(char*) = nullptr;           // of the plug-in loaded last
+    std::vector<CITechnicsOperator*> m_vecPlugInOperators; // those of all operators that plug-ins brought
+    std::vector<HMODULE> m_vecFreedModules; // of plug-ins that were freed, until no walk may run in them
+    int m_nWalks = 0;
     std::string m_strLastError;
     bool m_bDataOnly = false;
 };

@@ -35,7 +35,8 @@ QEVCOMMON_API CTechnics* PickOffTechnics(CCadObject* object, int type, int subTy
 
 /// Has the technics of a type and a sub-type refresh itself (a sub-type of -1 means the type's default), or
 /// with a negative type every technics of the object; `data` is passed on as it is. True when one of them
-/// says that it has changed, false for a null object and when there is none.
+/// says that it has changed, false for a null object and when there is none. A technics that is taken off the
+/// object meanwhile is not refreshed any more. Throws std::bad_alloc when memory is refused.
 QEVCOMMON_API bool RefreshCadObject(const CCadObject* object, int type, int subType, void* data);
 
 } // namespace qev

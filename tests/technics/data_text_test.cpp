@@ -1,0 +1,160 @@
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "platform/cpu_time.h"
+#include "technics/test_operator.h"
+
+namespace {
+
+constexpr std::size_t kLongest = 1 << 20; // bytes
+
+// Everything that a text puts under some keys of an operator's table, or why it was refused.
+struct Reading : test::TestManager {
+    explicit Reading(bool dataOnly) {
+        RegisterTechnicsItem(&lead);
+        EXPECT_TRUE(SetDataOnly(dataOnly));
+        lead.onAdd = [this](qev::CLuaAccess& cursor) {
+            found.clear();
+            for (const char* key : {"a", "b", "_c1"}) Describe(cursor, key);
+            for (int key = -1; key < 60; ++key) Describe(cursor, key);
+            return true;
+        };
+    }
+    template <class Key>
+    void Describe(qev::CLuaAccess& cursor, Key key) {
+        double number = 0;
+        char text[80];
+        bool flag = false;
+        if (cursor.Read(number, key, -HUGE_VAL, HUGE_VAL)) found += std::to_string(number);
+        if (cursor.Read(text, sizeof text, key)) found += text;
+        if (cursor.Read(flag, key)) found += flag ? "true" : "false";
+        found += ';';
+    }
+    std::string Of(const std::string& text) { return Add(text) ? found : GetLastErrorText(); }
+
+    test::TestOperator lead{1, "Lead"};
+    std::string found;
+};
+
+std::vector<std::string> Split(std::string text) {
+    std::vector<std::string> parts;
+    for (std::size_t end; (end = text.find('|')) != std::string::npos; text.erase(0, end + 1))
+        parts.push_back(text.substr(0, end));
+    return parts;
+}
+
+// Each fragment of data is read as Lua reads it, and of no-data none is taken. Mixed at random: whatever is
+// taken as data is what Lua makes of it.
+TEST(DataText, ReadsAsLuaDoes) {
+    const auto data =
+        Split("a=-5|_c1=0x.8p+4|b=1e-3|1e999|.5|3.|0xAe|'x'|a=\"\\65\\066\"|'\\x41\\n\\\\\\\"\\''|"
+              "[1]=2|[ [[a]] ]='y'|b=[==[\r\n\r\n]]]=]\n]==]|'a\\z \r\n b'|'\\\r\nb'|nil|true|"
+              "a=false|a=- -7|{a={1}}|--[[a]]1|--a\n2|b=other|_c1=none|[-1]=4,3|[50]=5|"
+              "1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1|");
+    const auto noData =
+        Split("=1|end=1|a=end|1..2|3x|0x|1e|'\n'|'\\400'|'\\q'|[[x]|[nil]=1|a=='x'|-'x'|- -|'|"
+              "function() end|a='x'..'y'|1+1|os.exit()|\"\\xg\"|");
+    Reading asLua(false), asData(true);
+    const auto text = [](const std::string& items) { return "other='o' T={Lead={" + items + "}};"; };
+    for (const std::string& item : data) EXPECT_EQ(asData.Of(text(item)), asLua.Of(text(item))) << item;
+    for (const std::string& item : noData) EXPECT_FALSE(asData.Add(text(item))) << item;
+    std::mt19937 random(20);
+    for (int i = 0; i < 5'000; ++i) {
+        std::string items;
+        for (auto count = random() % 6 + 1; count > 0; --count) {
+            const auto& from = random() % 16 != 0 ? data : noData;
+            items += from[random() % from.size()] + ",;  ,\n"[random() % 6];
+        }
+        if (asData.Add(text(items))) EXPECT_EQ(asData.found, asLua.Of(text(items))) << items;
+    }
+}
+
+// A number whose hash is that of all others of the family, as Lua 5.2 adds the halves of the number plus one.
+std::string CollidingNumber(int i) {
+    const std::uint64_t high = 0x41F0'0000u + i, low = 0x7000'0000u - i;
+    char text[40];
+    std::snprintf(text, sizeof text, "%.17g", std::bit_cast<double>(high << 32 | low) - 1);
+    return text;
+}
+
+// A text whose hash is that of all others of the family: of 40 characters Lua 5.2 looks at every other one.
+std::string CollidingText(int i) {
+    std::string text(40, 'x');
+    for (int bit = 0; bit < 20; ++bit) text[2 * bit] = i >> bit & 1 ? 'y' : 'x';
+    return text;
+}
+
+// A text of a megabyte in which a part is repeated, each time with another number for #, $ or %.
+std::string Repeated(const std::string& before, const std::string& part, const std::string& after) {
+    const std::size_t place = part.find_first_of("#$%");
+    const char kind = place == std::string::npos ? ' ' : part[place];
+    std::string all = before;
+    for (int i = 0; all.size() < kLongest - 5000; ++i) {
+        all += part.substr(0, place);
+        if (kind == ' ') continue;
+        all += (kind == '#' ? CollidingNumber(i) : kind == '$' ? CollidingText(i) : std::to_string(i));
+        all += part.substr(place + 1);
+    }
+    return all + after;
+}
+
+TEST(DataText, AttacksEndSoonAndHarmNobody) {
+    std::string keys = "T={Lead={";
+    for (int i = 0; i < 1000; ++i) keys += "[" + CollidingNumber(i) + "]=1,";
+    std::string lists = "T={Lead={";
+    while (lists.size() < kLongest - 50'000) lists += "{" + keys.substr(9) + "},";
+    const struct {
+        const char* name;
+        std::string text;
+    } attacks[] = {{"loop", "while true do end"},
+                   {"function", "T={Lead={f=function() while true do end end}}"},
+                   {"labels", Repeated("", "::l%::x=1 ", "")},
+                   {"keys", Repeated("T={Lead={", "[#]=1,", "}}")},
+                   {"few keys in many tables", lists + "}}"},
+                   {"keys before a list", Repeated(keys, "1,", "}}")},
+                   {"numbers", Repeated("T={Lead={", "#,", "}}")},
+                   {"texts", Repeated("T={Lead={", "'$',", "}}")},
+                   {"names", Repeated("", "$=1 ", "")},
+                   {"long keys", Repeated("T={Lead={", "['" + std::string(1000, 'x') + "%']=1,", "}}")},
+                   {"depth", Repeated("T=", "{", "")},
+                   {"minuses", Repeated("T=", "- ", "1")},
+                   {"tables", Repeated("T={Lead={", "{},", "}}")},
+                   {"brackets", Repeated("--", "[=[==", "")},
+                   {"closing brackets", Repeated("T=[==[", "]=", "")},
+                   {"comments", Repeated("", "--[=\n", "")},
+                   {"long text", Repeated("T='", "x", "'")},
+                   {"long number", Repeated("T=", "9", "")},
+                   {"chain", Repeated("s='x' T=s", "..s", "")},
+                   {"too long", std::string(3 * kLongest, ' ')},
+                   {"binary", "\x1BLua"}};
+    Reading reading(true);
+    for (const auto& [name, text] : attacks) {
+        double seconds = 1;
+        for (int tries = 0; tries < 3 && seconds > 0.1; ++tries) { // a busy machine steals time
+            const double start = qev::platform::ThreadSeconds();
+            reading.Add(text);
+            seconds = qev::platform::ThreadSeconds() - start;
+        }
+        EXPECT_LT(seconds, 0.1) << name << reading.GetLastErrorText();
+        EXPECT_TRUE(reading.Add("T={Lead={Speed=1}}")) << name << reading.GetLastErrorText();
+    }
+}
+
+TEST(DataText, TextsFindNothingAndLeaveNothing) {
+    Reading reading(true);
+    std::string half = "x={";
+    for (int i = 0; i < 100'000; ++i) half += "{},";
+    for (int i = 0; i < 10; ++i) // most of the memory each, which goes with its text
+        EXPECT_TRUE(reading.Add(half + "} n=5 T={Lead={}}")) << reading.GetLastErrorText();
+    EXPECT_EQ(reading.Of("T={Lead={a=n,b=print,_c1=_G}}").find_first_not_of(';'), std::string::npos);
+    EXPECT_FALSE(reading.Add("n=1")) << "the table of another text";
+    EXPECT_TRUE(reading.SetDataOnly(false));
+    EXPECT_TRUE(reading.Add("T={Lead={Speed=math.pi}}"));
+}
+
+} // namespace
