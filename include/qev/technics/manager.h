@@ -34,14 +34,21 @@ struct TarvelEnvContext;
 ///
 /// LoadTechnics and AddTechnics hold a lock, which an operator may take again by calling them; everything
 /// else is for one thread at a time. What an operator or the Lua cursor throws passes to the caller, with the
-/// lock free and the interpreter's stack and cursor as they were. Operators that are registered during a walk
-/// over the operators are first called by the next one.
+/// lock free and the interpreter's stack as it was. Each operator gets a cursor of its own, valid during the
+/// call; loads within a load may enter 16 levels each. Operators that are registered during a walk over the
+/// operators are first called by the next one; those that go meanwhile are not called any more. Every walk
+/// (loading, adding, removing, notifying) throws std::bad_alloc when memory is refused.
 class QEVCOMMON_API CTechnicsManager : public CITechnicsSerialize {
 public:
     /// Creates the technics that an object's technics text describes and attaches them to the object. A text
-    /// that cannot be run changes nothing.
+    /// that cannot be run changes nothing. Throws std::bad_alloc when memory is refused.
     void LoadTechnics(CCadObject* object) override;
-    /// Writes an object's technics into its technics text.
+    /// Writes an object's technics into its technics text: "T={", what each writes, "};". Where that cannot
+    /// be read again but can with a comma behind each technics that ends without one, it gets these commas;
+    /// where neither can be read, it is stored without, and GetLastErrorText says so. When a technics leaves
+    /// its stream failed or writes a zero byte, the text stays as it was and GetLastErrorText names the
+    /// technics' type. Nothing for a null object. Throws std::bad_alloc when memory is refused, with the
+    /// text as it was, and passes on what a technics throws.
     void SaveTechnics(CCadObject* object) override;
     /// Closes the interpreter. Neither deletes operators nor unloads plug-ins.
     ~CTechnicsManager() override;
@@ -89,7 +96,8 @@ public:
     /// Passes an edit of several objects on to every operator.
     void MultipleMudifyNotify(const std::list<CCadObject*>* before, std::list<CCadObject*>* after, int kind);
     /// Has every operator update what is shown of the leaves that carry technics, then of the groups among
-    /// the given objects that do. Nothing when there is no leaf (CollectLeafNode) at all.
+    /// the given objects that do. Nothing when there is no leaf (CollectLeafNode) at all. Operators may take
+    /// objects off the list meanwhile, and delete them: these are not touched any more.
     void UpdataViewDataNotify(std::list<CCadObject*>* objects);
 
     /// What the host tells its plug-ins, one for the process.
@@ -107,17 +115,19 @@ public:
     /// What SetDataOnly set last; false at first.
     bool IsDataOnly() const { return m_bDataOnly; }
 
-    /// Why the last LoadTechnicsPlugIn, LoadTechnics or AddTechnics was refused; empty when it was not. A
-    /// call that finds nothing to do (no object, an empty text) leaves it as it was.
+    /// Why the last LoadTechnicsPlugIn, LoadTechnics, SaveTechnics or AddTechnics failed; empty when it did
+    /// not. A call that finds nothing to do (no object, an empty text) leaves it as it was.
     const std::string& GetLastErrorText() const { return m_strLastError; }
 
 protected:
     /// Opens an interpreter. The manager becomes the process's when there is no other alive.
     CTechnicsManager();
 
-    /// Unloads the plug-ins and forgets all operators, in case they were theirs.
+    /// Forgets the plug-ins' operators and unloads the plug-ins; operators that the host has registered stay.
+    /// During a call of an operator, the plug-ins are unloaded after it.
     void FreeTechnicsPlugIn();
-    /// Appends an operator unless one of its type is there. The manager does not own it.
+    /// Appends an operator unless one of its type is there. The manager does not own it. Throws
+    /// std::bad_alloc when memory is refused.
     void RegisterTechnicsItem(CITechnicsOperator* newcomer);
 
     /// Opens a fresh interpreter and lets go of the one before, or keeps that and answers false when memory
