@@ -260,9 +260,34 @@ std::optional<Step> LongestStep(const FitCurve& curve, double from, double to, d
 }
 
 bool Fit(const FitCurve& curve, double from, double to, const FitSettings& settings,
+         std::vector<FitNode>& nodes);
+
+// Whether the nodes that are left may suffice. The deviation grows with the second power of a chord and the
+// third of a biarc, so a fit to a million (thousand million) times the error takes a thousandth of the nodes
+// where the curve is smooth. A step uses 0.9 to 1 of the error, which changes the count by a twentieth: a fit
+// that takes a quarter more than its share is hopeless. One that takes fewer has still to be tried.
+bool MaySuffice(const FitCurve& curve, double from, double to, const FitSettings& settings,
+                std::size_t nodes) {
+    constexpr std::size_t kFewer = 1000;
+    const double coarser = settings.error * (settings.chords ? 1e6 : 1e9);
+    const std::size_t share = (settings.maxNodes - nodes) / kFewer + 1;
+    std::vector<FitNode> probe;
+    return Fit(curve, from, to, {coarser, settings.chords, share + share / 4}, probe);
+}
+
+bool Fit(const FitCurve& curve, double from, double to, const FitSettings& settings,
          std::vector<FitNode>& nodes) {
+    // Nodes of this stretch after which it is asked once whether all may suffice: enough that ordinary
+    // stretches are not asked, and few enough that the answer comes in some milliseconds.
+    constexpr std::size_t kManyNodes = 1300;
+    const std::size_t askAt = nodes.size() + kManyNodes;
+    bool asked = false;
     double step = to - from;
     for (double u = from; u < to;) {
+        if (!asked && nodes.size() >= askAt) {
+            if (!MaySuffice(curve, u, to, settings, nodes.size())) return false;
+            asked = true;
+        }
         const auto fit = LongestStep(curve, u, to, step, settings);
         if (!fit || !(fit->nodes[0].u > u) || nodes.size() + 2 > settings.maxNodes) return false;
         nodes.insert(nodes.end(), fit->nodes, fit->nodes + fit->count);

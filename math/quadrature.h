@@ -2,6 +2,7 @@
 /// Adaptive quadrature and its inverse. Private to the math library.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -50,20 +51,28 @@ Panel GaussKronrod(const F& f, double a, double b) {
 inline constexpr double kQuadratureTolerance = 1e-12;
 /// Halvings at most: a speed that vanishes inside (a cusp) takes about twenty.
 inline constexpr int kQuadratureDepth = 40;
+/// Panels at most, whatever the integrand: a cusp takes about a hundred, so only noise takes more.
+inline constexpr int kQuadraturePanels = 2000;
+/// mm. Panels that agree to this are good, however small the integral: squares of lengths near 1e-154 mm are
+/// subnormal numbers with few digits, so that a speed of that size is noise, which no halving resolves.
+inline constexpr double kQuadratureFloor = 1e-150;
 
 template <class F>
-double Refine(const F& f, double a, double b, const Panel& panel, double tolerance, int depth) {
-    if (!(panel.error > tolerance) || depth == 0) return panel.value;
+double Refine(const F& f, double a, double b, const Panel& panel, double tolerance, int depth, int& panels) {
+    if (!(panel.error > tolerance) || depth == 0 || panels <= 0) return panel.value;
+    panels -= 2;
     const double middle = 0.5 * (a + b);
-    return Refine(f, a, middle, GaussKronrod(f, a, middle), tolerance, depth - 1)
-           + Refine(f, middle, b, GaussKronrod(f, middle, b), tolerance, depth - 1);
+    const double low = Refine(f, a, middle, GaussKronrod(f, a, middle), tolerance, depth - 1, panels);
+    return low + Refine(f, middle, b, GaussKronrod(f, middle, b), tolerance, depth - 1, panels);
 }
 
 /// Integral of a function that is not negative, from a to b (negative when b lies below a).
 template <class F>
 double Integrate(const F& f, double a, double b) {
     const Panel whole = GaussKronrod(f, a, b);
-    return Refine(f, a, b, whole, std::abs(whole.value) * kQuadratureTolerance, kQuadratureDepth);
+    const double tolerance = std::max(std::abs(whole.value) * kQuadratureTolerance, kQuadratureFloor);
+    int panels = kQuadraturePanels;
+    return Refine(f, a, b, whole, tolerance, kQuadratureDepth, panels);
 }
 
 /// The parameter in [a, b] up to which the integral of `speed` is `target`.

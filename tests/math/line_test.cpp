@@ -9,6 +9,10 @@ TEST(Line, FootLiesOnTheInfiniteLine) {
     EXPECT_POINT_NEAR(foot, (DPOINT2{7, 0}), 1e-15);
     math::D2GetProjectionPoint({7, 5}, {1, 1}, {1, 1}, foot);
     EXPECT_POINT_NEAR(foot, (DPOINT2{1, 1}), 0);
+    EXPECT_EQ(math::GetLineFootRatio(math::NoPoint(), {0, 0}, {2, 0}), 0);
+    DPOINT2 own{7, 5};
+    math::D2GetProjectionPoint(own, {0, 0}, {2, 2}, own);
+    EXPECT_POINT_NEAR(own, (DPOINT2{6, 6}), 1e-14);
 }
 
 TEST(Line, MembershipEndsAMillionthBeyondTheSegment) {
@@ -20,13 +24,4 @@ TEST(Line, MembershipEndsAMillionthBeyondTheSegment) {
          {Case{{1, 0}, true}, Case{{1, 0.9e-6}, true}, Case{{1, 1.1e-6}, false}, Case{{-0.9e-6, 0}, true},
           Case{{-1.1e-6, 0}, false}, Case{{3, 0}, false}, Case{math::NoPoint(), false}})
         EXPECT_EQ(math::IsPointInLine(c.point, {0, 0}, {2, 0}), c.isIn) << testing::PrintToString(c.point);
-}
-
-TEST(Line, InterpolationMeetsBothEndsExactly) {
-    for (Random random; random.Rounds(1000);) {
-        const DPOINT2 p = random.Point();
-        const DPOINT2 q = random.Point(1e-5);
-        EXPECT_POINT_NEAR(math::Interpolate(p, q, 0), p, 0);
-        EXPECT_POINT_NEAR(math::Interpolate(p, q, 1), q, 0);
-    }
 }
