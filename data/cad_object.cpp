@@ -1,7 +1,13 @@
 // What every object carries: identity, attributes, machining and its defaults as an outline. A copy is made
 // by the copy constructors, which leave out what belongs to the one object alone (technics, tool paths), and
 // numbered by Clone.
+//
+// Objects own others to any depth: members, inner objects, tool paths. They are deleted in two passes: first
+// everything that is owned is strung together, each object once, by a pointer that every object has for that
+// purpose; then the row is deleted, when nothing in it owns anything any more. So neither the depth of a
+// drawing nor an object that holds itself does harm, and deleting needs no memory.
 #include <atomic>
+#include <unordered_set>
 
 #include <qevdata/cad_object.h>
 #include <qevmath/tolerance.h>
@@ -16,19 +22,91 @@ unsigned int FreshId() {
     return ++last;
 }
 
+// A chain of inner objects that is being copied on this thread. The copy constructor of the source next in
+// turn leaves its own inner object to the loop that copies the chain, in place of recursion.
+struct InnerCopies {
+    const CCadObject* source = nullptr;           // the inner object that is being cloned
+    CCadObject* copy = nullptr;                   // its copy, once there is one
+    std::unordered_set<const CCadObject*> owners; // whose inner objects have been cloned
+    InnerCopies* outer;                           // the chain within which this one is copied
+
+    InnerCopies();
+    ~InnerCopies();
+    InnerCopies(const InnerCopies&) = delete;
+    InnerCopies& operator=(const InnerCopies&) = delete;
+};
+thread_local InnerCopies* t_pInnerCopies = nullptr;
+
+InnerCopies::InnerCopies() : outer(t_pInnerCopies) {
+    t_pInnerCopies = this;
+}
+InnerCopies::~InnerCopies() {
+    t_pInnerCopies = outer;
+}
+
 } // namespace
 
 CCadObject::CCadObject(bool newId) : m_nID(newId ? FreshId() : 0) {}
 
 CCadObject::CCadObject(const CCadObject& other)
-    : m_pInner(other.m_pInner ? other.m_pInner->Clone(true) : nullptr), m_mapKeys(other.m_mapKeys),
-      m_strTechnics(other.m_strTechnics), m_nID(other.m_nID), m_nParamIndex(other.m_nParamIndex),
-      m_bSelected(other.m_bSelected), m_bFilled(other.m_bFilled), m_bMachining(other.m_bMachining),
-      m_bOverturned(other.m_bOverturned) {}
+    : m_mapKeys(other.m_mapKeys), m_strTechnics(other.m_strTechnics), m_nID(other.m_nID),
+      m_nParamIndex(other.m_nParamIndex), m_bSelected(other.m_bSelected), m_bFilled(other.m_bFilled),
+      m_bMachining(other.m_bMachining), m_bOverturned(other.m_bOverturned) {
+    CloneInner(other);
+}
 
 CCadObject::~CCadObject() {
+    for (InnerCopies* copies = t_pInnerCopies; copies; copies = copies->outer)
+        if (copies->copy == this) copies->copy = nullptr;
     for (const CTechnics* technics : m_listTechnics) delete technics;
-    for (const CCadObject* path : m_listToolPaths) delete path;
+    DeleteOwned();
+}
+
+void CCadObject::CloneInner(const CCadObject& other) {
+    if (!other.m_pInner) return;
+    if (t_pInnerCopies && t_pInnerCopies->source == &other) {
+        t_pInnerCopies->source = nullptr;
+        t_pInnerCopies->copy = this;
+        return;
+    }
+    for (const InnerCopies* outer = t_pInnerCopies; outer; outer = outer->outer)
+        if (outer->owners.contains(&other)) return; // met inside itself
+    InnerCopies chain;
+    CCadObject* owner = this;
+    for (const CCadObject* from = &other; owner && from->m_pInner;) {
+        chain.owners.insert(from);
+        from = from->m_pInner.get();
+        if (chain.owners.contains(from)) break;
+        chain.source = from;
+        chain.copy = nullptr;
+        owner->m_pInner.reset(from->Clone(true));
+        owner = chain.copy;
+    }
+}
+
+void CCadObject::Doomed::Add(CCadObject* object) {
+    if (!object || object->m_bDoomed) return;
+    object->m_bDoomed = true;
+    (m_pLast ? m_pLast->m_pNextDoomed : m_pFirst) = object;
+    m_pLast = object;
+}
+
+void CCadObject::HandOver(Doomed& doomed) {
+    m_bDoomed = true;
+    for (CCadObject* path : m_listToolPaths) doomed.Add(path);
+    m_listToolPaths.clear();
+    doomed.Add(m_pInner.release());
+}
+
+void CCadObject::DeleteOwned() {
+    Doomed doomed;
+    HandOver(doomed);
+    for (CCadObject* object = doomed.m_pFirst; object; object = object->m_pNextDoomed)
+        object->HandOver(doomed);
+    while (const CCadObject* object = doomed.m_pFirst) {
+        doomed.m_pFirst = object->m_pNextDoomed;
+        delete object;
+    }
 }
 
 CCadObject* CCadObject::Cloned(CCadObject* copy, bool newId) {
@@ -58,7 +136,10 @@ double CCadObject::GetLength() const {
     return 0;
 }
 CadRect CCadObject::GetBoundRect() const {
-    return {};
+    math::Bounds bounds;
+    for (int i = 0, count = GetPieceCount(); i < count; ++i)
+        bounds.Add(std::visit([](const auto& piece) { return piece.GetBounds(); }, GetPiece(i)));
+    return ToRect(bounds);
 }
 CCadObject* CCadObject::Clone(bool) const {
     return nullptr;

@@ -57,6 +57,7 @@ public:
 
     bool operator()(const math::EllipticArc& arc) {
         if (!IsFinite(arc) || !CanExpressError(arc.GetBounds())) return false;
+        if (arc.GetSweep() == 0) return AddPoint(arc.PointAt(arc.GetStart()));
         const bool whole = arc.GetStart() == 0 && std::abs(arc.GetSweep()) == math::kTwoPi;
         return whole ? AddWholeEllipse(arc) : AddQuadrants(arc);
     }
@@ -72,11 +73,17 @@ private:
         return size * kRounding <= m_settings.error;
     }
 
-    // The nodes of a stretch of a curve.
+    bool AddPoint(const math::DPOINT2& p) {
+        if (!HasRoomFor(1)) return false;
+        m_out.AddLine(p);
+        return true;
+    }
+
+    // The nodes of a stretch of a curve, which may take so many at most.
     template <class Curve>
-    bool Fit(const Curve& curve, double from, double to) {
+    bool Fit(const Curve& curve, double from, double to, std::size_t maxNodes) {
         m_vecNodes.clear();
-        m_settings.maxNodes = Room();
+        m_settings.maxNodes = maxNodes;
         return math::FitStretch(curve, from, to, m_settings, m_vecNodes);
     }
 
@@ -96,7 +103,10 @@ private:
 
     bool AddBezier(const SEGMENT& segment) {
         const math::CubicBezier bezier = segment.GetBezier();
-        if (!CanExpressError(bezier.GetBounds()) || !Fit(bezier, 0, 1)) return false;
+        // beyond 1e154 mm the exact box overflows
+        if (!std::isfinite(math::Norm(bezier.ctrl1)) || !std::isfinite(math::Norm(bezier.ctrl2)))
+            return false;
+        if (!CanExpressError(bezier.GetBounds()) || !Fit(bezier, 0, 1, Room())) return false;
         for (const math::FitNode& node : m_vecNodes)
             m_out.AddArc(node.u == 1 ? segment.ptEnd : bezier.PointAt(node.u), node.bulge);
         return true;
@@ -110,7 +120,7 @@ private:
         double from = 0;
         for (double quadrant = std::floor(phase) + 1; from < end; ++quadrant) {
             const double to = std::min(end, (quadrant - phase) * math::kHalfPi);
-            if (!Fit(arc, from, to)) return false;
+            if (!Fit(arc, from, to, Room())) return false;
             for (const math::FitNode& node : m_vecNodes)
                 m_out.AddArc(arc.PointAt(arc.GetStart() + sign * node.u), node.bulge);
             from = to;
@@ -120,8 +130,7 @@ private:
 
     // One quadrant is fitted; the others are its mirror images, run forward and backward in turn.
     bool AddWholeEllipse(const math::EllipticArc& arc) {
-        if (!Fit(arc, 0, math::kHalfPi) || !HasRoomFor(4.0 * static_cast<double>(m_vecNodes.size())))
-            return false;
+        if (!Fit(arc, 0, math::kHalfPi, Room() / 4)) return false;
         const double sign = arc.GetSweep() < 0 ? -1 : 1;
         const int count = static_cast<int>(m_vecNodes.size());
         for (int half = 0; half < 2; ++half) {

@@ -1,6 +1,8 @@
-// Groups own what they hold, to any depth: a chain of a hundred thousand nested groups is deleted, cloned and
-// measured with a list of what is still to do in place of recursion, which would exhaust the stack.
+// Groups own what they hold, to any depth: a hundred thousand nested groups or texts are cloned with a list
+// of what is still open in place of recursion, which would exhaust the stack. (cad_object.cpp tells how they
+// are deleted.) A copy is owned from the moment it is made, so that nothing is lost when memory is refused.
 #include <iterator>
+#include <memory>
 #include <typeinfo>
 #include <vector>
 
@@ -14,20 +16,14 @@ namespace qev {
 
 CCadGroup::CCadGroup(bool newId) : CCadObject(newId) {}
 
-// Nested containers are emptied before they are deleted, so that no depth of nesting exhausts the stack.
 CCadGroup::~CCadGroup() {
-    std::list<CCadObject*> doomed;
-    doomed.swap(m_listObjects);
-    while (!doomed.empty()) {
-        CCadObject* object = doomed.front();
-        doomed.pop_front();
-        if (object == this) continue;
-        if (auto* group = dynamic_cast<CCadGroup*>(object))
-            doomed.splice(doomed.begin(), group->m_listObjects);
-        else if (auto* text = dynamic_cast<CCadText*>(object))
-            doomed.splice(doomed.begin(), text->m_group.m_listObjects);
-        delete object;
-    }
+    DeleteOwned();
+}
+
+void CCadGroup::HandOver(Doomed& doomed) {
+    CCadObject::HandOver(doomed);
+    for (CCadObject* object : m_listObjects) doomed.Add(object);
+    m_listObjects.clear();
 }
 
 void CCadGroup::PushBack(CCadObject* object) {
@@ -49,26 +45,37 @@ CadRect CCadGroup::GetBoundRect() const {
 }
 
 CCadObject* CCadGroup::Clone(bool newId) const {
-    auto* clone = new CCadGroup(*this);
+    std::unique_ptr<CCadGroup> clone(new CCadGroup(*this));
     clone->CloneMembers(*this, newId);
-    return Cloned(clone, newId);
+    return Cloned(clone.release(), newId);
 }
 
-// Plain groups are rebuilt level by level, without recursion; everything else clones itself.
+// Plain groups and texts are rebuilt level by level, without recursion; everything else clones itself.
 void CCadGroup::CloneMembers(const CCadGroup& source, bool newId) {
-    const auto membersOfPlainGroup = [](const CCadObject& object) {
-        return typeid(object) == typeid(CCadGroup) ? object.GetMembers() : nullptr;
+    const auto membersOfPlain = [](const CCadObject& object) {
+        const bool isPlain = typeid(object) == typeid(CCadGroup) || typeid(object) == typeid(CCadText);
+        return isPlain ? object.GetMembers() : nullptr;
     };
     std::vector<CCadGroup*> open{this};
-    TreeWalk walk(&source.m_listObjects, membersOfPlainGroup);
+    const auto append = [&](CCadObject* made) {
+        std::unique_ptr<CCadObject> copy(made);
+        open.back()->PushBack(made);
+        copy.release();
+    };
+    TreeWalk walk(&source.m_listObjects, membersOfPlain);
     for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
+        const CCadObject* object = walk.Object();
         if (step == TreeWalk::Step::kLeave) {
             open.pop_back();
         } else if (step == TreeWalk::Step::kLeaf) {
-            open.back()->PushBack(walk.Object()->Clone(newId));
+            append(object->Clone(newId));
+        } else if (typeid(*object) == typeid(CCadText)) {
+            auto* text = new CCadText(static_cast<const CCadText&>(*object));
+            append(Cloned(text, newId));
+            open.push_back(&text->m_group);
         } else {
-            auto* group = new CCadGroup(static_cast<const CCadGroup&>(*walk.Object()));
-            open.back()->PushBack(Cloned(group, newId));
+            auto* group = new CCadGroup(static_cast<const CCadGroup&>(*object));
+            append(Cloned(group, newId));
             open.push_back(group);
         }
     }
@@ -87,10 +94,19 @@ CCadObject* CCadRelationGroup::Clone(bool newId) const {
 CCadText::CCadText(const char* text, bool newId)
     : CCadObject(newId), m_strText(text ? text : ""), m_group(false) {}
 
+CCadText::~CCadText() {
+    DeleteOwned();
+}
+
+void CCadText::HandOver(Doomed& doomed) {
+    CCadObject::HandOver(doomed);
+    m_group.HandOver(doomed);
+}
+
 CCadObject* CCadText::Clone(bool newId) const {
-    auto* clone = new CCadText(*this);
+    std::unique_ptr<CCadText> clone(new CCadText(*this));
     clone->m_group.CloneMembers(m_group, newId);
-    return Cloned(clone, newId);
+    return Cloned(clone.release(), newId);
 }
 
 Adobe::Adobe(int kind) : m_nKind(kind) {}

@@ -74,6 +74,7 @@ CCadObject* Hit(const CCadGroup* group, const math::DPOINT2& p, double tolerance
 CCadObject* Hit(const CCadObject* root, const math::DPOINT2& p, double tolerance, bool closedOnly,
                 math::DPOINT2* hitPoint) {
     CCadObject* hit = nullptr;
+    math::DPOINT2 nearest = math::NoPoint(); // kept apart, as hitPoint may be p
     double best = tolerance;
     TreeWalk walk(root, TreeWalk::PickedMembers);
     for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
@@ -85,8 +86,9 @@ CCadObject* Hit(const CCadObject* root, const math::DPOINT2& p, double tolerance
         if (math::IsNoPoint(point) || !(distance <= tolerance && (!hit || distance <= best + kTie))) continue;
         hit = walk.Object();
         best = std::min(best, distance);
-        if (hitPoint) *hitPoint = point;
+        nearest = point;
     }
+    if (hit && hitPoint) *hitPoint = nearest;
     return hit;
 }
 

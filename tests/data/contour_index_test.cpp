@@ -113,26 +113,4 @@ TEST(ContourIndex, EveryChangeDropsIt) {
     expectDropped(*copy, "a copy");
 }
 
-// A class that derives from a polyline may have segments that the polyline knows nothing of.
-TEST(ContourIndex, DerivedClassesHaveNone) {
-    class Longer : public CCadPolyline {
-    public:
-        double m_dLength = 1;
-        int GetSegmentCount() const override { return 1; }
-        SEGMENT GetSegment(int) const override { return {{0, 0}, {m_dLength, 0}}; }
-    } longer;
-    for (double length = 1; length < 5; ++length) {
-        longer.m_dLength = length;
-        EXPECT_EQ(longer.GetLength(), length);
-    }
-    EXPECT_EQ(IndexOf(longer), nullptr);
-}
-
-TEST(ContourIndex, AnEllipseKeepsItsPolyline) {
-    const CCadEllipse ellipse({0, 0}, 2, 1, 0);
-    const CCadPolyline* polyline = ellipse.GetPolyline();
-    ASSERT_TRUE(polyline);
-    EXPECT_EQ(ellipse.GetPolyline(), polyline);
-}
-
 } // namespace

@@ -22,3 +22,39 @@ TEST(Group, InsertsAndGivesBack) {
     EXPECT_EQ(group.GetFront(), nullptr);
     EXPECT_EQ(group.GetBack(), nullptr);
 }
+
+// Each way to own an object, a hundred thousand levels deep; the last level holds the first.
+TEST(Group, OwnershipOfAnyDepthAndInCyclesIsClonedAndDestroyed) {
+    struct Way {
+        const char* name;
+        void (*own)(CCadText&, CCadObject*);
+    };
+    for (const Way& way :
+         {Way{"member", [](CCadText&to, CCadObject*object) { to.GetTextGroup()->PushBack(object); }},
+          Way{"inner object", [](CCadText&to, CCadObject*object) { to.SetInnerObject(object); }},
+          Way{"tool path", [](CCadText&to, CCadObject*object) { to.GetToolPathList().push_back(object); }}})
+        for (const int depth : {0, 1, 100'000}) {
+            SCOPED_TRACE(testing::Message() << way.name << ", depth " << depth);
+            const auto root = std::make_unique<CCadText>("");
+            CCadText* deepest = root.get();
+            for (int i = 0; i < depth; ++i) {
+                auto* next = new CCadText("");
+                way.own(*deepest, next);
+                deepest = next;
+            }
+            way.own(*deepest, root.get());
+            deepest->GetTextGroup()->PushBack(new CCadDot({3, 4}));
+            const std::unique_ptr<CCadObject> clone(root->Clone(true));
+            EXPECT_EQ(clone->GetBoundRect().x, root->GetBoundRect().x);
+            EXPECT_EQ(clone->GetInnerObject() != nullptr, depth > 0 && root->GetInnerObject());
+        }
+}
+
+TEST(Group, AMemberThatIsHeldTwiceIsDestroyedOnce) {
+    CCadGroup group;
+    CCadGroup* inner = AddGroup(group);
+    auto* dot = new CCadDot({1, 1});
+    inner->GetObjectsList() = {inner, dot, &group, dot};
+    group.PushBack(inner);
+    EXPECT_EQ(group.GetBoundRect().x, 1);
+}

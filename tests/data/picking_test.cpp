@@ -54,6 +54,36 @@ TEST(Hit, LooksThroughRelationsAndTakesTextsWhole) {
     EXPECT_EQ(Hit(&group, {5, -1}, 2), last) << "as near as the first, and drawn last";
 }
 
+// A kind of a host's that says nothing of its box, and whose line has a bulge by mistake.
+struct OwnLine : CCadObject {
+    int GetSegmentCount() const override { return 1; }
+    SEGMENT GetSegment(int) const override {
+        SEGMENT line({10, 10}, {20, 10});
+        line.dBulge = 1;
+        return line;
+    }
+};
+
+TEST(Hit, FindsAHostsKindWithoutABoxAndMayAnswerIntoItsInput) {
+    CCadGroup group;
+    group.PushBack(new OwnLine);
+    group.PushBack(new CCadLine({10, 10.75}, {20, 10.75}));
+    DPOINT2 p{15, 10.25};
+    EXPECT_EQ(Hit(&group, p, 1, &p), group.GetFront());
+    EXPECT_POINT_NEAR(p, (DPOINT2{15, 10}), 0);
+    EXPECT_EQ(group.GetBoundRect().y, 10);
+}
+
+// Half the sagitta chord * bulge / 2 lies between a point of the chord and the arc.
+TEST(MinDistance, ToNearlyStraightArcsIsExact) {
+    for (double bulge = 1e-9; bulge < 1e-4; bulge *= 10) {
+        CCadPolyline arc;
+        arc.AddArc({1000, 0}, bulge);
+        DPOINT2 nearest;
+        EXPECT_NEAR(GetMinDistance(&arc, {500, 0}, nearest), 500 * bulge, 1e-15 + 1e-9 * bulge) << bulge;
+    }
+}
+
 TEST(Hit, NothingForHostileArguments) {
     CCadGroup group;
     const CCadGroup empty;

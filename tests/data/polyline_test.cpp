@@ -8,9 +8,6 @@ using namespace test;
 
 namespace {
 
-using namespace qev;
-using namespace test;
-
 gp_Trsf2d RandomSimilarity(Random& random) {
     gp_Trsf2d turn, mirror, move;
     turn.SetRotation(gp_Pnt2d(random.Uniform(-9, 9), 3), random.Uniform(-4, 4));
@@ -58,36 +55,6 @@ TYPED_TEST(BothPolylines, ReversedItRunsBackward) {
         }
         EXPECT_POINT_NEAR(contour->GetStartPoint(), before->GetEndPoint(), 0);
         EXPECT_POINT_NEAR(contour->GetEndPoint(), before->GetStartPoint(), 0);
-    }
-}
-
-TYPED_TEST(BothPolylines, WithoutSegmentsHasAStartPointOnceItIsSet) {
-    TypeParam contour;
-    EXPECT_TRUE(math::IsNoPoint(contour.GetStartPoint()));
-    EXPECT_TRUE(math::IsNoPoint(contour.GetEndPoint()));
-    contour.ReverseDir(false);
-    EXPECT_TRUE(math::IsNoPoint(contour.GetStartPoint()));
-    contour.SetStartPoint({1, 2});
-    EXPECT_POINT_NEAR(contour.GetStartPoint(), (DPOINT2{1, 2}), 0);
-    EXPECT_POINT_NEAR(contour.GetEndPoint(), (DPOINT2{1, 2}), 0);
-}
-
-TYPED_TEST(BothPolylines, FollowsItsStartAndTakesNoArcWithoutBulge) {
-    TypeParam contour;
-    contour.AddArc({3, 0}, 0.9e-9);
-    EXPECT_EQ(contour.GetSegment(0).nType, SEGMENT::kLine);
-    EXPECT_EQ(contour.GetLength(), 3) << "from the origin";
-    contour.SetStartPoint({2, 0});
-    EXPECT_EQ(contour.GetLength(), 1);
-}
-
-TEST(Polyline, IndicesOutOfRange) {
-    const auto plain = Polyline("0 0 L 1 0");
-    const auto extended = PolylineEx("0 0 L 1 0");
-    for (const int index : {-1, 1, INT_MAX, INT_MIN}) {
-        EXPECT_TRUE(std::isnan(plain->GetAt(index).x)) << index;
-        EXPECT_EQ(plain->GetSegment(index).GetLength(), 0) << index;
-        EXPECT_EQ(extended->GetAt(index).GetLength(), 0) << index;
     }
 }
 

@@ -5,9 +5,6 @@ using namespace test;
 
 namespace {
 
-using namespace qev;
-using namespace test;
-
 std::vector<const CCadObject*> Leaves(const CCadObject* root, TreeWalk::MembersOf membersOf) {
     std::vector<const CCadObject*> leaves;
     TreeWalk walk(root, membersOf);

@@ -48,10 +48,12 @@ public:
     virtual SEGMENT GetSegment(int index) const;
     /// Length in mm; 0 by default.
     virtual double GetLength() const;
-    /// The exact bounding box; the empty box by default.
+    /// The exact bounding box; by default that of the pieces, the empty box without any.
     virtual CadRect GetBoundRect() const;
     /// A new object with the same geometry, attributes, flags and inner object, owned by the caller; with a
-    /// fresh id, or with this one's. Technics and tool paths are not copied, their text is. Null by default.
+    /// fresh id, or with this one's. Technics and tool paths are not copied, their text is. An object met
+    /// inside itself is left out of the copy. Throws std::bad_alloc when memory is refused; nothing is lost
+    /// then. Null by default.
     virtual CCadObject* Clone(bool newId) const;
 
     /// Number of pieces of the outline; by default that of the segments. Containers have none of their own.
@@ -72,7 +74,7 @@ public:
     /// The value of a named attribute, empty when there is none and for a null key.
     CString GetKey(const char* key) const;
     /// Sets an attribute, replacing the value before; both texts are copied. A null key is ignored, a null
-    /// value is the empty one.
+    /// value is the empty one. Throws std::bad_alloc when memory is refused.
     void SetKey(const char* key, const char* value);
 
     /// The machining processes of the object, owned by it: what is taken off the list is the taker's to
@@ -80,7 +82,8 @@ public:
     std::list<CTechnics*>& GetTechnicsList() { return m_listTechnics; }
     /// The machining processes of a constant object, in the order in which they were added.
     const std::list<CTechnics*>& GetTechnicsList() const { return m_listTechnics; }
-    /// Takes ownership of a technics and appends it; null is ignored.
+    /// Takes ownership of a technics and appends it; null is ignored. When memory is refused it throws
+    /// std::bad_alloc, and the technics stays the caller's.
     void AddTechnics(CTechnics* technics);
     /// Sets the technics' text form, whatever the list holds; null sets the empty text.
     void SetTechnicsString(const char* text);
@@ -129,7 +132,28 @@ protected:
     /// Completes a clone: gives it a fresh id if one is wanted.
     static CCadObject* Cloned(CCadObject* copy, bool newId);
 
+    /// Objects that are about to be deleted, in a row that needs no memory of its own.
+    class Doomed {
+    public:
+        /// Appends an object; null, and one that is doomed already, are ignored.
+        void Add(CCadObject* object);
+
+    private:
+        friend class CCadObject;
+        CCadObject* m_pFirst = nullptr;
+        CCadObject* m_pLast = nullptr;
+    };
+    /// Hands over what the object owns, to be deleted after it: its tool paths and its inner object. A
+    /// container overrides it, hands over its members too, and calls DeleteOwned in its destructor.
+    virtual void HandOver(Doomed& doomed);
+    /// Deletes all that the object owns and what that owns in turn, each once and without recursion: no depth
+    /// exhausts the stack, and an object that holds itself or what holds it ends well.
+    void DeleteOwned();
+
 private:
+    // Copies the chain of inner objects without recursion.
+    void CloneInner(const CCadObject& other);
+
     std::list<CTechnics*> m_listTechnics;
     std::list<CCadObject*> m_listToolPaths;
     std::unique_ptr<CCadObject> m_pInner;
@@ -141,6 +165,8 @@ private:
     bool m_bFilled = false;
     bool m_bMachining = false;
     bool m_bOverturned = false;
+    bool m_bDoomed = false;
+    CCadObject* m_pNextDoomed = nullptr;
 };
 
 /// Whether an outline that has pieces ends within math::kOnCurve of where it starts: the closedness of every

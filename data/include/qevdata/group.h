@@ -15,7 +15,7 @@ class QEVDATA_API CCadGroup : public CCadObject {
 public:
     /// An empty group, with a fresh id or with the id 0.
     explicit CCadGroup(bool newId = true);
-    /// Deletes the members and what they hold, however deep they are nested.
+    /// Deletes the members and what they hold, however deep they are nested, each once.
     ~CCadGroup() override;
 
     /// The members themselves, to be changed at will: what is put in is the group's to delete from then on,
@@ -31,10 +31,12 @@ public:
     CCadObject* GetFront() const { return IsEmpty() ? nullptr : m_listObjects.front(); }
     /// The last member, which stays the group's; null when the group is empty.
     CCadObject* GetBack() const { return IsEmpty() ? nullptr : m_listObjects.back(); }
-    /// Takes ownership of an object and appends it; null is ignored.
+    /// Takes ownership of an object and appends it; null is ignored. When memory is refused it throws
+    /// std::bad_alloc, and the object stays the caller's.
     void PushBack(CCadObject* object);
     /// Takes ownership of an object and puts it in front of the member at an index; an index out of range
-    /// appends, null is ignored.
+    /// appends, null is ignored. When memory is refused it throws std::bad_alloc, and the object stays the
+    /// caller's.
     void Insert(CCadObject* object, int index);
     /// Gives the last member back: it leaves the list and is not destroyed. Nothing on an empty group.
     void PopBack();
@@ -43,16 +45,18 @@ public:
 
     cad_t GetType() const override { return kCadGroup; }
     CadRect GetBoundRect() const override;
-    /// The members are cloned with the group.
+    /// The members are cloned with the group. A container met inside itself is left out. Throws
+    /// std::bad_alloc when memory is refused; nothing is lost then.
     CCadObject* Clone(bool newId) const override;
     const std::list<CCadObject*>* GetMembers() const override { return &m_listObjects; }
 
 protected:
     /// Copies everything but the members.
     CCadGroup(const CCadGroup& other) : CCadObject(other) {}
+    void HandOver(Doomed& doomed) override;
 
 private:
-    friend class CCadText; // clones the members of its group
+    friend class CCadText; // clones and hands over the members of its group
     void CloneMembers(const CCadGroup& source, bool newId);
 
     std::list<CCadObject*> m_listObjects;
@@ -87,6 +91,8 @@ class QEVDATA_API CCadText : public CCadObject {
 public:
     /// Copies the text (null is the empty one); the group starts empty.
     explicit CCadText(const char* text, bool newId = true);
+    /// Deletes the outline objects and what they hold, however deep they are nested, each once.
+    ~CCadText() override;
 
     /// The text that the constructor was given.
     CString GetText() const { return CString(m_strText.c_str()); }
@@ -103,9 +109,10 @@ public:
 protected:
     /// Copies everything but the outline objects.
     CCadText(const CCadText& other) : CCadObject(other), m_strText(other.m_strText), m_group(false) {}
+    void HandOver(Doomed& doomed) override;
 
 private:
-    friend class CCadGroup; // empties the text's group before it deletes the text
+    friend class CCadGroup; // clones texts among its members
     std::string m_strText;
     CCadGroup m_group;
 };
