@@ -109,6 +109,14 @@ TEST(Converter, DegenerateCurves) {
     EXPECT_EQ(Convert(CCadCircle({0, 0}, 1), "Line", 100)->GetSegmentCount(), 4) << "no circle vanishes";
 }
 
+TEST(Converter, MakesNothingOfUnusableSettings) {
+    for (const char* settings :
+         {"SegmentType=Both;AbsoluteError=0,001;", "SegmentType=Both;AbsoluteError=nan;",
+          "SegmentType=both;AbsoluteError=1;", "AbsoluteError=1;", ""})
+        EXPECT_FALSE(ConvertBy(settings, CCadCircle({0, 0}, 5))) << settings;
+    EXPECT_FALSE(ConvertBy(nullptr, CCadCircle({0, 0}, 5)));
+}
+
 TEST(Converter, AnArcWithoutSweepHasOneNode) {
     const auto point = Convert(CCadEllipseArc({0, 0}, 2, 1, 0, 0, 0, true), "Both", 1);
     ASSERT_EQ(point->GetNodeCount(), 1);

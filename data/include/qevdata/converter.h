@@ -25,7 +25,7 @@ public:
     /// True and a new polyline that the caller owns; false and null for a null object, dots, containers,
     /// texts, contours without segments, outlines that are not finite or so far out that coordinates there
     /// cannot express the error, settings that are not usable, and when the error would take more than a
-    /// million pieces.
+    /// million pieces. Throws std::bad_alloc, and leaves null, when memory is refused.
     bool operator()(const CCadObject* object, CCadPolyline*& out) const;
 
 private:
