@@ -37,7 +37,6 @@ TEST_F(Read, Numbers) {
                  {"nil", 0, 10, kNone, -9, nullptr},
                  {"11", 0, 10, 11, -9, "11"},
                  {"-0.5", 0, 10, -0.5, -9, "-0.5"},
-                 {"1234567", 0, 9, 1234567, -9, "1.23457e+06"},
                  {"11", kNan, kNan, 11, 11, nullptr},
                  {"0/0", 0, 10, kNan, 0, nullptr},
                  {"1e300", 0, 1e300, 1e300, INT_MAX, nullptr},
@@ -45,39 +44,26 @@ TEST_F(Read, Numbers) {
     for (const auto& [value, min, max, number, whole, fault] : cases) {
         SCOPED_TRACE(value);
         Put(std::string("local v = ") + value + " T = { k = v, v }");
-        CLuaAccess access(L);
         double byName = kNone, byIndex = kNone;
-        int integer = -9;
-        Expect("k", fault, [&] { EXPECT_EQ(access.Read(byName, "k", min, max), number != kNone); });
-        Expect("[1]", fault, [&] { EXPECT_EQ(access.Read(byIndex, 1, min, max), number != kNone); });
-        Expect("k", fault, [&] { EXPECT_EQ(access.Read(integer, "k", min, max), number != kNone); });
+        int integer = -9, place = -9;
+        Expect("k", fault, [&] { EXPECT_EQ(a.Read(byName, "k", min, max), number != kNone); });
+        Expect("[1]", fault, [&] { EXPECT_EQ(a.Read(byIndex, 1, min, max), number != kNone); });
+        Expect("k", fault, [&] { EXPECT_EQ(a.Read(integer, "k", min, max), number != kNone); });
         EXPECT_PRED2(Same, byName, number);
         EXPECT_PRED2(Same, byIndex, number);
         EXPECT_EQ(integer, whole);
+        test::Thrown([&] { a.Read(place, 1); });
+        if (!fault) EXPECT_EQ(place, std::isinf(number) ? -9 : whole);
     }
 }
 
-TEST_F(Read, WholeNumbersByIndex) {
-    Put("T = { 7.9, 'x', 1 / 0 }");
-    CLuaAccess access(L);
-    int number = -9;
-    EXPECT_STEPS(0, false, access.Read(number, 2), access.Read(number, 4));
-    EXPECT_NE(Run(1, [&] { access.Read(number, 3); }), "");
-    EXPECT_EQ(number, -9);
-    EXPECT_STEPS(0, true, access.Read(number, 1));
-    EXPECT_EQ(number, 7);
-}
-
 TEST_F(Read, Booleans) {
-    Put("T = { true, yes = true, no = false, number = 1, text = 'true' }");
-    CLuaAccess a(L);
-    bool yes = false, no = true, first = false, kept = true;
-    EXPECT_STEPS(0, true, a.Read(yes, "yes"), a.Read(no, "no"), a.Read(first, 1));
+    Put("T = { true, no = false, number = 1, text = 'true' }");
+    bool yes = false, no = true, kept = true;
+    EXPECT_STEPS(0, true, a.Read(yes, 1), a.Read(no, "no"));
     EXPECT_TRUE(yes);
     EXPECT_FALSE(no);
-    EXPECT_TRUE(first);
-    EXPECT_STEPS(0, false, a.Read(kept, "number"), a.Read(kept, "text"), a.Read(kept, "none"),
-                 a.Read(kept, 2));
+    EXPECT_STEPS(0, false, a.Read(kept, "number"), a.Read(kept, "text"), a.Read(kept, 2));
     EXPECT_TRUE(kept);
 }
 
@@ -100,18 +86,17 @@ TEST_F(Read, NamesAndTexts) {
     for (const auto& [value, mode, noMode, text, isCut] : cases) {
         SCOPED_TRACE(value);
         Put(std::string("local v = ") + value + " T = { k = v, v, type = type(v) }");
-        CLuaAccess access(L);
         double read = kNone;
         int integer = -9;
-        Expect("k", noMode, [&] { EXPECT_EQ(access.Read(read, "k", modes), mode != kNone); });
-        Expect("k", noMode, [&] { EXPECT_EQ(access.Read(integer, "k", modes), mode != kNone); });
+        Expect("k", noMode, [&] { EXPECT_EQ(a.Read(read, "k", modes), mode != kNone); });
+        Expect("k", noMode, [&] { EXPECT_EQ(a.Read(integer, "k", modes), mode != kNone); });
         EXPECT_EQ(read, mode);
         EXPECT_EQ(integer, static_cast<int>(mode));
         char byName[5] = "~", byIndex[5] = "~";
-        Expect("k", isCut ? text : nullptr, [&] { access.Read(byName, 5, "k"); });
-        Expect("[1]", isCut ? text : nullptr, [&] { access.Read(byIndex, 5, 1); });
+        Expect("k", isCut ? text : nullptr, [&] { a.Read(byName, 5, "k"); });
+        Expect("[1]", isCut ? text : nullptr, [&] { a.Read(byIndex, 5, 1); });
         char inPlace[5] = "k";
-        Expect("k", isCut ? text : nullptr, [&] { access.Read(inPlace, 5, inPlace); });
+        Expect("k", isCut ? text : nullptr, [&] { a.Read(inPlace, 5, inPlace); });
         EXPECT_STREQ(byName, text);
         EXPECT_STREQ(byIndex, text);
         EXPECT_HOLDS("type(T.k) == T.type"); // a number is not made a text
@@ -120,7 +105,6 @@ TEST_F(Read, NamesAndTexts) {
 
 TEST_F(Read, NothingThere) {
     Put("T = { k = 5, file = io.stdout }");
-    CLuaAccess a(L);
     double number = kNone;
     char text[] = "~";
     void* pointer = nullptr;
@@ -143,26 +127,23 @@ TEST_F(Read, NothingThere) {
 // Metatables are asked as Lua asks them; the second time around the names are known.
 TEST_F(Read, Metatables) {
     Put("T=setmetatable({own=1},{__index=function(_,k) return k=='bad' and error('no',0) or 8 end})");
-    CLuaAccess access(L);
     double number = 0;
     for (int pass = 0; pass < 2; ++pass) {
-        EXPECT_STEPS(0, true, access.Read(number, "own", 0, 1), access.Read(number, "other", 8, 8));
-        EXPECT_STEPS(0, true, access.Read(number, 4, 8, 8));
-        EXPECT_FAULT(0, "bad no", access.Read(number, "bad", 0, 9));
+        EXPECT_STEPS(0, true, a.Read(number, "own", 0, 1), a.Read(number, "other", 8, 8));
+        EXPECT_STEPS(0, true, a.Read(number, 4, 8, 8));
+        EXPECT_FAULT(0, "bad no", a.Read(number, "bad", 0, 9));
     }
 }
 
 // Names are told apart by what they say, wherever they lie.
 TEST_F(Read, NamesInOneBuffer) {
     Put("T = {} for i = 1, 2000 do T['key' .. i] = i end");
-    CLuaAccess access(L);
-    std::string buffer, names[2001];
+    std::string buffer;
     double number = 0;
     for (int pass = 0; pass < 2; ++pass)
         for (int i = 1; i <= 2000; ++i) {
-            buffer = names[i] = "key" + std::to_string(i);
-            for (const char* name : {buffer.c_str(), names[i].c_str()})
-                ASSERT_TRUE(access.Read(number, name, i, i));
+            buffer = "key" + std::to_string(i);
+            ASSERT_TRUE(a.Read(number, buffer.c_str(), i, i));
         }
 }
 

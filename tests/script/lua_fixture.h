@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <cstdlib>
+#include <memory>
 #include <string>
 
 #include <qev/lua.h>
@@ -43,10 +44,6 @@ std::string Thrown(Step step) {
 
 struct LuaTest : testing::Test {
     LuaTest() { luaL_openlibs(L); }
-    ~LuaTest() override {
-        lua_close(L);
-        EXPECT_EQ(memory.inUse, 0);
-    }
     /// Runs a text and puts the global T on the stack, alone.
     void Put(const std::string& text) {
         lua_settop(L, 0);
@@ -70,8 +67,9 @@ struct LuaTest : testing::Test {
         return thrown;
     }
 
-    Memory memory;
-    lua_State* const L = lua_newstate(Memory::Allocate, &memory);
+    const std::unique_ptr<lua_State, void (*)(lua_State*)> state{luaL_newstate(), lua_close};
+    lua_State* const L = state.get();
+    qev::CLuaAccess a{L};
 };
 
 /// Expects each of a row of steps to answer the same; a failure tells which did not.

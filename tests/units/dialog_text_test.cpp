@@ -6,18 +6,6 @@
 
 namespace {
 
-// Calls check(isInch) in each unit, which can be set once.
-template <class Check>
-void InBothUnits(Check check) {
-    UnitSystem& system = *UnitSystem::GetUnitSystem();
-    const UnitSystem fresh = system;
-    for (const bool isInch : {false, true}) {
-        ASSERT_TRUE(system.Load(isInch ? UNIT_INCH : UNIT_METRIC));
-        check(isInch);
-        system = fresh;
-    }
-}
-
 TEST(DialogText, ShownAndStored) {
     const test::Dialog dialog({101});
     const auto shown = [&](const char* text) {
@@ -30,7 +18,10 @@ TEST(DialogText, ShownAndStored) {
         GetDlgItemTextUnit(dialog.Get(), 101, value);
         return value;
     };
-    InBothUnits([&](bool inch) {
+    UnitSystem& system = *UnitSystem::GetUnitSystem();
+    const UnitSystem fresh = system; // a unit can be set once
+    for (const bool inch : {false, true}) {
+        ASSERT_TRUE(system.Load(inch ? UNIT_INCH : UNIT_METRIC));
         EXPECT_EQ(shown("+1.23456"), inch ? "0.0486" : "1.235");
         EXPECT_EQ(shown("100"), inch ? "3.93701" : "100");
         EXPECT_EQ(shown("-"), "0");
@@ -46,7 +37,8 @@ TEST(DialogText, ShownAndStored) {
             const CString first = shown(ToStringPrecision(random.Uniform(-1e6, 1e6), random.Int(-1, 12)));
             EXPECT_EQ(shown(stored(first)), first);
         }
-    });
+        system = fresh;
+    }
     for (const HWND window : {dialog.Get(), HWND{}}) { // there is no such control
         CString value;
         SetDlgItemTextUnit(window, 7, nullptr);
