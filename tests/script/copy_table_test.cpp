@@ -35,7 +35,6 @@ TEST_F(Copy, Entries) {
          "T[2] == 'a' and T[-1] == 'b' and T[1] == 'c'", ""},
         {"{ ['1'] = 'text' }", "{ 'number' }", "T['1'] == 'text' and T[1] == 'number'", ""},
         {"{ a = { b = { 1, { c = 2 } } } }", "{ a = { own = 3 } }", "T.a.b[2].c == 2 and T.a.own == 3", ""},
-        {"{ a = 0 / 0 }", "{ a = 1 }", "T.a == nil", ""},
         {"{ a = 1, b = {} }", "5", "T == 5", ""},
         {"5", "{}", "true", "false"},
         {"{ a = print }", "{}", "true", "Lua Unknow value type!"},

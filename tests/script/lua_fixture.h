@@ -1,5 +1,5 @@
 /// \file
-/// A Lua state for tests, which refuses memory on request and watches the height of the stack.
+/// A Lua state for tests that watch the height of its stack, and memory for one that is refused on request.
 #pragma once
 
 #include <climits>
@@ -72,15 +72,14 @@ struct LuaTest : testing::Test {
     qev::CLuaAccess a{L};
 };
 
-/// Expects each of a row of steps to answer the same; a failure tells which did not.
-inline void ExpectEach(std::initializer_list<bool> answers, bool expected, const char* steps) {
-    for (const bool& answer : answers)
-        EXPECT_EQ(answer, expected) << "step " << &answer - answers.begin() + 1 << " of " << steps;
-}
-
 /// Steps work one after the other, each answers true or each false, and the stack grows by so many in all.
 #define EXPECT_STEPS(growth, answer, ...)                                                                    \
-    EXPECT_EQ(Run(growth, [&] { test::ExpectEach({__VA_ARGS__}, answer, #__VA_ARGS__); }), "") << #__VA_ARGS__
+    EXPECT_EQ(Run(growth,                                                                                    \
+                  [&] {                                                                                      \
+                      for (const bool step : {__VA_ARGS__}) EXPECT_EQ(step, answer);                         \
+                  }),                                                                                        \
+              "")                                                                                            \
+        << #__VA_ARGS__
 /// A step throws a text; the stack grows as stated.
 #define EXPECT_FAULT(growth, text, ...) EXPECT_EQ(Run(growth, [&] { __VA_ARGS__; }), text) << #__VA_ARGS__
 #define EXPECT_HOLDS(expression) EXPECT_TRUE(Holds(L, expression)) << (expression)

