@@ -25,6 +25,13 @@ TEST(CalcArcParam, RoundTripsBetweenBulgeAndCentre) {
         EXPECT_EQ(from, unfoldedEnd > kTwoPi ? unfolded - kTwoPi : unfolded) << "only the upper side folds";
         EXPECT_NEAR(unfoldedEnd - unfolded, 4 * std::atan(bulge), 1e-12);
         EXPECT_EQ(radiusAgain, radius);
+        DPOINT2 s = start, e = end; // inputs that are outputs too
+        CalcArcParam(s, e, bulge, s, e.x, from, e.y);
+        EXPECT_POINT_NEAR(s, centre, 0);
+        EXPECT_POINT_NEAR(e, (DPOINT2{radius, to}), 0);
+        s = start;
+        RetrieveArcInf(s, end, bulge, &s, nullptr, nullptr, &bulge);
+        EXPECT_POINT_NEAR((DPOINT2{s.x, bulge}), (DPOINT2{centre.x, radius}), 0);
     }
 }
 
@@ -59,6 +66,8 @@ TEST(Angles, BetweenTwoVectors) {
         const DPOINT2 u = random.Point(), v = math::Rotated(u, turn) * 3;
         EXPECT_NEAR(GetAngleDir(u, v), turn, 1e-7);
         EXPECT_NEAR(GetAngle(u, v), std::abs(turn), 1e-7);
+        EXPECT_NEAR(IntersectionAngle(u, v), turn, 1e-14);
     }
+    EXPECT_EQ(IntersectionAngle({1, 0}, {-1, 0}), -kPi);
     EXPECT_TRUE(std::isnan(GetAngle({0, 0}, {1, 0})));
 }

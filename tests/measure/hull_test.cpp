@@ -13,16 +13,6 @@ std::vector<Point> Hull(const std::vector<Point>& points) {
     return hull;
 }
 
-std::vector<int> Tags(const std::vector<Point>& points) {
-    std::vector<int> tags;
-    for (const Point& p : points) tags.push_back(p.nTag);
-    return tags;
-}
-
-double Turn(const Point& a, const Point& b, const Point& c) {
-    return math::Cross({b.x - a.x, b.y - a.y}, {c.x - a.x, c.y - a.y});
-}
-
 // How far a point lies outside a hull, in mm.
 double Outside(const std::vector<Point>& hull, const DPOINT2& p) {
     CCadPolyline outline;
@@ -30,27 +20,11 @@ double Outside(const std::vector<Point>& hull, const DPOINT2& p) {
     bool inside = true;
     for (std::size_t i = 0; i < hull.size(); ++i) {
         outline.AddLine({hull[i].x, hull[i].y});
-        inside = inside && Turn(hull[i], hull[(i + 1) % hull.size()], {p.x, p.y, 0}) > 0;
+        const Point &a = hull[i], &b = hull[(i + 1) % hull.size()];
+        inside = inside && math::Cross({b.x - a.x, b.y - a.y}, {p.x - a.x, p.y - a.y}) > 0;
     }
     DPOINT2 nearest;
     return inside ? 0 : GetMinDistance(&outline, p, nearest);
-}
-
-// A polygon of points given that turns left everywhere and holds all the others is their hull.
-TEST(Hull, OfCloudsAwayFromTheOrigin) {
-    for (Random random; random.Rounds(100);) {
-        random.origin = {1e4, 0};
-        std::vector<Point> points;
-        for (int i = 0, count = random.Int(4, 40); i < count; ++i)
-            points.push_back({random.Point().x, random.Point().y, i});
-        const std::vector<Point> hull = Hull(points);
-        for (const Point& p : points) {
-            EXPECT_EQ(Outside(hull, {p.x, p.y}), 0);
-            EXPECT_GE(p.y, hull[0].y) << "the lowest comes first";
-        }
-        for (std::size_t i = 0, n = hull.size(); i < n; ++i)
-            EXPECT_GT(Turn(hull[i], hull[(i + 1) % n], hull[(i + 2) % n]), 0);
-    }
 }
 
 // The tag of a point is its place in the list.
@@ -66,22 +40,14 @@ TEST(Hull, SmallFlatAndDoubled) {
              {"nearer than 1e-9: one", {{1, 1}, {1, 1 + 2e-10}, {1 + 2e-10, 1 + 4e-10}, {1, 1}}, {0}}}) {
         std::vector<Point> points;
         for (const DPOINT2& p : places) points.push_back({p.x, p.y, static_cast<int>(points.size())});
-        EXPECT_EQ(Tags(Hull(points)), hull) << name;
+        std::vector<int> tags;
+        for (const Point& p : Hull(points)) tags.push_back(p.nTag);
+        EXPECT_EQ(tags, hull) << name;
     }
 }
 
-// Five places of a line that starts lowest, at any angle.
-TEST(Hull, LinesKeepTheirEnds) {
-    for (int k = 1; k < 1000; ++k) {
-        const DPOINT2 along = math::Rotated({k % 7 + 0.3, 0}, k * kPi / 1000);
-        std::vector<Point> points;
-        for (int i = 0; i < 5; ++i) points.push_back({0.7 + i * along.x, 0.1 + i * along.y, i});
-        EXPECT_EQ(Tags(Hull(points)), (std::vector<int>{0, 4})) << k;
-    }
-}
-
-// Points on the edges of a rectangle, a needle or a line at any angle, off by up to 1e-8 mm: none lies
-// outside by more than the tolerance, and of the edges little is left but the corners.
+// Points on the edges and the middle of a rectangle, a needle or a line at any angle, off by up to 1e-8 mm:
+// none lies outside by more than the tolerance, and of the edges little is left but the corners.
 TEST(Hull, NoPointLiesOutside) {
     for (Random random; random.Rounds(1000);) {
         const double size = std::pow(10, random.Uniform(-2, 4)), angle = random.Uniform(0, kTwoPi);
@@ -90,7 +56,7 @@ TEST(Hull, NoPointLiesOutside) {
         std::vector<Point> points;
         for (int i = 0; i < 100; ++i) {
             const double along = i < 4 ? i % 2 : random.Uniform(0, 1);
-            const double across = (i < 4 ? i / 2 : random.Int(0, 1)) * width * (1 - taper * along);
+            const double across = (i < 4 ? i / 2 : random.Int(0, 2) / 2.0) * width * (1 - taper * along);
             const DPOINT2 p = math::Rotated({size * along, size * across}, angle);
             points.push_back({p.x + random.Uniform(-noise, noise), p.y + random.Uniform(-noise, noise), i});
         }

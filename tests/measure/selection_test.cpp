@@ -1,58 +1,70 @@
-#include "letters.h"
+#include "support/support.h"
 
 using namespace qev;
 using namespace test;
 
 namespace {
 
-// A random selection: up to eight letters, in groups up to any depth, empty ones among them.
-std::string RandomLetters(Random& random) {
-    std::string letters;
-    int depth = 0;
-    for (int i = random.Int(0, 8); i > 0; --i) {
-        const char letter = "coodttx(()"[random.Int(0, 9)];
-        if (letter == ')' && depth == 0) continue;
-        depth += letter == '(' ? 1 : letter == ')' ? -1 : 0;
-        letters += letter;
+struct Other : CCadObject {
+    cad_t GetType() const override { return 0x1300; }
+};
+
+CCadObject* Make(char letter) {
+    CCadObject* const object = letter == 't'   ? TextOf(Make('c'))
+                               : letter == 'x' ? new Other
+                               : letter == 'c' ? Object("circle 0 0 1").release()
+                               : letter == 'o' ? Object("line 0 0 2 3").release()
+                                               : Object("dot 0 0").release();
+    if (letter == 't') static_cast<CCadText*>(object)->GetTextGroup()->PushBack(Make('o'));
+    object->SetKey("letter", std::string(1, letter).c_str());
+    return object;
+}
+
+// A group whose members are the letters of a text: c a closed contour, o an open one, d a dot, t a text with
+// the outlines of c and o, x an object of the kind 0x1300, and brackets a group round letters.
+struct Letters : CCadGroup {
+    explicit Letters(const std::string& letters) {
+        std::vector<CCadGroup*> open{this};
+        for (const char letter : letters) {
+            if (letter == '(') open.push_back(AddGroup(*open.back()));
+            if (letter == ')') open.pop_back();
+            if (letter >= 'c') open.back()->PushBack(Make(letter));
+        }
     }
-    return letters + std::string(depth, ')');
+    const std::list<CCadObject*>* List() const { return &GetObjectsList(); }
+};
+
+std::string Of(const std::list<CCadObject*>& list) {
+    std::string letters;
+    for (const CCadObject* object : list) letters += object->GetKey("letter").GetString();
+    return letters;
 }
 
-bool HasOnly(const std::string& letters, const char* allowed) {
-    return letters.find_first_not_of(allowed) == std::string::npos;
-}
-
-// What holds for all members can be told from the letters alone.
-TEST(Selection, AllMembersAgainstTheLetters) {
-    for (Random random; random.Rounds(2000);) {
-        const std::string letters = RandomLetters(random);
+// What holds for all members, as the letters u(nclosed), c(losed), d(ots) and t(exts).
+TEST(Selection, AllMembers) {
+    for (const auto& [letters, holding, texts, closedness] : Table<const char*, const char*, int, int>{
+             {"", "ucd", 0, -2},
+             {"(())((o)dx)", "u", 0, 0},
+             {"()c", "c", 0, 1},
+             {"d(d)", "ud", 0, 0},
+             {"(tt)t", "ct", 3, 1},
+             {"()t", "c", 1, 1},
+             {"c()", "c", 0, -1},
+             {"(co)c", "", 0, -1},
+             {"ot", "", 1, -1},
+             {"(t)o", "c", 1, -1}}) { // what follows a text is not looked at
         SCOPED_TRACE(letters);
         const Letters s(letters);
-        const auto texts = std::count(letters.begin(), letters.end(), 't');
-        const bool hasEmpty = letters.empty() || letters.find("()") != std::string::npos;
-        EXPECT_EQ(IsAllUnClosed(s.List()), HasOnly(letters, "()odx"));
-        EXPECT_EQ(IsAllClosed(s.List()), HasOnly(letters.substr(0, letters.find('t')), "()c"))
-            << "what follows a text is not looked at";
-        EXPECT_EQ(IsAllDot(s.List()), HasOnly(letters, "()d"));
-        EXPECT_EQ(IsAllText(s.List()), HasOnly(letters, "()t") && !hasEmpty);
+        std::string held = IsAllUnClosed(s.List()) ? "u" : "";
+        if (IsAllClosed(s.List())) held += 'c';
+        if (IsAllDot(s.List())) held += 'd';
+        if (IsAllText(s.List())) held += 't';
+        EXPECT_EQ(held, holding);
         EXPECT_EQ(GetTextCount(s.List()), texts);
         EXPECT_EQ(GetTextCount(&s), texts);
+        EXPECT_EQ(IsClose(&s), closedness);
     }
     for (const auto holds : {IsAllUnClosed, IsAllClosed, IsAllDot, IsAllText}) EXPECT_FALSE(holds(nullptr));
-}
-
-TEST(Selection, Closedness) {
-    for (const auto& [letters, answer] : Table<const char*, int>{{"", -2},
-                                                                 {"(())((o)o)", 0},
-                                                                 {"()c", 1},
-                                                                 {"(tt)t", 1},
-                                                                 {"c()", -1},
-                                                                 {"(co)c", -1},
-                                                                 {"(t)o", -1}}) {
-        const Letters s(letters);
-        EXPECT_EQ(IsClose(&s), answer) << letters;
-    }
-    EXPECT_EQ(IsClose(static_cast<const CCadObject*>(nullptr)), 0);
 }
 
 TEST(Selection, CornersOfTheBox) {
@@ -60,6 +72,36 @@ TEST(Selection, CornersOfTheBox) {
     for (const auto& [key, corner] : Table<const char*, DPOINT2>{
              {"TL", {-1, 3}}, {"TR", {2, 3}}, {"BL", {-1, -1}}, {"BR", {2, -1}}, {"TRx", {-1, -1}}})
         EXPECT_POINT_NEAR(GetCornerPoint(s.List(), key), corner, 0) << key;
+}
+
+// A mask without the bits of a plain group, which are those of 0x1100 too, takes the leaves out of the
+// groups.
+TEST(Selection, RemovalByMask) {
+    for (const auto& [selection, mask, expected] : Table<const char*, int, const char*>{
+             {"co(d)t", 0x1200, "cot"}, {"co(d)t", 0x0400, "odt"}, {"co(d)", 0, "cod"}}) {
+        const Letters s(selection);
+        std::list<CCadObject*> kept;
+        RemoveCadByType(s.List(), &kept, mask);
+        EXPECT_EQ(Of(kept), expected) << selection << " without " << mask;
+    }
+}
+
+TEST(Selection, Collections) {
+    Letters s("co(dt(x)c)o");
+    std::list<CCadObject*> closed, leaves, lines, ungrouped;
+    CollectCloseCad(s.List(), &closed);
+    EXPECT_EQ(Of(closed), "ccc") << "one in the text's outline";
+    CollectLeafNode(s.List(), &leaves);
+    EXPECT_EQ(Of(leaves), "coco") << "no dot, no text, no kind 0x1300";
+    RemoveCadByType(s.List(), &lines, {kCadCircle, kCadText});
+    EXPECT_EQ(Of(lines), "odxo");
+    RemoveCadByType(s.List(), &ungrouped, {kCadGroup});
+    EXPECT_EQ(Of(ungrouped), "coo");
+    CCadGroup target;
+    CollectObject(&s, &target);
+    CollectObject(&target, &target);
+    EXPECT_EQ(Of(target.GetObjectsList()), "codtxcocodtxco") << "into itself it comes once more";
+    target.PickOffAll();
 }
 
 TEST(CoEdge, MarksAreExact) {

