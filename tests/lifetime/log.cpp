@@ -1,11 +1,8 @@
 #include "log.h"
 
-LifetimeCounts& GetLifetimeCounts() {
-    static LifetimeCounts counts;
-    return counts;
-}
+LifetimeCounts g_lifetimeCounts;
 
 int CountClosedEngine(lua_State*) {
-    ++GetLifetimeCounts().enginesClosed;
+    ++g_lifetimeCounts.enginesClosed;
     return 0;
 }

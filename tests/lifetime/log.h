@@ -15,7 +15,7 @@ struct LifetimeCounts {
     int enginesSeen = 0; ///< by plug-ins at their end
 };
 
-LIFETIME_API LifetimeCounts& GetLifetimeCounts();
+LIFETIME_API extern LifetimeCounts g_lifetimeCounts;
 
 struct lua_State;
 /// For Lua to call when an engine closes, at a time when the plug-ins may be gone.

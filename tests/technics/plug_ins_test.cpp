@@ -1,3 +1,5 @@
+#include <future>
+
 #include <gtest/gtest.h>
 
 #include "platform/dynamic_library.h"
@@ -62,10 +64,6 @@ TEST_F(PlugIns, RefusalsRegisterNothingAndUnload) {
         EXPECT_TRUE(IsTold()) << name;
         EXPECT_EQ(qev::platform::ModulePathOf(PlaceIn(path)), "") << name;
     }
-    for (const std::string& path : {std::string(), std::string(qev::platform::kLongestPath + 1, 'x')}) {
-        EXPECT_FALSE(manager.LoadTechnicsPlugIn(path)) << path;
-        EXPECT_FALSE(manager.GetLastErrorText().empty()) << path;
-    }
     EXPECT_FALSE(manager.LoadTechnicsPlugIn(PathOf("plugin_no_set")));
     EXPECT_FALSE(IsTold()) << "nobody is, after one that cannot be told";
 }
@@ -73,21 +71,20 @@ TEST_F(PlugIns, RefusalsRegisterNothingAndUnload) {
 TEST_F(PlugIns, WhatAnOperatorThrowsReachesTheHost) {
     ASSERT_TRUE(manager.LoadTechnicsPlugIn(PathOf("plugin_throws_later")));
     qev::CCadLine line({0, 0}, {1, 0});
-    line.AddTechnics(new qev::CTechnics);
     line.SetTechnicsString("T={Tiny={}}");
     test::Objects objects = {&line}, out;
     for (int round = 0; round < 20; ++round) {
-        EXPECT_THROW(manager.Add("T={Tiny={}}"), std::runtime_error);
+        auto added = std::async(std::launch::async, [&] { manager.Add("T={Tiny={}}"); });
+        EXPECT_THROW(added.get(), std::runtime_error) << "in a thread that finds the lock free";
         EXPECT_THROW(manager.LoadTechnics(&line), std::runtime_error);
         EXPECT_THROW(manager.RemoveTechnics(&objects, 21, &out, &out, manager.message), std::runtime_error);
-        EXPECT_THROW(manager.MultipleMudifyNotify(&objects, &out, 0), std::runtime_error);
-        EXPECT_THROW(manager.UpdataViewDataNotify(&objects), std::runtime_error);
     }
 }
 
 // A plug-in that goes while one of the host's operators is called: nobody calls it any more, but its code,
-// which might be running, stays to the end.
+// which might be running, stays to the end. Operators that join are called by the next walk.
 TEST_F(PlugIns, FreedDuringAWalk) {
+    std::list<test::TestOperator> joined; // enough to move the manager's list
     test::TestOperator first(1, "First"), last(2, "Last");
     int calls = 0;
     manager.RegisterTechnicsItem(&first);
@@ -97,6 +94,10 @@ TEST_F(PlugIns, FreedDuringAWalk) {
     first.onNotify = [&](qev::CCadObject*) {
         manager.FreeTechnicsPlugIn();
         EXPECT_NE(qev::platform::ModulePathOf(place), "");
+        for (int type = 100; type < 200; ++type) {
+            manager.RegisterTechnicsItem(&joined.emplace_back(type, "Joined"));
+            joined.back().onNotify = [](qev::CCadObject*) { ADD_FAILURE(); };
+        }
     };
     last.onNotify = [&](qev::CCadObject*) { ++calls; };
     EXPECT_NO_THROW(manager.SingleMudifyNotify(nullptr, nullptr, {}, 0));
@@ -105,14 +106,11 @@ TEST_F(PlugIns, FreedDuringAWalk) {
 }
 
 TEST(LoadLibrary, LooksBesideTheLibrary) {
-    for (const std::string& name : {std::string("beside/plugin_beside" EXTENSION), PathOf("plugin_good")}) {
-        const HINSTANCE found = qev::_LoadLibrary(name.c_str());
-        EXPECT_NE(found, nullptr) << name;
-        qev::platform::FreeDynamicLibrary(found);
-    }
-    EXPECT_EQ(qev::_LoadLibrary("nowhere"), nullptr);
-    EXPECT_EQ(qev::_LoadLibrary(""), nullptr);
-    EXPECT_EQ(qev::_LoadLibrary(nullptr), nullptr);
+    const HINSTANCE found = qev::_LoadLibrary("beside/plugin_beside" EXTENSION);
+    EXPECT_NE(found, nullptr);
+    qev::platform::FreeDynamicLibrary(found);
+    for (const char* none : {"nowhere", "", static_cast<const char*>(nullptr)})
+        EXPECT_EQ(qev::_LoadLibrary(none), nullptr);
 }
 
 } // namespace

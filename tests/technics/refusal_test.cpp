@@ -21,17 +21,16 @@ extern "C" QEV_EXPORT lua_State* luaL_newstate() {
 
 namespace {
 
-struct Writing : qev::CTechnics {
-    void Write(std::ostream& out) const override {
-        out << "Lead={Depth=1,Text='a text longer than any buffer'}";
-    }
-};
+void WriteLead(std::ostream& out) {
+    out << "Lead={Depth=1,Text='a text longer than any buffer'}";
+}
 
 struct Manager : test::TestManager {
-    Manager() {
+    explicit Manager(bool dataOnly) {
         RegisterTechnicsItem(&lead);
+        SetDataOnly(dataOnly);
         lead.onAdd = [](qev::CLuaAccess& c) { return c.Enter("Tool"); };
-        lead.onCreate = [](qev::CLuaAccess&) { return new Writing; };
+        lead.onCreate = [](qev::CLuaAccess&) { return new test::Writing(WriteLead); };
     }
     // Whether everything that the manager does with texts works.
     bool UseTexts() {
@@ -43,50 +42,38 @@ struct Manager : test::TestManager {
         return isSaved && Add("T={Lead={Tool={}}}") && Add("T={Lead={Tool={}}} ", "MouseSegment=1;")
                && !Add("T={");
     }
-    // The cursor throws its own text when memory is refused to it.
-    bool TryTexts() try { return UseTexts(); } catch (const char* text) {
-        EXPECT_NE(std::string(text).find("not enough memory"), std::string::npos) << text;
-        return false;
-    }
     test::TestOperator lead{1, "Lead"};
 };
 
-TEST(Refusal, ByOperatorNew) {
-    for (const bool dataOnly : {false, true})
-        test::ExpectNothingLeaksWhenRefused([dataOnly] {
-            Manager manager;
-            manager.SetDataOnly(dataOnly);
-            try {
-                manager.UseTexts();
-            } catch (const char*) { // of the cursor
-            }
-        });
-    Manager manager;
+// By operator new or by the interpreter, after every number of requests.
+void Sweep(bool dataOnly, bool isInterpreters) {
     bool worked = false;
-    for (int blocks = 0; !worked && blocks < 1000; ++blocks) {
-        try {
-            const test::RefuseMemory refusal(blocks);
-            worked = manager.TryTexts() && !refusal.HasRefused();
-        } catch (const std::bad_alloc&) { // as documented
+    for (int granted = 0; !worked && granted < 1000; ++granted) {
+        const long before = test::LiveBlocks();
+        {
+            test::Memory memory;
+            g_memory = &memory;
+            Manager manager(dataOnly);
+            g_memory = nullptr;
+            try {
+                const test::RefuseMemory refusal(isInterpreters ? INT_MAX : granted);
+                memory.left = isInterpreters ? granted : INT_MAX;
+                worked = manager.UseTexts() && !refusal.HasRefused();
+            } catch (const char* text) { // the cursor's own
+                EXPECT_NE(std::string(text).find("not enough memory"), std::string::npos) << text;
+            } catch (const std::bad_alloc&) { // as documented
+            }
+            memory.left = INT_MAX;
+            for (int again = 0; again < 2; ++again) EXPECT_TRUE(manager.UseTexts()) << granted;
         }
-        EXPECT_TRUE(manager.UseTexts()) << blocks;
+        EXPECT_EQ(test::LiveBlocks(), before) << granted;
     }
     EXPECT_TRUE(worked);
 }
 
-TEST(Refusal, ByTheInterpreter) {
-    bool worked = false;
-    for (int granted = 0; !worked && granted < 1000; ++granted) {
-        test::Memory memory;
-        g_memory = &memory;
-        Manager manager;
-        g_memory = nullptr;
-        memory.left = granted;
-        worked = manager.TryTexts();
-        memory.left = INT_MAX;
-        for (int again = 0; again < 2; ++again) EXPECT_TRUE(manager.UseTexts()) << granted;
-    }
-    EXPECT_TRUE(worked);
+TEST(Refusal, LeavesTheManagerAsItWas) {
+    for (const bool dataOnly : {false, true})
+        for (const bool isInterpreters : {false, true}) Sweep(dataOnly, isInterpreters);
 }
 
 } // namespace

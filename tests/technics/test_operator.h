@@ -25,10 +25,9 @@ struct TestOperator final : qev::CITechnicsOperator {
     qev::CTechnics* CreateTechnics(qev::CCadObject*, qev::CLuaAccess* cursor) override {
         return onCreate(*cursor);
     }
-    bool RemoveTechnicsOf(const Objects* objects, int, Objects* out1, Objects*, std::string&) override {
+    bool RemoveTechnicsOf(const Objects*, int, Objects*, Objects*, std::string&) override {
         onNotify(nullptr);
-        if (out1 && objects) *out1 = *objects;
-        return removes;
+        return true;
     }
     void SingleModify(const qev::CCadObject*, qev::CCadObject*, const std::vector<int>&, int) override {
         onNotify(nullptr);
@@ -43,15 +42,21 @@ struct TestOperator final : qev::CITechnicsOperator {
     std::function<bool(qev::CLuaAccess&)> onAdd = [](qev::CLuaAccess&) { return true; };
     std::function<qev::CTechnics*(qev::CLuaAccess&)> onCreate = [](qev::CLuaAccess&) { return nullptr; };
     std::function<void(qev::CCadObject*)> onNotify = [](qev::CCadObject*) {};
-    bool removes = true;
     int type;
     const char* name;
 };
 
+/// Writes what a test says.
+struct Writing : qev::CTechnics {
+    explicit Writing(std::function<void(std::ostream&)> itsWrite) : write(std::move(itsWrite)) {
+        m_nType = 7;
+    }
+    void Write(std::ostream& out) const override { write(out); }
+    std::function<void(std::ostream&)> write;
+};
+
 struct TestManager : qev::CTechnicsManager {
-    TestManager() = default;
     using CTechnicsManager::FreeTechnicsPlugIn;
-    using CTechnicsManager::InitLuaEnv;
     using CTechnicsManager::RegisterTechnicsItem;
     using CTechnicsManager::UnInitLuaEnv;
 
