@@ -3,8 +3,6 @@
 #include "../../data/contour_index.h"
 #include "support/support.h"
 
-using namespace qev;
-
 namespace {
 
 using namespace qev;
@@ -22,9 +20,7 @@ private:
     const CCadObject& m_contour;
 };
 
-// What an index has a part in, in the order of kOrder.
-constexpr const char* kOrder =
-    "length, box x, y, width, height, distance, nearest x, y, position, walk: laps, end";
+// What an index has a part in.
 std::vector<double> Answers(const CCadObject& contour, const DPOINT2& p, double offset) {
     const CadRect box = contour.GetBoundRect();
     DPOINT2 nearest;
@@ -32,11 +28,17 @@ std::vector<double> Answers(const CCadObject& contour, const DPOINT2& p, double 
     const double distance = GetMinDistance(&contour, p, nearest);
     EXPECT_TRUE(CoorToPos(&contour, p, pos, 1e4));
     const double laps = GetPosByOffset(&contour, {0, 0.5}, offset, end);
-    std::vector<double> all{contour.GetLength(), box.x, box.y, box.width, box.height};
-    for (const double answer :
-         {distance, nearest.x, nearest.y, PolyPosToDouble(pos), laps, PolyPosToDouble(end)})
-        all.push_back(answer);
-    return all;
+    return {contour.GetLength(),
+            box.x,
+            box.y,
+            box.width,
+            box.height,
+            distance,
+            nearest.x,
+            nearest.y,
+            PolyPosToDouble(pos),
+            laps,
+            PolyPosToDouble(end)};
 }
 
 void ExpectSameAnswers(const CCadObject& contour, Random& random) {
@@ -44,7 +46,7 @@ void ExpectSameAnswers(const CCadObject& contour, Random& random) {
     ASSERT_TRUE(IndexOf(contour)) << "it is kept from the second question on";
     const DPOINT2 p = random.Coin() ? random.Point() : DPOINT2{-std::pow(10, random.Uniform(-7, -4)), 0};
     const double offset = random.Uniform(-1000, 1000);
-    EXPECT_EQ(Answers(contour, p, offset), Answers(Plain(contour), p, offset)) << kOrder;
+    EXPECT_EQ(Answers(contour, p, offset), Answers(Plain(contour), p, offset));
 }
 
 TEST(ContourIndex, AnswersAsAllSegmentsDo) {
@@ -72,16 +74,14 @@ TEST(ContourIndex, HostileNumbers) {
     Random random;
     for (const double hostile : {kNaN, kInf, -kInf, 1e300, 1e9}) {
         SCOPED_TRACE(hostile);
-        CCadPolyline contour;
-        for (double i = 0; i < 100; ++i)
-            contour.AddArc({i == 50 ? hostile : i, std::fmod(i, 7)}, i == 70 ? hostile : 0);
-        const Plain plain(contour);
-        (void)IndexOf(contour);
-        ASSERT_TRUE(IndexOf(contour));
+        const auto contour = RandomPolyline(random, 60);
+        contour->AddLine({hostile, 1});
+        contour->AddArc({1, 1}, hostile);
+        const Plain plain(*contour);
         for (int k = 0; k < 50; ++k) {
             const DPOINT2 p = random.Point();
             POLYPOS pos{-1, 0}, plainPos{-1, 0};
-            EXPECT_EQ(CoorToPos(&contour, p, pos, 1e4), CoorToPos(&plain, p, plainPos, 1e4));
+            EXPECT_EQ(CoorToPos(contour.get(), p, pos, 1e4), CoorToPos(&plain, p, plainPos, 1e4));
             EXPECT_TRUE(IsAt(pos, plainPos));
         }
     }
@@ -103,14 +103,11 @@ TEST(ContourIndex, EveryChangeDropsIt) {
         expectDropped((contour.AddArc({-500, 80}, 0.5), contour), "AddArc");
         expectDropped((contour.ReverseDir(false), contour), "ReverseDir");
         expectDropped((contour.ApplyTransform(mirror), contour), "ApplyTransform");
-        expectDropped((contour.ApplyTransform2D(mirror), contour), "ApplyTransform2D");
     };
     changeEveryWay(*RandomPolyline(random, 40));
     const auto extended = RandomPolylineEx(random, 40);
     changeEveryWay(*extended);
     expectDropped((extended->AddBezier({1, 2}, {500, 600}, {-700, 8}), *extended), "AddBezier");
-    const std::unique_ptr<CCadObject> copy(extended->Clone(true));
-    expectDropped(*copy, "a copy");
 }
 
 } // namespace

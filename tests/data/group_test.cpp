@@ -12,14 +12,11 @@ TEST(Group, InsertsAndGivesBack) {
     group.Insert(&a, 0);
     group.Insert(&c, -1);
     EXPECT_EQ(group.GetObjectsList(), (List{&a, &b, &c})) << "an index out of range appends";
-    EXPECT_EQ(group.GetFront(), &a);
-    EXPECT_EQ(group.GetBack(), &c);
     EXPECT_EQ(group.GetBoundRect().width, 5) << "a dot at the origin counts";
     group.PopBack();
     EXPECT_EQ(group.GetObjectsList(), (List{&a, &b}));
     group.PickOffAll();
     group.PopBack();
-    EXPECT_EQ(group.GetFront(), nullptr);
     EXPECT_EQ(group.GetBack(), nullptr);
 }
 
@@ -50,11 +47,32 @@ TEST(Group, OwnershipOfAnyDepthAndInCyclesIsClonedAndDestroyed) {
         }
 }
 
-TEST(Group, AMemberThatIsHeldTwiceIsDestroyedOnce) {
-    CCadGroup group;
-    CCadGroup* inner = AddGroup(group);
-    auto* dot = new CCadDot({1, 1});
-    inner->GetObjectsList() = {inner, dot, &group, dot};
-    group.PushBack(inner);
-    EXPECT_EQ(group.GetBoundRect().x, 1);
+namespace {
+
+std::vector<const CCadObject*> Leaves(const CCadObject* root, TreeWalk::MembersOf membersOf) {
+    std::vector<const CCadObject*> leaves;
+    TreeWalk walk(root, membersOf);
+    for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next())
+        if (step == TreeWalk::Step::kLeaf) leaves.push_back(walk.Object());
+    return leaves;
 }
+
+// a, (b, text of c), d, where the inner group holds null, the root, itself and the text again, too. All are
+// destroyed once.
+TEST(TreeWalk, VisitsInDrawingOrderAndPassesOverCycles) {
+    using List = std::vector<const CCadObject*>;
+    CCadGroup root;
+    auto *a = new CCadDot({1, 1}), *b = new CCadDot({2, 2}), *c = new CCadDot({3, 3}),
+         *d = new CCadDot({4, 4});
+    auto* inner = new CCadGroup;
+    CCadText* text = TextOf(c);
+    inner->GetObjectsList() = {nullptr, &root, b, text, inner, text};
+    Fill(root, {a, inner, d});
+    EXPECT_EQ(Leaves(&root, TreeWalk::AllMembers), (List{a, b, c, c, d}));
+    EXPECT_EQ(Leaves(&root, TreeWalk::PickedMembers), (List{a, b, text, text, d}))
+        << "a text is picked whole";
+    const std::unique_ptr<CCadObject> clone(root.Clone(true));
+    EXPECT_EQ(clone->GetBoundRect().width, 3);
+}
+
+} // namespace

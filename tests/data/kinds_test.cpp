@@ -9,17 +9,12 @@ constexpr auto kNone = CContourDirection::NONE;
 constexpr auto kCw = CContourDirection::CLOCKWISE;
 constexpr auto kCcw = CContourDirection::COUNTERCLOCKWISE;
 
-struct Kind {
-    const char* text; // as Object takes it
-    cad_t code;
-    bool isClosed;
-    double length; // NaN where there is no closed form
-    CContourDirection::ContourDirection_T direction;
-    DPOINT2 corner, size; // of the box
-};
 constexpr double kHalf = 4.8442241102738375; // the length of half an ellipse with the semi-axes 2 and 1
 const double kC = 2 * std::cos(1), kS = 2 * std::sin(1);
-const Kind kKinds[] = {
+using Direction = CContourDirection::ContourDirection_T;
+// Text as Object takes it, type, closed, length (NaN where there is no closed form), direction, corner and
+// size of the box.
+const Table<const char*, cad_t, bool, double, Direction, DPOINT2, DPOINT2> kKinds{
     {"dot 1 2", kCadDot, false, 0, kNone, {1, 2}, {0, 0}},
     {"line 4 0 1 4", kCadLine, false, 5, kNone, {1, 0}, {3, 4}},
     {"circle 1 1 -2 cw", kCadCircle, true, 4 * kPi, kCw, {-1, -1}, {4, 4}},
@@ -41,16 +36,16 @@ const Kind kKinds[] = {
 
 // Pieces are what everything else is computed from: they join, run from start to end, and add up.
 TEST(Kinds, AnswerForTheirOutlineAndPieces) {
-    for (const Kind& kind : kKinds) {
-        SCOPED_TRACE(kind.text);
-        const auto object = Object(kind.text);
-        EXPECT_EQ(object->GetType(), kind.code);
-        EXPECT_EQ(object->IsClose(), kind.isClosed);
-        EXPECT_EQ(GetContourDirectionEx(object.get()), kind.direction);
-        if (!std::isnan(kind.length)) EXPECT_NEAR(object->GetLength(), kind.length, 1e-11);
+    for (const auto& [text, code, isClosed, length, direction, corner, size] : kKinds) {
+        SCOPED_TRACE(text);
+        const auto object = Object(text);
+        EXPECT_EQ(object->GetType(), code);
+        EXPECT_EQ(object->IsClose(), isClosed);
+        EXPECT_EQ(GetContourDirectionEx(object.get()), direction);
+        if (!std::isnan(length)) EXPECT_NEAR(object->GetLength(), length, 1e-11);
         const CadRect box = object->GetBoundRect();
-        EXPECT_POINT_NEAR((DPOINT2{box.x, box.y}), kind.corner, 1e-12);
-        EXPECT_POINT_NEAR((DPOINT2{box.width, box.height}), kind.size, 1e-12);
+        EXPECT_POINT_NEAR((DPOINT2{box.x, box.y}), corner, 1e-12);
+        EXPECT_POINT_NEAR((DPOINT2{box.width, box.height}), size, 1e-12);
         DPOINT2 at = object->GetStartPoint();
         double sum = 0;
         for (int i = 0; i < object->GetPieceCount(); ++i) {
@@ -66,13 +61,35 @@ TEST(Kinds, AnswerForTheirOutlineAndPieces) {
     EXPECT_EQ(GetContourDirectionEx(nullptr), kNone);
 }
 
+TEST(Kinds, AnArcIsHalvedWhenItsChordIsTooShortForABulge) {
+    CCadArc arc({0, 0}, 5, 1, 2 * kPi - 0.5, true);
+    EXPECT_EQ(arc.GetPieceCount(), 1);
+    arc.SetEndAngle(1 - 1e-3);
+    EXPECT_EQ(arc.GetPieceCount(), 2);
+}
+
+TEST(Kinds, TheVerticesOfARectangleRunCounterClockwise) {
+    const CCadRectangle turned({1, 1}, 4, 2, math::kHalfPi);
+    const DPOINT2 vertices[] = {{1, 1}, {1, 5}, {-1, 5}, {-1, 1}};
+    for (int i = 0; i < 4; ++i) EXPECT_POINT_NEAR(turned.GetVertex(i), vertices[i], 1e-15);
+}
+
+TEST(Kinds, RefuseThemselvesAsInnerObjectAndNullAsKey) {
+    CCadDot dot({0, 0});
+    dot.SetInnerObject(&dot);
+    EXPECT_EQ(dot.GetInnerObject(), nullptr);
+    dot.SetKey(nullptr, "x");
+    EXPECT_TRUE(dot.GetKey(nullptr).IsEmpty());
+    dot.SetKey("x", nullptr);
+    EXPECT_TRUE(dot.GetKey("x").IsEmpty());
+}
+
 TEST(Kinds, AreClonedWithoutTheirMachining) {
-    for (const Kind& kind : kKinds) {
-        SCOPED_TRACE(kind.text);
-        const auto object = Object(kind.text);
+    for (const auto& kind : kKinds) {
+        const char* text = std::get<0>(kind);
+        SCOPED_TRACE(text);
+        const auto object = Object(text);
         object->SetKey("a", "1");
-        object->Select(true);
-        object->SetParamIndex(4);
         object->SetInnerObject(new CCadDot({0, 0}));
         object->SetTechnicsString("T={};");
         object->AddTechnics(new CTechnics);
@@ -80,17 +97,13 @@ TEST(Kinds, AreClonedWithoutTheirMachining) {
         const std::unique_ptr<CCadObject> sameId(object->Clone(false)), clone(object->Clone(true));
         EXPECT_EQ(sameId->GetID(), object->GetID());
         EXPECT_NE(clone->GetID(), object->GetID());
-        EXPECT_EQ(clone->GetType(), object->GetType());
         EXPECT_EQ(clone->GetLength(), object->GetLength());
         EXPECT_EQ(clone->GetKey("a"), "1");
-        EXPECT_TRUE(clone->IsSelected());
-        EXPECT_EQ(clone->GetParamIndex(), 4);
         ASSERT_TRUE(clone->GetInnerObject());
         EXPECT_NE(clone->GetInnerObject(), object->GetInnerObject());
         EXPECT_EQ(clone->GetTechnicsString(), "T={};");
         EXPECT_TRUE(clone->GetTechnicsList().empty());
         EXPECT_TRUE(clone->GetToolPathList().empty());
-        EXPECT_EQ(object->GetToolPathBoundRect().width, 1);
     }
 }
 

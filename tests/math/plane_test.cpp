@@ -19,14 +19,10 @@ TEST(Angle, IsRegularizedIntoOneTurn) {
 }
 
 TEST(Angle, NormalAngleCoversTheAxes) {
-    struct Case {
-        DPOINT2 vector;
-        double eighths; // of a turn
-    };
-    for (const Case& c : {Case{{0, 0}, 0}, Case{{2, 0}, 0}, Case{{0, 3}, 2}, Case{{-1, 0}, 4},
-                          Case{{-1, -0.0}, 4}, Case{{0, -1}, 6}, Case{{1, -0.0}, 0}, Case{{1, -1}, 7}})
-        EXPECT_DOUBLE_EQ(math::D2GetNormalAngle(c.vector), c.eighths * kPi / 4)
-            << testing::PrintToString(c.vector);
+    EXPECT_EQ(math::D2GetNormalAngle({0, 0}), 0);
+    EXPECT_EQ(math::D2GetNormalAngle({1, -0.0}), 0);
+    EXPECT_EQ(math::D2GetNormalAngle({-1, -0.0}), kPi);
+    EXPECT_EQ(math::D2GetNormalAngle({0, -1}), 1.5 * kPi);
 }
 
 TEST(Angle, BetweenVectorsIsPreciseNearZeroAndPi) {
@@ -35,5 +31,21 @@ TEST(Angle, BetweenVectorsIsPreciseNearZeroAndPi) {
     EXPECT_NEAR(math::D2GetIncludeAngle(east, gp_Vec2d(-1, -1e-9)), kPi - 1e-9, 1e-15);
     EXPECT_EQ(math::D2GetIncludeAngle(gp_Vec2d(0, 0), east), 0);
     EXPECT_EQ(math::D2CrossMultiply(gp_Vec2d(2, 0), gp_Vec2d(1, 3)), 6);
-    EXPECT_DOUBLE_EQ(math::AngleToRadian(-90), -kPi / 2);
+}
+
+TEST(Line, FootLiesOnTheInfiniteLine) {
+    DPOINT2 foot;
+    math::D2GetProjectionPoint({7, 5}, {1, 1}, {1, 1}, foot);
+    EXPECT_POINT_NEAR(foot, (DPOINT2{1, 1}), 0);
+    EXPECT_EQ(math::GetLineFootRatio(math::NoPoint(), {0, 0}, {2, 0}), 0);
+    DPOINT2 own{7, 5};
+    math::D2GetProjectionPoint(own, {0, 0}, {2, 2}, own);
+    EXPECT_POINT_NEAR(own, (DPOINT2{6, 6}), 1e-14);
+}
+
+TEST(Line, MembershipEndsAMillionthBeyondTheSegment) {
+    for (const DPOINT2& in : {DPOINT2{1, 0.9e-6}, {-0.9e-6, 0}})
+        EXPECT_TRUE(math::IsPointInLine(in, {0, 0}, {2, 0})) << testing::PrintToString(in);
+    for (const DPOINT2& off : {DPOINT2{1, 1.1e-6}, {-1.1e-6, 0}, {3, 0}, math::NoPoint()})
+        EXPECT_FALSE(math::IsPointInLine(off, {0, 0}, {2, 0})) << testing::PrintToString(off);
 }
