@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Checks the house rules that a compiler does not: format, ASCII, who includes whom, the share of tests.
+"""Checks the house rules that a compiler does not: format, ASCII, who includes whom, the share of tests, comments of
+declarations that lean on another, assertions that join facts.
 
-Prints one line for each fault and exits with 1 when there is one. Comments of declarations that lean on another and
-assertions that join facts are counted, and listed with --warnings; they are no faults yet."""
+Prints one line for each fault and exits with 1 when there is one."""
 
 import itertools
 import pathlib
@@ -11,7 +11,7 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-TEST_SHARE = (0.22, 0.275)  # lines of tests and fuzz programs among all lines of code, benchmarks aside
+TEST_SHARE = (0.22, 0.28)  # lines of tests and fuzz programs among all lines of code, benchmarks aside
 
 STANDARD = r"<[a-z_0-9]+>"
 OCCT = r"<gp_\w+\.hxx>"
@@ -131,7 +131,7 @@ def share_faults(sources):
 
 
 # A declaration's comment is read by itself in an editor, where "the same" and "the next five" refer to nothing.
-LEANS_ON_ANOTHER = re.compile(r"///<?\s*(?:.*[.;:] )?the same\b|///.*(?:the same as\b|so for the next|as above|as that of)", re.I)
+LEANS_ON_ANOTHER = re.compile(r"///<?\s*The same\b|///.*\b(?:the same (?:as|by|for|of|under)\b|so for the next|as above|as that of)")
 
 
 def leaning_comments(headers):
@@ -154,20 +154,12 @@ def joined_assertions(tests):
                 yield f"{name}:{text.count(chr(10), 0, match.start()) + 1}: joins facts: {match[0].splitlines()[0]}"
 
 
-def warn(what, findings, list_them):
-    findings = list(findings)
-    if findings:
-        print(f"warning: {len(findings)} {what}" + ("" if list_them else " (--warnings lists them)"))
-        print("".join(f"  {finding}\n" for finding in findings if list_them), end="")
-
-
 def main():
-    list_them = "--warnings" in sys.argv[1:]
     sources = tracked("*.h", "*.cpp")
     texts = sources + tracked("*.py", "*.cmake", "*.txt", "*.md", "*.json", "*.in", "NOTICE", "check", "demo", "bench/run", "tools/*", "tests/consumer/*", ".ci/*")
-    faults = list(itertools.chain(format_faults(sources), ascii_faults(texts), include_faults(sources), share_faults(sources)))
-    warn("comments of declarations lean on another", leaning_comments(name for name in sources if name.endswith(".h")), list_them)
-    warn("assertions join facts", joined_assertions(name for name in sources if name.startswith("tests/")), list_them)
+    faults = list(itertools.chain(format_faults(sources), ascii_faults(texts), include_faults(sources), share_faults(sources),
+                                  leaning_comments(name for name in sources if name.endswith(".h")),
+                                  joined_assertions(name for name in sources if name.startswith("tests/"))))
     print("\n".join(faults) or f"{len(sources)} sources keep the house rules")
     return 1 if faults else 0
 

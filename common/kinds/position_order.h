@@ -16,7 +16,7 @@ inline bool IsBefore(const math::POLYPOS& a, const math::POLYPOS& b) {
 }
 
 /// Whether two positions are written on the same segment with ratios less than kSameRatio apart. The end of a
-/// segment and the start of the next one are not the same by this: NormalizePos makes them so first.
+/// segment and the start of the next one are two positions: NormalizePos makes them one first.
 inline bool IsSamePos(const math::POLYPOS& a, const math::POLYPOS& b) {
     return a.nSegIndex == b.nSegIndex && IsSameRatio(a.dRatio, b.dRatio);
 }
