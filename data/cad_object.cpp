@@ -100,7 +100,9 @@ void CCadObject::HandOver(Doomed& doomed) {
 
 void CCadObject::DeleteOwned() {
     Doomed doomed;
-    HandOver(doomed);
+    // In a destructor this is the class that is being destroyed, whose members are still there: as it should
+    // be.
+    HandOver(doomed); // NOLINT(clang-analyzer-optin.cplusplus.VirtualCall)
     for (CCadObject* object = doomed.m_pFirst; object; object = object->m_pNextDoomed)
         object->HandOver(doomed);
     while (const CCadObject* object = doomed.m_pFirst) {

@@ -60,7 +60,7 @@ void CCadGroup::CloneMembers(const CCadGroup& source, bool newId) {
     const auto append = [&](CCadObject* made) {
         std::unique_ptr<CCadObject> copy(made);
         open.back()->PushBack(made);
-        copy.release();
+        static_cast<void>(copy.release());
     };
     TreeWalk walk(&source.m_listObjects, membersOfPlain);
     for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
