@@ -71,6 +71,7 @@ TEST(ImageFile, Limits) {
 
 TEST(ImageFile, WhatIsNoSoundPicture) {
     const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='1' height='1'/>";
+    const std::string huge = "\x11\x27\x10\x27"; // the screen and the frame of a GIF
     const std::string many = "\x10\x27\0\0\x10\x27\0\0"s; // 10,000 by 10,000
     const struct {
         const char* name;
@@ -79,7 +80,7 @@ TEST(ImageFile, WhatIsNoSoundPicture) {
     } cases[] = {{"a wrong size", std::string(kBmp).replace(2, 4, "\xFF\xFF\xFF\x7F"), true},
                  {"a second frame that is broken", std::string(kGif).replace(34, 1, ",no frame"), true},
                  {"a program", svg, false},
-                 {"10,001 by 10,000", std::string(kGif).replace(6, 4, "\x11\x27\x10\x27"), false},
+                 {"10,001 by 10,000", std::string(kGif).replace(6, 4, huge).replace(24, 4, huge), false},
                  {"more pixels than bytes", std::string(kBmp).replace(18, 8, many), false},
                  {"more pixels than runs", std::string(kRuns).replace(18, 8, many), false}};
     CImage image;
