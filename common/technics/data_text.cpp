@@ -86,7 +86,7 @@ private:
     void StoreList(int table, int& pending, int& stored);
     [[noreturn]] void Refuse(const char* why);
 
-    lua_State* const L;
+    lua_State* const L; // NOLINT(readability-identifier-naming): as Lua's own code names its state
     const char* const m_szBegin;
     const char* m_szNext;
     const char* const m_szEnd;
@@ -238,7 +238,9 @@ void Reader::Number() {
     }
     const std::ptrdiff_t length = m_szNext - begin;
     if (length > kLongestNumber) Refuse("malformed number");
-    *std::replace_copy(begin, m_szNext, m_szRoom, '.', *std::localeconv()->decimal_point) = '\0';
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): Lua's own reader asks for the point like this, number by number
+    const char point = *std::localeconv()->decimal_point;
+    *std::replace_copy(begin, m_szNext, m_szRoom, '.', point) = '\0';
     char* end = nullptr;
     const double number = std::strtod(m_szRoom, &end);
     if (end != m_szRoom + length) Refuse("malformed number");

@@ -71,7 +71,7 @@ TEST(ImageFile, Limits) {
 
 TEST(ImageFile, WhatIsNoSoundPicture) {
     const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='1' height='1'/>";
-    const std::string huge = "\x11\x27\x10\x27"; // the screen and the frame of a GIF
+    const std::string huge = "\x11\x27\x10\x27";          // the screen and the frame of a GIF
     const std::string many = "\x10\x27\0\0\x10\x27\0\0"s; // 10,000 by 10,000
     const struct {
         const char* name;
