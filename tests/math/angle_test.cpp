@@ -32,20 +32,3 @@ TEST(Angle, BetweenVectorsIsPreciseNearZeroAndPi) {
     EXPECT_EQ(math::D2GetIncludeAngle(gp_Vec2d(0, 0), east), 0);
     EXPECT_EQ(math::D2CrossMultiply(gp_Vec2d(2, 0), gp_Vec2d(1, 3)), 6);
 }
-
-TEST(Line, FootLiesOnTheInfiniteLine) {
-    DPOINT2 foot;
-    math::D2GetProjectionPoint({7, 5}, {1, 1}, {1, 1}, foot);
-    EXPECT_POINT_NEAR(foot, (DPOINT2{1, 1}), 0);
-    EXPECT_EQ(math::GetLineFootRatio(math::NoPoint(), {0, 0}, {2, 0}), 0);
-    DPOINT2 own{7, 5};
-    math::D2GetProjectionPoint(own, {0, 0}, {2, 2}, own);
-    EXPECT_POINT_NEAR(own, (DPOINT2{6, 6}), 1e-14);
-}
-
-TEST(Line, MembershipEndsAMillionthBeyondTheSegment) {
-    for (const DPOINT2& in : {DPOINT2{1, 0.9e-6}, {-0.9e-6, 0}})
-        EXPECT_TRUE(math::IsPointInLine(in, {0, 0}, {2, 0})) << testing::PrintToString(in);
-    for (const DPOINT2& off : {DPOINT2{1, 1.1e-6}, {-1.1e-6, 0}, {3, 0}, math::NoPoint()})
-        EXPECT_FALSE(math::IsPointInLine(off, {0, 0}, {2, 0})) << testing::PrintToString(off);
-}
