@@ -115,7 +115,8 @@ TEST(Arc, HostileNumbersEnd) {
                 const BulgeArc point{{1, 1}, {1, 1}, bulge};
                 EXPECT_POINT_NEAR(point.PointAt(a), (DPOINT2{1, 1}), 0) << a << ' ' << bulge;
                 EXPECT_EQ(point.GetFootRatio({a, b}) + point.GetLength() + point.GetChordArea(), 0) << bulge;
-                EXPECT_FALSE(BulgeArc({0, 0}, {1e300, 0}, bulge).IsWithin({5, 5}, 1)) << bulge;
+                const BulgeArc endless{{0, 0}, {1e300, 0}, bulge};
+                EXPECT_FALSE(endless.IsWithin({5, 5}, 1)) << bulge;
             }
     EXPECT_NEAR((BulgeArc{{0, 0}, {1, 0}, 1e9}).GetLength(), kPi * 0.5e9, 1);
 }

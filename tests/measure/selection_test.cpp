@@ -95,7 +95,7 @@ TEST(Selection, Collections) {
     EXPECT_EQ(Of(leaves), "coco") << "no dot, no text, no kind 0x1300";
     RemoveCadByType(s.List(), &lines, {kCadCircle, kCadText});
     EXPECT_EQ(Of(lines), "odxo");
-    RemoveCadByType(s.List(), &ungrouped, {kCadGroup});
+    RemoveCadByType(s.List(), &ungrouped, std::list<cad_t>{kCadGroup});
     EXPECT_EQ(Of(ungrouped), "coo");
     CCadGroup target;
     CollectObject(&s, &target);

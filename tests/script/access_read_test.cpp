@@ -40,7 +40,8 @@ TEST_F(Read, Numbers) {
                  {"0/0", 0, 10, kNan, 0, nullptr},
                  {"1e300", 0, 1e300, 1e300, INT_MAX, nullptr},
                  {"-1/0", -kInfinite, 0, -kInfinite, INT_MIN, nullptr}};
-    for (const auto& [value, min, max, number, whole, fault] : cases) {
+    for (const auto& [value, least, most, expected, whole, fault] : cases) {
+        const double min = least, max = most, number = expected; // what lambdas may see
         SCOPED_TRACE(value);
         Put(std::string("local v = ") + value + " T = { k = v, v }");
         double byName = kNone, byIndex = kNone;
@@ -78,7 +79,8 @@ TEST_F(Read, NamesAndTexts) {
     } cases[] = {{"'Fast'", 1.9, nullptr, "Fast", false},          {"'fast'", kNone, "fast", "fast", false},
                  {"'Faster'", kNone, "Faster", "Fast", true},      {"7", 3, nullptr, "7", false},
                  {"1/3", kNone, "0.33333333333333", "0.33", true}, {"print", kNone, nullptr, "~", false}};
-    for (const auto& [value, mode, noMode, text, isCut] : cases) {
+    for (const auto& [value, expected, noMode, text, isCut] : cases) {
+        const double mode = expected; // what lambdas may see
         SCOPED_TRACE(value);
         Put(std::string("local v = ") + value + " T = { k = v, v, type = type(v) }");
         double read = kNone;

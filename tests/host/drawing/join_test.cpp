@@ -11,7 +11,10 @@ namespace {
 // Afterwards no two ends of open contours meet, and of the lines none is lost, doubled or turned in place.
 TEST(Join, LeavesNoEndsThatMeet) {
     for (Random random; random.Rounds(300);) {
-        const auto point = [&] { return math::DPOINT2(random.Int(0, 4), random.Int(0, 4)); };
+        const auto point = [&] {
+            const double x = random.Int(0, 4), y = random.Int(0, 4);
+            return math::DPOINT2{x, y};
+        };
         const double tolerance = random.Coin() ? 0.01 : 1.2;
         qev::CCadGroup drawn;
         double pieces = random.Int(1, 12), length = 0;
@@ -41,7 +44,7 @@ TEST(Join, GoesOnWithTheNearestEnd) {
     DrawingOf read(
         DxfFile("0 LINE 10 0 20 0 11 5 21 0 0 LINE 10 6 20 0 11 9 21 9 0 LINE 10 9 20 4 11 5.5 21 0"));
     EXPECT_EQ(host::JoinOpenPieces(read.drawing.root, 1.2), 2);
-    EXPECT_POINT_NEAR(read.drawing.Objects()[0]->GetEndPoint(), math::DPOINT2(9, 4), 0);
+    EXPECT_POINT_NEAR(read.drawing.Objects()[0]->GetEndPoint(), (math::DPOINT2{9, 4}), 0);
 }
 
 // How long joining so many lines computes.
