@@ -87,7 +87,8 @@ TEST(Converter, KeepsArcs) {
             EXPECT_POINT_NEAR(kept->GetSegment(i).ptEnd, contour->GetSegment(i).ptEnd, 0);
         }
     }
-    for (const auto& node : Convert(*contour, "Line", 0.01)->GetNodes()) EXPECT_EQ(node.bulge, 0);
+    const auto chords = Convert(*contour, "Line", 0.01);
+    for (const auto& node : chords->GetNodes()) EXPECT_EQ(node.bulge, 0);
     EXPECT_EQ(Convert(CCadCircle({1, 2}, 3, false), "Both", 1)->GetSegmentCount(), 2);
     EXPECT_EQ(Convert(CCadArc({0, 0}, 3, 1, 5, true), "Both", 1)->GetSegmentCount(), 1);
     EXPECT_EQ(Convert(CCadArc({0, 0}, 3, 1, 7, true), "Both", 1)->GetSegmentCount(), 2) << "a whole circle";
