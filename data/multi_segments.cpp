@@ -36,8 +36,8 @@ CadRect CCadMultiSegments::GetBoundRect() const {
 // and the start point, and from what the segment adds to its chord. The closing chord adds nothing, since it
 // ends in the start point; and measured from there, a contour far from the origin loses no digits.
 CContourDirection::ContourDirection_T CCadMultiSegments::GetDirection() const {
-    constexpr double kNoArea =
-        1e-9; // mm^2: a contour that encloses less, as a line there and back, runs neither way
+    // mm^2: a contour that encloses less, as a line there and back, runs neither way.
+    constexpr double kNoArea = 1e-9;
     const math::DPOINT2 start = GetStartPoint();
     double area = 0;
     for (int i = 0, count = GetSegmentCount(); i < count; ++i) {

@@ -15,8 +15,8 @@ namespace qev {
 namespace {
 
 constexpr double kSamePoint = 1e-6; // mm: outlines drawn twice differ by less
-constexpr double kSameBulge =
-    1e-9; // bulges this near are one arc: over a chord of 1 m they are 5e-7 mm apart
+// Bulges this near are one arc: over a chord of 1 m they are 5e-7 mm apart.
+constexpr double kSameBulge = 1e-9;
 
 const CCadPolyline* OnlyPolyline(const CCadGroup& section) {
     return section.GetNumOfChild() == 1 ? dynamic_cast<const CCadPolyline*>(section.GetFront()) : nullptr;
