@@ -16,16 +16,20 @@ bool HasOutline(const CCadObject& leaf, const CadRect& box) {
 
 } // namespace
 
+math::Bounds BoxOf(const CCadObject& leaf) {
+    const CadRect box = leaf.GetBoundRect();
+    math::Bounds bounds;
+    if (!HasOutline(leaf, box)) return bounds;
+    bounds.Add(math::DPOINT2{box.x, box.y});
+    bounds.Add(math::DPOINT2{box.x + box.width, box.y + box.height});
+    return bounds;
+}
+
 math::Bounds BoundsOf(const std::list<CCadObject*>& objects) {
     math::Bounds bounds;
     TreeWalk walk(&objects, TreeWalk::AllMembers);
-    for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
-        if (step != TreeWalk::Step::kLeaf) continue;
-        const CadRect box = walk.Object()->GetBoundRect();
-        if (!HasOutline(*walk.Object(), box)) continue;
-        bounds.Add(math::DPOINT2{box.x, box.y});
-        bounds.Add(math::DPOINT2{box.x + box.width, box.y + box.height});
-    }
+    for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next())
+        if (step == TreeWalk::Step::kLeaf) bounds.Add(BoxOf(*walk.Object()));
     return bounds;
 }
 

@@ -1,51 +1,351 @@
 // Lengths, walks and searches ask a contour the same questions again and again. The index answers a length in
-// one step, and lets a search pass over runs of segments whose box is too far away to matter.
+// one step, finds the segment at a length in a logarithm, and finds the segments near a point by a tree of
+// boxes. It is made on the second question only, since most contours of a drawing are asked once, when it
+// would cost more than it saves.
 //
-// What it holds is computed by the very operations that a search without it runs, in the same order: so an
-// answer is equal to the bit whether an index is there or not, and there is nothing to tune and no error to
-// bound.
+// The lengths are running sums from the first segment on, in the order in which a loop without the index
+// adds them up, so that both give equal bits.
 //
-// Runs of eight segments stand in a plain list. A tree of boxes was rejected: up to some thousand segments,
-// which drawings rarely pass, the list is searched as fast, and it is made in one pass in the order of the
-// segments. An index is made on the second question only, since most contours of a drawing are asked once,
-// when it would cost more than it saves.
+// The search does not decide which segment is the nearest: that goes by rules of the callers, which hosts
+// have stored the answers of. It finds those that may be, by distances of its own, which are cheap and right:
+// of a line from the foot on it, which needs no root; of an arc from
+//     | k (t^2 + n^2) - 2 n | / (1 + sqrt((k t)^2 + (1 - k n)^2))
+// where t and n are the point's coordinates along the tangent at the start and to its left, and k is the
+// curvature. That is the distance from the circle, | rho - 1/k |, multiplied out, so that no far centre takes
+// the digits: for k = 0 it is the distance from the line. Whether the foot lies on the arc is seen from the
+// two tangents at its ends. Both are off by some 1e-16 of the coordinates. Every segment is kept whose
+// distance is within the margins of the least, the margin being more than a distance by the callers' rules
+// may be off; what is left out then is farther away than what is kept, by anybody's rule.
+//
+// A box is a poor bound where a contour runs across the axes: among 1e5 segments of a circle a search by
+// boxes alone looks at some hundred. So each box of the tree also stands for a strip, the chord from its
+// first to its last joint and how far the contour leaves it. What passes the box has to pass the strip. A
+// strip is as wide as its parts need: for each, how far the ends of its chord are from the strip's chord,
+// which is where the part's chord is farthest from it, since a distance is convex, and the part's own width.
+//
+// Rejected: strips without boxes, which are wide where a contour is jagged or goes round; trees that are
+// sorted in space, since neighbours along a contour are neighbours in the plane already; boxes of fewer than
+// eight segments, which take longer to pass than the segments to measure.
 #include "contour_index.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <typeinfo>
 
 #include <qevdata/polyline.h>
 #include <qevdata/polyline_ex.h>
+#include <qevmath/tolerance.h>
 
 #include "lazy.h"
 
 namespace qev {
+namespace {
+
+using math::DPOINT2;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+// mm. Coordinates beyond are not searched: their squares and the margins would leave the range of numbers.
+constexpr double kFarthest = 1e100;
+
+// The square of a point's distance from the line between two others.
+double SquareFromLine(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b) {
+    const DPOINT2 along = b - a, from = p - a;
+    const double square = math::Dot(along, along);
+    const double ratio = square > 0 ? math::Dot(from, along) / square : 0;
+    const DPOINT2 gap = from - along * std::clamp(ratio, 0.0, 1.0);
+    return math::Dot(gap, gap);
+}
+
+} // namespace
+
+// One search; what it has found so far.
+class ContourIndex::Search {
+public:
+    Search(const ContourIndex& index, const CCadObject& contour, const DPOINT2& p, double extent)
+        : m_index(index), m_contour(contour), m_point(p), m_dExtent(extent) {}
+
+    void Run() {
+        const int count = m_index.GetSegmentCount();
+        if (count <= kFew)
+            for (int run = 0; run * kRun < count; ++run) MeasureRun(run);
+        else
+            m_index.m_tree.VisitNearestFirst(
+                m_point, m_dSquareBound, [this](int level, int i) { return IsStripFar(level, i); },
+                [this](int run) { MeasureRun(run); });
+    }
+
+    void Write(NearSegments& near) {
+        DropFar();
+        near.distance = m_dLeast;
+        near.margin = MarginAt(m_dLeast);
+        near.isListed = !m_bOverflow;
+        near.count = m_nCount;
+        for (int i = 0; i < m_nCount; ++i) near.segments[i] = m_candidates[i].segment;
+        if (m_nCount > 1) std::sort(near.segments.begin(), near.segments.begin() + m_nCount);
+    }
+
+private:
+    using Squares = std::array<double, kRun>;
+    struct Candidate {
+        double square; // mm^2; of the distance
+        int segment;
+    };
+
+    // More than a distance near `distance` may be off by, by the rules of the callers or here. Heron's rule
+    // errs by up to 1.5e-8 of the segment's length and of the distance; an arc's distance by 1e-16 of the
+    // radius, which is at most 2,500 chords or lies within the box. All err by some last digits of the
+    // coordinates. The rest makes it more than twice what counts as nearer.
+    double MarginAt(double distance) const {
+        constexpr double kHeron = 5e-8, kDigits = 1e-14, kLeast = 3e-9; // the last one in mm
+        return kHeron * (m_index.m_dLongest + distance) + kDigits * m_dExtent + kLeast;
+    }
+
+    bool IsStripFar(int level, int i) const {
+        const int size = kRun << 3 * level, count = m_index.GetSegmentCount(); // 3: eight boxes in one
+        const double width = m_index.m_vecStrips[level][i];
+        const double square = SquareFromLine(m_point, m_index.GetJoint(i * size),
+                                             m_index.GetJoint(std::min(i * size + size, count)));
+        const double limit = m_dBound + width;
+        return !(square <= limit * limit);
+    }
+
+    void MeasureRun(int run) {
+        const Squares squares = SquaresFromChords(run);
+        const int first = run * kRun, count = std::min(kRun, m_index.GetSegmentCount() - first);
+        if (!m_index.HasOnlyLines()) return MeasureCurves(first, count, squares);
+        const double least = Least(squares);
+        if (!(least <= m_dSquareBound)) return;
+        Lower(std::sqrt(least));
+        for (int k = 0; k < count; ++k)
+            if (squares[k] <= m_dSquareBound) Keep({squares[k], first + k});
+    }
+
+    // The places of the last run behind the last segment stand for its end, which is no nearer than it is.
+    Squares SquaresFromChords(int run) const {
+        Squares squares;
+        const double* const x = m_index.m_vecX.data() + run * kRun;
+        const double* const y = m_index.m_vecY.data() + run * kRun;
+        const double* const inverse = m_index.m_vecInverse.data() + run * kRun;
+        for (int k = 0; k < kRun; ++k) {
+            const double alongX = x[k + 1] - x[k], alongY = y[k + 1] - y[k];
+            const double fromX = m_point.x - x[k], fromY = m_point.y - y[k];
+            const double ratio = (fromX * alongX + fromY * alongY) * inverse[k];
+            const double notBefore = ratio > 0 ? ratio : 0;
+            const double foot = notBefore < 1 ? notBefore : 1;
+            const double gapX = fromX - alongX * foot, gapY = fromY - alongY * foot;
+            squares[k] = gapX * gapX + gapY * gapY;
+        }
+        return squares;
+    }
+
+    void MeasureCurves(int first, int count, const Squares& fromChords) {
+        for (int i = first; i < first + count; ++i) {
+            const double limit = m_dBound + m_index.m_vecWidths[i], square = fromChords[i - first];
+            if (!(square <= limit * limit)) continue;
+            const Curve& curve = m_index.m_vecCurves[i];
+            if (curve.isBezier)
+                OfferBezier(i);
+            else if (curve.curvature == 0)
+                OfferLine(square, i);
+            else
+                OfferArc(i);
+        }
+    }
+
+    void OfferLine(double square, int i) {
+        if (square <= m_dSquareBound) Offer(std::sqrt(square), 0, i);
+    }
+
+    void OfferArc(int i) {
+        const Curve& arc = m_index.m_vecCurves[i];
+        const DPOINT2 fromStart = m_point - m_index.GetJoint(i), fromEnd = m_point - m_index.GetJoint(i + 1);
+        const double ahead = math::Dot(fromStart, arc.leaving), behind = -math::Dot(fromEnd, arc.arriving);
+        const double toStart = math::Dot(fromStart, fromStart), toEnd = math::Dot(fromEnd, fromEnd);
+        const bool isBeside = arc.isWide ? ahead > 0 || behind > 0 : ahead > 0 && behind > 0;
+        if (!isBeside) return OfferLine(std::min(toStart, toEnd), i);
+        const double left = math::Cross(arc.leaving, fromStart);
+        const DPOINT2 fromCentre{arc.curvature * ahead, 1 - arc.curvature * left}; // times the curvature
+        Offer(std::abs(arc.curvature * toStart - 2 * left) / (1 + math::Norm(fromCentre)), 0, i);
+    }
+
+    // The nearest point of the piece, of which the nearest sample is at most half a step away.
+    void OfferBezier(int i) {
+        constexpr double kHalfStep = 0.0051; // of the length; samples are a hundredth apart
+        const DPOINT2 nearest = m_contour.GetSegment(i).GetNearest(m_point);
+        Offer(math::Norm(m_point - nearest), kHalfStep * m_index.GetSegmentLength(i), i);
+    }
+
+    // A segment whose distance by any rule is `distance` at least and `slack` more at most.
+    void Offer(double distance, double slack, int i) {
+        if (!(distance <= m_dBound)) return;
+        Lower(distance + slack);
+        Keep({distance * distance, i});
+    }
+
+    void Lower(double distance) {
+        if (!(distance < m_dLeast)) return;
+        m_dLeast = distance;
+        m_dBound =
+            m_dLeast + 3 * MarginAt(m_dLeast); // NearSegments::Reach, and once more for these distances
+        m_dSquareBound = m_dBound * m_dBound;
+    }
+
+    void Keep(const Candidate& candidate) {
+        if (m_nCount == NearSegments::kMost) DropFar();
+        m_bOverflow = m_bOverflow || m_nCount == NearSegments::kMost;
+        if (!m_bOverflow) m_candidates[m_nCount++] = candidate;
+    }
+    void DropFar() {
+        const auto end = m_candidates.begin() + m_nCount;
+        const auto kept = std::remove_if(
+            m_candidates.begin(), end, [this](const Candidate& c) { return !(c.square <= m_dSquareBound); });
+        m_nCount = static_cast<int>(kept - m_candidates.begin());
+    }
+
+    const ContourIndex& m_index;
+    const CCadObject& m_contour;
+    DPOINT2 m_point;
+    double m_dExtent;            // mm; the largest magnitude of a coordinate, those of the point too
+    double m_dLeast = kInfinity; // mm; the least distance, to a sample for a Bezier piece
+    double m_dBound = kInfinity; // mm; the distance up to which segments are kept
+    double m_dSquareBound = kInfinity;
+    std::array<Candidate, NearSegments::kMost> m_candidates;
+    int m_nCount = 0;
+    bool m_bOverflow = false;
+};
+
+// Fills an index in one pass over the segments, and then the tree.
+class ContourIndex::Builder {
+public:
+    Builder(ContourIndex& index, const CCadObject& contour)
+        : m_index(index), m_contour(contour), m_nCount(contour.GetSegmentCount()),
+          m_vecBoxes((m_nCount + kRun - 1) / kRun) {}
+
+    void Build() {
+        const std::size_t places = m_vecBoxes.size() * kRun;
+        m_index.m_vecLengths.reserve(m_nCount);
+        m_index.m_vecSums.reserve(m_nCount + 1);
+        m_index.m_vecX.reserve(places + 1);
+        m_index.m_vecY.reserve(places + 1);
+        m_index.m_vecInverse.reserve(places);
+        m_index.m_vecSums.push_back(0);
+        for (int i = 0; i < m_nCount; ++i) Add(i, m_contour.GetSegment(i));
+        m_index.m_vecX.resize(places + 1, m_index.m_vecX.back());
+        m_index.m_vecY.resize(places + 1, m_index.m_vecY.back());
+        m_index.m_vecInverse.resize(places);
+        MeasureBoxes();
+    }
+
+private:
+    void Add(int i, const SEGMENT& segment) {
+        if (i == 0) AddJoint(segment.ptStart);
+        AddJoint(segment.ptEnd);
+        const double length = segment.GetLength(), inverse = 1 / SquareOfChord(segment);
+        m_index.m_vecLengths.push_back(length);
+        m_index.m_dLongest = std::max(m_index.m_dLongest, length);
+        m_index.m_vecSums.push_back(m_index.m_vecSums.back() + length);
+        m_index.m_vecInverse.push_back(std::isfinite(inverse) ? inverse : 0); // 0 for next to no chord
+        m_index.m_bIsMeasured = m_index.m_bIsMeasured && std::isfinite(length);
+        const bool isLine = segment.nType == SEGMENT::kLine;
+        if (isLine) {
+            m_vecBoxes[i / kRun].Add(segment.ptStart);
+            m_vecBoxes[i / kRun].Add(segment.ptEnd);
+        } else {
+            m_vecBoxes[i / kRun].Add(segment.GetBounds());
+        }
+        if (isLine && m_index.HasOnlyLines()) return;
+        for (int line = GetCurveCount(); line < i; ++line) AddCurve(m_contour.GetSegment(line));
+        AddCurve(segment);
+    }
+    void AddJoint(const DPOINT2& joint) {
+        m_index.m_vecX.push_back(joint.x);
+        m_index.m_vecY.push_back(joint.y);
+    }
+    int GetCurveCount() const { return static_cast<int>(m_index.m_vecCurves.size()); }
+    static double SquareOfChord(const SEGMENT& segment) {
+        return math::Dot(segment.ptEnd - segment.ptStart, segment.ptEnd - segment.ptStart);
+    }
+
+    void AddCurve(const SEGMENT& segment) {
+        const math::BulgeArc arc = segment.GetArc();
+        Curve curve;
+        curve.isBezier = segment.nType == SEGMENT::kBezier;
+        m_index.m_bHasNoBezier = m_index.m_bHasNoBezier && !curve.isBezier;
+        if (!curve.isBezier && !arc.IsStraight()) {
+            // An arc without a chord to speak of is a point by some rules and a circle by others.
+            const bool hasChord = math::Norm(arc.end - arc.start) >= math::kZeroLength;
+            curve = {arc.DirectionAt(0), arc.DirectionAt(1), arc.GetCurvature(), std::abs(arc.bulge) > 1,
+                     false};
+            m_index.m_bIsMeasured = m_index.m_bIsMeasured && hasChord && std::isfinite(curve.curvature)
+                                    && math::IsFinite(curve.leaving);
+        }
+        m_index.m_vecCurves.push_back(curve);
+        m_index.m_vecWidths.push_back(WidthOf(segment));
+    }
+
+    // The arc's height over its chord, from which no point of it is farther, or how far the control points of
+    // a Bezier piece are from its chord, inside of whose hull the piece lies.
+    static double WidthOf(const SEGMENT& segment) {
+        if (segment.nType != SEGMENT::kBezier)
+            return std::sqrt(SquareOfChord(segment)) * std::abs(segment.GetArc().bulge) / 2;
+        const DPOINT2 &start = segment.ptStart, &end = segment.ptEnd;
+        return std::sqrt(std::max(SquareFromLine(segment.ptCtrl1, start, end),
+                                  SquareFromLine(segment.ptCtrl2, start, end)));
+    }
+
+    void MeasureBoxes() {
+        for (const math::Bounds& run : m_vecBoxes) m_index.m_bounds.Add(run);
+        const math::Bounds& all = m_index.m_bounds;
+        for (const double coordinate : {all.lower.x, all.lower.y, all.upper.x, all.upper.y})
+            m_index.m_dExtent = std::max(m_index.m_dExtent, std::abs(coordinate));
+        m_index.m_bIsMeasured = m_index.m_bIsMeasured && m_index.m_dExtent < kFarthest;
+        if (!m_index.m_bIsMeasured) return; // nobody will search
+        m_index.m_tree = BoxTree(m_vecBoxes);
+        const std::vector<double>* parts = &m_index.m_vecWidths;
+        m_index.m_vecStrips.reserve(m_index.m_tree.GetLevelCount());
+        for (int level = 0, size = 1; level < m_index.m_tree.GetLevelCount(); ++level, size *= kRun) {
+            m_index.m_vecStrips.push_back(StripsOver(*parts, size));
+            parts = &m_index.m_vecStrips.back();
+        }
+    }
+
+    // The widths of the strips over each eight parts of `size` segments; no widths stand for straight parts.
+    std::vector<double> StripsOver(const std::vector<double>& parts, int size) const {
+        std::vector<double> strips;
+        const int whole = size * kRun;
+        for (int first = 0; first < m_nCount; first += whole) {
+            const DPOINT2 start = m_index.GetJoint(first), end = JointAt(first + whole);
+            double widest = 0;
+            for (int at = first, stop = std::min(first + whole, m_nCount); at < stop; at += size) {
+                const double square = std::max(SquareFromLine(JointAt(at), start, end),
+                                               SquareFromLine(JointAt(at + size), start, end));
+                widest = std::max(widest, std::sqrt(square) + (parts.empty() ? 0 : parts[at / size]));
+            }
+            strips.push_back(widest);
+        }
+        return strips;
+    }
+    DPOINT2 JointAt(int i) const { return m_index.GetJoint(std::min(i, m_nCount)); }
+
+    ContourIndex& m_index;
+    const CCadObject& m_contour;
+    int m_nCount;
+    std::vector<math::Bounds> m_vecBoxes;
+};
 
 ContourIndex::ContourIndex(const CCadObject& contour) {
-    const int count = contour.GetSegmentCount();
-    m_vecLengths.reserve(count);
-    m_vecRuns.resize((count + kRun - 1) / kRun);
-    for (int i = 0; i < count; ++i) {
-        const SEGMENT segment = contour.GetSegment(i);
-        m_vecLengths.push_back(segment.GetLength());
-        m_dLength += m_vecLengths.back();
-        m_vecRuns[i / kRun].Add(segment.GetBounds());
-        m_bHasBezier = m_bHasBezier || segment.nType == SEGMENT::kBezier;
-    }
-    for (const math::Bounds& run : m_vecRuns) m_bounds.Add(run);
+    Builder(*this, contour).Build();
 }
 
-double ContourIndex::GetExtent(const math::DPOINT2& p) const {
-    double extent = 0;
-    for (const math::DPOINT2& corner : {m_bounds.lower, m_bounds.upper, p})
-        extent = std::max({extent, std::abs(corner.x), std::abs(corner.y)});
-    return extent;
-}
-
-bool ContourIndex::IsForSearch() const {
-    constexpr int kFewRuns = 4; // up to here the boxes cost as much as the segments that they save
-    return GetRunCount() > kFewRuns;
+bool ContourIndex::FindNear(const CCadObject& contour, const DPOINT2& p, NearSegments& near) const {
+    const double extent = std::max({m_dExtent, std::abs(p.x), std::abs(p.y)});
+    if (!m_bIsMeasured || !(extent < kFarthest) || !math::IsFinite(p)) return false;
+    Search search(*this, contour, p, extent);
+    search.Run();
+    search.Write(near);
+    return true;
 }
 
 const ContourIndex* CCadPolylineBase::Index() const {

@@ -3,81 +3,111 @@
 /// installed: for the library itself, and for the positions of the common library.
 #pragma once
 
-#include <algorithm>
-#include <limits>
+#include <array>
 #include <vector>
 
-#include <qev/export.h>
-#include <qevmath/bounds.h>
+#include <qevdata/cad_object.h>
+#include <qevmath/tolerance.h>
+
+#include "box_tree.h"
 
 namespace qev {
 
-class CCadObject;
 class CCadPolylineBase;
 
-/// The lengths of a contour's segments and the boxes round runs of them; a value that does not change.
+/// The segments of a contour that may be the nearest to a point.
+struct NearSegments {
+    /// So many are listed at most; on ordinary contours one or two are near.
+    static constexpr int kMost = 24;
+
+    double distance = 0;             ///< mm; of the nearest one, to `margin`
+    double margin = 0;               ///< mm; more than such a distance may be off, however it is computed
+    bool isListed = false;           ///< whether all are in the list; else there are too many
+    int count = 0;                   ///< how many are listed
+    std::array<int, kMost> segments; ///< their indices, ascending
+
+    /// In mm: a distance computed for a segment that is not among those near is more than this.
+    double Reach() const { return distance + 2 * margin; }
+};
+
+/// What is worked out of a contour's segments: running sums of the lengths, where each segment lies, and a
+/// tree of boxes and strips along runs of them. A value that does not change.
 class ContourIndex {
 public:
-    /// Number of neighbouring segments that share a box. The last run of a contour may be shorter.
-    static constexpr int kRun = 8;
-
     /// Measures every segment of a contour, and keeps no reference to it. Throws when memory is refused.
     explicit ContourIndex(const CCadObject& contour);
     /// What a polyline keeps, made now when it was asked before; null when there is none.
     static const ContourIndex* KeptBy(const CCadPolylineBase& polyline);
+    /// Number of segments up to which a search by the tree costs as much as one without.
+    static constexpr int kFew = 32;
 
+    /// Whether all lengths and coordinates are numbers that can be searched and summed. Where this is false,
+    /// callers ask every segment.
+    bool IsMeasured() const { return m_bIsMeasured; }
     /// The exact bounding box of the whole contour.
     const math::Bounds& GetBounds() const { return m_bounds; }
-    /// Length in mm, summed up from the first segment to the last.
-    double GetLength() const { return m_dLength; }
-    /// Length in mm of the segment at an index, which has to be one of the contour's.
-    double GetSegmentLength(int index) const { return m_vecLengths[static_cast<std::size_t>(index)]; }
     /// Number of segments that the contour had.
     int GetSegmentCount() const { return static_cast<int>(m_vecLengths.size()); }
-    /// The largest magnitude, in mm, among the coordinates of the box and of p: the rounding of distances
-    /// between p and the contour is a small part of it.
-    QEVDATA_API double GetExtent(const math::DPOINT2& p) const;
-    /// Whether a search by boxes is worth while: with few runs the boxes cost as much as the segments that
-    /// they save.
-    QEVDATA_API bool IsForSearch() const;
-    /// Whether there is a Bezier piece.
-    bool HasBezier() const { return m_bHasBezier; }
+    /// Length in mm of the segment at an index, which has to be one of the contour's.
+    double GetSegmentLength(int index) const { return m_vecLengths[static_cast<std::size_t>(index)]; }
+    /// The sums of the lengths in mm from the first segment on: entry i lies in front of segment i, and the
+    /// last one, behind them all, is the whole length.
+    const std::vector<double>& GetSums() const { return m_vecSums; }
+    /// Length in mm of the whole contour.
+    double GetTotal() const { return m_vecSums.back(); }
+    /// Whether all segments are straight.
+    bool HasOnlyLines() const { return m_vecCurves.empty(); }
+    /// Whether all segments are lines and arcs.
+    bool HasNoBezier() const { return m_bHasNoBezier; }
+    /// Where the segment at an index starts; at the number of segments, where the last one ends.
+    math::DPOINT2 GetJoint(int index) const { return {m_vecX[index], m_vecY[index]}; }
 
-    /// Calls visit(index) for the segments, in order, of every run whose box is at most `reach` mm away from
-    /// p.
+    /// Finds the segments that may be the nearest to p on the contour, which has to be the one that was
+    /// measured. A Bezier piece counts by its nearest point and by the samples at each hundredth of its
+    /// length, which lie a little farther. False when p or the contour has numbers that are none or are
+    /// beyond measure: then every segment may be.
+    QEVDATA_API bool FindNear(const CCadObject& contour, const math::DPOINT2& p, NearSegments& near) const;
+
+    /// Calls visit(index), in order, for all segments that have a point within `reach` mm of p, and for some
+    /// of their neighbours.
     template <class Visit>
-    void VisitWithin(const math::DPOINT2& p, double reach, Visit visit) const {
-        for (int run = 0, count = GetRunCount(); run < count; ++run)
-            if (m_vecRuns[run].GetSquaredDistance(p) <= reach * reach) VisitRun(run, visit);
-    }
-    /// Calls visit(index) for the segments, in order, of the one run whose box is nearest to p; of equally
-    /// near ones the first.
-    template <class Visit>
-    void VisitNearest(const math::DPOINT2& p, Visit visit) const {
-        int nearest = 0;
-        double least = std::numeric_limits<double>::infinity();
-        for (int run = 0, count = GetRunCount(); run < count; ++run) {
-            const double square = m_vecRuns[run].GetSquaredDistance(p);
-            if (!(square < least)) continue;
-            least = square;
-            nearest = run;
-        }
-        VisitRun(nearest, visit);
+    void VisitWithin(const math::DPOINT2& p, double reach, Visit&& visit) const {
+        const auto isNear = [&](double lowerX, double lowerY, double upperX, double upperY) {
+            return p.x >= lowerX - reach && p.x <= upperX + reach && p.y >= lowerY - reach
+                   && p.y <= upperY + reach;
+        };
+        m_tree.VisitInOrder(isNear, [&](int run) {
+            const int end = std::min((run + 1) * kRun, GetSegmentCount());
+            for (int i = run * kRun; i < end; ++i) visit(i);
+        });
     }
 
 private:
-    int GetRunCount() const { return static_cast<int>(m_vecRuns.size()); }
-    template <class Visit>
-    void VisitRun(int run, Visit visit) const {
-        const int end = std::min((run + 1) * kRun, GetSegmentCount());
-        for (int i = run * kRun; i < end; ++i) visit(i);
-    }
+    // What tells how far a segment is that is not straight; lines among arcs have one too.
+    struct Curve {
+        math::DPOINT2 leaving;  // unit vector of travel at the start, (0, 0) without a chord
+        math::DPOINT2 arriving; // that at the end
+        double curvature = 0;   // 1/mm, positive counter-clockwise
+        bool isWide = false;    // more than a half turn
+        bool isBezier = false;
+    };
+    static constexpr int kRun = BoxTree::kFan; // neighbouring segments that share a box
+    class Builder;
+    class Search;
 
     std::vector<double> m_vecLengths;
-    std::vector<math::Bounds> m_vecRuns;
+    std::vector<double> m_vecSums;
+    std::vector<Curve> m_vecCurves;     // one for each segment, none when all are lines
+    std::vector<double> m_vecX, m_vecY; // the joints, the last one repeated to the end of the last run
+    std::vector<double> m_vecInverse; // 1 / (square of the chord), 0 without a chord; for each place of a run
+    std::vector<double> m_vecWidths;  // mm; how far a segment's points may be from its chord, as the curves
+    std::vector<std::vector<double>> m_vecStrips; // mm; so for the chords over the boxes of each level
+    BoxTree m_tree;                               // of the runs
     math::Bounds m_bounds;
-    double m_dLength = 0;
-    bool m_bHasBezier = false;
+    double m_dExtent = 0;  // mm; the largest magnitude of a coordinate
+    double m_dLongest = 0; // mm; the greatest length of a segment
+    bool m_bIsMeasured = true;
+    bool m_bHasNoBezier = true;
 };
 
 /// The index of a CCadPolyline or a CCadPolylineEx, which keeps it until it is changed. Null the first time
@@ -85,5 +115,20 @@ private:
 /// class, one that derives from these included, since its segments may change where the polyline does not see
 /// it.
 QEVDATA_API const ContourIndex* IndexOf(const CCadObject& object);
+
+/// Calls visit(index), in order, for all segments of a contour that have a point within a few
+/// math::kOnCurve (1e-6 mm) of p, and for others: with an index for few of them, without for all.
+template <class Visit>
+void VisitSegmentsAt(const CCadObject& contour, const math::DPOINT2& p, Visit&& visit) {
+    constexpr double kReach =
+        4 * math::kOnCurve;           // what tests of points on lines and arcs allow for, with room
+    constexpr double kDigits = 1e-14; // of the coordinates and the length: for their rounding
+    const ContourIndex* index = IndexOf(contour);
+    if (index && index->IsMeasured()) {
+        index->VisitWithin(p, kReach + kDigits * (index->GetTotal() + math::Norm(p)), visit);
+    } else {
+        for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) visit(i);
+    }
+}
 
 } // namespace qev

@@ -1,5 +1,5 @@
 /// \file
-/// What an object works out once, when it is asked, and keeps. Private to the data library.
+/// What an object works out once, when it is asked, and keeps. Not installed: for the library itself.
 #pragma once
 
 #include <atomic>

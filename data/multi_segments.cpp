@@ -19,16 +19,20 @@ math::DPOINT2 CCadMultiSegments::GetEndPoint() const {
 }
 
 double CCadMultiSegments::GetLength() const {
-    if (const ContourIndex* index = IndexOf(*this)) return index->GetLength();
+    if (const ContourIndex* index = IndexOf(*this)) return index->GetTotal();
     double length = 0;
     for (int i = 0, count = GetSegmentCount(); i < count; ++i) length += GetSegment(i).GetLength();
     return length;
 }
 
 CadRect CCadMultiSegments::GetBoundRect() const {
-    if (const ContourIndex* index = IndexOf(*this)) return ToRect(index->GetBounds());
+    // A pick asks every contour of a drawing for its box: the small ones, of which there may be millions,
+    // need no index for that.
+    const int count = GetSegmentCount();
+    if (count > ContourIndex::kFew)
+        if (const ContourIndex* index = IndexOf(*this)) return ToRect(index->GetBounds());
     math::Bounds bounds;
-    for (int i = 0, count = GetSegmentCount(); i < count; ++i) bounds.Add(GetSegment(i).GetBounds());
+    for (int i = 0; i < count; ++i) bounds.Add(GetSegment(i).GetBounds());
     return ToRect(bounds);
 }
 

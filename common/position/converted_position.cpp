@@ -21,15 +21,14 @@ namespace {
 
 // The position after a length; the end when the contour is not that long. A length that ends at a joint
 // belongs to the segment before it, and segments without length are passed over.
-math::POLYPOS PosAfter(const CCadObject& contour, int count, double length) {
-    double before = 0;
-    for (int i = 0; i < count; ++i) {
-        const double own = GetSegLength(&contour, i);
-        if (own > 0 && before + own >= length)
-            return {i, std::min((length - before) / own, 1.0)}; // rounded sums pass a very short segment
-        before += own;
-    }
-    return {count - 1, 1.0};
+math::POLYPOS PosAfter(const CCadObject& contour, double length) {
+    const RunningLengths lengths(contour);
+    const int count = lengths.GetCount();
+    RunningLengths::Place place = lengths.EndingFrom(length);
+    while (place.segment < count && !(lengths.Of(place.segment) > 0)) ++place.segment;
+    if (place.segment >= count) return {count - 1, 1.0};
+    const double ratio = (length - place.before) / lengths.Of(place.segment);
+    return {place.segment, std::min(ratio, 1.0)}; // rounded sums pass a very short segment
 }
 
 } // namespace
@@ -43,7 +42,7 @@ bool GetMapPos(const CCadObject* source, const CCadObject* destination, const st
     if (count != sourceCount || sourceCount == 1) {
         const double scale = GetCadLength(destination) / GetCadLength(source);
         if (!(scale > 0) || !std::isfinite(scale)) return false;
-        mapped = PosAfter(*destination, count, GetLengthUpTo(source, kSegmentContours, pos, 0.0) * scale);
+        mapped = PosAfter(*destination, GetLengthUpTo(source, kSegmentContours, pos, 0.0) * scale);
     }
     NormalizePos(destination, mapped);
     out = mapped;

@@ -5,9 +5,13 @@
 // only the parts of the two segments count then. The second measures a way: a closed contour always runs
 // forward and equal positions are a whole round apart; on an open one the way back is minus the way there.
 //
+// On one segment the length is its own times the difference of the ratios. Between segments it is the
+// difference of two lengths from the contour's start, which a contour that was asked before knows without
+// adding them up.
 //
-// Error: the sums round by about 1e-16 of the length for each segment. The difference of two lengths from the
-// start was rejected: it rounds by the whole contour even where the positions are close together.
+// Error: the lengths from the start round by about 1e-16 of the contour's length for each segment. Adding the
+// segments between the positions would round less where these are close together on a long contour; it was
+// rejected, since it costs a step for each of them.
 
 #include <optional>
 
@@ -16,6 +20,7 @@
 
 #include "../kinds/cad_kinds.h"
 #include "../kinds/position_order.h"
+#include "data/running_lengths.h"
 
 namespace qev {
 namespace {
@@ -27,33 +32,31 @@ using Length = std::optional<double>;
 class Stretch {
 public:
     Stretch(const CCadObject& contour, const POLYPOS& from, const POLYPOS& to)
-        : m_contour(contour), m_nCount(contour.GetSegmentCount()), m_from(from), m_to(to) {}
+        : m_lengths(contour), m_from(from), m_to(to) {}
 
     bool IsOnContour() const { return HasSegment(m_from.nSegIndex) && HasSegment(m_to.nSegIndex); }
 
-    double WithinSegment() const { return LengthOf(m_from.nSegIndex) * (m_to.dRatio - m_from.dRatio); }
+    double WithinSegment() const { return m_lengths.Of(m_from.nSegIndex) * (m_to.dRatio - m_from.dRatio); }
 
-    // From one segment into another with the whole segments between; over the contour's start when `wraps`.
+    // Forward to a later segment; over the contour's start when `wraps`.
     double OverJoints(bool wraps) const {
-        double length =
-            LengthOf(m_from.nSegIndex) * (1 - m_from.dRatio) + LengthOf(m_to.nSegIndex) * m_to.dRatio;
-        AddWhole(wraps, length);
-        return length;
+        const double ahead = UpTo(m_to) - UpTo(m_from);
+        return wraps ? ahead + m_lengths.Total() : ahead;
+    }
+
+    // The rest of the first segment and the beginning of the second one, nothing between them.
+    double OfBothParts() const {
+        return m_lengths.Of(m_from.nSegIndex) * (1 - m_from.dRatio)
+               + m_lengths.Of(m_to.nSegIndex) * m_to.dRatio;
     }
 
 private:
-    bool HasSegment(int i) const { return i >= 0 && i < m_nCount; }
-    double LengthOf(int i) const { return m_contour.GetSegment(i).GetLength(); }
-
-    void AddWhole(bool wraps, double& length) const {
-        int i = m_from.nSegIndex + 1;
-        if (wraps)
-            for (; i < m_nCount; ++i) length += LengthOf(i);
-        for (i = wraps ? 0 : i; i < m_to.nSegIndex; ++i) length += LengthOf(i);
+    bool HasSegment(int i) const { return i >= 0 && i < m_lengths.GetCount(); }
+    double UpTo(const POLYPOS& pos) const {
+        return m_lengths.Before(pos.nSegIndex) + m_lengths.Of(pos.nSegIndex) * pos.dRatio;
     }
 
-    const CCadObject& m_contour;
-    int m_nCount;
+    RunningLengths m_lengths;
     POLYPOS m_from;
     POLYPOS m_to;
 };
@@ -87,7 +90,8 @@ Length Between(const CCadObject* object, const POLYPOS& from, const POLYPOS& to,
 Length FirstVariant(const CCadObject* object, const POLYPOS& from, const POLYPOS& to) {
     return Between(object, from, to, [&](const Stretch& stretch) {
         if (from.nSegIndex == to.nSegIndex) return stretch.WithinSegment();
-        return stretch.OverJoints(object->IsClose() && to.nSegIndex < from.nSegIndex);
+        const bool isBack = to.nSegIndex < from.nSegIndex;
+        return isBack && !object->IsClose() ? stretch.OfBothParts() : stretch.OverJoints(isBack);
     });
 }
 

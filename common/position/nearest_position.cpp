@@ -15,9 +15,11 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 #include <qev/position/nearest_position.h>
 #include <qev/types.h>
+#include <qevdata/group_index.h>
 #include <qevdata/picking.h>
 #include <qevdata/polyline.h>
 #include <qevdata/tree_walk.h>
@@ -26,7 +28,8 @@
 
 #include "../kinds/cad_kinds.h"
 #include "../kinds/tolerance.h"
-#include "data/contour_index.h"
+#include "data/picked.h"
+#include "data/running_lengths.h"
 
 namespace qev {
 namespace {
@@ -48,12 +51,25 @@ struct Nearest {
     }
 };
 
-// Offers samples of a Bezier piece. The step is the number that hosts have stored positions with: 0.01 in
-// single precision.
-void SearchSamples(const SEGMENT& segment, const DPOINT2& p, int index, Nearest& nearest) {
-    constexpr double kStep = 0.01f;
-    for (double ratio = 0; ratio <= 1; ratio += kStep) // NOLINT: the sum is meant
-        nearest.Take(math::D2GetDistance(p, segment.GetPoint(ratio)), {index, ratio});
+// The step is the number that hosts have stored positions with: 0.01 in single precision.
+constexpr double kSampleStep = 0.01f;
+
+// Offers the samples of a Bezier piece, in order, by offer(distance, ratio). Along the piece the distance
+// changes by no more than the length does: so those samples are passed over that cannot be within `reach`.
+template <class Offer>
+void SearchSamples(const SEGMENT& piece, const DPOINT2& p, double length, double reach, const Offer& offer) {
+    constexpr double kSlack = 1e-6; // of the steps: more than the samples' places on the piece are off by
+    int passedOver = 0;
+    for (double ratio = 0; ratio <= 1; ratio += kSampleStep) { // NOLINT: the sum is meant
+        if (passedOver > 0) {
+            --passedOver;
+            continue;
+        }
+        const double distance = math::D2GetDistance(p, piece.GetPoint(ratio));
+        offer(distance, ratio);
+        const double steps = (distance - reach) / (kSampleStep * length) * (1 - kSlack);
+        if (steps >= 1) passedOver = static_cast<int>(std::min(steps, 1 / kSampleStep));
+    }
 }
 
 // Only an arc has a bulge, whatever the field of a line says.
@@ -63,74 +79,100 @@ double SegmentDistance(const SEGMENT& segment, const DPOINT2& p) {
 
 // The search of all segments, which is what a nearest segment is by definition.
 POLYPOS NearestOfAll(const CCadObject& contour, const DPOINT2& p) {
+    constexpr double kEverywhere = std::numeric_limits<double>::infinity();
     Nearest nearest;
     for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
         const SEGMENT segment = contour.GetSegment(i);
         if (segment.nType == SEGMENT::kBezier)
-            SearchSamples(segment, p, i, nearest);
+            SearchSamples(segment, p, 0, kEverywhere, [&](double distance, double ratio) {
+                nearest.Take(distance, {i, ratio});
+            });
         else
             nearest.Take(SegmentDistance(segment, p), {i, 0.0});
     }
     return nearest.place;
 }
 
-// The segment that NearestOfAll ends with, found by looking at those segments only that may matter; nothing
-// when that cannot be told. The contour has no Bezier pieces.
-//
-// The index keeps a box round every run of neighbouring segments. The least distance in the nearest run is an
-// upper bound of the least of all. A run whose box is farther away than `reach` and one margin more cannot
-// hold a segment whose computed distance is `reach` or less, since the margin is more than the error of a
-// computed distance. So the segments that are not visited are all farther away than `reach`.
+// The place that NearestOfAll ends with, found by looking at those segments only that are near; nothing when
+// that cannot be told. Every distance that is computed for another segment, or for a sample that is passed
+// over, is more than `reach`.
 //
 // NearestOfAll does not simply end with the least distance: it goes by what it has met before. But every
-// segment s that is nearer than all segments before it by more than kSameLength is taken by NearestOfAll,
+// place s that is nearer than all places before it by more than kSameLength is taken by NearestOfAll,
 // whatever it held, and by this search, which sees a part of them. From s on both hold s. They go on alike:
-// both look at the visited segments in the same order, and a segment that is not visited is farther away than
+// both look at the near places in the same order, and one that is not looked at here is farther away than
 // `reach`, so that NearestOfAll does not take it while it holds something nearer than `reach`. It is
 // therefore enough to meet one such s whose distance lies below `reach` by more than kSameLength. That is
-// what `leastBefore` tells: it starts at `reach`, which stands for all segments that are not visited, and
-// goes down with the visited ones. When no such s was met, because distances within kSameLength of each other
+// what `leastBefore` tells: it starts at `reach`, which stands for all places that are not looked at, and
+// goes down with the others. When no such s was met, because distances within kSameLength of each other
 // lie along the way, the answer is nothing, and all segments are searched.
-std::optional<int> NearestByIndex(const CCadObject& contour, const ContourIndex& index, const DPOINT2& p) {
-    // The distances by Heron's rule err by up to 1.5e-8 of the lengths that go into it, and these are at most
-    // three times the largest coordinate; distances from arcs err by 1e-16 of the radius, which is at most
-    // 2,500 chords. The 1 mm serves small contours that lie at the origin.
-    constexpr double kRounding = 1e-7;
-    const double margin = kRounding * (1 + index.GetExtent(p));
-    double least = std::numeric_limits<double>::max();
-    index.VisitNearest(p, [&](int i) { least = std::min(least, SegmentDistance(contour.GetSegment(i), p)); });
-    const double reach = least + margin;
-    double leastBefore = reach;
-    bool isSure = false;
-    Nearest nearest;
-    index.VisitWithin(p, reach + margin, [&](int i) {
-        const double distance = SegmentDistance(contour.GetSegment(i), p);
-        if (nearest.Take(distance, {i, 0.0}) && distance + kSameLength < leastBefore) isSure = true;
-        leastBefore = std::min(leastBefore, distance);
-    });
-    return isSure ? std::optional(nearest.place.nSegIndex) : std::nullopt;
+class NearSearch {
+public:
+    NearSearch(const CCadObject& contour, const ContourIndex& index, const DPOINT2& p, double reach)
+        : m_contour(contour), m_index(index), m_point(p), m_dReach(reach), m_dLeastBefore(reach) {}
+
+    void LookAt(int i) {
+        const SEGMENT segment = m_contour.GetSegment(i);
+        const auto offer = [this, i](double distance, double ratio) {
+            const bool isTaken = m_nearest.Take(distance, {i, ratio});
+            m_bSure = m_bSure || (isTaken && distance + kSameLength < m_dLeastBefore);
+            m_dLeastBefore = std::min(m_dLeastBefore, distance);
+        };
+        if (segment.nType == SEGMENT::kBezier)
+            SearchSamples(segment, m_point, m_index.GetSegmentLength(i), m_dReach, offer);
+        else
+            offer(SegmentDistance(segment, m_point), 0);
+    }
+    std::optional<POLYPOS> Answer() const { return m_bSure ? std::optional(m_nearest.place) : std::nullopt; }
+
+private:
+    const CCadObject& m_contour;
+    const ContourIndex& m_index;
+    DPOINT2 m_point;
+    double m_dReach;
+    double m_dLeastBefore;
+    Nearest m_nearest;
+    bool m_bSure = false;
+};
+
+// A single near segment needs no search: its distance lies below `reach` by a margin, which is more than
+// kSameLength, so that it would be the s of the search.
+std::optional<POLYPOS> NearestByIndex(const CCadObject& contour, const ContourIndex& index, const DPOINT2& p,
+                                      const NearSegments& near) {
+    if (near.isListed && near.count == 1 && index.HasNoBezier()) return POLYPOS{near.segments[0], 0.0};
+    NearSearch search(contour, index, p, near.Reach());
+    if (near.isListed)
+        for (int k = 0; k < near.count; ++k) search.LookAt(near.segments[k]);
+    else
+        index.VisitWithin(p, near.Reach() + near.margin, [&](int i) { search.LookAt(i); });
+    return search.Answer();
 }
 
-POLYPOS NearestSegment(const CCadObject& contour, const DPOINT2& p) {
-    const ContourIndex* index = IndexOf(contour);
-    const bool isUsed = index && index->IsForSearch() && !index->HasBezier();
-    const auto found = isUsed ? NearestByIndex(contour, *index, p) : std::nullopt;
-    return found ? POLYPOS{*found, 0.0} : NearestOfAll(contour, p);
+// `near` is null where the segments near p are not known yet.
+POLYPOS NearestSegment(const CCadObject& contour, const ContourIndex* index, const DPOINT2& p,
+                       const NearSegments* near) {
+    NearSegments own;
+    if (!index || (!near && !index->FindNear(contour, p, own))) return NearestOfAll(contour, p);
+    const auto found = NearestByIndex(contour, *index, p, near ? *near : own);
+    return found ? *found : NearestOfAll(contour, p);
 }
 
 // The place on the nearest segment; the end of a segment that another one follows is the start of that one.
 // The index is -1 when there is no nearest segment.
-POLYPOS NearestOnContour(const CCadObject& contour, const DPOINT2& p) {
-    POLYPOS place = NearestSegment(contour, p);
-    if (place.nSegIndex < 0) return place;
-    const SEGMENT nearest = contour.GetSegment(place.nSegIndex);
+POLYPOS NearestOnContour(const CCadObject& contour, const DPOINT2& p, const NearSegments* near) {
+    const ContourIndex* index = IndexOf(contour);
+    POLYPOS place = NearestSegment(contour, index, p, near);
+    const int i = place.nSegIndex;
+    if (i < 0) return place;
+    const bool isLine = index && index->HasOnlyLines();
+    const SEGMENT nearest =
+        isLine ? SEGMENT(index->GetJoint(i), index->GetJoint(i + 1)) : contour.GetSegment(i);
     if (nearest.nType != SEGMENT::kBezier)
         place.dRatio = CPosCalculator::GetPerpendicularFootRatio(p, nearest.ptStart, nearest.ptEnd,
                                                                  nearest.GetArc().bulge);
-    const int next = place.nSegIndex + 1;
+    if (!IsSameRatio(place.dRatio, 1)) return place;
     const int count = contour.GetSegmentCount();
-    if (IsSameRatio(place.dRatio, 1) && (contour.IsClose() || next != count))
-        place = {next < count ? next : 0, 0.0};
+    if (i + 1 != count || contour.IsClose()) place = {i + 1 < count ? i + 1 : 0, 0.0};
     return place;
 }
 
@@ -157,19 +199,24 @@ std::optional<double> LengthTo(const DPOINT2& p, const SEGMENT& segment) {
     return arc.IsStraight() ? math::D2GetDistance(p, arc.start) : arc.GetLength() * arc.GetFootRatio(p);
 }
 
+// The first segment that holds a point, and the length up to the point on it; none when no segment does.
+std::optional<std::pair<int, double>> FirstHolding(const CCadObject& contour, const DPOINT2& p) {
+    std::optional<std::pair<int, double>> found;
+    VisitSegmentsAt(contour, p, [&](int i) {
+        const auto length = found ? std::nullopt : LengthTo(p, contour.GetSegment(i));
+        if (length) found.emplace(i, *length);
+    });
+    return found;
+}
+
 // The length up to a point as a fraction of the whole length, 0 when all segments have none. The first
 // segment that holds the point counts; 1 when none does.
 double RatioAlong(const CCadObject& contour, const DPOINT2& p) {
     const double total = contour.GetLength();
-    const int count = contour.GetSegmentCount();
-    if (total == 0 && count > 0) return 0;
-    double before = 0;
-    for (int i = 0; i < count; ++i) {
-        const SEGMENT segment = contour.GetSegment(i);
-        if (const auto length = LengthTo(p, segment)) return (before + *length) / total;
-        before += segment.GetLength();
-    }
-    return before / total;
+    const RunningLengths lengths(contour);
+    if (total == 0 && lengths.GetCount() > 0) return 0;
+    const auto held = FirstHolding(contour, p);
+    return (held ? lengths.Before(held->first) + held->second : lengths.Total()) / total;
 }
 
 std::optional<POLYPOS> NearestOnEllipse(const CCadPolyline* polyline, bool closed, const DPOINT2& p) {
@@ -180,8 +227,9 @@ std::optional<POLYPOS> NearestOnEllipse(const CCadPolyline* polyline, bool close
     return POLYPOS{0, closed ? StartForEnd(ratio) : ratio};
 }
 
-// Where a point lies on an object; none for a kind without positions.
-std::optional<POLYPOS> NearestPlace(const CCadObject* object, const DPOINT2& p) {
+// Where a point lies on an object; none for a kind without positions. `near` is null, or the segments of the
+// object that a search for it has found near.
+std::optional<POLYPOS> NearestPlace(const CCadObject* object, const DPOINT2& p, const NearSegments* near) {
     return VisitCad(
         object, kPickedContours,
         Handle{
@@ -202,7 +250,7 @@ std::optional<POLYPOS> NearestPlace(const CCadObject* object, const DPOINT2& p) 
             },
             [&](const CCadEllipse& ellipse) { return NearestOnEllipse(ellipse.GetPolyline(), true, p); },
             [&](const CCadEllipseArc& arc) { return NearestOnEllipse(arc.GetPolyline(), arc.IsClose(), p); },
-            [&](const Contour& contour) { return NearestOnContour(contour.object, p); },
+            [&](const Contour& contour) { return NearestOnContour(contour.object, p, near); },
             Others<CCadDot>(std::optional<POLYPOS>())});
 }
 
@@ -221,21 +269,35 @@ void Select(const std::list<CCadObject*>* objects, CCadGroup* into, bool closedO
 
 void CPosCalculator::Init(const CCadGroup* group, const DPOINT2* point, double tolerance) {
     m_pGroup = group;
+    m_pIndex = nullptr;
     if (point) m_ptPoint = *point;
     m_dTolerance = tolerance;
 }
 
+void CPosCalculator::Init(const CGroupIndex& index, const DPOINT2* point, double tolerance) {
+    Init(nullptr, point, tolerance);
+    m_pIndex = &index;
+}
+
 bool CPosCalculator::CalculatePosition(PosInfo* info, bool bClosedOnly) {
-    const CCadObject* hit = info ? Hit(m_pGroup, m_ptPoint, m_dTolerance, bClosedOnly) : nullptr;
-    if (!hit) return false;
-    const bool found = _RetrieveNearestPos(hit, info, bClosedOnly);
-    info->pObject = hit;
+    if (!info) return false;
+    const Picked hit = m_pIndex ? Pick(*m_pIndex, m_ptPoint, m_dTolerance, bClosedOnly)
+                                : Pick(m_pGroup, m_ptPoint, m_dTolerance, bClosedOnly);
+    if (!hit.object) return false;
+    const bool found = Retrieve(hit.object, &hit, info, bClosedOnly);
+    info->pObject = hit.object;
     return found;
 }
 
 bool CPosCalculator::_RetrieveNearestPos(const CCadObject* object, PosInfo* info, bool bClosedOnly) const {
-    if (!object || !info || (bClosedOnly && !object->IsClose())) return false;
-    if (const auto place = NearestPlace(object, m_ptPoint))
+    return Retrieve(object, nullptr, info, bClosedOnly);
+}
+
+// `hit` is null, or what the pick has learned of the object, which then need not be searched again.
+bool CPosCalculator::Retrieve(const CCadObject* object, const Picked* hit, PosInfo* info,
+                              bool closedOnly) const {
+    if (!object || !info || (closedOnly && !object->IsClose())) return false;
+    if (const auto place = NearestPlace(object, m_ptPoint, hit && hit->hasNear ? &hit->near : nullptr))
         *info = {nullptr, static_cast<int>(object->GetID()), place->nSegIndex, place->dRatio};
     return true;
 }

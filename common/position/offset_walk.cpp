@@ -1,21 +1,22 @@
 // Walking along a contour by a length.
 //
-// A single piece is one stretch: the ratio moves by the offset over the length, and whole turns come off. A
-// contour is walked segment by segment, since only their lengths tell where the walk ends; the length left
-// goes down by each segment passed, so that the answer has the rounding of the segments on the way and not of
-// the whole contour. A walk of many laps would take too long: once a whole lap has been measured on the way,
-// the laps but the last are taken off at once. A contour that has been asked before has the lengths in its
-// index; they are the segments' own to the bit.
+// A single piece is one stretch: the ratio moves by the offset over the length, and whole turns come off. On
+// a contour a walk that stays on its segment does the same. One that leaves it ends at a length from the
+// contour's start: the length in front of its place plus the offset, whole laps taken off. The segment there
+// is found by the running sums of the segments' lengths, which a contour that was asked before keeps in its
+// index: so a walk costs a logarithm, however far it goes.
 //
-// Error: each segment passed rounds the length left by about 1e-16 of it. Taking n laps off at once rounds
-// once by 1e-16 of n laps in place of n times, so that a short walk, whose last digits hosts have stored,
-// takes every step (kLongWalk). Rejected: a table of running sums and a search in it, which answers at once
-// but subtracts two long sums: another rounding, and for short walks on long contours a worse one.
+// Error: the sums and the length reached are rounded by about 1e-16 of the contour's length for each segment;
+// the whole laps are taken off without rounding (std::fmod is exact), so that many laps blur nothing.
+// Rejected: to add the segments on the way up from the start of the walk. That rounds a short walk on a long
+// contour less, but costs a step for each segment, and two walks that end in one place would differ by where
+// they began.
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 
 #include <qev/measure/measures.h>
 #include <qev/measure/positions.h>
@@ -23,7 +24,7 @@
 
 #include "../kinds/cad_kinds.h"
 #include "../kinds/tolerance.h"
-#include "data/contour_index.h"
+#include "data/running_lengths.h"
 
 namespace qev {
 namespace {
@@ -31,9 +32,6 @@ namespace {
 using math::POLYPOS;
 
 constexpr int kNoWalk = -1;
-// Segments. A walk that would still pass more of them than this takes whole laps off at once; a shorter one
-// takes every step, so that its last digits do not depend on the shortcut.
-constexpr double kLongWalk = 1e5;
 constexpr int kMostSteps = 1'000'000; // of an offset table on each side: more are no samples but a wrong step
 
 // The laps as the answer of a walk.
@@ -70,104 +68,103 @@ int WalkPiece(const CCadObject& piece, const POLYPOS& pos, double offset, POLYPO
     return answer;
 }
 
-// A walk over the segments of a contour. Forward and backward share all but the side from which a segment is
-// entered: it is passed from ratio 0 up, or from ratio 1 down.
+// Where a walk over segments ends, and how many joints it has passed: of those behind its start the joint at
+// the start of the contour counts as well.
+struct Arrival {
+    POLYPOS place;
+    std::int64_t passed;
+};
+
+// A walk over the segments of a contour, forward for a positive offset and backward for a negative one.
 class SegmentWalk {
 public:
-    SegmentWalk(const CCadObject& contour, int count, const POLYPOS& pos, double offset)
-        : m_contour(contour), m_pIndex(IndexOf(contour)), m_nCount(count), m_nDirection(offset < 0 ? -1 : 1),
-          m_nIndex(pos.nSegIndex), m_dLeft(std::abs(offset)), m_dEntry(pos.dRatio) {}
+    SegmentWalk(const CCadObject& contour, const POLYPOS& pos, double offset)
+        : m_contour(contour), m_lengths(contour), m_pos(pos), m_dOffset(offset) {}
 
-    // Passes segments until the rest of the way lies within one; false when it never does.
-    bool Run() {
-        EnterSegment();
-        double available = m_dLength * (m_nDirection > 0 ? 1 - m_dEntry : m_dEntry);
-        double atLapStart = std::numeric_limits<double>::infinity();
-        while (available < m_dLeft) {
-            m_dLeft -= available;
-            m_bAtEnd = IsAtLastSegment() && m_dLeft < kZeroLength;
-            if (m_bAtEnd) break;
-            Step();
-            m_dEntry = m_nDirection > 0 ? 0.0 : 1.0;
-            available = m_dLength;
-            if ((m_nPassed - 1) % m_nCount != 0) continue; // laps are counted from the first whole segment
-            if (!SkipLaps(atLapStart - m_dLeft)) return false;
-            atLapStart = m_dLeft;
-        }
-        return std::isfinite(m_dLength);
+    // None on a contour whose length is 0 or no number, and when more laps are made than can be counted.
+    std::optional<Arrival> Run() const {
+        const double own = m_lengths.Of(m_pos.nSegIndex);
+        const double available = own * (IsForward() ? 1 - m_pos.dRatio : m_pos.dRatio);
+        if (!(available < std::abs(m_dOffset))) return WithinSegment(own);
+        const double total = m_lengths.Total();
+        if (!(total > 0) || !std::isfinite(total)) return std::nullopt;
+        const double left = std::fmod(m_dOffset, total); // exact
+        const double laps = std::round((m_dOffset - left) / total);
+        if (!(std::abs(laps) < std::numeric_limits<int>::max())) return std::nullopt;
+        const double reached = m_lengths.Before(m_pos.nSegIndex) + own * m_pos.dRatio + left;
+        return AtLength(reached, static_cast<std::int64_t>(laps), total);
     }
-
-    // The position reached; a ratio of 1 is the start of the next segment. An open contour has none behind
-    // its very end: a forward walk stays there, also when it has just come round to the start, and so does a
-    // backward one that leaves the end by less than the tolerance.
-    POLYPOS Position() {
-        if (m_bAtEnd) return m_nDirection > 0 ? POLYPOS{m_nCount - 1, 1.0} : POLYPOS{0, 0.0};
-        const double ratio = std::max(m_dEntry + m_nDirection * (m_dLeft / m_dLength), 0.0);
-        const bool open = !m_contour.IsClose();
-        if (!IsSameRatio(ratio, 1)) {
-            const bool isRound = open && m_nDirection > 0 && m_nPassed > 0 && m_nIndex == 0;
-            if (!isRound || !IsSameRatio(ratio, 0)) return {m_nIndex, ratio};
-            --m_nPassed;
-            return {m_nCount - 1, 1.0};
-        }
-        const bool isEnd = open && m_nIndex == m_nCount - 1;
-        if (isEnd && (m_nDirection > 0 || m_nPassed == 0)) return {m_nIndex, 1.0};
-        m_nPassed += m_nDirection;
-        return {(m_nIndex + 1) % m_nCount, 0.0};
-    }
-
-    std::int64_t Passed() const { return m_nPassed; }
 
 private:
-    // Whether the walk goes over the end of an open contour when it leaves the present segment.
-    bool IsAtLastSegment() const {
-        return m_nIndex == (m_nDirection > 0 ? m_nCount - 1 : 0) && !m_contour.IsClose();
+    bool IsForward() const { return m_dOffset > 0; }
+
+    // The rest of the way lies on the segment that the walk begins on.
+    std::optional<Arrival> WithinSegment(double own) const {
+        if (!std::isfinite(own)) return std::nullopt;
+        return OnSegment(m_pos.nSegIndex, m_pos.dRatio + m_dOffset / own, 0);
     }
 
-    void EnterSegment() {
-        m_dLength =
-            m_pIndex ? m_pIndex->GetSegmentLength(m_nIndex) : m_contour.GetSegment(m_nIndex).GetLength();
+    // The place at a length, which lies at most a lap before the contour's start or two behind it, `laps`
+    // whole laps further on.
+    Arrival AtLength(double length, std::int64_t laps, double total) const {
+        if (!m_contour.IsClose())
+            if (const auto end = AtOpenEnd(length, laps, total)) return *end;
+        for (; length < 0; length += total) --laps;
+        for (; length >= total; length -= total) ++laps;
+        if (length == 0) return OnSegment(0, 0, laps);
+        const RunningLengths::Place place =
+            IsForward() ? m_lengths.EndingFrom(length) : m_lengths.EndingBehind(length);
+        return OnSegment(place.segment, (length - place.before) / m_lengths.Of(place.segment), laps);
     }
 
-    void Step() {
-        ++m_nPassed;
-        m_nIndex = (m_nCount + m_nIndex + m_nDirection) % m_nCount;
-        EnterSegment();
+    // An open contour has nothing behind its end: a walk forward that comes within the tolerance of it stays
+    // there, also after laps, and so does one backward at the start.
+    std::optional<Arrival> AtOpenEnd(double length, std::int64_t laps, double total) const {
+        const double ends = std::round(length / total);
+        if (std::abs(length - ends * total) >= kZeroLength + kSumRounding * total) return std::nullopt;
+        laps += static_cast<std::int64_t>(ends);
+        if (IsForward() ? laps < 1 : laps > 0) return std::nullopt; // the end that the walk comes from
+        const int last = m_lengths.GetCount() - 1;
+        return IsForward() ? Arrival{{last, 1.0}, PassedAt(last, laps - 1)}
+                           : Arrival{{0, 0.0}, PassedAt(0, laps)};
     }
 
-    // Takes laps of a long walk off at once, but for the last one. False for a lap without length and for
-    // more laps than can be answered.
-    bool SkipLaps(double lap) {
-        const double laps = std::floor(m_dLeft / lap) - 1;
-        if (!(lap > 0) || laps > std::numeric_limits<int>::max()) return false;
-        if (laps * m_nCount < kLongWalk) return true;
-        m_dLeft -= laps * lap;
-        m_nPassed += static_cast<std::int64_t>(laps) * m_nCount;
-        return true;
+    // The position at a ratio of a segment; a ratio of 1 is the start of the next segment. Behind the last
+    // segment of an open contour there is none: a walk forward stays there, and so does one backward that
+    // leaves the end by less than the tolerance.
+    Arrival OnSegment(int segment, double ratio, std::int64_t laps) const {
+        ratio = std::clamp(ratio, 0.0, 1.0); // rounded sums pass a very short segment
+        const std::int64_t passed = PassedAt(segment, laps);
+        if (!IsSameRatio(ratio, 1)) return {{segment, ratio}, passed};
+        const int count = m_lengths.GetCount();
+        const bool isEnd = segment == count - 1 && !m_contour.IsClose();
+        if (isEnd && (IsForward() || passed == 0)) return {{segment, 1.0}, passed};
+        return {{(segment + 1) % count, 0.0}, passed + (IsForward() ? 1 : -1)};
     }
+
+    std::int64_t PassedAt(int segment, std::int64_t laps) const {
+        const std::int64_t ahead = laps * m_lengths.GetCount() + segment - m_pos.nSegIndex;
+        return IsForward() ? ahead : -ahead;
+    }
+
+    // Of the contour's length: what the few additions that lead to a length may be off by.
+    static constexpr double kSumRounding = 4 * std::numeric_limits<double>::epsilon();
 
     const CCadObject& m_contour;
-    const ContourIndex* m_pIndex; // null when the contour has none
-    int m_nCount;
-    int m_nDirection;
-    int m_nIndex;
-    std::int64_t m_nPassed = 0;
-    double m_dLeft;
-    double m_dEntry; // the ratio at which the present segment was entered
-    double m_dLength = 0;
-    bool m_bAtEnd = false; // the walk ends at an end of an open contour
+    RunningLengths m_lengths;
+    POLYPOS m_pos;
+    double m_dOffset;
 };
 
 // The laps are the segments passed over the count; a walk that ends on the segment it began on, before the
 // place where it began, has one less behind it.
 int WalkSegments(const CCadObject& contour, int count, const POLYPOS& pos, double offset, POLYPOS& out) {
-    SegmentWalk walk(contour, count, pos, offset);
-    if (!walk.Run()) return kNoWalk;
-    const POLYPOS reached = walk.Position();
-    if (IsInvalidPos(&contour, reached)) return kNoWalk;
+    const std::optional<Arrival> arrival = SegmentWalk(contour, pos, offset).Run();
+    if (!arrival || IsInvalidPos(&contour, arrival->place)) return kNoWalk;
+    const POLYPOS& reached = arrival->place;
     const double ahead = (reached.dRatio - pos.dRatio) * (offset < 0 ? -1 : 1);
     const bool startNotReached = reached.nSegIndex == pos.nSegIndex && ahead <= -kSameRatio;
-    const std::int64_t passed = walk.Passed();
+    const std::int64_t passed = arrival->passed;
     const std::int64_t whole = (startNotReached ? passed - 1 : passed) / count;
     const int laps = ToLaps(passed == 0 ? 0 : static_cast<double>(whole));
     if (laps != kNoWalk) out = reached;

@@ -26,6 +26,7 @@
 
 #include "../kinds/cad_kinds.h"
 #include "../kinds/tolerance.h"
+#include "data/contour_index.h"
 #include "length_up_to.h"
 
 namespace qev {
@@ -138,19 +139,22 @@ bool CoorToPos(const CCadObject* object, const DPOINT2& point, POLYPOS& pos) {
 }
 
 bool CoorToPos(const CCadPolyline* polyline, const DPOINT2& point, std::vector<POLYPOS>& positions) {
-    const int count = polyline ? polyline->GetSegmentCount() : 0;
-    for (int i = 0; i < count; ++i) {
+    if (!polyline) return !positions.empty();
+    const int count = polyline->GetSegmentCount();
+    int passed = -1; // the segment behind a joint that has been recorded
+    VisitSegmentsAt(*polyline, point, [&](int i) {
         const SEGMENT segment = polyline->GetSegment(i);
-        if (!IsOnSegment(segment, point)) continue;
+        if (i == passed || !IsOnSegment(segment, point)) return;
         const double ratio =
             CPosCalculator::GetPerpendicularFootRatio(point, segment.ptStart, segment.ptEnd, segment.dBulge);
         if (!IsSameRatio(ratio, 1) || (i == count - 1 && !polyline->IsClose())) {
             positions.push_back({i, ratio});
-            continue;
+            return;
         }
-        ++i; // The point is at a joint, which is recorded once, as the start of the segment after it.
-        if (i < count) positions.push_back({i, 0.0});
-    }
+        passed =
+            i + 1; // The point is at a joint, which is recorded once, as the start of the segment after it.
+        if (passed < count) positions.push_back({passed, 0.0});
+    });
     return !positions.empty();
 }
 

@@ -28,6 +28,11 @@ namespace {
 using math::CentreArc;
 using math::DPOINT2;
 
+// As math::D2GetDistance, without a call.
+double Distance(const DPOINT2& p, const DPOINT2& q) {
+    return math::Norm(q - p);
+}
+
 // Whether an arc is so flat that its chord form serves it. Its radius is then 2,500 chords or more: over a
 // chord of 1 m the rounding of an angle about the centre, 2e-16, moves a point by up to 1e-9 mm, which is
 // kSameLength.
@@ -59,7 +64,7 @@ double ArcDistance(const DPOINT2& p, const CentreArc& arc, double toNearerEnd) {
     const double angle = AngleOf(arc, p);
     const bool beside =
         Sweeps(arc, angle) || Sweeps(arc, angle - math::kTwoPi) || Sweeps(arc, angle + math::kTwoPi);
-    return beside ? std::abs(arc.radius - math::D2GetDistance(p, arc.centre)) : toNearerEnd;
+    return beside ? std::abs(arc.radius - Distance(p, arc.centre)) : toNearerEnd;
 }
 
 // The height of the triangle with the sides da, db and length over the last; the shorter of the others where
@@ -109,21 +114,21 @@ double LineFootRatio(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b) {
 
 double CPosCalculator::GetMinDistance(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b,
                                       const double& bulge) {
-    const double da = math::D2GetDistance(p, a);
-    const double db = math::D2GetDistance(p, b);
-    const double length = math::D2GetDistance(a, b);
+    const double da = Distance(p, a);
+    const double db = Distance(p, b);
+    const double length = Distance(a, b);
     if (length < kZeroLength) return da;
     if (da < kZeroLength || db < kZeroLength) return 0;
     if (IsStraight(bulge)) return LineDistance(da, db, length);
     const math::BulgeArc arc{a, b, bulge};
-    if (IsFlat(bulge)) return math::D2GetDistance(p, arc.PointAt(arc.GetFootRatio(p)));
+    if (IsFlat(bulge)) return Distance(p, arc.PointAt(arc.GetFootRatio(p)));
     return ArcDistance(p, ArcBetween(a, b, bulge), std::min(da, db));
 }
 
 double CPosCalculator::GetPerpendicularFootRatio(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b,
                                                  const double& bulge) {
-    if (math::D2GetDistance(p, a) < kZeroLength) return 0;
-    if (math::D2GetDistance(p, b) < kZeroLength) return 1;
+    if (Distance(p, a) < kZeroLength) return 0;
+    if (Distance(p, b) < kZeroLength) return 1;
     double ratio = 0;
     if (IsStraight(bulge))
         ratio = LineFootRatio(p, a, b);

@@ -25,6 +25,7 @@
 
 #include "../kinds/cad_kinds.h"
 #include "../kinds/tolerance.h"
+#include "data/running_lengths.h"
 
 namespace qev {
 namespace {
@@ -49,12 +50,20 @@ Form FormOf(const CCadObject* object) {
 
 // The search of FindSegmentIndexByRate on any kind: the segment, from `first` on, whose stretch of the whole
 // length holds the fraction `rate`. `before` is the length in front of it, `found` gets that of the segment
-// found. -1, and a length of 0, when the rate lies before `first` or behind the end.
+// found. -1, and a length of 0, when the rate lies before `first` or behind the end. With the contour's own
+// length in front of `first` the segment is found by the running sums.
 int FindByRate(const CCadObject& contour, double total, double rate, int first, double before,
                double& found) {
-    for (int i = std::max(first, 0), count = contour.GetSegmentCount(); i < count && !(before / total > rate);
-         ++i) {
-        const double length = contour.GetSegment(i).GetLength();
+    const RunningLengths lengths(contour);
+    int i = std::max(first, 0);
+    const int count = lengths.GetCount();
+    if (i < count && lengths.HasSums() && before == lengths.Before(i) && !(before / total > rate)) {
+        const auto place = lengths.FirstWhere([=](double end) { return rate <= end / total; });
+        i = std::max(i, place.segment);
+        before = lengths.Before(i);
+    }
+    for (; i < count && !(before / total > rate); ++i) {
+        const double length = lengths.Of(i);
         if (rate <= (before + length) / total) {
             found = before;
             return i;

@@ -7,11 +7,16 @@
 // a closed source the last run may go on in the first group, over the start point; it is put in front of it
 // then, and the start point moves back.
 //
+// A group as a contour of its own, which answers points at lengths, is made when it is asked for and kept
+// until the group changes. Who has a pointer to the group may change it unseen; then nothing is kept.
+//
 // The shape is never touched: a group keeps the polyline's nodes. The tests compare with fixed limits, so
 // that a turn within about 1e-16 of one may fall on either side.
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
+#include <utility>
 
 #include <qev/range/topo_polyline.h>
 #include <qevdata/transform.h>
@@ -21,11 +26,23 @@
 #include <gp_Vec2d.hxx>
 
 #include "../kinds/tolerance.h"
+#include "data/lazy.h"
+#include "data/running_lengths.h"
 
 namespace qev {
 
 using math::DPOINT2;
 using Node = CCadPolyline::ARCNODE;
+
+struct CTopoMultiPolyline::Group : CompoundNode {
+    explicit Group(CompoundNode node) : CompoundNode(std::move(node)) {}
+    Group(const Group&) = delete;
+    Group& operator=(const Group&) = delete;
+    ~Group() { Drop(contour); }
+
+    std::atomic<bool> isHandedOut = false;
+    std::atomic<const CCadPolyline*> contour = nullptr; // owned; null until it is asked for
+};
 
 // A group while it grows: its record, and the nodes of its segments.
 struct CTopoMultiPolyline::Run {
@@ -122,17 +139,17 @@ bool IsSingle(int kind) {
 
 // The point at a fraction of a contour's length. A joint belongs to the segment before it; (0, 0) above 1.
 DPOINT2 PointAlong(const CCadPolyline& contour, double ratio) {
-    double rest = contour.GetLength() * ratio;
-    for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i) {
-        const SEGMENT segment = contour.GetSegment(i);
-        const double length = segment.GetLength();
-        if (rest - length <= 0) return segment.GetPoint(length > 0 ? rest / length : 0);
-        rest -= length;
-    }
-    return {};
+    const RunningLengths lengths(contour);
+    const double length = lengths.Total() * ratio;
+    const RunningLengths::Place place = lengths.EndingFrom(length);
+    if (place.segment >= lengths.GetCount()) return {};
+    const double own = lengths.Of(place.segment);
+    return contour.GetSegment(place.segment).GetPoint(own > 0 ? (length - place.before) / own : 0);
 }
 
 } // namespace
+
+CTopoMultiPolyline::CTopoMultiPolyline() = default;
 
 CTopoMultiPolyline* CTopoMultiPolyline::CreateTopoMultiPolyline(const CCadPolyline* source) {
     if (!source) return nullptr;
@@ -175,7 +192,8 @@ void CTopoMultiPolyline::EmitLast(const Run& run, const CCadPolyline& source) {
 CTopoMultiPolyline::CTopoMultiPolyline(const CTopoMultiPolyline& other)
     : m_vecTopoInfo(other.m_vecTopoInfo), m_ptStart(other.m_ptStart) {
     m_vecNodes.reserve(other.m_vecNodes.size());
-    for (const auto& node : other.m_vecNodes) m_vecNodes.push_back(std::make_unique<CompoundNode>(*node));
+    for (const auto& node : other.m_vecNodes)
+        m_vecNodes.push_back(std::make_unique<Group>(CompoundNode(*node)));
 }
 
 CTopoMultiPolyline& CTopoMultiPolyline::operator=(const CTopoMultiPolyline& other) {
@@ -189,7 +207,18 @@ CTopoMultiPolyline& CTopoMultiPolyline::operator=(const CTopoMultiPolyline& othe
 CTopoMultiPolyline::~CTopoMultiPolyline() = default;
 
 CTopoMultiPolyline::CompoundNode* CTopoMultiPolyline::GetAt(int index) const {
-    return index >= 0 && index < GetNodeCount() ? m_vecNodes[index].get() : nullptr;
+    if (index < 0 || index >= GetNodeCount()) return nullptr;
+    m_vecNodes[index]->isHandedOut = true;
+    return m_vecNodes[index].get();
+}
+
+void CTopoMultiPolyline::SetStartPoint(const DPOINT2& start) {
+    Forget();
+    m_ptStart = start;
+}
+
+void CTopoMultiPolyline::Forget() {
+    for (const auto& group : m_vecNodes) Drop(group->contour);
 }
 
 DPOINT2 CTopoMultiPolyline::GetEndPoint() const {
@@ -200,14 +229,26 @@ DPOINT2 CTopoMultiPolyline::BeginOf(int node) const {
     return node == 0 ? m_ptStart : m_vecNodes[node - 1]->ptEnd;
 }
 
+std::unique_ptr<const CCadPolyline> CTopoMultiPolyline::ContourOf(int node) const {
+    auto contour = std::make_unique<CCadPolyline>(false);
+    contour->SetStartPoint(BeginOf(node));
+    contour->Reserve(static_cast<int>(m_vecNodes[node]->vecNodes.size()));
+    for (const Node& n : m_vecNodes[node]->vecNodes) contour->AddArc({n.x, n.y}, n.bulge);
+    return contour;
+}
+
 DPOINT2 CTopoMultiPolyline::GetPoint(int node, double ratio) const {
-    const CompoundNode* group = GetAt(node);
-    if (!group) return {};
-    if (IsSameRatio(ratio, 1)) return group->ptEnd;
-    CCadPolyline contour(false);
-    contour.SetStartPoint(BeginOf(node));
-    for (const Node& n : group->vecNodes) contour.AddArc({n.x, n.y}, n.bulge);
-    return IsSingle(group->nKind) ? contour.GetSegment(0).GetPoint(ratio) : PointAlong(contour, ratio);
+    if (node < 0 || node >= GetNodeCount()) return {};
+    Group& group = *m_vecNodes[node];
+    if (IsSameRatio(ratio, 1)) return group.ptEnd;
+    if (group.vecNodes.empty()) return {};
+    const Node& first = group.vecNodes.front();
+    if (IsSingle(group.nKind)) return SEGMENT(BeginOf(node), {first.x, first.y}, first.bulge).GetPoint(ratio);
+    // the group before it gives the start
+    const bool mayChange = group.isHandedOut || (node > 0 && m_vecNodes[node - 1]->isHandedOut);
+    const auto make = [&] { return ContourOf(node); };
+    const CCadPolyline* kept = mayChange ? nullptr : GetOrMake(group.contour, make);
+    return kept ? PointAlong(*kept, ratio) : PointAlong(*make(), ratio);
 }
 
 // Run backwards, a segment ends where it began: at the point of the node before it, for a group's first
@@ -216,6 +257,7 @@ DPOINT2 CTopoMultiPolyline::GetPoint(int node, double ratio) const {
 // group before it.
 void CTopoMultiPolyline::ReverseDir() {
     if (m_vecNodes.empty()) return;
+    Forget();
     const DPOINT2 start = GetEndPoint();
     for (int i = GetNodeCount() - 1; i >= 0; --i) {
         CompoundNode& group = *m_vecNodes[i];
@@ -235,6 +277,7 @@ void CTopoMultiPolyline::ReverseDir() {
 
 template <class Map>
 void CTopoMultiPolyline::MapPoints(const Map& map) {
+    Forget();
     m_ptStart = map(m_ptStart);
     for (const auto& group : m_vecNodes) {
         group->ptEnd = map(group->ptEnd);
@@ -267,7 +310,7 @@ bool CTopoMultiPolyline::Mirror(const DPOINT2& onLine, double angle) {
 
 void CTopoMultiPolyline::Append(int kind, const std::vector<Node>& nodes) {
     const Node& last = nodes.back();
-    m_vecNodes.push_back(std::make_unique<CompoundNode>(CompoundNode{kind, nodes, {last.x, last.y}}));
+    m_vecNodes.push_back(std::make_unique<Group>(CompoundNode{kind, nodes, {last.x, last.y}}));
 }
 
 void CTopoMultiPolyline::AddLine(const DPOINT2& end) {

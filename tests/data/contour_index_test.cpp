@@ -21,13 +21,21 @@ private:
 };
 
 // What an index has a part in.
-std::vector<double> Answers(const CCadObject& contour, const DPOINT2& p, double offset) {
+std::vector<double> Answers(const CCadMultiSegments& contour, const DPOINT2& p, const POLYPOS& on,
+                            double offset) {
     const CadRect box = contour.GetBoundRect();
-    DPOINT2 nearest;
+    DPOINT2 nearest, point;
     POLYPOS pos, end;
+    double upTo = 0, between = 0, before = 0;
     const double distance = GetMinDistance(&contour, p, nearest);
     EXPECT_TRUE(CoorToPos(&contour, p, pos, 1e4));
-    const double laps = GetPosByOffset(&contour, {0, 0.5}, offset, end);
+    const double laps = GetPosByOffset(&contour, on, offset, end);
+    GetLengthStartToPos(&contour, on, upTo);
+    GetLineLength_Dot2Dot2(&contour, on, pos, between);
+    const double rate = upTo / contour.GetLength();
+    const double found = FindSegmentIndexByRate(&contour, rate, 0, 0, before);
+    EXPECT_TRUE(PosToCoor(&contour, on.nSegIndex, on.dRatio, point));
+    const double along = CPosCalculator::GetPtInMultiRatio(point, const_cast<CCadMultiSegments*>(&contour));
     return {contour.GetLength(),
             box.x,
             box.y,
@@ -38,22 +46,46 @@ std::vector<double> Answers(const CCadObject& contour, const DPOINT2& p, double 
             nearest.y,
             PolyPosToDouble(pos),
             laps,
-            PolyPosToDouble(end)};
+            PolyPosToDouble(end),
+            upTo,
+            between,
+            found,
+            before,
+            along};
 }
 
-void ExpectSameAnswers(const CCadObject& contour, Random& random) {
+void ExpectSameAnswers(const CCadMultiSegments& contour, Random& random) {
     (void)IndexOf(contour);
     ASSERT_TRUE(IndexOf(contour)) << "it is kept from the second question on";
     const DPOINT2 p = random.Coin() ? random.Point() : DPOINT2{-std::pow(10, random.Uniform(-7, -4)), 0};
     const double offset = random.Uniform(-1000, 1000);
-    EXPECT_EQ(Answers(contour, p, offset), Answers(Plain(contour), p, offset));
+    const POLYPOS on = random.Pos(contour.GetSegmentCount());
+    EXPECT_EQ(Answers(contour, p, on, offset), Answers(Plain(contour), p, on, offset));
 }
 
 TEST(ContourIndex, AnswersAsAllSegmentsDo) {
     for (Random random; random.Rounds(300);) {
-        std::unique_ptr<CCadMultiSegments> contour = RandomPolyline(random, 60);
-        if (random.Coin()) contour = RandomPolylineEx(random, 60);
+        const int size = random.Coin() ? 60 : 600;
+        std::unique_ptr<CCadMultiSegments> contour = RandomPolyline(random, size);
+        if (size == 60 && random.Coin()) contour = RandomPolylineEx(random, size);
         ExpectSameAnswers(*contour, random);
+    }
+}
+
+// Arcs of all turns, from flat ones to nearly whole circles, as bumps of a smooth contour and of a jagged
+// one.
+TEST(ContourIndex, ArcsOfAllTurns) {
+    for (Random random; random.Rounds(200);) {
+        CCadPolyline contour;
+        const int count = random.Int(40, 2'000);
+        const double roughness = std::pow(10, random.Uniform(-6, 0)),
+                     turn = std::pow(10, random.Uniform(-8, 2));
+        for (int i = 0; i <= count; ++i) {
+            const double radius = 100 * (1 + random.Uniform(-0.1, 0.1) * roughness);
+            const DPOINT2 p = math::Rotated({radius, 0}, math::kTwoPi * i / count);
+            i == 0 ? contour.SetStartPoint(p) : contour.AddArc(p, random.Uniform(-turn, turn));
+        }
+        ExpectSameAnswers(contour, random);
     }
 }
 
@@ -62,7 +94,7 @@ TEST(ContourIndex, AnswersAsAllSegmentsDo) {
 TEST(ContourIndex, SlowlyChangingDistances) {
     for (Random random; random.Rounds(20);) {
         CCadPolyline polygon;
-        for (int i = 0, count = random.Int(100, 200'000); i <= count; ++i) {
+        for (int i = 0, count = random.Int(100, 30'000); i <= count; ++i) {
             const DPOINT2 p = math::Rotated({1, 0}, math::kTwoPi * i / count);
             i == 0 ? polygon.SetStartPoint(p) : polygon.AddLine(p);
         }

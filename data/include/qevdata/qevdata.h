@@ -9,6 +9,7 @@
 #include <qevdata/direction.h>
 #include <qevdata/ellipse.h>
 #include <qevdata/group.h>
+#include <qevdata/group_index.h>
 #include <qevdata/kinds.h>
 #include <qevdata/line.h>
 #include <qevdata/multi_segments.h>

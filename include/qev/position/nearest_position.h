@@ -11,6 +11,8 @@ namespace qev {
 
 class CCadGroup;
 class CCadObject;
+class CGroupIndex;
+struct Picked;
 
 /// What a pick answers.
 struct PosInfo {
@@ -28,6 +30,10 @@ public:
     /// Takes the objects to search, the point (it is copied; null keeps the one before), and how far from the
     /// point in mm an object may lie to be picked.
     void Init(const CCadGroup* group, const math::DPOINT2* point, double tolerance);
+    /// Takes an index over the objects to search, which answers what its group would and has to outlive the
+    /// calculator; the point (it is copied; null keeps the one before), and how far from the point in mm an
+    /// object may lie to be picked.
+    void Init(const CGroupIndex& index, const math::DPOINT2* point, double tolerance);
 
     /// Picks among all objects, or among closed ones only, as Hit does, and writes the object and the nearest
     /// position on it. True when an object was hit; with one of a kind without positions the tag, index and
@@ -96,7 +102,10 @@ protected:
     void _MultiSegments(const CCadObject* object, PosInfo* info) const;
 
 private:
+    bool Retrieve(const CCadObject* object, const Picked* hit, PosInfo* info, bool closedOnly) const;
+
     const CCadGroup* m_pGroup = nullptr;
+    const CGroupIndex* m_pIndex = nullptr; // searched in place of the group where it is set
     math::DPOINT2 m_ptPoint;
     double m_dTolerance = 0;
 };

@@ -55,7 +55,8 @@ public:
     /// Deletes the groups.
     virtual ~CTopoMultiPolyline();
 
-    /// The group at an index, null when there is none. It stays with the polyline.
+    /// The group at an index, null when there is none. It stays with the polyline. It may be changed through
+    /// the pointer, so that from now on GetPoint measures it anew with every question.
     CompoundNode* GetAt(int index) const;
     /// Number of groups.
     int GetNodeCount() const { return static_cast<int>(m_vecNodes.size()); }
@@ -66,13 +67,13 @@ public:
     /// Where the first group starts. Without groups the source's start, math::NoPoint() if it had none.
     math::DPOINT2 GetStartPoint() const { return m_ptStart; }
     /// Moves the start of the first group alone.
-    void SetStartPoint(const math::DPOINT2& start) { m_ptStart = start; }
+    void SetStartPoint(const math::DPOINT2& start);
     /// The last group's end, or the start point without groups.
     math::DPOINT2 GetEndPoint() const;
     /// The point at a fraction of a group's length, 0 its start and 1 its end. Below 0 the line or arc that
     /// the group begins with is gone on backwards, above 1 a single line or arc goes on, and a run or curve
-    /// gives (0, 0). An index without a group gives (0, 0). Throws std::bad_alloc without
-    /// memory.
+    /// gives (0, 0). An index without a group gives (0, 0). The lengths of a group that GetAt has not handed
+    /// out are kept from the second question on. Throws std::bad_alloc without memory.
     math::DPOINT2 GetPoint(int node, double ratio) const;
 
     /// Turns the direction round: the order of the groups, and of the nodes in each. The records keep theirs.
@@ -88,9 +89,12 @@ public:
 
 private:
     struct Run;
+    struct Group; // a CompoundNode, and what is kept of it
 
-    CTopoMultiPolyline() = default;
+    CTopoMultiPolyline();
     math::DPOINT2 BeginOf(int node) const;
+    std::unique_ptr<const CCadPolyline> ContourOf(int node) const;
+    void Forget();
     void AddLine(const math::DPOINT2& end);
     void AddArc(const math::DPOINT2& end, double bulge);
     void AddLines(const std::vector<CCadPolyline::ARCNODE>& nodes);
@@ -104,7 +108,7 @@ private:
     template <class Map>
     void MapPoints(const Map& map);
 
-    std::vector<std::unique_ptr<CompoundNode>> m_vecNodes;
+    std::vector<std::unique_ptr<Group>> m_vecNodes;
     std::vector<TopoInfo> m_vecTopoInfo;
     math::DPOINT2 m_ptStart;
 };

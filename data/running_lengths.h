@@ -1,0 +1,83 @@
+/// \file
+/// Lengths along a contour. Not installed: for the library itself.
+#pragma once
+
+#include <algorithm>
+#include <vector>
+
+#include <qevdata/cad_object.h>
+
+#include "contour_index.h"
+
+namespace qev {
+
+/// The running sums of a contour's segment lengths, from the first segment on and in their order: what every
+/// walk, length and fraction along a contour is measured by. A contour with an index answers in a logarithm;
+/// any other is summed anew for each question, with equal bits. The contour has to outlive this.
+class RunningLengths {
+public:
+    explicit RunningLengths(const CCadObject& contour)
+        : m_contour(contour), m_nCount(contour.GetSegmentCount()), m_pIndex(IndexOf(contour)) {
+        if (m_pIndex && !m_pIndex->IsMeasured()) m_pIndex = nullptr;
+    }
+
+    /// A segment, and the length in mm in front of it.
+    struct Place {
+        int segment;
+        double before;
+    };
+
+    /// Whether the sums are kept, so that they cost nothing.
+    bool HasSums() const { return m_pIndex; }
+    /// Number of segments.
+    int GetCount() const { return m_nCount; }
+    /// Length in mm of a segment, which has to be one of the contour's.
+    double Of(int i) const {
+        return m_pIndex ? m_pIndex->GetSegmentLength(i) : m_contour.GetSegment(i).GetLength();
+    }
+    /// Length in mm in front of segment i; of the whole contour for the number of segments and above, 0 for
+    /// less than 1.
+    double Before(int i) const {
+        const int end = std::clamp(i, 0, m_nCount);
+        if (m_pIndex) return m_pIndex->GetSums()[end];
+        double sum = 0;
+        for (int k = 0; k < end; ++k) sum += Of(k);
+        return sum;
+    }
+    /// Length in mm of the whole contour.
+    double Total() const { return Before(m_nCount); }
+
+    /// The first segment that ends at a length in mm or behind it; behind the last one when there is none.
+    Place EndingFrom(double length) const {
+        return FirstWhere([length](double end) { return end >= length; });
+    }
+    /// The first segment that ends behind a length in mm; behind the last one when there is none.
+    Place EndingBehind(double length) const {
+        return FirstWhere([length](double end) { return end > length; });
+    }
+    /// The first segment whose end passes a test, which has to pass for every greater length too; behind the
+    /// last one when there is none.
+    template <class Test>
+    Place FirstWhere(const Test& isReached) const {
+        if (m_pIndex) {
+            const std::vector<double>& sums = m_pIndex->GetSums();
+            const auto end = std::partition_point(sums.begin() + 1, sums.end(),
+                                                  [&](double sum) { return !isReached(sum); });
+            return {static_cast<int>(end - sums.begin()) - 1, *(end - 1)};
+        }
+        double before = 0;
+        for (int i = 0; i < m_nCount; ++i) {
+            const double end = before + Of(i);
+            if (isReached(end)) return {i, before};
+            before = end;
+        }
+        return {m_nCount, before};
+    }
+
+private:
+    const CCadObject& m_contour;
+    int m_nCount;
+    const ContourIndex* m_pIndex; // null when the contour has none
+};
+
+} // namespace qev
