@@ -53,7 +53,7 @@ MAY_INCLUDE = {
     "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|message)/\w+\.h"'),
     "fuzz": (STANDARD, LUA, PUBLIC, LAYERS, r'"host/[\w/]+\.h"'),
     "tools/digest": (STANDARD, OCCT, PUBLIC, LAYERS),
-    "tests": (STANDARD, OCCT, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|support|platform|technics)/[\w/]+\.h"', TESTED),
+    "tests": (STANDARD, OCCT, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|measure|support|platform|technics)/[\w/]+\.h"', TESTED),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"(script|support)/\w+\.h"'),
     "tests/technics": (STANDARD, LUA, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(technics|script|support|platform)/\w+\.h"'),
     "tests/lifetime": (STANDARD, LUA, PUBLIC, r"<gtest/gtest\.h>", r'"platform/\w+\.h"'),

@@ -47,6 +47,7 @@ TEST(Hit, LooksThroughRelationsAndTakesTextsWhole) {
     EXPECT_EQ(Hit(&group, {5, 4.5}, 1), text);
     EXPECT_EQ(Hit(&group, {5, 9.5}, 1), &related);
     EXPECT_EQ(Hit(&group, {5, 0}, kNaN), nullptr);
+    EXPECT_EQ(Hit(&group, {kNaN, 0}, 100), nullptr);
     EXPECT_EQ(Hit(&group, {5, 0}, -1), nullptr);
     EXPECT_EQ(Hit(nullptr, {0, 0}, 1), nullptr);
     EXPECT_EQ(Hit(&group, {5, 1}, 1), line) << "the tolerance is included";

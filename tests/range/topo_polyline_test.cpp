@@ -59,6 +59,31 @@ TEST(TopoPolyline, Groups) {
     }
 }
 
+// Points by length, asked again and again, between changes of every kind; a copy that was assigned goes its
+// way.
+TEST(TopoPolyline, PointsOfGroupsFollowChanges) {
+    const auto topo = Make(*Polyline("0 0 L 10 0 L 30 0 L 60 0 L 60 30"));
+    const auto expectPoint = [&](const char* change, const DPOINT2& expected) {
+        for (int question = 0; question < 3; ++question)
+            EXPECT_POINT_NEAR(topo->GetPoint(0, 0.75), expected, 1e-12) << change;
+    };
+    expectPoint("none", {45, 0});
+    Topo copy(*Make(*Polyline("0 0 L 1 1")));
+    copy = *topo;
+    EXPECT_EQ(copy.GetTopoInfo().size(), 2u);
+    copy.Translate(gp_Vec2d(0, 7));
+    EXPECT_POINT_NEAR(copy.GetPoint(0, 0.75), (DPOINT2{45, 7}), 1e-12);
+    expectPoint("of the copy", {45, 0});
+    topo->Translate(gp_Vec2d(1, 0));
+    expectPoint("Translate", {46, 0});
+    topo->SetStartPoint({-19, 0});
+    expectPoint("SetStartPoint", {41, 0});
+    topo->GetAt(0)->vecNodes.back().x = 101;
+    expectPoint("through the pointer", {71, 0});
+    EXPECT_POINT_NEAR(topo->GetPoint(0, -0.5), (DPOINT2{-79, 0}), 1e-12) << "backwards on the first line";
+    EXPECT_POINT_NEAR(topo->GetPoint(0, 1.5), (DPOINT2{0, 0}), 0);
+}
+
 TEST(TopoPolyline, OfNothing) {
     EXPECT_EQ(Topo::CreateTopoMultiPolyline(nullptr), nullptr);
     const auto empty = Make(CCadPolyline());
