@@ -27,6 +27,8 @@ namespace {
 constexpr double kSmallestError = 1e-6;
 // More pieces than this are refused: a plain polyline of them fills 24 MB.
 constexpr std::size_t kMaxPieces = 1'000'000;
+// mm. Farther out the products overflow that bound the deviation from curves.
+constexpr double kFarthest = 1e70;
 // Radians, half the angle of a chord: however large the error, a circle does not fall below a triangle's
 // chords.
 constexpr double kWidestChord = math::kPi / 3;
@@ -39,6 +41,10 @@ bool IsFinite(const SEGMENT& segment) {
 bool IsFinite(const math::EllipticArc& arc) {
     return math::IsFinite(arc.PointAt(arc.GetStart())) && math::IsFinite(arc.GetAxisA())
            && math::IsFinite(arc.GetAxisB()) && std::isfinite(arc.GetEnd());
+}
+
+bool IsNear(const math::DPOINT2& p) {
+    return math::Norm(p) < kFarthest;
 }
 
 // Appends the approximation of one outline piece after another; false when one cannot be made.
@@ -56,7 +62,8 @@ public:
     }
 
     bool operator()(const math::EllipticArc& arc) {
-        if (!IsFinite(arc) || !CanExpressError(arc.GetBounds())) return false;
+        if (!IsFinite(arc) || !IsNear(arc.GetAxisA()) || !IsNear(arc.GetAxisB())) return false;
+        if (!CanExpressError(arc.GetBounds())) return false;
         if (arc.GetSweep() == 0) return AddPoint(arc.PointAt(arc.GetStart()));
         const bool whole = arc.GetStart() == 0 && std::abs(arc.GetSweep()) == math::kTwoPi;
         return whole ? AddWholeEllipse(arc) : AddQuadrants(arc);
@@ -79,12 +86,16 @@ private:
         return true;
     }
 
-    // The nodes of a stretch of a curve, which may take so many at most.
+    // The nodes of a stretch of a curve, which may take so many at most and is laid out so many times. Room
+    // for them is made at once where they are more than all before: never for a few at a time.
     template <class Curve>
-    bool Fit(const Curve& curve, double from, double to, std::size_t maxNodes) {
+    bool Fit(const Curve& curve, double from, double to, std::size_t maxNodes, int times = 1) {
         m_vecNodes.clear();
         m_settings.maxNodes = maxNodes;
-        return math::FitStretch(curve, from, to, m_settings, m_vecNodes);
+        if (!math::FitStretch(curve, from, to, m_settings, m_vecNodes)) return false;
+        const int made = times * static_cast<int>(m_vecNodes.size());
+        if (made > m_out.GetNodeCount()) m_out.Reserve(m_out.GetNodeCount() + made);
+        return true;
     }
 
     // Sagitta R (1 - cos(delta)) = 2 R sin^2(delta / 2) of a chord over the angle 2 delta.
@@ -103,8 +114,7 @@ private:
 
     bool AddBezier(const SEGMENT& segment) {
         const math::CubicBezier bezier = segment.GetBezier();
-        // beyond 1e154 mm the exact box overflows
-        if (!std::isfinite(math::Norm(bezier.ctrl1)) || !std::isfinite(math::Norm(bezier.ctrl2)))
+        if (!IsNear(bezier.start) || !IsNear(bezier.ctrl1) || !IsNear(bezier.ctrl2) || !IsNear(bezier.end))
             return false;
         if (!CanExpressError(bezier.GetBounds()) || !Fit(bezier, 0, 1, Room())) return false;
         for (const math::FitNode& node : m_vecNodes)
@@ -130,7 +140,7 @@ private:
 
     // One quadrant is fitted; the others are its mirror images, run forward and backward in turn.
     bool AddWholeEllipse(const math::EllipticArc& arc) {
-        if (!Fit(arc, 0, math::kHalfPi, Room() / 4)) return false;
+        if (!Fit(arc, 0, math::kHalfPi, Room() / 4, 4)) return false;
         const double sign = arc.GetSweep() < 0 ? -1 : 1;
         const int count = static_cast<int>(m_vecNodes.size());
         for (int half = 0; half < 2; ++half) {

@@ -29,6 +29,9 @@
 namespace math {
 namespace {
 
+// Stretches by which the number of chords is bounded: few beside the chords after which that is asked.
+constexpr int kCells = 500;
+
 // The walk along a stretch of an ellipse, measured from the end where it is slower.
 class EllipseWalk {
 public:
@@ -46,7 +49,7 @@ public:
     // known to fit. The sine of its half is at most that of the bound; asin(x) >= x + x^3/6.
     double LongestHalf(double travelled, double half) const {
         constexpr double kSettled = 0.01;        // of the half: what is left to gain is a fraction of it
-        constexpr double kCoversQuadrant = 0.25; // square of the sine of half of what two cover a quadrant
+        constexpr double kCoversQuadrant = 0.25; // the half chord of this square of a sine is over pi/4
         const double enough = 0.5 * (m_to - m_from - travelled);
         for (double seen = -1; half < enough && half - seen > kSettled * half;) {
             const double sine2 = m_scale * Speed(travelled + half);
@@ -56,6 +59,19 @@ public:
             half = 2 * (sine + sine * sine2 / 6);
         }
         return half;
+    }
+
+    // No more than the chords that are left from a place on. The speed rises, so no half chord that ends
+    // within a cell is longer than the one at the cell's end allows; asin(x) <= x + x^3/5 up to a quadrant's.
+    // A chord that crosses into the next cell is counted twice.
+    double GetLeastNodes(double travelled) const {
+        const double width = (m_to - m_from - travelled) / kCells;
+        double chords = -kCells;
+        for (int i = 1; i <= kCells; ++i) {
+            const double sine2 = m_scale * Speed(travelled + i * width);
+            chords += width / (4 * (std::sqrt(sine2) * (1 + sine2 / 5)));
+        }
+        return chords;
     }
 
 private:
@@ -96,7 +112,6 @@ public:
     // Within a cell a chord over 2h deviates by h^2 (|m| - h^2 |e x d|) / |w| at least, and a chord that
     // crosses into the next cell is counted twice.
     double GetLeastNodes(double from, double to) const {
-        constexpr int kCells = 500; // few beside the nodes after which this is asked
         const double width = (to - from) / kCells;
         double chords = -kCells;
         for (int i = 0; i < kCells; ++i) {
@@ -139,15 +154,18 @@ bool FitChords(const EllipticArc& arc, double from, double to, const FitSettings
                std::vector<FitNode>& nodes) {
     const EllipseWalk walk(arc, from, to, settings.error);
     const double length = to - from;
-    const auto first = static_cast<std::ptrdiff_t>(nodes.size());
+    const std::size_t first = nodes.size();
     double half = 0;
     for (double travelled = 0, next = 0; travelled < length; travelled = next) {
         half = walk.LongestHalf(travelled, half);
         next = 2 * half < length - travelled ? travelled + 2 * half : length;
         if (!(next > travelled) || nodes.size() >= settings.maxNodes) return false;
+        if (nodes.size() - first == kManyNodes
+            && walk.GetLeastNodes(travelled) > static_cast<double>(settings.maxNodes - nodes.size()))
+            return false;
         nodes.push_back({walk.Rises() ? walk.ParameterAt(next) : walk.ParameterAt(travelled), 0});
     }
-    if (!walk.Rises()) std::reverse(nodes.begin() + first, nodes.end());
+    if (!walk.Rises()) std::reverse(nodes.begin() + static_cast<std::ptrdiff_t>(first), nodes.end());
     nodes.back().u = to;
     return true;
 }

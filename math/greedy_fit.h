@@ -90,6 +90,10 @@ std::optional<Step> LongestStep(const Fitter& fitter, double from, double to, do
     return best;
 }
 
+/// Nodes of a stretch after which it is asked whether the rest can fit: so many that ordinary stretches are
+/// not asked, and so few that the answer comes at once.
+inline constexpr std::size_t kManyNodes = 1000;
+
 /// Appends the nodes of a stretch; false when they are more than the settings allow, or when the parameter
 /// cannot tell the ends of a step apart any more.
 /// A fitter answers the step between two parameters, the power kOrder with which its deviation grows (2 or
@@ -98,9 +102,6 @@ std::optional<Step> LongestStep(const Fitter& fitter, double from, double to, do
 template <class Fitter>
 bool FitGreedily(const Fitter& fitter, double from, double to, const FitSettings& settings,
                  std::vector<FitNode>& nodes) {
-    // Nodes of this stretch after which it is asked once whether the rest can fit: enough that ordinary
-    // stretches are not asked, and so few that the answer comes at once.
-    constexpr std::size_t kManyNodes = 1000;
     const std::size_t first = nodes.size();
     bool asked = false;
     Guess guess{to - from};

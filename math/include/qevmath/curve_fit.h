@@ -29,14 +29,15 @@ struct FitSettings {
 /// to lie within one quadrant, between neighbouring ends of the axes: there the arc turns by a right angle at
 /// most. False when the error takes more than maxNodes nodes, or when the rounding of the arc's size
 /// exceeds it; what was appended before is then left in the list. The arc has to be finite, which is not
-/// checked.
+/// checked. Throws std::bad_alloc when memory is refused.
 QEVMATH_API bool FitStretch(const EllipticArc& arc, double from, double to, const FitSettings& settings,
                             std::vector<FitNode>& nodes);
 
 /// Appends the nodes that approximate a Bezier piece between two of its parameters, 0 <= from < to <= 1.
 /// Loops, cusps and doubled control points are fine; arcs join tangentially but in a cusp. False when the
 /// error takes more than maxNodes nodes, or when the rounding of the piece's size exceeds it; what was
-/// appended before is then left in the list. The piece has to be finite, which is not checked.
+/// appended before is then left in the list. The piece has to be finite, which is not checked, and its
+/// coordinates below 1e70 mm, beyond which products overflow. Throws std::bad_alloc when memory is refused.
 QEVMATH_API bool FitStretch(const CubicBezier& bezier, double from, double to, const FitSettings& settings,
                             std::vector<FitNode>& nodes);
 
