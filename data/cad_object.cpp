@@ -8,6 +8,8 @@
 // drawing nor an object that holds itself does harm, and deleting needs no memory.
 #include <atomic>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include <qevdata/cad_object.h>
 #include <qevmath/tolerance.h>
@@ -22,26 +24,34 @@ unsigned int FreshId() {
     return ++last;
 }
 
-// A chain of inner objects that is being copied on this thread. The copy constructor of the source next in
-// turn leaves its own inner object to the loop that copies the chain, in place of recursion.
+// The copies on this thread whose inner objects have still to be copied, in place of recursion: a copy that
+// is made while another one is being completed is completed after it. The last comes first, so that those
+// whose inner objects are being copied are the ones within which the present one lies.
 struct InnerCopies {
-    const CCadObject* source = nullptr;           // the inner object that is being cloned
-    CCadObject* copy = nullptr;                   // its copy, once there is one
-    std::unordered_set<const CCadObject*> owners; // whose inner objects have been cloned
-    InnerCopies* outer;                           // the chain within which this one is copied
+    struct Pending {
+        const CCadObject* source;
+        CCadObject* copy; // null when its inner object has been copied and for a copy that was deleted
+    };
+    std::vector<Pending> pending;
+    std::unordered_set<const CCadObject*> open; // whose inner objects are being copied
 
     InnerCopies();
     ~InnerCopies();
     InnerCopies(const InnerCopies&) = delete;
     InnerCopies& operator=(const InnerCopies&) = delete;
+
+    void Forget(const CCadObject* copy) {
+        for (Pending& one : pending)
+            if (one.copy == copy) one.copy = nullptr;
+    }
 };
 thread_local InnerCopies* t_pInnerCopies = nullptr;
 
-InnerCopies::InnerCopies() : outer(t_pInnerCopies) {
+InnerCopies::InnerCopies() {
     t_pInnerCopies = this;
 }
 InnerCopies::~InnerCopies() {
-    t_pInnerCopies = outer;
+    t_pInnerCopies = nullptr;
 }
 
 } // namespace
@@ -56,31 +66,31 @@ CCadObject::CCadObject(const CCadObject& other)
 }
 
 CCadObject::~CCadObject() {
-    for (InnerCopies* copies = t_pInnerCopies; copies; copies = copies->outer)
-        if (copies->copy == this) copies->copy = nullptr;
+    if (t_pInnerCopies) t_pInnerCopies->Forget(this);
     for (const CTechnics* technics : m_listTechnics) delete technics;
     DeleteOwned();
 }
 
 void CCadObject::CloneInner(const CCadObject& other) {
     if (!other.m_pInner) return;
-    if (t_pInnerCopies && t_pInnerCopies->source == &other) {
-        t_pInnerCopies->source = nullptr;
-        t_pInnerCopies->copy = this;
+    if (t_pInnerCopies) {
+        const bool insideItself = t_pInnerCopies->open.contains(&other);
+        if (!insideItself) t_pInnerCopies->pending.push_back({&other, this});
         return;
     }
-    for (const InnerCopies* outer = t_pInnerCopies; outer; outer = outer->outer)
-        if (outer->owners.contains(&other)) return; // met inside itself
-    InnerCopies chain;
-    CCadObject* owner = this;
-    for (const CCadObject* from = &other; owner && from->m_pInner;) {
-        chain.owners.insert(from);
-        from = from->m_pInner.get();
-        if (chain.owners.contains(from)) break;
-        chain.source = from;
-        chain.copy = nullptr;
-        owner->m_pInner.reset(from->Clone(true));
-        owner = chain.copy;
+    InnerCopies copies;
+    copies.pending.push_back({&other, this});
+    while (!copies.pending.empty()) {
+        const CCadObject* source = copies.pending.back().source;
+        CCadObject* copy = std::exchange(copies.pending.back().copy, nullptr);
+        if (copy) {
+            copies.open.insert(source);
+            const CCadObject* inner = source->m_pInner.get();
+            if (!copies.open.contains(inner)) copy->m_pInner.reset(inner->Clone(true));
+        } else {
+            copies.open.erase(source);
+            copies.pending.pop_back();
+        }
     }
 }
 
