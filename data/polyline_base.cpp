@@ -26,11 +26,12 @@ void CCadPolylineBase::MoveStart(const math::DPOINT2& start) {
 }
 
 void CCadPolylineBase::ReverseDir(bool toggleNormalDir) {
+    if (GetSegmentCount() > 0) {
+        const math::DPOINT2 end = GetEndPoint();
+        ReverseSegments(); // which may throw, so it comes first
+        MoveStart(end);
+    }
     if (toggleNormalDir) m_bNormalDir = !m_bNormalDir;
-    if (GetSegmentCount() == 0) return;
-    const math::DPOINT2 end = GetEndPoint();
-    ReverseSegments();
-    MoveStart(end);
 }
 
 void CCadPolylineBase::ApplyTransform(const gp_Trsf2d& transform) {

@@ -48,7 +48,8 @@ public:
     virtual SEGMENT GetSegment(int index) const;
     /// Length in mm; 0 by default.
     virtual double GetLength() const;
-    /// The exact bounding box; by default that of the pieces, the empty box without any.
+    /// The exact bounding box; by default that of the pieces, the empty box without any. That of a container,
+    /// whose members are walked, throws std::bad_alloc when memory is refused.
     virtual CadRect GetBoundRect() const;
     /// A new object with the same geometry, attributes, flags and inner object, owned by the caller; with a
     /// fresh id, or with this one's. Technics and tool paths are not copied, their text is. An object met
@@ -71,10 +72,11 @@ public:
     /// Takes any number; whether another object has it is not checked.
     void SetID(unsigned int id) { m_nID = id; }
 
-    /// The value of a named attribute, empty when there is none and for a null key.
+    /// The value of a named attribute, empty when there is none and for a null key. Throws std::bad_alloc
+    /// when memory is refused.
     CString GetKey(const char* key) const;
     /// Sets an attribute, replacing the value before; both texts are copied. A null key is ignored, a null
-    /// value is the empty one. Throws std::bad_alloc when memory is refused.
+    /// value is the empty one. Throws std::bad_alloc when memory is refused, and the value is as before.
     void SetKey(const char* key, const char* value);
 
     /// The machining processes of the object, owned by it: what is taken off the list is the taker's to
@@ -82,12 +84,14 @@ public:
     std::list<CTechnics*>& GetTechnicsList() { return m_listTechnics; }
     /// The machining processes of a constant object, in the order in which they were added.
     const std::list<CTechnics*>& GetTechnicsList() const { return m_listTechnics; }
-    /// Takes ownership of a technics and appends it; null is ignored. When memory is refused it throws
-    /// std::bad_alloc, and the technics stays the caller's.
+    /// Takes ownership of a technics and appends it; null is ignored. When memory is refused it deletes the
+    /// technics and throws std::bad_alloc.
     void AddTechnics(CTechnics* technics);
-    /// Sets the technics' text form, whatever the list holds; null sets the empty text.
+    /// Sets the technics' text form, whatever the list holds; null sets the empty text. Throws std::bad_alloc
+    /// when memory is refused, and the text before stays.
     void SetTechnicsString(const char* text);
-    /// The technics' text form, as it was set last: it does not follow the list.
+    /// The technics' text form, as it was set last: it does not follow the list. Throws std::bad_alloc when
+    /// memory is refused.
     CString GetTechnicsString() const;
 
     /// The tool paths that were generated for the object, owned by it: what is taken off the list is the
@@ -95,7 +99,8 @@ public:
     std::list<CCadObject*>& GetToolPathList() { return m_listToolPaths; }
     /// The tool paths of a constant object, in the order in which they were added.
     const std::list<CCadObject*>& GetToolPathList() const { return m_listToolPaths; }
-    /// The box round all tool paths and what is below them; the empty box when there are none.
+    /// The box round all tool paths and what is below them; the empty box when there are none. Throws
+    /// std::bad_alloc when memory is refused.
     CadRect GetToolPathBoundRect() const;
 
     /// The one inner object, which stays this object's; null when there is none.
@@ -151,7 +156,7 @@ protected:
     void DeleteOwned();
 
 private:
-    // Copies the chain of inner objects without recursion.
+    // Copies the inner object, and what that owns in turn, without recursion.
     void CloneInner(const CCadObject& other);
 
     std::list<CTechnics*> m_listTechnics;

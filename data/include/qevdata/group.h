@@ -89,12 +89,13 @@ private:
 /// A text and the group of objects that draw its outline.
 class QEVDATA_API CCadText : public CCadObject {
 public:
-    /// Copies the text (null is the empty one); the group starts empty.
+    /// Copies the text (null is the empty one); the group starts empty. Throws std::bad_alloc when memory is
+    /// refused.
     explicit CCadText(const char* text, bool newId = true);
     /// Deletes the outline objects and what they hold, however deep they are nested, each once.
     ~CCadText() override;
 
-    /// The text that the constructor was given.
+    /// The text that the constructor was given. Throws std::bad_alloc when memory is refused.
     CString GetText() const { return CString(m_strText.c_str()); }
     /// The group of outline objects, owned by the text; never null.
     CCadGroup* GetTextGroup() { return &m_group; }

@@ -24,12 +24,14 @@ public:
 
     /// Where the first segment starts, (0, 0) until it is set. Nodes that exist stay where they are.
     void SetStartPoint(const math::DPOINT2& start);
-    /// Appends a line from the present end; one of no length is kept.
+    /// Appends a line from the present end; one of no length is kept. Throws std::bad_alloc when memory is
+    /// refused, and the contour is as before.
     void AddLine(const math::DPOINT2& end);
     /// Appends an arc from the present end; one of no chord is kept. With |bulge| below math::kZeroBulge it
-    /// becomes a line.
+    /// becomes a line. Throws std::bad_alloc when memory is refused, and the contour is as before.
     void AddArc(const math::DPOINT2& end, double bulge);
-    /// Makes room for so many nodes in all; nothing for 0 and less.
+    /// Makes room for so many nodes in all; nothing for 0 and less. Throws std::bad_alloc when memory is
+    /// refused.
     void Reserve(int nodes);
 
     /// Number of nodes, which is that of the segments.

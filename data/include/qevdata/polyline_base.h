@@ -21,7 +21,8 @@ public:
     /// Forgets what was worked out.
     ~CCadPolylineBase() override;
 
-    /// Runs the contour the other way; with the flag, IsNormalDir toggles too.
+    /// Runs the contour the other way; with the flag, IsNormalDir toggles too. Throws std::bad_alloc when
+    /// memory is refused, and the contour is as before.
     void ReverseDir(bool toggleNormalDir);
     /// Whether the contour still runs the way it was drawn; true at first.
     bool IsNormalDir() const { return m_bNormalDir; }

@@ -16,12 +16,14 @@ public:
 
     /// Where the first segment starts, (0, 0) until it is set. The segments' ends stay where they are.
     void SetStartPoint(const math::DPOINT2& start);
-    /// Appends a line from the present end; one of no length is kept.
+    /// Appends a line from the present end; one of no length is kept. Throws std::bad_alloc when memory is
+    /// refused, and the contour is as before.
     void AddLine(const math::DPOINT2& end);
     /// Appends an arc from the present end; one of no chord is kept. With |bulge| below math::kZeroBulge it
-    /// becomes a line.
+    /// becomes a line. Throws std::bad_alloc when memory is refused, and the contour is as before.
     void AddArc(const math::DPOINT2& end, double bulge);
-    /// Appends a Bezier piece from the present end; one whose points lie on a line is kept as it is.
+    /// Appends a Bezier piece from the present end; one whose points lie on a line is kept as it is. Throws
+    /// std::bad_alloc when memory is refused, and the contour is as before.
     void AddBezier(const math::DPOINT2& ctrl1, const math::DPOINT2& ctrl2, const math::DPOINT2& end);
 
     /// Number of segments.

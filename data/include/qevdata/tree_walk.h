@@ -34,10 +34,11 @@ public:
 
     /// Starts at an object, which is a step itself; null is nothing to walk.
     TreeWalk(const CCadObject* root, MembersOf membersOf);
-    /// Starts in a list of objects; null is the empty one.
+    /// Starts in a list of objects; null is the empty one. Throws std::bad_alloc when memory is refused.
     TreeWalk(const std::list<CCadObject*>* roots, MembersOf membersOf);
 
-    /// Goes one step on. kEnd comes again and again from the end on.
+    /// Goes one step on. kEnd comes again and again from the end on. Throws std::bad_alloc when memory is
+    /// refused.
     Step Next();
     /// The object of the last step, without meaning before the first and after kEnd. It is handed out as the
     /// lists hold it; only the root may be constant.
