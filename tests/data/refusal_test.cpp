@@ -33,4 +33,26 @@ TEST(Refusal, AConversionLosesNothing) {
     });
 }
 
+TEST(Refusal, WhatWasHandedOverIsNotLost) {
+    CCadDot object({0, 0});
+    ExpectNothingLeaksWhenRefused([&] {
+        object.AddTechnics(new CTechnics);
+        delete object.GetTechnicsList().front();
+        object.GetTechnicsList().clear();
+    });
+}
+
+TEST(Refusal, AContourIsReversedOrAsBefore) {
+    const auto contour = Polyline("0 0 L 2 0 A 4 0 0.5");
+    for (const long blocks : {0, 1}) {
+        const RefuseMemory refusal(blocks);
+        try {
+            contour->ReverseDir(true);
+        } catch (const std::bad_alloc&) {
+        }
+        EXPECT_EQ(contour->IsNormalDir(), contour->GetStartPoint().x == 0) << blocks;
+    }
+    EXPECT_FALSE(contour->IsNormalDir());
+}
+
 } // namespace
