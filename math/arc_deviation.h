@@ -79,7 +79,7 @@ public:
         return speed > 0 ? derivative / speed : DPOINT2{};
     }
     /// Whether the stretch advances along its chord all the way, as it does within a quadrant.
-    bool Advances(double, double) const { return true; }
+    static bool Advances(double, double) { return true; }
     /// An upper bound of the stretch's length in mm.
     double GetLengthBound(double from, double to) const { return (to - from) * std::max(m_a, m_b); }
 
@@ -123,6 +123,7 @@ public:
 
     /// Whether the stretch advances along its chord all the way, so that it has no loop or cusp.
     bool Advances(double from, double to) const { return m_powers.Between(from, to).Advances(); }
+    /// An upper bound of the stretch's length in mm.
     double GetLengthBound(double from, double to) const {
         return m_powers.Between(from, to).GetLengthBound();
     }

@@ -45,11 +45,11 @@ public:
     bool Rises() const { return m_rises; }
     double ParameterAt(double travelled) const { return m_rises ? m_from + travelled : m_to - travelled; }
 
-    // The longest half chord from a place on, as long as more than two halves are left; `half` is one that is
-    // known to fit. The sine of its half is at most that of the bound; asin(x) >= x + x^3/6.
+    // The angle of the longest half chord from a place on, or more than half of what is left when that fits
+    // as one chord; `half` is one that is known to fit. 1 - cos(h) is 2 sin^2(h/2), and asin(x) >= x + x^3/6.
     double LongestHalf(double travelled, double half) const {
         constexpr double kSettled = 0.01;        // of the half: what is left to gain is a fraction of it
-        constexpr double kCoversQuadrant = 0.25; // the half chord of this square of a sine is over pi/4
+        constexpr double kCoversQuadrant = 0.25; // sin^2(h/2) of an h above pi/4
         const double enough = 0.5 * (m_to - m_from - travelled);
         for (double seen = -1; half < enough && half - seen > kSettled * half;) {
             const double sine2 = m_scale * Speed(travelled + half);
@@ -62,7 +62,7 @@ public:
     }
 
     // No more than the chords that are left from a place on. The speed rises, so no half chord that ends
-    // within a cell is longer than the one at the cell's end allows; asin(x) <= x + x^3/5 up to a quadrant's.
+    // within a cell is longer than the one at the cell's end allows; asin(x) <= x + x^3/5 up to 0.5.
     // A chord that crosses into the next cell is counted twice.
     double GetLeastNodes(double travelled) const {
         const double width = (m_to - m_from - travelled) / kCells;
@@ -156,14 +156,16 @@ bool FitChords(const EllipticArc& arc, double from, double to, const FitSettings
     const double length = to - from;
     const std::size_t first = nodes.size();
     double half = 0;
-    for (double travelled = 0, next = 0; travelled < length; travelled = next) {
+    double travelled = 0;
+    while (travelled < length) {
         half = walk.LongestHalf(travelled, half);
-        next = 2 * half < length - travelled ? travelled + 2 * half : length;
+        const double next = 2 * half < length - travelled ? travelled + 2 * half : length;
         if (!(next > travelled) || nodes.size() >= settings.maxNodes) return false;
         if (nodes.size() - first == kManyNodes
             && walk.GetLeastNodes(travelled) > static_cast<double>(settings.maxNodes - nodes.size()))
             return false;
-        nodes.push_back({walk.Rises() ? walk.ParameterAt(next) : walk.ParameterAt(travelled), 0});
+        nodes.push_back({walk.ParameterAt(walk.Rises() ? next : travelled), 0});
+        travelled = next;
     }
     if (!walk.Rises()) std::reverse(nodes.begin() + static_cast<std::ptrdiff_t>(first), nodes.end());
     nodes.back().u = to;

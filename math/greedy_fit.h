@@ -105,7 +105,8 @@ bool FitGreedily(const Fitter& fitter, double from, double to, const FitSettings
     const std::size_t first = nodes.size();
     bool asked = false;
     Guess guess{to - from};
-    for (double u = from; u < to; u = nodes.back().u) {
+    double u = from;
+    while (u < to) {
         if (!asked && nodes.size() - first >= kManyNodes) {
             asked = true;
             if (fitter.GetLeastNodes(u, to) > static_cast<double>(settings.maxNodes - nodes.size()))
@@ -114,6 +115,7 @@ bool FitGreedily(const Fitter& fitter, double from, double to, const FitSettings
         const auto step = LongestStep(fitter, u, to, settings.error, guess);
         if (!step || !(step->nodes[0].u > u) || nodes.size() + step->count > settings.maxNodes) return false;
         nodes.insert(nodes.end(), step->nodes, step->nodes + step->count);
+        u = nodes.back().u;
     }
     return true;
 }
