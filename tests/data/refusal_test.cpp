@@ -45,10 +45,10 @@ TEST(Refusal, WhatWasHandedOverIsNotLost) {
 TEST(Refusal, AContourIsReversedOrAsBefore) {
     const auto contour = Polyline("0 0 L 2 0 A 4 0 0.5");
     for (const long blocks : {0, 1}) {
-        const RefuseMemory refusal(blocks);
         try {
+            const RefuseMemory refusal(blocks);
             contour->ReverseDir(true);
-        } catch (const std::bad_alloc&) {
+        } catch (const std::bad_alloc&) { // the contour shows
         }
         EXPECT_EQ(contour->IsNormalDir(), contour->GetStartPoint().x == 0) << blocks;
     }
