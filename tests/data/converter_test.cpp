@@ -129,7 +129,7 @@ TEST(Converter, RefusesPromptlyWhatHasNoFiniteOutlineOrTakesTooManyPieces) {
         EXPECT_FALSE(Convert(CCadCircle({0, 0}, bad), "Line", 1e-6)) << bad;
         EXPECT_FALSE(Convert(CCadEllipseArc({bad, 0}, bad, 1, bad, 1, 2, true), "Line", 1e-6)) << bad;
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(100));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
 }
 
 } // namespace
