@@ -1,4 +1,6 @@
+// Publications and ends of subscriptions.
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -7,12 +9,12 @@
 #include <qev/message.h>
 
 #include "message/raw_loop.h"
-#include "support/pair.h"
+#include "peers/peers.h"
+#include "support/work.h"
 
 namespace {
 
-using benchmark::State;
-using qev::bench::Pair;
+using namespace qev::bench;
 
 constexpr int kOtherTopics = 10'000;
 constexpr int kCrowd = 1'000;
@@ -27,76 +29,105 @@ int Count(const char*, void* user, int value, const char*) {
     return *static_cast<int*>(user) += value;
 }
 
-std::string OtherTopic(int number) {
-    return "Other" + std::to_string(number);
-}
-
-// Subscriptions of one run, which ends them.
-class Subscriptions {
+// Counts the calls of one row, whose subscriptions it ends.
+class Counter {
 public:
-    Subscriptions() = default;
-    Subscriptions(const Subscriptions&) = delete;
-    ~Subscriptions() {
+    Counter() = default;
+    Counter(const Counter&) = delete;
+    Counter& operator=(const Counter&) = delete;
+    ~Counter() {
         for (const int id : m_ids) qev::UnsubscribeMsgTopic(id);
     }
-    void Add(const std::string& topic, int& counter) {
-        m_ids.push_back(qev::SubscribeMsgTopic(topic.c_str(), Count, &counter));
+    void Subscribe(const std::string& topic) {
+        m_ids.push_back(qev::SubscribeMsgTopic(topic.c_str(), Count, &calls));
     }
+    int calls = 0;
 
 private:
     std::vector<int> m_ids;
 };
 
-const char* Hidden(const char* topic) {
-    benchmark::DoNotOptimize(topic);
-    return topic;
+// A row that publishes: subscribe(counter) gives what calls publish(topic), and the answer is the number of
+// calls.
+template <class Subscribe>
+Row Publish(Subscribe subscribe) {
+    return Ask([subscribe] {
+        const auto counter = std::make_shared<Counter>();
+        return [counter, publish = subscribe(*counter)](int) {
+            const char* topic = "Refresh";
+            benchmark::DoNotOptimize(topic);
+            publish(topic);
+            return counter->calls;
+        };
+    });
 }
 
-void Publish(State& state) {
-    for (auto _ : state) benchmark::DoNotOptimize(qev::PublishMsgTopic(Hidden("Refresh"), 1, "all"));
+void ByBus(const char* topic) {
+    qev::PublishMsgTopic(topic, 1, "all");
 }
 
-const bool one = Pair(
-    "publish to 1 of 10,001", 1.3,
-    [](State& state) {
-        int counter = 0;
-        Table table{{"Refresh", {Count, &counter}}};
-        for (int i = 0; i < kOtherTopics; ++i) table[OtherTopic(i)] = {Count, &counter};
-        for (auto _ : state) {
-            const char* topic = Hidden("Refresh");
-            const auto found = table.find(std::string_view(topic));
-            if (found != table.end()) found->second.callback(topic, found->second.user, 1, "all");
-        }
-    },
-    [](State& state) {
-        int counter = 0;
-        Subscriptions subscriptions;
-        for (int i = 0; i < kOtherTopics; ++i) subscriptions.Add(OtherTopic(i), counter);
-        subscriptions.Add("Refresh", counter);
-        Publish(state);
-    });
+std::vector<std::string> OtherTopics() {
+    std::vector<std::string> topics;
+    for (int i = 0; i < kOtherTopics; ++i) topics.push_back("Other" + std::to_string(i));
+    return topics;
+}
 
-const bool crowd = Pair(
-    "publish to 1,000", 1.3,
-    [](State& state) {
-        int counter = 0;
-        const std::vector<RawSubscriber> subscribers(kCrowd, {Count, &counter});
-        for (auto _ : state) CallEach(subscribers, Hidden("Refresh"), 1, "all");
-    },
-    [](State& state) {
-        int counter = 0;
-        Subscriptions subscriptions;
-        for (int i = 0; i < kCrowd; ++i) subscriptions.Add("Refresh", counter);
-        Publish(state);
-    });
+const bool one = Add({"publish to 1 of 10001",
+                      Publish([](Counter& counter) {
+                          for (const std::string& topic : OtherTopics()) counter.Subscribe(topic);
+                          counter.Subscribe("Refresh");
+                          return ByBus;
+                      }),
+                      {{"libsigc++", Publish([](Counter& counter) {
+                            const auto signals = std::make_shared<SigcTopics>();
+                            for (const std::string& topic : OtherTopics())
+                                signals->Subscribe(topic, Count, &counter.calls);
+                            signals->Subscribe("Refresh", Count, &counter.calls);
+                            return [signals](const char* topic) { signals->Publish(topic, 1, "all"); };
+                        })}},
+                      Publish([](Counter& counter) {
+                          const auto table = std::make_shared<Table>();
+                          for (const std::string& topic : OtherTopics())
+                              (*table)[topic] = {Count, &counter.calls};
+                          (*table)["Refresh"] = {Count, &counter.calls};
+                          return [table](const char* topic) {
+                              const auto found = table->find(std::string_view(topic));
+                              if (found != table->end())
+                                  found->second.callback(topic, found->second.user, 1, "all");
+                          };
+                      }),
+                      {0.4, 1.3}});
 
+const bool crowd =
+    Add({"publish to 1000",
+         Publish([](Counter& counter) {
+             for (int i = 0; i < kCrowd; ++i) counter.Subscribe("Refresh");
+             return ByBus;
+         }),
+         {{"libsigc++", Publish([](Counter& counter) {
+               const auto signals = std::make_shared<SigcTopics>();
+               for (int i = 0; i < kCrowd; ++i) signals->Subscribe("Refresh", Count, &counter.calls);
+               return [signals](const char* topic) { signals->Publish(topic, 1, "all"); };
+           })}},
+         Publish([](Counter& counter) {
+             const std::vector<RawSubscriber> subscribers(kCrowd, {Count, &counter.calls});
+             return [subscribers](const char* topic) { CallEach(subscribers, topic, 1, "all"); };
+         }),
+         {1, 1.3}});
+
+// Among many subscriptions beside among few.
 template <int kSubscribed>
-void SubscribeAndEnd(State& state) {
-    int counter = 0;
-    Subscriptions subscriptions;
-    for (int i = 0; i < kSubscribed; ++i) subscriptions.Add("Refresh", counter);
-    for (auto _ : state) qev::UnsubscribeMsgTopic(qev::SubscribeMsgTopic("Refresh", Count, &counter));
+Row SubscribeAndEnd() {
+    return Ask([] {
+        const auto counter = std::make_shared<Counter>();
+        for (int i = 0; i < kSubscribed; ++i) counter->Subscribe("Refresh");
+        return [counter](int) {
+            qev::UnsubscribeMsgTopic(qev::SubscribeMsgTopic("Refresh", Count, &counter->calls));
+            return counter->calls;
+        };
+    });
 }
-const bool end = Pair("end 1 of 10,000, not of 10", 1.3, SubscribeAndEnd<10>, SubscribeAndEnd<kOtherTopics>);
+const bool end =
+    Add({"end 1 of 10000, not of 10", SubscribeAndEnd<kOtherTopics>(), {}, SubscribeAndEnd<10>(), {0, 1.3}});
 
 } // namespace

@@ -1,4 +1,7 @@
+// Technics texts beside Lua's own way to their values.
 #include <cstdlib>
+#include <list>
+#include <memory>
 #include <string>
 
 #include <qev/lua.h>
@@ -6,13 +9,12 @@
 
 #include <lua.hpp>
 
-#include "support/pair.h"
+#include "support/work.h"
 
 namespace {
 
-using benchmark::State;
+using namespace qev::bench;
 using qev::CCadObject;
-using qev::bench::Pair;
 using Objects = std::list<CCadObject*>;
 
 // Reads one number of its table.
@@ -62,57 +64,52 @@ private:
     int m_number = 1'000'000; // of seven digits
 };
 
-void LoadRaw(State& state) {
-    Text text;
-    lua_State* const L = luaL_newstate();
-    luaL_openlibs(L);
-    double speed = 0;
-    for (auto _ : state) {
-        if (luaL_loadstring(L, text.Next()) || lua_pcall(L, 0, LUA_MULTRET, 0)) std::abort();
-        lua_getglobal(L, "T");
-        lua_getfield(L, -1, "Lead");
-        lua_getfield(L, -1, "Speed");
-        speed += lua_tonumber(L, -1);
-        lua_settop(L, 0);
-    }
-    benchmark::DoNotOptimize(speed);
-    lua_close(L);
+// A row of a manager that loads texts, each of which has to reach its operator.
+template <class Prepare>
+Row Load(Prepare prepare, bool isNew) {
+    return Ask([=] {
+        const auto manager = std::make_shared<Manager>();
+        const auto object = std::make_shared<qev::CCadGroup>(false);
+        const auto text = std::make_shared<Text>();
+        prepare(*manager);
+        object->SetTechnicsString(text->Next());
+        return [=](int) {
+            if (isNew) object->SetTechnicsString(text->Next());
+            manager->lead.speed = 0;
+            manager->LoadTechnics(object.get());
+            return manager->lead.speed;
+        };
+    });
 }
-
-void LoadOurs(State& state) {
-    Text text;
-    Manager manager;
-    qev::CCadGroup object;
-    for (auto _ : state) {
-        object.SetTechnicsString(text.Next());
-        manager.LoadTechnics(&object);
-    }
-    if (manager.lead.speed != 12) std::abort();
-}
-
-void LoadAgain(State& state) {
-    Text text;
-    Manager manager;
-    qev::CCadGroup object;
-    object.SetTechnicsString(text.Next());
-    for (auto _ : state) manager.LoadTechnics(&object);
-    if (manager.lead.speed != 12) std::abort();
-}
-
-void LoadAsData(State& state) {
-    Text text;
-    Manager manager;
+void AsScript(Manager&) {}
+void AsData(Manager& manager) {
     manager.SetDataOnly(true);
-    qev::CCadGroup object;
-    for (auto _ : state) {
-        object.SetTechnicsString(text.Next());
-        manager.LoadTechnics(&object);
-    }
-    if (manager.lead.speed != 12) std::abort();
 }
 
-const bool load = Pair("load 30 kB of technics", 1.1, LoadRaw, LoadOurs);
-const bool loadAgain = Pair("load 30 kB seen before", 0.7, LoadRaw, LoadAgain);
-const bool loadAsData = Pair("load 30 kB taken as data", 1.2, LoadRaw, LoadAsData);
+// Lua's own way to the number.
+Row LoadRaw() {
+    return Ask([] {
+        const std::shared_ptr<lua_State> state(luaL_newstate(), lua_close);
+        luaL_openlibs(state.get());
+        return [state, text = std::make_shared<Text>()](int) {
+            lua_State* const L = state.get();
+            if (luaL_loadstring(L, text->Next()) || lua_pcall(L, 0, LUA_MULTRET, 0)) std::abort();
+            lua_getglobal(L, "T");
+            lua_getfield(L, -1, "Lead");
+            lua_getfield(L, -1, "Speed");
+            const double speed = lua_tonumber(L, -1);
+            lua_settop(L, 0);
+            return speed;
+        };
+    });
+}
+
+bool AddLoad(const char* subject, const Row& ours, double ofByHand) {
+    return Add({subject, ours, {}, LoadRaw(), {0, ofByHand}, 0, 16});
+}
+const bool load = AddLoad("load 30 kB of technics", Load(AsScript, true), 1.1);
+const bool loadAgain = AddLoad("load 30 kB seen before", Load(AsScript, false), 0.15);
+const bool loadAsData = AddLoad("load 30 kB as data", Load(AsData, true), 1.05);
+const bool loadAsDataAgain = AddLoad("load 30 kB as data, seen before", Load(AsData, false), 0.15);
 
 } // namespace

@@ -50,7 +50,8 @@ MAY_INCLUDE = {
     "examples": (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"'),
     "examples/dialog": (STANDARD, PUBLIC, r"<windows\.h>"),
     "examples/settings": (STANDARD, LUA, PUBLIC),
-    "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|message)/\w+\.h"'),
+    "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|by_hand|peers|message)/\w+\.h"', r'"host/[\w/]+\.h"'),
+    "bench/peers": (STANDARD, LUA, PUBLIC, r"<(boost|CGAL|geos|sigc\+\+)/[\w/+]+\.(hpp|h)>", r"<\w+\.hxx>"),
     "fuzz": (STANDARD, LUA, PUBLIC, LAYERS, r'"host/[\w/]+\.h"'),
     "tools/digest": (STANDARD, OCCT, PUBLIC, LAYERS),
     "tests": (STANDARD, OCCT, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|measure|support|platform|technics)/[\w/]+\.h"', TESTED),
@@ -157,7 +158,7 @@ def joined_assertions(tests):
 
 def main():
     sources = tracked("*.h", "*.cpp")
-    texts = sources + tracked("*.py", "*.cmake", "*.txt", "*.md", "*.json", "*.in", "NOTICE", "check", "demo", "bench/run", "tools/*", "tests/consumer/*", ".ci/*")
+    texts = sources + tracked("*.py", "*.cmake", "*.txt", "*.md", "*.json", "*.in", "NOTICE", "check", "demo", "bench/*", "tools/*", "tests/consumer/*", ".ci/*")
     faults = list(itertools.chain(format_faults(sources), ascii_faults(texts), include_faults(sources), share_faults(sources),
                                   leaning_comments(name for name in sources if name.endswith(".h")),
                                   joined_assertions(name for name in sources if name.startswith("tests/"))))

@@ -23,6 +23,11 @@ need_for_build() {
     need g++ cmake ninja-build pkg-config libgtest-dev liblua5.2-dev libocct-foundation-dev libgdk-pixbuf-2.0-dev
 }
 
+# What the benchmarks are measured with and beside; nothing else needs it.
+need_for_bench() {
+    need libbenchmark-dev libboost-dev libcgal-dev libgeos++-dev libocct-modeling-data-dev libsigc++-2.0-dev python3
+}
+
 # build PRESET [TARGET...]: configures and builds; the output is shown when something fails.
 build() {
     local preset=$1 target targets=()
