@@ -54,6 +54,7 @@ MAY_INCLUDE = {
     "bench/peers": (STANDARD, LUA, PUBLIC, r"<(boost|CGAL|geos|sigc\+\+)/[\w/+]+\.(hpp|h)>", r"<\w+\.hxx>"),
     "fuzz": (STANDARD, LUA, PUBLIC, LAYERS, r'"host/[\w/]+\.h"'),
     "tools/digest": (STANDARD, OCCT, PUBLIC, LAYERS),
+    "tools/instructions": (STANDARD, LUA, PUBLIC, r"<gnu/libc-version\.h>"),
     "tests": (STANDARD, OCCT, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|measure|support|platform|technics)/[\w/]+\.h"', TESTED),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"(script|support)/\w+\.h"'),
     "tests/technics": (STANDARD, LUA, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(technics|script|support|platform)/\w+\.h"'),
