@@ -14,9 +14,6 @@ using math::POLYPOS;
 using math::PosRange;
 using Ranges = std::vector<PosRange>;
 
-double At(const POLYPOS& pos) {
-    return pos.nSegIndex + pos.dRatio;
-}
 POLYPOS Place(double at) {
     return {static_cast<int>(at), at - std::floor(at)};
 }

@@ -1,6 +1,5 @@
 // Technics texts beside Lua's own way to their values.
 #include <cstdlib>
-#include <list>
 #include <memory>
 #include <string>
 
@@ -9,42 +8,12 @@
 
 #include <lua.hpp>
 
+#include "support/lead.h"
 #include "support/work.h"
 
 namespace {
 
 using namespace qev::bench;
-using qev::CCadObject;
-using Objects = std::list<CCadObject*>;
-
-// Reads one number of its table.
-class Lead final : public qev::CITechnicsOperator {
-public:
-    int GetTechnicsType() override { return 1; }
-    const char* GetTechnicsName() override { return "Lead"; }
-    bool AddTechnicsByLua(const Objects*, qev::CLuaAccess*, Objects*, Objects*, std::string&) override {
-        return true;
-    }
-    qev::CTechnics* CreateTechnics(CCadObject*, qev::CLuaAccess* cursor) override {
-        cursor->Read(speed, "Speed", 0, 3000);
-        return nullptr;
-    }
-    bool RemoveTechnicsOf(const Objects*, int, Objects*, Objects*, std::string&) override { return false; }
-    void Reserved6() override {}
-    void SingleModify(const CCadObject*, CCadObject*, const std::vector<int>&, int) override {}
-    void MultipleModify(const Objects*, Objects*, int) override {}
-    void UpdateViewData(CCadObject*) override {}
-    void Reserved12() override {}
-    void Reserved13() override {}
-    void Reserved14() override {}
-
-    double speed = 0;
-};
-
-struct Manager : qev::CTechnicsManager {
-    Manager() { RegisterTechnicsItem(&lead); }
-    Lead lead;
-};
 
 // About 30 kB of technics; the comment in front makes a text that was not seen before.
 class Text {

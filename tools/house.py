@@ -51,6 +51,7 @@ MAY_INCLUDE = {
     "examples/dialog": (STANDARD, PUBLIC, r"<windows\.h>"),
     "examples/settings": (STANDARD, LUA, PUBLIC),
     "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|by_hand|peers|message)/\w+\.h"', r'"host/[\w/]+\.h"'),
+    "bench/growth": (STANDARD, OCCT, PUBLIC, r"<malloc\.h>", r'"support/\w+\.h"'),
     "bench/peers": (STANDARD, LUA, PUBLIC, r"<(boost|CGAL|geos|sigc\+\+)/[\w/+]+\.(hpp|h)>", r"<\w+\.hxx>"),
     "fuzz": (STANDARD, LUA, PUBLIC, LAYERS, r'"host/[\w/]+\.h"'),
     "tools/digest": (STANDARD, OCCT, PUBLIC, LAYERS),

@@ -114,6 +114,11 @@ inline const std::vector<DPOINT2>& FarQuestions() {
     return points;
 }
 
+/// A position as one number, index and ratio added up.
+inline double At(const math::POLYPOS& pos) {
+    return pos.nSegIndex + pos.dRatio;
+}
+
 /// Squared distance from p to a line, and its foot's ratio.
 inline double SquareToLine(const DPOINT2& p, const Node& node, double& ratio) {
     const DPOINT2 along = node.end - node.start;
