@@ -25,18 +25,15 @@ constexpr double kTolerance = 0.01; // mm between ends that are joined
 struct Lines {
     explicit Lines(int n) {
         Random random(11);
-        constexpr int kColumns = 1000;
         for (int i = 0; i < n; ++i) {
-            const int contour = i / kSides;
-            const DPOINT2 centre{contour % kColumns * 30.0, contour / kColumns * 30.0};
+            const DPOINT2 centre = OnGrid(i / kSides, 30);
             const auto corner = [&](int k) {
                 const double angle = math::kTwoPi * (k % kSides) / kSides;
                 return centre + DPOINT2{10 * std::cos(angle), 10 * std::sin(angle)};
             };
             lines.push_back({corner(i % kSides), corner(i % kSides + 1)});
         }
-        for (int i = n - 1; i > 0; --i)
-            std::swap(lines[i], lines[static_cast<int>(random.Uniform(0, i + 1))]);
+        random.Shuffle(lines);
     }
     std::vector<Node> lines;
 };

@@ -35,8 +35,7 @@ struct Circle {
             const double angle = math::kTwoPi * (i + random.Uniform(-0.3, 0.3)) / n;
             points.push_back({kRadius * std::cos(angle), kRadius * std::sin(angle), i});
         }
-        for (int i = n - 1; i > 0; --i)
-            std::swap(points[i], points[static_cast<int>(random.Uniform(0, i + 1))]);
+        random.Shuffle(points);
     }
     Points points;
 };

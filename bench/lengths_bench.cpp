@@ -35,7 +35,7 @@ struct Sums {
         return before[pos.nSegIndex] + pos.dRatio * (before[pos.nSegIndex + 1] - before[pos.nSegIndex]);
     }
     std::vector<double> before;
-    std::vector<double> questions = std::vector<double>(256);
+    std::vector<double> questions = std::vector<double>(kQuestions);
 };
 
 struct BoostWave : BoostLineString {
@@ -74,7 +74,7 @@ bool AddPointAt(int n, double ofPeer) {
 
 // The second position of a question, behind the first.
 int Other(int i) {
-    return (i + 1) % 256;
+    return (i + 1) % kQuestions;
 }
 
 bool AddBetween(int n) {

@@ -68,6 +68,7 @@ void ByBus(const char* topic) {
 
 std::vector<std::string> OtherTopics() {
     std::vector<std::string> topics;
+    topics.reserve(kOtherTopics);
     for (int i = 0; i < kOtherTopics; ++i) topics.push_back("Other" + std::to_string(i));
     return topics;
 }

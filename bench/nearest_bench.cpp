@@ -84,6 +84,7 @@ auto ByGeos(int n) {
 
 std::vector<Bounds> BoxesOf(const qev::CCadMultiSegments& contour) {
     std::vector<Bounds> boxes;
+    boxes.reserve(contour.GetSegmentCount());
     for (int i = 0; i < contour.GetSegmentCount(); ++i) boxes.push_back(contour.GetSegment(i).GetBounds());
     return boxes;
 }

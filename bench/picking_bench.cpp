@@ -29,7 +29,7 @@ struct Field {
             std::vector<DPOINT2> corners;
             for (int k = 0; k < kLines; ++k) {
                 const double angle = math::kTwoPi * k / kLines, r = kSize * random.Uniform(0.8, 1);
-                corners.push_back(CentreOf(i) + DPOINT2{r * std::cos(angle), r * std::sin(angle)});
+                corners.push_back(OnGrid(i, kSpacing) + DPOINT2{r * std::cos(angle), r * std::sin(angle)});
             }
             contour->SetStartPoint(corners[0]);
             boxes.emplace_back();
@@ -41,12 +41,11 @@ struct Field {
             group.PushBack(contour.release());
         }
         for (DPOINT2& point : questions) {
-            const int i = static_cast<int>(random.Uniform(0, n));
+            const int i = random.Index(n);
             const DPOINT2 beside = random.Point(1);
             point = nodes[i * kLines].start + beside;
         }
     }
-    static DPOINT2 CentreOf(int i) { return {i % kColumns * kSpacing, i / kColumns * kSpacing}; }
     // The id of the contour among some that is nearest within the reach; 0 for none.
     template <class Indices>
     int NearestOf(const Indices& indices, const DPOINT2& p) const {
@@ -60,11 +59,10 @@ struct Field {
         return found;
     }
 
-    static constexpr int kColumns = 1000;
     qev::CCadGroup group{false};
     std::vector<Node> nodes;
     std::vector<Bounds> boxes;
-    std::vector<DPOINT2> questions = std::vector<DPOINT2>(256);
+    std::vector<DPOINT2> questions = std::vector<DPOINT2>(kQuestions);
 };
 
 Bounds Round(const DPOINT2& p) {
@@ -150,7 +148,7 @@ auto OverIndex(int n) {
 bool AddField(int n) {
     const std::string of = std::to_string(n) + " contours";
     constexpr int kLong = 100'000; // from so many contours on a scan is asked a few questions only
-    const int questions = n > kLong ? 16 : 256;
+    const int questions = n > kLong ? 16 : kQuestions;
     Add({"pick among " + of + ", no index", Ask(OverGroup(n)), {}, Ask(ByScan(n)), {0, 1.5}, 0, questions});
     const std::vector<Peer> peers{{"Boost", Ask(ByTree<BoostBoxes>(n))}, {"GEOS", Ask(ByTree<GeosBoxes>(n))}};
 #if __has_include(<qevdata/group_index.h>)

@@ -36,7 +36,7 @@ struct Apart {
         for (POLYPOS& pos : questions) pos = Place(random.Uniform(0, 2 * n));
     }
     Ranges zones;
-    std::vector<POLYPOS> questions = std::vector<POLYPOS>(256);
+    std::vector<POLYPOS> questions = std::vector<POLYPOS>(kQuestions);
 };
 struct Meeting {
     explicit Meeting(int n) : zones(Zones(n, true)) {}
@@ -45,8 +45,7 @@ struct Meeting {
 struct Shuffled {
     explicit Shuffled(int n) : zones(Zones(n, true)) {
         Random random(8);
-        for (int i = n - 1; i > 0; --i)
-            std::swap(zones[i], zones[static_cast<int>(random.Uniform(0, i + 1))]);
+        random.Shuffle(zones);
     }
     Ranges zones;
 };

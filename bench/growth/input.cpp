@@ -9,11 +9,6 @@ POLYPOS Place(double at) {
     return {static_cast<int>(at), at - std::floor(at)};
 }
 
-void Shuffle(std::vector<math::PosRange>& ranges, Random& random) {
-    for (int i = static_cast<int>(ranges.size()) - 1; i > 0; --i)
-        std::swap(ranges[i], ranges[static_cast<int>(random.Uniform(0, i + 1))]);
-}
-
 void FillContours(Input& input, const Wave& wave) {
     input.open.SetStartPoint(wave.points[0]);
     for (int i = 0; i < input.n; ++i) {
@@ -34,9 +29,8 @@ void FillContours(Input& input, const Wave& wave) {
 }
 
 void FillGroup(Input& input) {
-    const int columns = static_cast<int>(std::sqrt(input.n));
     for (int i = 0; i < input.n; ++i) {
-        const DPOINT2 corner{i % columns * 30.0, i / columns * 30.0};
+        const DPOINT2 corner = OnGrid(i, 30);
         auto square = std::make_unique<CCadPolyline>();
         square->SetStartPoint(corner);
         for (const DPOINT2& step : {DPOINT2{10, 0}, {10, 10}, {0, 10}, {0, 0}})
@@ -60,11 +54,11 @@ void FillRanges(Input& input, Random& random) {
         input.zones.emplace_back(Place(start), Place(end));
     }
     input.shuffled = input.zones;
-    Shuffle(input.shuffled, random);
+    random.Shuffle(input.shuffled);
     input.paired = input.shuffled;
     for (std::size_t i = 0; i + 1 < input.paired.size(); i += 2)
         input.paired[i + 1].start = input.paired[i].start;
-    Shuffle(input.paired, random);
+    random.Shuffle(input.paired);
     for (int i = 0; i < input.n; ++i) {
         const DPOINT2 p = random.Point(kWaveRadius);
         input.cloud.push_back({p.x, p.y, i});
@@ -73,15 +67,14 @@ void FillRanges(Input& input, Random& random) {
 
 void FillQuestions(Input& input, Random& random) {
     for (int i = 0; i < Input::kQuestions; ++i) {
-        input.positions.push_back(
-            {static_cast<int>(random.Uniform(0, input.n - 1)), random.Uniform(0.1, 0.9)});
+        input.positions.push_back({random.Index(input.n - 1), random.Uniform(0.1, 0.9)});
         DPOINT2 point;
         PosToCoor(&input.open, input.positions.back().nSegIndex, input.positions.back().dRatio, point);
         input.on.push_back(point);
         input.near.push_back(point + random.Point(2));
         input.lengths.push_back(random.Uniform(0, input.open.GetLength()));
         auto member = input.members.begin();
-        std::advance(member, static_cast<int>(random.Uniform(0, input.n)));
+        std::advance(member, random.Index(input.n));
         input.picks.push_back((*member)->GetStartPoint() + random.Point(1));
     }
 }

@@ -12,7 +12,7 @@ namespace qev::bench {
 
 /// Ordinary input of size n: contours of n segments, groups and lists of n objects, n zones.
 struct Input {
-    explicit Input(int n);
+    explicit Input(int size);
     ~Input();
     Input(const Input&) = delete;
     Input& operator=(const Input&) = delete;

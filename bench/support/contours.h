@@ -5,11 +5,12 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <memory>
 #include <random>
 #include <vector>
 
 #include <qev/qev.h>
+
+#include "questions.h"
 
 namespace qev::bench {
 
@@ -28,6 +29,13 @@ public:
         const double x = Uniform(-extent, extent);
         return {x, Uniform(-extent, extent)};
     }
+    /// An index of so many.
+    int Index(std::size_t count) { return static_cast<int>(Uniform(0, static_cast<double>(count))); }
+    /// Brings a vector out of order.
+    template <class T>
+    void Shuffle(std::vector<T>& of) {
+        for (std::size_t i = of.size(); i > 1; --i) std::swap(of[i - 1], of[Index(i)]);
+    }
 
 private:
     std::mt19937_64 m_engine;
@@ -38,6 +46,13 @@ template <class T>
 T& Kept(int n) {
     static std::map<int, T> kept;
     return kept.try_emplace(n, n).first->second;
+}
+
+/// Place i of a grid with so many mm between neighbours.
+inline DPOINT2 OnGrid(int i, double spacing) {
+    constexpr int kColumns = 1000;
+    const int column = i % kColumns, row = i / kColumns;
+    return {spacing * column, spacing * row};
 }
 
 /// A segment as raw code has it.
@@ -94,10 +109,10 @@ inline const std::vector<DPOINT2>& NearQuestions() {
     static const std::vector<DPOINT2> points = [] {
         constexpr int kPoints = 10'000;
         Random random(2);
-        std::vector<DPOINT2> drawn(256);
+        std::vector<DPOINT2> drawn(kQuestions);
         for (DPOINT2& point : drawn) {
             const DPOINT2 beside = random.Point(2);
-            point = Kept<LineWave>(kPoints).points[static_cast<int>(random.Uniform(0, kPoints))] + beside;
+            point = Kept<LineWave>(kPoints).points[random.Index(kPoints)] + beside;
         }
         return drawn;
     }();
@@ -107,7 +122,7 @@ inline const std::vector<DPOINT2>& NearQuestions() {
 inline const std::vector<DPOINT2>& FarQuestions() {
     static const std::vector<DPOINT2> points = [] {
         Random random(3);
-        std::vector<DPOINT2> drawn(256);
+        std::vector<DPOINT2> drawn(kQuestions);
         for (DPOINT2& point : drawn) point = random.Point(1.2 * kWaveRadius);
         return drawn;
     }();

@@ -9,6 +9,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include "questions.h"
+
 namespace qev::bench {
 
 /// One way to do a work; without functions it is left out.
@@ -64,8 +66,8 @@ struct Work {
     std::vector<Peer> peers;
     Row byHand;
     Limits limits;
-    double tolerance = 0; ///< the most by which two answers may differ, in the unit of the answers
-    int questions = 256;  ///< how many different questions there are
+    double tolerance = 0;       ///< the most by which two answers may differ, in the unit of the answers
+    int questions = kQuestions; ///< how many different questions there are
 };
 
 /// Registers a work's rows. Before the first of them is timed their answers are compared: where they differ
