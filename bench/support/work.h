@@ -44,7 +44,7 @@ Row Ask(Make make) {
     return Ask(std::move(make), [](auto answer) { return static_cast<double>(answer); });
 }
 
-/// A library beside which a work is measured.
+/// What a work is measured beside: another library, or ours on input that should be no easier.
 struct Peer {
     std::string name;
     Row row;

@@ -2,8 +2,8 @@
 // the instructions of the work without those of its preparation. qev_instructions alone prints the names of
 // the works, and with --versions what the counts depend on. tools/check_instructions.py counts and compares.
 //
-// Each work is done once before it counts: a second question is what hosts ask, and what is made on demand is
-// there.
+// Each work is done twice before it counts: hosts ask again and again, and what a second question makes is
+// there then.
 
 #include <cmath>
 #include <cstdio>
