@@ -20,12 +20,12 @@ bool EnterKey(CLuaAccess& cursor, Key key, const char* shown) {
     if (!path.HasRoom()) cursor.ErrorHandle(shown, nullptr, message::kTooDeep);
     const LuaFields fields(cursor);
     path.Open(key);
-    if (!fields.Fetch(key)) {
+    const int type = fields.Fetch(key);
+    if (type == LUA_TTABLE) return true;
+    if (type == LUA_TNONE) {
         lua_pushnil(fields.L);
         return false;
     }
-    const int type = lua_type(fields.L, -1);
-    if (type == LUA_TTABLE) return true;
     if (type == LUA_TNIL && !cursor.m_bAutoCreate) return false;
     lua_pop(fields.L, 1);
     if (type != LUA_TNIL) cursor.ErrorHandle(shown, nullptr, message::kNoTable);

@@ -62,22 +62,27 @@ struct Arguments {
     va_list list;
 };
 
-void PushArgument(CLuaAccess& cursor, char letter, Arguments& arguments) {
+void PushTextOrNil(const LuaFields& fields, const char* text) {
+    text ? fields.PushText(text) : lua_pushnil(fields.L);
+}
+
+// False for a letter that is none of an argument's.
+bool PushArgument(const LuaFields& fields, char letter, Arguments& arguments) {
     switch (letter) {
     case 'b':
-        cursor.Push(arguments.Next<int>() != 0);
-        break;
+        lua_pushboolean(fields.L, arguments.Next<int>() != 0);
+        return true;
     case 'i':
-        cursor.Push(arguments.Next<int>());
-        break;
+        lua_pushnumber(fields.L, arguments.Next<int>());
+        return true;
     case 'd':
-        cursor.Push(arguments.Next<double>());
-        break;
+        lua_pushnumber(fields.L, arguments.Next<double>());
+        return true;
     case 's':
-        cursor.Push(arguments.Next<const char*>());
-        break;
+        PushTextOrNil(fields, arguments.Next<const char*>());
+        return true;
     default:
-        cursor.ErrorHandle("", nullptr, message::kWrongParameter);
+        return false;
     }
 }
 
@@ -97,6 +102,7 @@ public:
         return true;
     }
     bool PushTable(const char* name) const;
+    void PushArguments(std::string_view letters, Arguments& arguments) const;
     void PopResult(char letter, int index, Arguments& arguments) const;
 
 private:
@@ -126,6 +132,16 @@ bool LuaCall::PushTable(const char* name) const {
     ++count;
     ++level;
     return true;
+}
+
+// The arguments themselves, which makes sure of the stack once.
+void LuaCall::PushArguments(std::string_view letters, Arguments& arguments) const {
+    const LuaFields fields(m_rCursor, static_cast<int>(letters.size()));
+    for (const char letter : letters) {
+        if (!PushArgument(fields, letter, arguments))
+            m_rCursor.ErrorHandle("", nullptr, message::kWrongParameter);
+        ++m_rCursor.m_nPushCount[0];
+    }
 }
 
 // Reads a result into what the caller's pointer points to.
@@ -182,13 +198,13 @@ bool CLuaAccess::StartCall(const char* table, const char* func, int resultCount)
     ResumeIdly(m_pLuaState);
     if (!func) ErrorHandle("", nullptr, message::kNoFunction);
     const LuaFields fields(*this);
-    fields.PushGlobal(table ? table : func);
+    lua_rawgeti(m_pLuaState, LUA_REGISTRYINDEX, LUA_RIDX_GLOBALS);
+    int type = fields.Replace(table ? table : func);
     if (table) {
-        if (!lua_istable(m_pLuaState, -1)) ErrorHandle("", nullptr, message::kStartCallNoTable);
-        fields.Fetch(func);
-        lua_remove(m_pLuaState, -2);
+        if (type != LUA_TTABLE) ErrorHandle("", nullptr, message::kStartCallNoTable);
+        type = fields.Replace(func);
     }
-    if (!lua_isfunction(m_pLuaState, -1)) ErrorHandle("", nullptr, message::kFunctionNotFound);
+    if (type != LUA_TFUNCTION) ErrorHandle("", nullptr, message::kFunctionNotFound);
     m_bCallReady = true;
     return true;
 }
@@ -201,7 +217,7 @@ bool CLuaAccess::EndCall() {
     m_nPushLevel = 0;
     if (lua_gettop(m_pLuaState) <= arguments) return false;
     const int results = std::max(m_nResultCount, LUA_MULTRET);
-    LuaFields(*this).Reserve(std::max(results, 0));
+    if (results > arguments) LuaFields(*this).Reserve(results - arguments);
     if (lua_pcall(m_pLuaState, arguments, results, 0) != LUA_OK)
         ErrorHandle("", nullptr, ErrorText(m_pLuaState));
     return true;
@@ -220,8 +236,7 @@ bool CLuaAccess::Push(double value) {
 }
 
 bool CLuaAccess::Push(const char* text) {
-    return LuaCall(*this).Push(
-        [text](const LuaFields& fields) { text ? fields.PushText(text) : lua_pushnil(fields.L); });
+    return LuaCall(*this).Push([text](const LuaFields& fields) { PushTextOrNil(fields, text); });
 }
 
 bool CLuaAccess::PushTable() {
@@ -254,14 +269,18 @@ bool CLuaAccess::Pop(bool& value, int index) {
 }
 
 bool CLuaAccess::Pop(int& value, int index) {
-    if (!lua_isnumber(m_pLuaState, index)) ErrorHandle("", nullptr, message::kPopNoNumber);
-    value = static_cast<int>(lua_tointeger(m_pLuaState, index));
+    int isNumber = 0;
+    const lua_Integer number = lua_tointegerx(m_pLuaState, index, &isNumber);
+    if (!isNumber) ErrorHandle("", nullptr, message::kPopNoNumber);
+    value = static_cast<int>(number);
     return true;
 }
 
 bool CLuaAccess::Pop(double& value, int index) {
-    if (!lua_isnumber(m_pLuaState, index)) ErrorHandle("", nullptr, message::kPopNoNumber);
-    value = lua_tonumber(m_pLuaState, index);
+    int isNumber = 0;
+    const double number = lua_tonumberx(m_pLuaState, index, &isNumber);
+    if (!isNumber) ErrorHandle("", nullptr, message::kPopNoNumber);
+    value = number;
     return true;
 }
 
@@ -281,7 +300,7 @@ bool CLuaAccess::CallLuaFunc(const char* table, const char* func, const char* fo
     const std::string_view results = isTyped ? letters.substr(sign + 1) : "";
     const int count = static_cast<int>(results.size());
     StartCall(table, func, count);
-    for (const char letter : letters.substr(0, isTyped ? sign : 0)) PushArgument(*this, letter, arguments);
+    LuaCall(*this).PushArguments(letters.substr(0, isTyped ? sign : 0), arguments);
     if (!EndCall()) return false;
     for (int i = 0; i < count; ++i) LuaCall(*this).PopResult(results[i], i - count, arguments);
     lua_pop(m_pLuaState, count);

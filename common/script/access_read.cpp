@@ -25,8 +25,9 @@ constexpr std::size_t kLongestShown = 256; // bytes of a key, as an error text h
 // A value counts as a boolean only if it is one; everything in Lua may be taken for one in a condition.
 template <class Key>
 bool ReadBool(const LuaFields& fields, bool& value, Key key) {
-    if (!fields.Fetch(key)) return false;
-    const bool isBoolean = lua_isboolean(fields.L, -1);
+    const int type = fields.Fetch(key);
+    if (type == LUA_TNONE) return false;
+    const bool isBoolean = type == LUA_TBOOLEAN;
     if (isBoolean) value = lua_toboolean(fields.L, -1) != 0;
     lua_pop(fields.L, 1);
     return isBoolean;
@@ -44,7 +45,7 @@ bool ReadBool(const LuaFields& fields, bool& value, Key key) {
 template <class Key>
 bool ReadNumber(CLuaAccess& cursor, double& value, Key key, double min, double max, const char* format) {
     const LuaFields fields(cursor);
-    if (!fields.Fetch(key)) return false;
+    if (fields.Fetch(key) == LUA_TNONE) return false;
     int isNumber = 0;
     const double number = lua_tonumberx(fields.L, -1, &isNumber);
     if (isNumber) {
@@ -58,7 +59,7 @@ bool ReadNumber(CLuaAccess& cursor, double& value, Key key, double min, double m
 template <class Key>
 bool ReadText(CLuaAccess& cursor, char* buffer, unsigned long long size, Key key) {
     const LuaFields fields(cursor);
-    if (!buffer || size == 0 || !fields.Fetch(key)) return false;
+    if (!buffer || size == 0 || fields.Fetch(key) == LUA_TNONE) return false;
     char number[LUAI_MAXNUMBER2STR];
     const char* text = TextOf(fields.L, -1, number);
     if (text) {
@@ -115,7 +116,7 @@ bool CLuaAccess::Read(int& value, int index) {
 
 bool CLuaAccess::Read(double& value, const char* name, const EnumItem* items) {
     const LuaFields fields(*this);
-    if (!fields.Fetch(name)) return false;
+    if (fields.Fetch(name) == LUA_TNONE) return false;
     char number[LUAI_MAXNUMBER2STR];
     const char* text = TextOf(fields.L, -1, number);
     if (text) {
@@ -145,7 +146,7 @@ bool CLuaAccess::Read(char* buffer, unsigned long long size, int index) {
 
 bool CLuaAccess::Read(void** pointer, const char* name) {
     const LuaFields fields(*this);
-    if (!pointer || !fields.Fetch(name)) return false;
+    if (!pointer || fields.Fetch(name) == LUA_TNONE) return false;
     const bool isUserdata = lua_isuserdata(fields.L, -1);
     if (isUserdata) *pointer = lua_touserdata(fields.L, -1);
     lua_pop(fields.L, 1);

@@ -109,8 +109,8 @@ int TableCopy::CopySubTable(CLuaAccess& target, Key key, int depth) {
     const LuaFields fields(target);
     const void* const source = lua_topointer(m_pFrom, -1);
     bool isFree = false;
-    if (fields.Fetch(key)) {
-        isFree = lua_isnil(fields.L, -1);
+    if (const int type = fields.Fetch(key); type != LUA_TNONE) {
+        isFree = type == LUA_TNIL;
         lua_pop(fields.L, 1);
     }
     if (const auto found = m_mapDone.find({source, nullptr}); isFree && found != m_mapDone.end()) {

@@ -35,30 +35,33 @@ private:
 /// Works on the stack of a cursor; made for each operation.
 class LuaFields {
 public:
-    /// Makes sure of the stack slots that an operation needs, or throws.
-    explicit LuaFields(CLuaAccess& cursor) : L(cursor.m_pLuaState), m_rCursor(cursor) { Reserve(kSlots); }
+    /// Makes sure of the stack slots that an operation needs, beside those for what it leaves, or throws.
+    explicit LuaFields(CLuaAccess& cursor, int left = 1) : L(cursor.m_pLuaState), m_rCursor(cursor) {
+        Reserve(kSlots + left);
+    }
 
     bool IsTableOnTop() const { return lua_istable(L, -1); }
 
-    /// Pushes the value under a key of the table on top. False, with nothing pushed, when there is no table
-    /// or the name is null.
+    /// Pushes the value under a key of the table on top and answers its type; LUA_TNONE, with nothing pushed,
+    /// when there is no table or the name is null.
     template <class Key>
-    bool Fetch(Key key) const {
-        if (IsNull(key) || !IsTableOnTop()) return false;
-        if (!TryPushRaw(key))
-            FetchProtected(key);
-        else if (lua_isnil(L, -1) && lua_getmetatable(L, -2)) {
+    int Fetch(Key key) const {
+        if (IsNull(key) || !IsTableOnTop()) return LUA_TNONE;
+        if (TryPushRaw(key)) {
+            const int type = lua_type(L, -1);
+            if (type != LUA_TNIL || !lua_getmetatable(L, -2)) return type;
             lua_pop(L, 2);
-            FetchProtected(key);
         }
-        return true;
+        FetchProtected(key);
+        return lua_type(L, -1);
     }
 
-    /// Pushes the value of a global, nil for a null name. Throws what a metatable of the globals raises.
-    void PushGlobal(const char* name) const {
-        lua_rawgeti(L, LUA_REGISTRYINDEX, LUA_RIDX_GLOBALS);
-        if (!Fetch(name)) lua_pushnil(L);
+    /// Replaces the table on top by the value under a name, never null, and answers its type. Throws what a
+    /// metatable raises.
+    int Replace(const char* name) const {
+        const int type = Fetch(name);
         lua_remove(L, -2);
+        return type;
     }
 
     /// Writes a value under a key of the table on top. A key that holds none is only written where the cursor
@@ -115,7 +118,7 @@ public:
     lua_State* const L; ///< the cursor's
 
 private:
-    static constexpr int kSlots = 8;
+    static constexpr int kSlots = 7;
 
     static bool IsNull(const char* name) { return !name; }
     static bool IsNull(int) { return false; }

@@ -19,10 +19,6 @@ struct CLuaAccess::PathName {
     char text[128];
 };
 
-bool LuaPath::HasRoom() const {
-    return m_rCursor.m_nDepth >= 0 && m_rCursor.m_nDepth < CLuaAccess::kMaxDepth;
-}
-
 // Opens a level and answers its name, to be written to: a new one if there is none or a copy of the cursor
 // shares it.
 CLuaAccess::PathName& LuaPath::Own() const try {

@@ -13,7 +13,7 @@ public:
     explicit LuaPath(CLuaAccess& cursor) : m_rCursor(cursor) {}
 
     /// Whether one more level may be opened. Never after a Leave too many.
-    bool HasRoom() const;
+    bool HasRoom() const { return m_rCursor.m_nDepth >= 0 && m_rCursor.m_nDepth < CLuaAccess::kMaxDepth; }
     /// Opens a level under a name, of which 127 bytes are kept; null counts as the empty name. Throws when
     /// memory is refused.
     void Open(const char* name) const;

@@ -4,16 +4,16 @@
 
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #include <lua.hpp>
 
 namespace qev {
 
 /// Pushes a text that was pushed before without asking Lua for memory, and so without a protected call: Lua
-/// itself finds an equal text only by hashing it, and may have to make it, which may raise. A slot is chosen
-/// by the address of the caller's text and knows the text of the value with its number on the stack of a
-/// thread, which holds nothing else. (A table would take longer, and one of Lua 5.2 may lose values when
-/// memory is refused while it grows.) The thread and this object lie in the registry and end with the state.
+/// itself finds an equal text only by hashing it, and may have to make it, which may raise. The values lie on
+/// the stack of a thread that runs nothing; a table of slots leads from the characters to their places. Both
+/// lie in the registry, as this object does, and end with the state.
 class LuaTexts {
 public:
     /// The state's, or null. Needs a free stack slot.
@@ -22,29 +22,43 @@ public:
     static void Push(lua_State* L, LuaTexts*& texts, const char* text);
 
     /// Pushes a text that was kept, or pushes nothing and answers false.
-    bool TryPush(lua_State* L, const char* text) const {
-        const int slot = SlotOf(text);
-        if (!m_szTexts[slot] || std::strcmp(m_szTexts[slot], text) != 0) return false;
-        lua_pushvalue(m_pThread, kFirstText + slot);
+    bool TryPush(lua_State* L, const char* text) {
+        const std::uint64_t address = reinterpret_cast<std::uintptr_t>(text);
+        Slot& near = m_stNear[address * kSpread >> (64 - kNearBits)];
+        const auto check = static_cast<std::uint32_t>(address);
+        if (near.check != check || near.place == 0 || std::strcmp(near.text, text) != 0) {
+            const Slot* const found = Search(text);
+            if (!found) return false;
+            near = {found->text, check, found->place};
+        }
+        lua_pushvalue(m_pThread, near.place);
         lua_xmove(m_pThread, L, 1);
         return true;
     }
 
 private:
-    static constexpr int kSlots = 256; // a program's names, mostly without two in one slot
-    static constexpr int kObject = 1;  // on the thread's stack; the texts follow
-    static constexpr int kFirstText = 2;
+    struct Slot {
+        const char* text = nullptr; // the kept value's own characters
+        std::uint32_t check = 0;    // what sets its hash, or its address, apart from most others
+        int place = 0;              // of the value on the thread's stack; 0 in a free slot
+    };
+
+    static constexpr std::uint64_t kSpread = 0x9E37'79B9'7F4A'7C15; // the golden ratio's digits: as a factor
+                                                                    // it lays regular numbers far apart
+    static constexpr int kNearBits = 10; // the names of a program mostly without two in one slot
 
     explicit LuaTexts(lua_State* thread) : m_pThread(thread) {}
-    static int SlotOf(const char* text) {
-        const auto address = reinterpret_cast<std::uintptr_t>(text);
-        return static_cast<int>((address ^ (address >> 8)) % kSlots);
-    }
+    static std::uint64_t Hash(std::string_view text);
     static LuaTexts* Make(lua_State* L);
-    void Keep(lua_State* L, const char* text);
+    const Slot* Search(const char* text) const;
+    Slot& SlotFor(std::uint64_t hash) const;
+    void Grow(lua_State* L);
+    void Keep(lua_State* L, std::string_view text);
 
     lua_State* m_pThread;
-    const char* m_szTexts[kSlots] = {};
+    Slot* m_pSlots = nullptr;
+    std::size_t m_nMask = 0;                    // one less than the number of slots, which is a power of two
+    Slot m_stNear[std::size_t{1} << kNearBits]; // what was found lately, by the address of the caller's text
 };
 
 } // namespace qev

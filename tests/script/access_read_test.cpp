@@ -1,4 +1,6 @@
 #include <cmath>
+#include <cstring>
+#include <vector>
 
 #include "script/lua_fixture.h"
 
@@ -132,14 +134,22 @@ TEST_F(Read, Metatables) {
     }
 }
 
-// Names are told apart by what they say, and not by where they lie.
-TEST_F(Read, NamesInOneBuffer) {
-    Put("T = {} for i = 1, 2000 do T['key' .. i] = i end");
+// Names are told apart by what they say, and not by where they lie, and more than can be kept are read as
+// well.
+TEST_F(Read, ManyNames) {
+    constexpr int kCount = 40'000;
+    Put("T = {} for i = 1, 40000 do T['key' .. i] = i end");
+    std::vector<std::string> names;
+    for (int i = 1; i <= kCount; ++i) names.push_back("key" + std::to_string(i));
     double number = 0;
+    char buffer[16];
     for (int pass = 0; pass < 2; ++pass)
-        for (int i = 1; i <= 2000; ++i) {
-            const std::string name = "key" + std::to_string(i);
-            ASSERT_TRUE(a.Read(number, name.c_str(), i, i));
+        for (int i = 1; i <= kCount; ++i) {
+            for (const int next : {i, (i * 7919) % kCount + 1}) {
+                ASSERT_EQ(Run(0, [&] { a.Read(number, names[next - 1].c_str(), next, next); }), "");
+                std::strcpy(buffer, names[next - 1].c_str());
+                ASSERT_EQ(Run(0, [&] { a.Read(number, buffer, next, next); }), "");
+            }
         }
 }
 
