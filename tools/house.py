@@ -44,7 +44,7 @@ MAY_INCLUDE = {
     "common/support": (STANDARD, r"<qev/support/\w+\.h>", r"<qevdata/\w+\.h>", r'"platform/(file_status|image)\.h"', r'"\.\./kinds/\w+\.h"'),
     "common/script": (STANDARD, LUA, r"<qev/script/\w+\.h>"),
     "common/technics": (STANDARD, LUA, BASE, r"<qev/(technics|script|measure)/\w+\.h>", r"<qevdata/\w+\.h>",
-                        r'"\.\./script/protect\.h"', r'"platform/\w+\.h"'),
+                        r'"\.\./script/(protect|texts)\.h"', r'"platform/\w+\.h"'),
     "kit": (STANDARD, PUBLIC, LAYERS),
     "host": (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"', r'"host/[\w/]+\.h"'),
     "examples": (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"'),

@@ -252,7 +252,9 @@ bool CLuaAccess::PushTableLeave() {
     if (m_nPushLevel == 0) return false;
     if (m_nPushLevel != 1) {
         if (lua_gettop(m_pLuaState) < 3) return false;
-        LuaFields(*this).Protected("", 3, 0, [](lua_State* inner) {
+        const LuaFields fields(*this);
+        fields.CountWrite();
+        fields.Protected("", 3, 0, [](lua_State* inner) {
             lua_settable(inner, 2);
             return 0;
         });

@@ -69,6 +69,7 @@ public:
     template <class Key, class Value>
     bool Store(Key key, Value value) const {
         if (IsNull(key) || !IsTableOnTop()) return false;
+        CountWrite();
         return TryReplace(key, value) || StoreProtected(key, value);
     }
 
@@ -84,6 +85,7 @@ public:
     /// Pushes a new table and writes it under a key of the table on top.
     template <class Key>
     void CreateTable(Key key) const {
+        CountWrite();
         Protected("", 1, 1, [&](lua_State* inner) {
             lua_createtable(inner, 0, 0);
             lua_pushvalue(inner, -1);
@@ -96,6 +98,7 @@ public:
     /// without asking a metatable.
     template <class Key>
     void StoreTop(Key key) const {
+        CountWrite();
         Protected(KeyText(key), 2, 0, [&](lua_State* inner) {
             SetNew(inner, key);
             return 0;
@@ -113,6 +116,11 @@ public:
     /// Makes sure of a number of free stack slots, or throws.
     void Reserve(int slots) const {
         if (!lua_checkstack(L, slots)) m_rCursor.ErrorHandle("", nullptr, message::kStackFull);
+    }
+
+    /// Notes that a table may change. A state whose tables somebody keeps an eye on has its texts.
+    void CountWrite() const {
+        if (m_rCursor.m_pTexts) m_rCursor.m_pTexts->CountWrite();
     }
 
     lua_State* const L; ///< the cursor's

@@ -87,9 +87,13 @@ LuaTexts* LuaTexts::Make(lua_State* L) {
     return made;
 }
 
+LuaTexts* LuaTexts::Of(lua_State* L) {
+    LuaTexts* const found = Find(L);
+    return found ? found : Make(L);
+}
+
 void LuaTexts::Push(lua_State* L, LuaTexts*& texts, const char* text) {
-    if (!texts) texts = Find(L);
-    if (!texts) texts = Make(L);
+    if (!texts) texts = Of(L);
     if (texts->TryPush(L, text)) return;
     lua_pushstring(L, text);
     if (std::strlen(text) <= kLongestKept) texts->Keep(L, text);

@@ -1,5 +1,6 @@
 /// \file
-/// The texts that the cursors of a state have pushed before.
+/// What the cursors of a state share: the texts that they have pushed before, and how often they have
+/// written.
 #pragma once
 
 #include <cstdint>
@@ -18,6 +19,8 @@ class LuaTexts {
 public:
     /// The state's, or null. Needs a free stack slot.
     static LuaTexts* Find(lua_State* L);
+    /// The state's, which is made when there is none. May raise.
+    static LuaTexts* Of(lua_State* L);
     /// Pushes a text and keeps it for TryPush, making the state's object if `texts` is null. May raise.
     static void Push(lua_State* L, LuaTexts*& texts, const char* text);
 
@@ -35,6 +38,12 @@ public:
         lua_xmove(m_pThread, L, 1);
         return true;
     }
+
+    /// Notes that a cursor of the state may have changed a table.
+    void CountWrite() { ++m_nWrites; }
+    /// How often cursors of the state may have changed a table. As long as it stays, so do all tables that no
+    /// script changes.
+    std::uint64_t CountedWrites() const { return m_nWrites; }
 
 private:
     struct Slot {
@@ -55,6 +64,7 @@ private:
     void Grow(lua_State* L);
     void Keep(lua_State* L, std::string_view text);
 
+    std::uint64_t m_nWrites = 0;
     lua_State* m_pThread;
     Slot* m_pSlots = nullptr;
     std::size_t m_nMask = 0;                    // one less than the number of slots, which is a power of two

@@ -11,11 +11,12 @@
 
 #include <lua.hpp>
 
+#include "../script/texts.h"
 #include "text_limits.h"
 
 namespace qev {
 
-/// A Lua state and the chunks that were compiled lately.
+/// A Lua state, and the chunks or tables that were made of texts lately.
 class TextInterpreter {
 public:
     /// With the standard libraries or, for texts taken as data, with no function at all and under limits.
@@ -26,10 +27,10 @@ public:
     lua_State* State() const { return m_pState.get(); }
 
     /// Runs a text, up to its first zero byte, and pushes its table T (whatever its type, nil when there is
-    /// none) and on top of it a new thread, on whose stack a cursor may work. What the text returns is
-    /// dropped. False, with the reason and nothing pushed, when it cannot be compiled or fails. Throws
-    /// std::bad_alloc when memory outside the state is refused; what is on the stack then is the caller's to
-    /// drop.
+    /// none) and on top of it a thread that no other request uses, on whose stack a cursor may work. What the
+    /// text returns is dropped. False, with the reason and nothing pushed, when it cannot be compiled or
+    /// fails. Throws std::bad_alloc when memory outside the state is refused; what is on the stack then is
+    /// the caller's to drop.
     bool Run(std::string_view text, std::string& why);
 
     /// Whether a text can be compiled or, when it is to be taken as data, read. False with the reason. Throws
@@ -45,14 +46,20 @@ private:
     };
 
     int RunData(std::string_view text);
+    int ReadData(std::string_view text, bool isAlone);
     int RunChunk(std::string_view text);
-    void Keep(std::string_view text, int place);
-    void DropChunks();
+    void KeepTable(std::string_view text, std::size_t bytes);
+    int PlaceFor(std::size_t bytes);
+    void Keep(std::string_view text, int place, std::size_t bytes);
+    void DropKept();
 
     std::optional<TextLimits> m_optLimits; // the state's memory, so that it goes last
     std::unique_ptr<lua_State, Close> m_pState;
-    std::unordered_map<std::string, int, Hash, std::equal_to<>> m_mapChunks; // places among the kept chunks
-    std::size_t m_nChunkBytes = 0;                                           // of their texts
+    std::unordered_map<std::string, int, Hash, std::equal_to<>> m_mapKept; // places of chunks, or of tables
+    std::size_t m_nKeptBytes = 0;
+    LuaTexts* m_pTexts = nullptr; // counts the writes of cursors; null until the first text is taken as data
+    std::uint64_t m_nWrites = 0;  // that had been counted when the first of the kept tables was kept
+    bool m_bKeepsTables = true;
 };
 
 } // namespace qev

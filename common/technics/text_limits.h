@@ -29,6 +29,8 @@ public:
     void Start(lua_State* L);
     /// Ends the text in L: the limits no longer hold.
     void Stop(lua_State* L);
+    /// Bytes that the interpreter has taken.
+    std::size_t BytesInUse() const { return m_nInUse; }
     /// Raises an error in L when the time is up.
     void CheckTime(lua_State* L) const;
 

@@ -120,6 +120,32 @@ TEST(DataText, AttacksEndSoonAndHarmNobody) {
     }
 }
 
+// Enters a table that must not be there yet.
+bool EnterNew(qev::CLuaAccess& cursor, int index) {
+    cursor.m_bAutoCreate = false;
+    const bool isThere = cursor.Enter(index);
+    cursor.Leave();
+    cursor.m_bAutoCreate = true;
+    return cursor.Enter(index) && !isThere;
+}
+
+// A text that comes again is not read again; whatever an operator has written, it is as it was.
+TEST(DataText, WritesDoNotLast) {
+    Reading reading(true);
+    const std::string text = "T={Lead={a=1,7}}", expected = reading.Of(text);
+    const auto describe = reading.lead.onAdd;
+    const std::function<bool(qev::CLuaAccess&)> writes[] = {
+        [](auto& c) { return c.Write(2.0, "a"); }, [](auto& c) { return c.Write("text", 1); },
+        [](auto& c) { return c.Write(true, "b"); }, [](auto& c) { return EnterNew(c, 3); },
+        [](auto& c) { return qev::CLuaAccess(c).Write(3, "a"); }};
+    for (const auto& write : writes) {
+        reading.lead.onAdd = [&](auto& c) { return c.m_bAutoCreate = true, write(c); };
+        for (int i = 0; i < 2; ++i) EXPECT_TRUE(reading.Add(text));
+        reading.lead.onAdd = describe;
+        for (int i = 0; i < 2; ++i) EXPECT_EQ(reading.Of(text), expected);
+    }
+}
+
 TEST(DataText, TextsFindNothingAndLeaveNothing) {
     Reading reading(true);
     // A good part of the memory of a text, in a small part of its time, so that a busy machine takes it too.

@@ -64,28 +64,35 @@ TEST_F(Manager, RepeatedTextsAndAMillionRefusals) {
     }
 }
 
-// An operator loads other objects, and leaves its cursor anywhere, with auto-create on or a call not made;
-// the next one finds its own table all the same.
+// An operator loads other objects, of another text or its own, and leaves its cursor anywhere, with
+// auto-create on or a call not made; the next one finds its own table all the same, and as the text has it.
 TEST_F(Manager, LoadingOperatorsDoNotMeet) {
     CCadGroup object, inner;
     object.SetTechnicsString("T={Lead={},Joint={Depth=2}}");
-    inner.SetTechnicsString("T={Lead={},Joint={Depth=3}}");
+    bool isData = false;
     int calls = 0;
     lead.onCreate = [&](CLuaAccess& c) {
         const int call = ++calls;
+        if (call % 2 == 1 && isData) manager.LoadTechnics(&inner); // before anything is written
         for (int i = 0; i < 12; ++i) c.m_bAutoCreate = true, c.Enter("Deep");
-        if (call % 2 == 1) manager.LoadTechnics(&inner);
+        if (call % 2 == 1 && !isData) manager.LoadTechnics(&inner);
         for (int i = 0; i < 4 * call; ++i) c.Leave(); // too few, then too many
-        if (call == 3) c.StartCall(nullptr, "print", 0), c.PushTable();
+        if (call == 3 && !isData) c.StartCall(nullptr, "print", 0), c.PushTable();
         return nullptr;
     };
     std::vector<double> depths;
     joint.onCreate = [&](CLuaAccess& c) {
         depths.push_back(c.m_bAutoCreate ? -1 : Number(c, "Depth"));
+        c.Write(9.0, "Depth");
         return nullptr;
     };
-    for (int i = 0; i < 3; ++i) manager.LoadTechnics(&object);
-    EXPECT_EQ(depths, (std::vector<double>{3, 2, 3, 2, 3, 2}));
+    for (const double depth : {2, 3, 2, 3}) {
+        inner.SetTechnicsString(depth == 2 ? "T={Lead={},Joint={Depth=2}}" : "T={Lead={},Joint={Depth=3}}");
+        calls = 0, depths.clear();
+        for (int i = 0; i < 3; ++i) manager.LoadTechnics(&object);
+        EXPECT_EQ(depths, (std::vector<double>{depth, 2, depth, 2, depth, 2})) << isData;
+        if (depth == 3) manager.SetDataOnly(isData = true);
+    }
 }
 
 template <class Value>
