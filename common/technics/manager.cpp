@@ -94,6 +94,45 @@ std::vector<CCadObject*> LeavesAndGroups(const std::list<CCadObject*>& objects) 
     return all;
 }
 
+// The objects of a list that operators may change: what is no longer on it may be deleted, and is not touched
+// any more. To see every change of a list of n objects takes n steps, after each call of an operator. For
+// long lists that would make the calls quadratic: there a look at the whole list is taken every few calls,
+// and its length and its ends, which most changes touch, are looked at after each.
+class WatchedList {
+public:
+    explicit WatchedList(const std::list<CCadObject*>& objects)
+        : m_rObjects(objects), m_vecKnown(objects.begin(), objects.end()) {}
+
+    // Whether an object that was a leaf of the list, or a group on it, still is.
+    bool Holds(CCadObject* object) const { return !m_optLeft || m_optLeft->count(object) > 0; }
+
+    // Looks what a call has changed.
+    void LookAfterCall() {
+        if (!HasChanged()) return;
+        m_vecKnown.assign(m_rObjects.begin(), m_rObjects.end());
+        const std::vector<CCadObject*> left = LeavesAndGroups(m_rObjects);
+        m_optLeft.emplace(left.begin(), left.end());
+    }
+
+private:
+    static constexpr std::size_t kPaidByCall = 1024; // objects to look at; about a microsecond
+
+    bool HasChanged() {
+        if (m_rObjects.size() != m_vecKnown.size()) return true;
+        if (m_vecKnown.empty()) return false;
+        if (m_rObjects.front() != m_vecKnown.front() || m_rObjects.back() != m_vecKnown.back()) return true;
+        m_nPaid += kPaidByCall;
+        if (m_nPaid < m_vecKnown.size()) return false;
+        m_nPaid = 0;
+        return !std::equal(m_vecKnown.begin(), m_vecKnown.end(), m_rObjects.begin());
+    }
+
+    const std::list<CCadObject*>& m_rObjects;
+    std::vector<CCadObject*> m_vecKnown;            // the list as it was seen last
+    std::optional<std::set<CCadObject*>> m_optLeft; // once it has changed
+    std::size_t m_nPaid = 0;                        // for the next look at the whole list
+};
+
 // Throws when the text has put an infinite number where the mouse's position belongs.
 void CheckMouse(CLuaAccess& cursor) {
     for (const char* key : {"MouseSegment", "MouseRatio", "StartX", "StartY"}) {
@@ -340,25 +379,16 @@ void CTechnicsManager::MultipleMudifyNotify(const std::list<CCadObject*>* before
     Walk(*this).ForEach([&](CITechnicsOperator& each) { each.MultipleModify(before, after, kind); });
 }
 
-// An operator may take objects off the list, and the host may have deleted them: they are not touched any
-// more. That the list has changed shows in its length.
 void CTechnicsManager::UpdataViewDataNotify(std::list<CCadObject*>* objects) {
     if (!objects) return;
     const Walk walk(*this);
-    std::optional<std::set<CCadObject*>> left; // known once the list has changed
-    std::size_t length = objects->size();
-    const auto isLeft = [&](CCadObject* object) {
-        if (objects->size() != length) {
-            const std::vector<CCadObject*> now = LeavesAndGroups(*objects);
-            left.emplace(now.begin(), now.end());
-            length = objects->size();
-        }
-        return !left || left->count(object) > 0;
-    };
+    WatchedList list(*objects);
     for (CCadObject* object : LeavesAndGroups(*objects)) {
-        if (!isLeft(object) || !HasTechnics(object)) continue;
+        if (!list.Holds(object) || !HasTechnics(object)) continue;
         walk.ForEach([&](CITechnicsOperator& each) {
-            if (isLeft(object)) each.UpdateViewData(object);
+            if (!list.Holds(object)) return;
+            each.UpdateViewData(object);
+            list.LookAfterCall();
         });
     }
 }

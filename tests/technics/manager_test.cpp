@@ -156,6 +156,33 @@ TEST_F(Manager, ViewDataOfWhatIsLeftOnTheList) {
     EXPECT_EQ(calls, 1);
 }
 
+// Objects that give their places to others are not touched any more: at once in a short list, soon in a long
+// one.
+TEST_F(Manager, ViewDataOfAListThatKeepsItsLength) {
+    for (const auto& [length, most] : {std::pair{5, 1}, std::pair{5000, 5}}) {
+        std::list<CCadLine> lines;
+        Objects objects;
+        for (int i = 0; i < length; ++i) {
+            objects.push_back(&lines.emplace_back(math::DPOINT2{0, 0}, math::DPOINT2{1, 0}));
+            objects.back()->AddTechnics(new CTechnics);
+        }
+        CCadLine other({0, 0}, {2, 0});
+        int calls = 0;
+        lead.onNotify = [&](CCadObject*) {
+            if (++calls == 1) std::fill(++objects.begin(), --objects.end(), &other);
+        };
+        manager.UpdataViewDataNotify(&objects);
+        EXPECT_LE(calls, most + 1) << "with the last one, which stays on the list";
+    }
+}
+
+TEST_F(Manager, NothingToDo) {
+    EXPECT_FALSE(manager.RemoveTechnics(nullptr, 1, nullptr, nullptr, manager.message)) << "no list for it";
+    EXPECT_NO_THROW(manager.LoadTechnics(nullptr));
+    EXPECT_NO_THROW(manager.SaveTechnics(nullptr));
+    EXPECT_NO_THROW(manager.UpdataViewDataNotify(nullptr));
+}
+
 TEST_F(Manager, CopiesShareTheInterpreter) {
     lead.onAdd = [](CLuaAccess& cursor) { return Number(cursor, "N") == 7; };
     EXPECT_TRUE(manager.Add("n=7 T={Lead={N=7}}"));

@@ -18,7 +18,9 @@ class QEVCOMMON_API CScriptEngine {
 public:
     /// Takes any name, which is copied. Throws std::bad_alloc when memory is refused.
     explicit CScriptEngine(const std::string& language);
+    /// Copies the name. Throws std::bad_alloc when memory is refused.
     CScriptEngine(const CScriptEngine&) = default;
+    /// Copies the name. Throws std::bad_alloc when memory is refused; the name stays then.
     CScriptEngine& operator=(const CScriptEngine&) = default;
     virtual ~CScriptEngine();
 
@@ -43,7 +45,10 @@ public:
 
     /// Opens an interpreter. When memory is refused there is none, and GetLuaState answers null.
     CLuaScriptEngine();
+    /// Shares the other's interpreter and copies its name. Throws std::bad_alloc when memory is refused.
     CLuaScriptEngine(const CLuaScriptEngine&) = default;
+    /// Lets go of its interpreter, shares the other's and copies its name. Throws std::bad_alloc when memory
+    /// is refused; nothing has changed then.
     CLuaScriptEngine& operator=(const CLuaScriptEngine&) = default;
     ~CLuaScriptEngine() override;
 

@@ -55,18 +55,19 @@ public:
 
     /// Has the operators of the other manager and shares its interpreter, which is closed with the last of
     /// them. The copy has a lock of its own, so that only one of the two may be used at a time, and one of
-    /// them may free the plug-ins.
+    /// them may free the plug-ins. Throws std::bad_alloc when memory is refused.
     CTechnicsManager(const CTechnicsManager& other);
     /// Takes over the other's operators and shares its interpreter, which is closed with the last of them.
     /// This manager lets go of its own interpreter, keeps its lock and unloads no plug-in, so that only one
-    /// of the two may be used at a time, and one of them may free the plug-ins.
+    /// of the two may be used at a time, and one of them may free the plug-ins. Throws std::bad_alloc when
+    /// memory is refused; this manager then has some of the other's, and is only to be assigned to or ended.
     CTechnicsManager& operator=(const CTechnicsManager& other);
 
     /// Loads a plug-in and registers its operators; of those of one type the first stays. False, with the
     /// plug-in unloaded, nothing registered and the reason in GetLastErrorText, for a path of more than 259
     /// bytes or one loaded before, a library without one of the entries, and a load entry that throws or
-    /// gives null or an operator without a name. After a refusal for a missing Set_N_CadTempDir,
-    /// SetCadTempDir calls nobody until the next plug-in has been loaded.
+    /// gives null or an operator without a name, and when memory is refused. After a refusal for a missing
+    /// Set_N_CadTempDir, SetCadTempDir calls nobody until the next plug-in has been loaded.
     bool LoadTechnicsPlugIn(const std::string& path);
     /// Calls the Set_N_CadTempDir of the plug-in loaded last, if there is one.
     void SetCadTempDir(char* directory);
@@ -81,28 +82,34 @@ public:
     /// Unless empty, `params` ("MouseSegment=1;MouseRatio=0.5;StartX=3;StartY=4;") is written into that table
     /// before: the mouse's position always, 0 for what is missing, the start point's coordinates if given.
     /// The lists and the message are the operator's, as is the result. False without objects, for a text that
-    /// is empty or cannot be run, and without an operator for it.
+    /// is empty or cannot be run, and without an operator for it. Throws std::bad_alloc when memory is
+    /// refused.
     bool AddTechnics(const std::list<CCadObject*>* objects, const std::string& luaText,
                      const std::string& params, std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
                      std::string& message);
     /// Has the operator of a type remove its technics. True when it says so and out1 holds an object
-    /// afterwards.
+    /// afterwards; never for a null out1. The operator gets null objects as well. Throws std::bad_alloc when
+    /// memory is refused.
     bool RemoveTechnics(const std::list<CCadObject*>* objects, int type, std::list<CCadObject*>* out1,
                         std::list<CCadObject*>* out2, std::string& message);
 
-    /// Passes an edit of one object on to every operator.
+    /// Passes an edit of one object on to every operator. Throws std::bad_alloc when memory is refused.
     void SingleMudifyNotify(const CCadObject* before, CCadObject* after, const std::vector<int>& indices,
                             int kind);
-    /// Passes an edit of several objects on to every operator.
+    /// Passes an edit of several objects on to every operator. Throws std::bad_alloc when memory is refused.
     void MultipleMudifyNotify(const std::list<CCadObject*>* before, std::list<CCadObject*>* after, int kind);
     /// Has every operator update what is shown of the leaves that carry technics, then of the groups among
     /// the given objects that do. Nothing when there is no leaf (CollectLeafNode) at all. Operators may take
-    /// objects off the list meanwhile, and delete them: these are not touched any more.
+    /// objects off the list or put others in their places meanwhile, and delete them: these are not touched
+    /// any more, and new ones are not updated. In a list of more than 1024 objects, one in the middle that
+    /// gives its place to another may be touched for some calls more, and must outlive this function. Throws
+    /// std::bad_alloc when memory is refused.
     void UpdataViewDataNotify(std::list<CCadObject*>* objects);
 
     /// What the host tells its plug-ins, one for the process.
     TarvelEnvContext& GetTarvelEnvContext();
-    /// Copies the host's values over those of the process.
+    /// Copies the host's values over those of the process. Throws std::bad_alloc when memory is refused; the
+    /// process's text then stays.
     void SetTarvelEnvContext(const TarvelEnvContext& context);
 
     /// Whether technics texts are taken as data, off at first. On, a text is a run of `name = value`; a value
@@ -120,11 +127,13 @@ public:
     const std::string& GetLastErrorText() const { return m_strLastError; }
 
 protected:
-    /// Opens an interpreter. The manager becomes the process's when there is no other alive.
+    /// Opens an interpreter. The manager becomes the process's when there is no other alive. Throws
+    /// std::bad_alloc when memory for its lock is refused; without memory for the interpreter there is none.
     CTechnicsManager();
 
     /// Forgets the plug-ins' operators and unloads the plug-ins; operators that the host has registered stay.
-    /// During a call of an operator, the plug-ins are unloaded after it.
+    /// During a call of an operator, the plug-ins are unloaded after it. Throws std::bad_alloc when memory is
+    /// refused to a copy of the manager that has loaded them; they then stay loaded.
     void FreeTechnicsPlugIn();
     /// Appends an operator unless one of its type is there. The manager does not own it. Throws
     /// std::bad_alloc when memory is refused.
