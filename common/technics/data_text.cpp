@@ -22,15 +22,17 @@
 namespace qev {
 namespace {
 
-constexpr int kListPart = 50;       // items that a constructor stores at a time
-constexpr int kLongestNumber = 512; // bytes; more than the longest decimal without an exponent has
+constexpr int kListPart = 50;           // items that a constructor stores at a time
+constexpr std::ptrdiff_t kGlance = 128; // bytes of a table that are looked at for its size
+constexpr int kLongestNumber = 512;     // bytes; more than the longest decimal without an exponent has
 
 constexpr std::string_view kReserved[] = {
     "and", "break", "do",  "else", "elseif", "end",    "false",  "for",  "function", "goto",  "if",
     "in",  "local", "nil", "not",  "or",     "repeat", "return", "then", "true",     "until", "while"};
 
-bool IsReserved(std::string_view name) {
-    return std::find(std::begin(kReserved), std::end(kReserved), name) != std::end(kReserved);
+bool IsReserved(std::string_view name) { // never empty
+    return std::any_of(std::begin(kReserved), std::end(kReserved),
+                       [&](std::string_view each) { return each[0] == name[0] && each == name; });
 }
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
@@ -80,6 +82,7 @@ private:
     bool IsLongBracket() const;
     std::string_view LongBracket();
     void LongText();
+    void NewTable();
     void Table();
     void Item(int table, int& pending, int& stored, int& keys);
     void CountKey(int table, int& keys);
@@ -336,12 +339,30 @@ void Reader::LongText() {
     lua_pushlstring(L, m_szRoom, out - m_szRoom);
 }
 
+// Makes a table of the size that the next characters tell, up to a closing bracket if there is one: to let it
+// grow field by field takes longer than to read the fields. Signs in texts and comments count as well; that
+// makes the table larger, by no more than the characters that were looked at.
+void Reader::NewTable() {
+    int depth = 0, fields = 0, keys = 0;
+    bool isInField = false;
+    const char* const end = m_szNext + std::min(m_szEnd - m_szNext, kGlance);
+    for (const char* c = m_szNext; c < end && depth >= 0; ++c) {
+        depth += (*c == '{') - (*c == '}');
+        if (depth != 0 || IsBlank(*c)) continue;
+        const bool wasInField = isInField;
+        isInField = *c != ',' && *c != ';';
+        fields += isInField && !wasInField;
+        keys += *c == '=';
+    }
+    lua_createtable(L, std::max(fields - keys, 0), keys);
+}
+
 void Reader::Table() {
     luaL_checkstack(L, kListPart + LUA_MINSTACK, nullptr);
-    lua_newtable(L);
+    ++m_szNext;
+    NewTable();
     const int table = lua_gettop(L);
     int pending = 0, stored = 0, keys = 0;
-    ++m_szNext;
     while (!Take('}')) {
         Item(table, pending, stored, keys);
         if (Take(',') || Take(';')) continue;
@@ -370,8 +391,8 @@ void Reader::Item(int table, int& pending, int& stored, int& keys) {
 
 // Counts the key on top, unless it continues the list of its table.
 void Reader::CountKey(int table, int& keys) {
-    const auto following = static_cast<double>(lua_rawlen(L, table) + 1);
-    const bool continues = lua_type(L, -1) == LUA_TNUMBER && lua_tonumber(L, -1) == following;
+    const bool continues = lua_type(L, -1) == LUA_TNUMBER
+                           && lua_tonumber(L, -1) == static_cast<double>(lua_rawlen(L, table) + 1);
     if (!continues && ++keys > TextLimits::kMostKeys) Refuse("too many keys in a table");
 }
 
