@@ -157,7 +157,7 @@ void Bus::Tidy(Topics::value_type& entry) {
 // Null when nobody has subscribed to the topic.
 Topics::pointer Bus::Find(const char* topic) {
     constexpr std::uint64_t kSpread = 0x9E37'79B9'7F4A'7C15; // lays addresses of neighbours far apart
-    const std::uint64_t address = reinterpret_cast<std::uintptr_t>(topic);
+    const auto address = std::uint64_t{reinterpret_cast<std::uintptr_t>(topic)};
     Topics::pointer& near = m_pNear[address * kSpread >> (64 - kNearBits)];
     if (near && std::strcmp(near->first.c_str(), topic) == 0) return near;
     const auto found = m_mapTopics.find(std::string_view(topic));

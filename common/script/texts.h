@@ -26,7 +26,7 @@ public:
 
     /// Pushes a text that was kept, or pushes nothing and answers false.
     bool TryPush(lua_State* L, const char* text) {
-        const std::uint64_t address = reinterpret_cast<std::uintptr_t>(text);
+        const auto address = std::uint64_t{reinterpret_cast<std::uintptr_t>(text)};
         Slot& near = m_stNear[address * kSpread >> (64 - kNearBits)];
         const auto check = static_cast<std::uint32_t>(address);
         if (near.check != check || near.place == 0 || std::strcmp(near.text, text) != 0) {
