@@ -169,14 +169,13 @@ int Bus::Publish(const char* topic, int value, const char* text) {
     if (!found) return 0;
     const Delivery delivery(*this, *found);
     const auto& subscribers = found->second.subscribers; // may grow and move meanwhile
-    const int count = static_cast<int>(subscribers.size());
-    int called = count;
-    for (int i = 0; i < count; ++i) {
+    const std::size_t count = subscribers.size();
+    int called = 0;
+    for (std::size_t i = 0; i < count; ++i) {
         const MsgTopicSubscriber& subscriber = subscribers[i];
-        if (subscriber.callback)
-            subscriber.callback(topic, subscriber.user, value, text);
-        else
-            --called;
+        if (!subscriber.callback) continue;
+        subscriber.callback(topic, subscriber.user, value, text);
+        ++called;
     }
     return called;
 }

@@ -60,7 +60,7 @@ public:
     /// metatable raises.
     int Replace(const char* name) const {
         const int type = Fetch(name);
-        lua_remove(L, -2);
+        lua_replace(L, -2);
         return type;
     }
 
