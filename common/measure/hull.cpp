@@ -1,24 +1,34 @@
-// The convex hull of tagged points, by monotone chains (A. M. Andrew, "Another efficient algorithm for convex
-// hulls in two dimensions", 1979).
+// The convex hull of tagged points: what is certainly inside is left out, the rest is sorted from left to
+// right, and a chain of left turns is laid over each half (A. M. Andrew, "Another efficient algorithm for
+// convex hulls in two dimensions", 1979).
 //
-// The points are sorted from left to right. Going over them once, every point that makes the chain turn right
-// or not at all takes the last points off again until it turns left: what is left is the lower half of the
-// hull, and going back over them gives the upper half. A point that is taken off lies on or above the line
-// between two others, so that it is no corner; a point that stays turns left between its neighbours, so that
-// all of them are corners. It takes O(n log n) for the sorting and O(n) for the chains, since every point is
-// added and taken off once at most.
+// Left out. A point with others to its lower left, lower right, upper left and upper right lies inside the
+// hull: the four surround it. It cannot be a corner of the lower half as soon as there is one to its lower
+// left and one to its lower right, as it lies above the line between them. Columns of equal width find most
+// such points without any arithmetic on y (Columns, Sieve): a column knows the lowest and the highest of its
+// points, so that all columns before it and all behind it say how low a point in it must lie to be a
+// candidate for the lower half, and how high for the upper one. Some 10 of 100 points of a disk are left at
+// 1,000 points and 3 at a million. Few points are halved by the line from the leftmost to the rightmost one
+// instead. (Akl and Toussaint's polygon of extreme points was rejected: its sides need products with an error
+// bound for every point, and an octagon leaves 10 of 100.)
 //
-// The order of the points is a plain one by coordinates. The scan round a pivot (Graham 1972), which the
-// interface is named after, was rejected: its order goes by angles, and angles compared within a tolerance
-// are no order at all, so that the result depends on the sorting, and a sort may even run out of its range.
+// Sorted. The same columns hold the candidates in order, and a column with many is divided once more into
+// narrow ones (SortColumn). So points spread along a contour are sorted in O(n), and points that crowd in one
+// column in O(n log n). The order is a plain one by coordinates. The scan round a pivot (Graham 1972), which
+// the interface is named after, was rejected: its order goes by angles, and angles compared within a
+// tolerance are no order at all, so that the result depends on the sorting, and a sort may even run out of
+// its range.
 //
-// The hull is exact: the turn of three points is the sign of a cross product of the coordinates as they are
-// given. The rounded cross product decides when it lies beyond its own error (J. R. Shewchuk, "Adaptive
-// precision floating-point arithmetic and fast robust geometric predicates", 1997); else the products are
-// added without rounding. With rounded turns alone, nearly collinear points contradict each other, and a true
-// corner can be taken off.
+// Chains. Going over the candidates of the lower half once, every point that makes the chain turn right or
+// not at all takes the last points off again until it turns left. A point that is taken off lies on or above
+// the line between two others, so that it is no corner; a point that stays turns left between its neighbours,
+// so that all of them are corners. The upper half, turned by half a turn, is a lower half, and the same code
+// takes it: negating both coordinates is exact and keeps every turn.
 //
-// The tolerance comes after that, in one round over the corners (DropFlatCorners): a corner goes when the
+// The hull is exact (exact_turn.h). With rounded turns, nearly collinear points contradict each other, and a
+// true corner can be taken off.
+//
+// The tolerance comes after that, in one round over the corners (WriteSharp): a corner goes when the
 // hull turns by less than kOnEdge there, or when it is nearer than kZeroLength to the corner kept before it.
 // The turn at the corner itself decides, not the smallest angle of a triangle: at the tip of a needle all
 // angles are small, and the tip would go. A dropped corner lies off the line between its neighbours by less
@@ -28,14 +38,18 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <iterator>
 #include <limits>
-#include <tuple>
+#include <memory>
+#include <span>
 #include <utility>
 
 #include <qev/measure/hull.h>
 #include <qevmath/point.h>
 
 #include "../kinds/tolerance.h"
+#include "exact_turn.h"
 
 namespace qev {
 namespace {
@@ -46,142 +60,319 @@ using math::DPOINT2;
 constexpr double kOnEdge = 1e-9; // sine of an angle: a corner flatter than this lies on the hull's edge
 
 // mm. Coordinates beyond this are no places of a drawing but faults of a computation; below it no product of
-// two of them overflows. (Parts of products below 1e-290 may be lost, which moves nothing by a tolerance.)
+// two of them overflows, as exact turns need.
 constexpr double kFarthest = 1e100;
+
+// Up to so many points, insertion sorts sooner than any other way, and a line halves sooner than columns.
+constexpr std::size_t kFewPoints = 24;
+
+// From so many points on, a half does not fit into the near memory.
+constexpr std::size_t kManyPoints = 1 << 14;
+
+// Columns that sieve: enough that those at both ends, where all points stay, are a small part of the whole,
+// and few enough that their bounds stay in the fastest memory; with fewer points a column, it has no point
+// near the edge.
+constexpr std::size_t kMostColumns = 128;
+constexpr std::size_t kPointsPerColumn = 4;
 
 DPOINT2 Vector(const Point& from, const Point& to) {
     return {to.x - from.x, to.y - from.y};
 }
 
-// A sum of numbers that is kept without rounding: as parts that do not overlap, the smallest first
-// (Shewchuk's expansions, which need rounding to nearest and no overflow).
-class ExactSum {
+// A point that may be a corner. One of the upper half is turned by half a turn: both coordinates are negated.
+struct Candidate {
+    double x;
+    double y;
+    int nTag;
+    std::uint32_t nPlace; // in the input: of duplicates the first given counts
+};
+
+using Candidates = std::span<Candidate>;
+
+Candidate Turned(const Candidate& p) {
+    return {-p.x, -p.y, p.nTag, p.nPlace};
+}
+
+bool ComesBefore(const Candidate& p, const Candidate& q) {
+    if (p.x != q.x) return p.x < q.x;
+    return p.y != q.y ? p.y < q.y : p.nPlace < q.nPlace;
+}
+
+DPOINT2 At(const Candidate& p) {
+    return {p.x, p.y};
+}
+
+// Columns of equal width from the leftmost to the rightmost of some points, of which there is one. A point in
+// an earlier column lies to the left of every point in a later one: all that is computed rises with x.
+class Columns {
 public:
-    void AddProduct(double a, double b) {
-        const double product = a * b;
-        const auto [aHigh, aLow] = Split(a);
-        const auto [bHigh, bLow] = Split(b);
-        Add(aLow * bLow - (((product - aHigh * bHigh) - aLow * bHigh) - aHigh * bLow));
-        Add(product);
+    template <class Points>
+    Columns(const Points& points, std::size_t count) : m_nLast(static_cast<std::int64_t>(count) - 1) {
+        double right = m_dLeft = points[0].x;
+        for (const auto& p : points) {
+            m_dLeft = std::min(m_dLeft, p.x);
+            right = std::max(right, p.x);
+        }
+        const double perLength = static_cast<double>(count) / (right - m_dLeft);
+        if (std::isfinite(perLength)) m_dPerLength = perLength;
     }
-    // Has the sign of the sum: the last part that is not 0 outweighs all before it.
-    double Sign() const {
-        const auto last =
-            std::find_if(m_parts.rbegin(), m_parts.rend(), [](double part) { return part != 0; });
-        return last == m_parts.rend() ? 0 : *last;
+    std::size_t GetCount() const { return static_cast<std::size_t>(m_nLast) + 1; }
+    std::size_t Of(double x) const {
+        const auto column = static_cast<std::int64_t>((x - m_dLeft) * m_dPerLength);
+        return static_cast<std::size_t>(std::min(column, m_nLast));
     }
 
 private:
-    // The upper and the lower half of a number's 53 bits (T. J. Dekker, 1971): products of halves are exact.
-    static std::pair<double, double> Split(double a) {
-        constexpr double kSplitter = (1 << 27) + 1;
-        const double c = kSplitter * a;
-        const double high = c - (c - a);
-        return {high, a - high};
-    }
-    void Add(double x) {
-        for (std::size_t i = 0; i < m_nParts; ++i) {
-            const double sum = x + m_parts[i];
-            const double ofPart = sum - x; // what arrived of the part; the rest of both is the rounding
-            m_parts[i] = (x - (sum - ofPart)) + (m_parts[i] - ofPart);
-            x = sum;
-        }
-        m_parts[m_nParts++] = x;
-    }
-
-    std::array<double, 12> m_parts{}; // six products of two parts each
-    std::size_t m_nParts = 0;
+    std::int64_t m_nLast;
+    double m_dLeft;
+    double m_dPerLength = 0; // columns for each mm; 0, which makes one of all, when they would have no width
 };
 
-// Exact for coordinates up to kFarthest. The bound is Shewchuk's: three rounded operations on each product.
-bool TurnsLeft(const Point& a, const Point& b, const Point& c) {
-    constexpr double kUnit = std::numeric_limits<double>::epsilon() / 2;
-    constexpr double kBound = (3 + 16 * kUnit) * kUnit;
-    const double left = (b.x - a.x) * (c.y - a.y);
-    const double right = (b.y - a.y) * (c.x - a.x);
-    const double turn = left - right;
-    if (std::abs(turn) > kBound * (std::abs(left) + std::abs(right))) return turn > 0;
-    ExactSum sum;
-    sum.AddProduct(a.x, b.y);
-    sum.AddProduct(-a.y, b.x);
-    sum.AddProduct(b.x, c.y);
-    sum.AddProduct(-b.y, c.x);
-    sum.AddProduct(c.x, a.y);
-    sum.AddProduct(-c.y, a.x);
-    return sum.Sign() > 0;
-}
-
-bool IsPlace(const Point& p) {
-    return std::abs(p.x) <= kFarthest && std::abs(p.y) <= kFarthest; // not for NaN
-}
-
-// The points of a drawing from left to right without duplicates; of points with equal coordinates the first
-// given stays.
-std::vector<Point> Sorted(const std::vector<Point>& input) {
-    std::vector<Point> points = input;
-    std::erase_if(points, [](const Point& p) { return !IsPlace(p); });
-    std::stable_sort(points.begin(), points.end(),
-                     [](const Point& p, const Point& q) { return std::tie(p.x, p.y) < std::tie(q.x, q.y); });
-    const auto same = [](const Point& p, const Point& q) { return p.x == q.x && p.y == q.y; };
-    points.erase(std::unique(points.begin(), points.end(), same), points.end());
-    return points;
-}
-
-// Appends the chain of left turns over a run of sorted points; its last point begins the other chain.
-template <class Iterator>
-void AppendChain(Iterator first, Iterator last, std::vector<Point>& hull) {
-    const std::size_t start = hull.size();
-    for (; first != last; ++first) {
-        while (hull.size() > start + 1 && !TurnsLeft(hull[hull.size() - 2], hull.back(), *first))
-            hull.pop_back();
-        hull.push_back(*first);
+// The lowest and the highest y of some points.
+struct Extent {
+    double low = std::numeric_limits<double>::infinity();
+    double high = -std::numeric_limits<double>::infinity();
+    void Add(const Extent& other) {
+        low = std::min(low, other.low);
+        high = std::max(high, other.high);
     }
-    hull.pop_back();
+};
+
+// Which points may be corners of the lower half, and which of the upper one.
+class Sieve {
+public:
+    explicit Sieve(const std::vector<Point>& points)
+        : m_columns(points, std::min(points.size() / kPointsPerColumn + 1, kMostColumns)) {
+        std::array<Extent, kMostColumns> own;
+        for (const Point& p : points) own[m_columns.Of(p.x)].Add({p.y, p.y});
+        Extent left;
+        for (std::size_t i = 0; i < m_columns.GetCount(); left.Add(own[i++])) m_candidates[i] = left;
+        Extent right;
+        for (std::size_t i = m_columns.GetCount(); i-- > 0; right.Add(own[i]))
+            m_candidates[i] = {std::max(m_candidates[i].low, right.low),
+                               std::min(m_candidates[i].high, right.high)};
+    }
+    std::size_t GetColumns() const { return m_columns.GetCount(); }
+    std::size_t ColumnOf(const Candidate& p) const { return m_columns.Of(p.x); }
+    bool IsLower(const Candidate& p, std::size_t column) const { return p.y <= m_candidates[column].low; }
+    bool IsUpper(const Candidate& p, std::size_t column) const { return p.y >= m_candidates[column].high; }
+
+private:
+    Columns m_columns;
+    std::array<Extent, kMostColumns> m_candidates; // up to where they lie in a column, and from where on
+};
+
+void InsertionSort(Candidates points) {
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const Candidate p = points[i];
+        std::size_t k = i;
+        for (; k > 0 && ComesBefore(p, points[k - 1]); --k) points[k] = points[k - 1];
+        points[k] = p;
+    }
 }
 
-// Both chains, counter-clockwise from the leftmost point.
-std::vector<Point> Hull(const std::vector<Point>& sorted) {
-    if (sorted.size() < 2) return sorted;
-    std::vector<Point> hull;
-    AppendChain(sorted.begin(), sorted.end(), hull);
-    AppendChain(sorted.rbegin(), sorted.rend(), hull);
-    return hull;
+// From the counts of slots to where each begins; answers the sum.
+std::size_t ToBegins(std::vector<std::size_t>& counts) {
+    std::size_t sum = 0;
+    for (std::size_t& count : counts) sum += std::exchange(count, sum);
+    return sum;
 }
 
-// The lowest corner comes first; of those as low as it within kSameLength the leftmost.
-void StartAtLowest(std::vector<Point>& hull) {
-    const auto higher = [](const Point& p, const Point& q) { return p.y < q.y; };
-    const double lowest = std::min_element(hull.begin(), hull.end(), higher)->y;
-    const auto first = std::min_element(hull.begin(), hull.end(), [lowest](const Point& p, const Point& q) {
-        return std::tuple(p.y - lowest >= kSameLength, p.x) < std::tuple(q.y - lowest >= kSameLength, q.x);
+// Sorts points by columns of two points each on average, so that little is left to insertion; a column that
+// holds many is sorted by itself. The scratch has room for as many.
+void SortColumn(Candidates points, Candidate* scratch, std::vector<std::size_t>& ends) {
+    if (points.size() <= kFewPoints) return InsertionSort(points);
+    const Columns columns(points, points.size() / 2);
+    ends.assign(columns.GetCount(), 0);
+    for (const Candidate& p : points) ++ends[columns.Of(p.x)];
+    ToBegins(ends);
+    const Candidates unsorted(scratch, points.size());
+    std::copy(points.begin(), points.end(), unsorted.begin());
+    for (const Candidate& p : unsorted) points[ends[columns.Of(p.x)]++] = p;
+    std::size_t begin = 0;
+    for (const std::size_t end : ends) {
+        const Candidates column = points.subspan(begin, end - begin);
+        if (column.size() > kFewPoints) std::sort(column.begin(), column.end(), ComesBefore);
+        begin = end;
+    }
+    InsertionSort(points);
+}
+
+struct Halves {
+    Candidates lower; // sorted
+    Candidates upper; // turned and sorted; both have the leftmost and the rightmost point
+};
+
+Candidate CandidateOf(const std::vector<Point>& points, std::size_t place) {
+    const Point& p = points[place];
+    return {p.x, p.y, p.nTag, static_cast<std::uint32_t>(place)};
+}
+
+// Fills and sorts the halves, in a store with room for the points twice; halvesOf tells whether a point may
+// be a corner of the lower half, and of the upper one. There is no branch on that, as it would be guessed
+// wrong for every other point of a contour.
+template <class HalvesOf>
+Halves Split(const std::vector<Point>& points, Candidates store, Candidate* scratch,
+             const HalvesOf& halvesOf) {
+    const std::size_t n = points.size();
+    std::size_t lower = 0;
+    std::size_t upper = n;
+    for (std::size_t i = 0; i < n; ++i) {
+        const Candidate p = CandidateOf(points, i);
+        const auto [isLower, isUpper] = halvesOf(p);
+        store[lower] = p;
+        store[upper] = Turned(p);
+        lower += isLower;
+        upper += isUpper;
+    }
+    const Halves halves{store.first(lower), store.subspan(n, upper - n)};
+    std::vector<std::size_t> columns;
+    SortColumn(halves.lower, scratch, columns);
+    SortColumn(halves.upper, scratch, columns);
+    return halves;
+}
+
+Halves SplitByLine(const std::vector<Point>& points, Candidates store) {
+    const auto before = [](const Point& p, const Point& q) { return p.x != q.x ? p.x < q.x : p.y < q.y; };
+    const auto ends = std::minmax_element(points.begin(), points.end(), before);
+    const DPOINT2 left{ends.first->x, ends.first->y};
+    const DPOINT2 right{ends.second->x, ends.second->y};
+    return Split(points, store, nullptr, [&](const Candidate& p) {
+        const double turn = CertainTurn(left, right, At(p));
+        return std::pair(turn <= 0, turn >= 0);
     });
-    std::rotate(hull.begin(), first, hull.end());
 }
 
+Halves SplitBySieve(const std::vector<Point>& points, std::unique_ptr<Candidate[]>& store) {
+    const Sieve sieve(points);
+    const std::size_t n = points.size();
+    store = std::make_unique_for_overwrite<Candidate[]>(3 * n);
+    return Split(points, {store.get(), 2 * n}, &store[2 * n], [&sieve](const Candidate& p) {
+        const std::size_t column = sieve.ColumnOf(p);
+        return std::pair(sieve.IsLower(p, column), sieve.IsUpper(p, column));
+    });
+}
+
+// The points go straight to their columns, of which each fits into the near memory when it is sorted: a pass
+// to count them, and one to move them.
+Halves SplitIntoColumns(const std::vector<Point>& points, std::unique_ptr<Candidate[]>& store) {
+    const Sieve sieve(points);
+    const std::size_t last = 2 * sieve.GetColumns() - 1; // those of the upper half follow, from right to left
+    std::vector<std::size_t> ends(last + 1);
+    const auto visit = [&](const auto& take) {
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const Candidate p = CandidateOf(points, i);
+            const std::size_t column = sieve.ColumnOf(p);
+            take(p, ends[column], sieve.IsLower(p, column));
+            take(Turned(p), ends[last - column], sieve.IsUpper(p, column));
+        }
+    };
+    visit([](const Candidate&, std::size_t& count, bool isCandidate) { count += isCandidate; });
+    const std::size_t largest = *std::max_element(ends.begin(), ends.end());
+    const std::size_t total = ToBegins(ends);
+    store = std::make_unique_for_overwrite<Candidate[]>(total + 1 + largest); // one for what is no candidate
+    visit([&](const Candidate& p, std::size_t& end, bool isCandidate) {
+        store[isCandidate ? end : total] = p;
+        end += isCandidate;
+    });
+    std::vector<std::size_t> columns;
+    std::size_t begin = 0;
+    for (const std::size_t end : ends) {
+        SortColumn({&store[begin], end - begin}, &store[total + 1], columns);
+        begin = end;
+    }
+    const Candidates all(store.get(), total);
+    const std::size_t middle = ends[last / 2];
+    return {all.first(middle), all.subspan(middle)};
+}
+
+// Takes the points of a sorted half that are no corners out of it; answers what is left.
+Candidates Chain(Candidates half) {
+    std::size_t n = 0;
+    for (const Candidate p : half) {
+        if (n > 0 && half[n - 1].x == p.x && half[n - 1].y == p.y) continue;
+        while (n > 1 && !TurnsLeft(At(half[n - 2]), At(half[n - 1]), At(p))) --n;
+        half[n++] = p;
+    }
+    return half.first(n);
+}
+
+// The corners of both halves, counter-clockwise from the leftmost point, in the place of the lower half,
+// behind which the upper one lies.
+Candidates Join(const Halves& halves) {
+    const Candidates lower = Chain(halves.lower);
+    const Candidates upper = Chain(halves.upper);
+    if (lower.size() < 2) return lower; // all points are one
+    const auto end = std::transform(upper.begin(), upper.end() - 1, lower.end() - 1, Turned);
+    return {lower.begin(), end};
+}
+
+// The lowest corner; of those as low as it within kSameLength the leftmost.
+std::size_t FirstOf(Candidates corners) {
+    double lowest = corners[0].y;
+    for (const Candidate& p : corners) lowest = std::min(lowest, p.y);
+    std::size_t first = corners.size();
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        if (corners[i].y - lowest < kSameLength
+            && (first == corners.size() || corners[i].x < corners[first].x))
+            first = i;
+    return first;
+}
+
+// The root is taken only where it can be as short.
 bool IsNear(const Point& p, const Point& q) {
-    return math::Norm(Vector(p, q)) < kZeroLength;
+    const DPOINT2 way = Vector(p, q);
+    return std::abs(way.x) < kZeroLength && std::abs(way.y) < kZeroLength && math::Norm(way) < kZeroLength;
 }
 
-// Whether the way from a to c goes nearly straight on at b.
+// Whether the way from a to c goes nearly straight on at b. A length is at most the sum of both coordinates;
+// twice that lies beyond all rounding, and needs no root.
 bool IsFlat(const Point& a, const Point& b, const Point& c) {
     const DPOINT2 in = Vector(a, b);
     const DPOINT2 out = Vector(b, c);
-    return std::abs(math::Cross(in, out)) < kOnEdge * math::Norm(in) * math::Norm(out)
+    const double turn = std::abs(math::Cross(in, out));
+    const double most = (std::abs(in.x) + std::abs(in.y)) * (std::abs(out.x) + std::abs(out.y));
+    return turn < 2 * kOnEdge * most && turn < kOnEdge * math::Norm(in) * math::Norm(out)
            && math::Dot(in, out) > 0;
 }
 
-// Drops corners at which the hull goes on nearly straight, and those beside a corner that is kept. The first
-// one stays, and so do the ends of points that all lie on a line, where the hull turns back.
-void DropFlatCorners(std::vector<Point>& hull) {
+// Writes the corners from the first one on without those at which the hull goes on nearly straight, and those
+// beside a corner that is kept. The first one stays, and so do the ends of points that all lie on a line,
+// where the hull turns back.
+void WriteSharp(Candidates corners, std::vector<Point>& hull) {
+    std::size_t i = FirstOf(corners);
+    const auto next = [&] {
+        const Candidate& p = corners[i];
+        i = i + 1 < corners.size() ? i + 1 : 0;
+        return Point{p.x, p.y, p.nTag};
+    };
+    hull.resize(corners.size());
+    hull[0] = next();
     std::size_t kept = 1;
-    for (std::size_t i = 1; i < hull.size(); ++i) {
-        const Point& next = i + 1 < hull.size() ? hull[i + 1] : hull[0];
-        const bool drop = IsNear(hull[kept - 1], hull[i]) || IsNear(hull[i], hull[0])
-                          || IsFlat(hull[kept - 1], hull[i], next);
-        if (!drop) hull[kept++] = hull[i];
+    Point after = next();
+    for (std::size_t left = corners.size() - 1; left > 0; --left) {
+        const Point p = std::exchange(after, next());
+        const bool drop = IsNear(hull[kept - 1], p) || IsNear(p, hull[0]) || IsFlat(hull[kept - 1], p, after);
+        if (!drop) hull[kept++] = p;
     }
     hull.resize(kept);
 }
+
+void WriteHull(const std::vector<Point>& points, std::vector<Point>& hull) {
+    if (points.empty()) return hull.clear();
+    std::array<Candidate, 2 * kFewPoints> few;
+    std::unique_ptr<Candidate[]> many;
+    const std::size_t n = points.size();
+    const Halves halves = n <= kFewPoints    ? SplitByLine(points, few)
+                          : n <= kManyPoints ? SplitBySieve(points, many)
+                                             : SplitIntoColumns(points, many);
+    WriteSharp(Join(halves), hull);
+}
+
+// A function object, which is inlined where a function is called.
+constexpr auto kIsPlace = [](const Point& p) {
+    return std::abs(p.x) <= kFarthest && std::abs(p.y) <= kFarthest; // not for NaN
+};
 
 } // namespace
 
@@ -190,12 +381,10 @@ void CConvexHelper::ConvexGrahamScan(const std::vector<Point>& input, std::vecto
         output = input;
         return;
     }
-    std::vector<Point> hull = Hull(Sorted(input));
-    if (!hull.empty()) {
-        StartAtLowest(hull);
-        DropFlatCorners(hull);
-    }
-    output = std::move(hull);
+    if (std::all_of(input.begin(), input.end(), kIsPlace)) return WriteHull(input, output);
+    std::vector<Point> places;
+    std::copy_if(input.begin(), input.end(), std::back_inserter(places), kIsPlace);
+    WriteHull(places, output);
 }
 
 bool CConvexHelper::IsCollinear(const Point& a, const Point& b, const Point& c, const double& tolerance) {

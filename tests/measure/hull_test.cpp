@@ -66,4 +66,43 @@ TEST(Hull, NoPointLiesOutside) {
     }
 }
 
+// A plain chain over all points, which are whole numbers: every turn is exact, and nothing is nearly flat.
+std::set<int> PlainCorners(const std::vector<Point>& points) {
+    std::map<std::pair<double, double>, Point> sorted; // of doubled points the first given
+    for (const Point& p : points) sorted.emplace(std::pair(p.x, p.y), p);
+    std::set<int> corners;
+    for (const double side : {1, -1}) {
+        std::vector<Point> chain;
+        for (const auto& [place, p] : sorted) {
+            for (std::size_t n = chain.size(); n > 1; n = chain.size()) {
+                const Point &a = chain[n - 2], &b = chain[n - 1];
+                if (side * math::Cross({b.x - a.x, b.y - a.y}, {p.x - b.x, p.y - b.y}) > 0) break;
+                chain.pop_back();
+            }
+            chain.push_back(p);
+        }
+        for (const Point& p : chain) corners.insert(p.nTag);
+    }
+    return corners;
+}
+
+// Sizes on both sides of those at which points are halved and sorted in another way; all over a disk, along
+// its edge, or crowded beside a far one.
+TEST(Hull, CornersAgainstAPlainChain) {
+    for (const int count : {7, 24, 25, 300, 3000, 16384, 16385, 40000})
+        for (Random random; random.Rounds(12);) {
+            const double size = std::pow(10, random.Uniform(0.5, 3.5));
+            const bool edge = random.Coin(), crowd = random.Coin();
+            std::vector<Point> points;
+            for (int i = 0; i < count; ++i) {
+                const double r = edge ? size : random.Uniform(0, size), angle = random.Uniform(0, kTwoPi);
+                const double x = crowd && i == 0 ? 20000 : r * std::cos(angle);
+                points.push_back({std::round(x), std::round(r * std::sin(angle)), i});
+            }
+            std::set<int> corners;
+            for (const Point& p : Hull(points)) corners.insert(p.nTag);
+            ASSERT_EQ(corners, PlainCorners(points)) << count << " points, " << size << " mm";
+        }
+}
+
 } // namespace
