@@ -30,10 +30,6 @@ int Cyclic(std::int64_t index, int count) {
     return static_cast<int>(rest < 0 ? rest + count : rest);
 }
 
-bool IsRatio(double ratio) {
-    return ratio >= 0 && ratio - 1 < kSameRatio;
-}
-
 } // namespace
 
 int GetCadSegments(const CCadObject* object) {
@@ -59,7 +55,7 @@ int GetNextSegmentIndex(const CCadObject* object, int i) {
 }
 
 bool IsInvalidPos(const math::POLYPOS& pos) {
-    return pos.nSegIndex < 0 || !IsRatio(pos.dRatio);
+    return !IsWellFormed(pos);
 }
 
 bool IsInvalidPos(const CCadObject* object, const math::POLYPOS& pos) {
@@ -70,7 +66,7 @@ bool IsInvalidPos(const CCadObject* object, const math::POLYPOS& pos) {
 }
 
 bool IsInvalidRange(const math::PosRange& range) {
-    return IsInvalidPos(range.start) || IsInvalidPos(range.end) || IsSamePos(range.start, range.end);
+    return !IsWellFormed(range);
 }
 
 bool IsInvalidRange(const CCadObject* object, const math::PosRange& range) {
