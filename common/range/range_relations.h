@@ -77,7 +77,7 @@ inline bool Meet(const math::PosRange& a, const math::PosRange& b) {
 /// All ranges over the start point of a list as one: it reaches from the first of their starts to the last of
 /// their ends, and may hold the whole contour. Holds and touches nothing as long as none was added.
 struct OverStart {
-    math::PosRange range{{std::numeric_limits<int>::max(), 0}, {-1, 0}};
+    math::PosRange range{{std::numeric_limits<int>::max(), std::numeric_limits<double>::infinity()}, {-1, 0}};
     void Add(const math::PosRange& over) {
         if (IsBefore(over.start, range.start)) range.start = over.start;
         if (IsBefore(range.end, over.end)) range.end = over.end;
