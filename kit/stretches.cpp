@@ -2,13 +2,9 @@
 // far from both neighbouring corners as it gets.
 //
 // Every joint that turns by the given angle gets a zone of a given length on both sides; zones that overlap
-// are one. What lies between two neighbouring zones is a free stretch: nothing but the end of one zone up to
-// the start of the next, so that no geometry is computed here. The library turns lengths into positions and
-// back, and a stretch is as exact as these walks are.
-//
-// A closed contour is a circle of zones: the stretch behind the last zone leads over the start point to the
-// first. An open one has no way round, and so its last stretch is split into the two at its ends. One case is
-// no split: a zone that itself runs over the start point already holds both ends.
+// are one. What lies between two neighbouring zones is a free stretch, which the library's set of ranges
+// tells. The library also turns lengths into positions and back, and a stretch is as exact as these walks
+// are.
 //
 // The chosen place is the middle of the longest stretch. Lengths that differ by rounding count as equal, so
 // that a regular shape gets the same start on every system and after every rotation of its coordinates.
@@ -24,21 +20,6 @@ using math::PosRange;
 // of a walk along metres of contour and far below what a machine can place.
 constexpr double kSameLength = 1e-6;
 
-std::vector<PosRange> RangesBetween(const qev::CCadMultiSegments& contour,
-                                    const std::vector<PosRange>& ranges) {
-    const int count = contour.GetSegmentCount();
-    const math::POLYPOS end = contour.IsClose() ? math::POLYPOS{count, 0.0} : math::POLYPOS{count - 1, 1.0};
-    if (ranges.empty()) return {PosRange({0, 0.0}, end)};
-    std::vector<PosRange> between;
-    for (std::size_t i = 0; i < ranges.size(); ++i)
-        between.emplace_back(ranges[i].end, ranges[(i + 1) % ranges.size()].start);
-    if (!contour.IsClose() && !qev::IsOverStartPoint(ranges.back())) { // it has no way from its end round
-        between.back().end = end;
-        between.insert(between.begin(), PosRange({0, 0.0}, ranges.front().start));
-    }
-    return between;
-}
-
 } // namespace
 
 std::unique_ptr<qev::CCadMultiSegments> ContourOf(const qev::CCadObject& object) {
@@ -50,10 +31,11 @@ std::unique_ptr<qev::CCadMultiSegments> ContourOf(const qev::CCadObject& object)
 
 std::vector<Stretch> StretchesBetween(const qev::CCadMultiSegments& contour,
                                       const std::vector<PosRange>& ranges) {
+    std::vector<PosRange> free;
+    qev::CRangeSet(&contour, ranges).GetFree(free);
     std::vector<Stretch> stretches;
-    for (PosRange range : RangesBetween(contour, ranges)) {
-        qev::NormalizePosRange(&contour, range);
-        if (!ranges.empty() && qev::IsInvalidRange(&contour, range)) continue; // the ranges touch
+    for (PosRange& range : free) {
+        qev::NormalizePosRange(&contour, range); // the whole of a closed contour leads from (0, 0) to (0, 0)
         double length = 0;
         qev::GetLineLength_Dot2Dot2(&contour, range.start, range.end, length);
         if (length > 0) stretches.push_back({range, length});

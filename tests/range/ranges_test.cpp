@@ -32,13 +32,12 @@ TEST(Ranges, SortingLeavesTheOrderOfTheExchangeSort) {
     const auto key = [](const PosRange& range) {
         return std::pair(range.start.nSegIndex, range.start.dRatio);
     };
-    for (Random random; random.Rounds(500);) {
-        Ranges sorted = RandomRanges(random, 12), literal = sorted;
-        if (random.Coin()) { // one start is not a number, the others lie on its segment
-            for (PosRange& range : literal) range.start.nSegIndex = 0;
-            literal[random.Int(0, static_cast<int>(literal.size()) - 1)].start.dRatio = kNaN;
-            sorted = literal;
-        }
+    for (Random random; random.Rounds(1000);) {
+        Ranges literal = RandomRanges(random, random.Coin() ? 12 : 60), sorted;
+        if (random.Coin()) // some starts are not a number
+            for (PosRange& range : literal)
+                if (random.Int(0, 4) == 0) range.start.dRatio = kNaN;
+        sorted = literal;
         for (std::size_t i = 0; i + 1 < literal.size(); ++i)
             for (std::size_t j = i + 1; j < literal.size(); ++j)
                 if (key(literal[j]) < key(literal[i])) std::swap(literal[i], literal[j]);
@@ -102,6 +101,21 @@ TEST(Ranges, CommonStretchesAgainstSamples) {
         EXPECT_EQ(IsRangeIntersected(&list, b), touch);
         EXPECT_EQ(IsRangeIntersected(&other, &list), touch);
         EXPECT_FALSE(IsRangeIntersected(&list, &none));
+    }
+}
+
+// Short ranges behind the quarters against shorter ones before the next, of which few reach it.
+TEST(Ranges, TwoLongListsAnswerAsTheirRanges) {
+    for (Random random; random.Rounds(2000);) {
+        Ranges many = RandomRanges(random, 40), more = RandomRanges(random, 40);
+        for (PosRange& own : many) own.end = {own.start.nSegIndex, own.start.dRatio + 0.1};
+        for (PosRange& own : more) {
+            const auto& [segment, quarter] = own.start;
+            own = {{segment, quarter + 0.11}, {segment, quarter + (random.Int(0, 20) == 0 ? 0.25 : 0.2)}};
+        }
+        if (random.Int(0, 9) == 0) many.back() = {{5, 0.9}, {0, 0}};
+        const auto meets = [&](const PosRange& own) { return IsRangeIntersected(&many, own); };
+        ASSERT_EQ(IsRangeIntersected(&more, &many), std::any_of(more.begin(), more.end(), meets));
     }
 }
 
