@@ -11,6 +11,8 @@
 
 #include "stretches.h"
 
+#include <algorithm>
+
 namespace kit {
 namespace {
 
@@ -31,8 +33,14 @@ std::unique_ptr<qev::CCadMultiSegments> ContourOf(const qev::CCadObject& object)
 
 std::vector<Stretch> StretchesBetween(const qev::CCadMultiSegments& contour,
                                       const std::vector<PosRange>& ranges) {
+    const qev::CRangeSet set(&contour, ranges);
     std::vector<PosRange> free;
-    qev::CRangeSet(&contour, ranges).GetFree(free);
+    set.GetFree(free);
+    const auto leadsToFirst = [&set](const PosRange& range) {
+        return qev::PolyPosToDouble(range.start) < qev::PolyPosToDouble(set.GetRanges().front().start);
+    };
+    if (contour.IsClose() && free.size() > 1 && leadsToFirst(free.front()))
+        std::rotate(free.begin(), free.begin() + 1, free.end());
     std::vector<Stretch> stretches;
     for (PosRange& range : free) {
         qev::NormalizePosRange(&contour, range); // the whole of a closed contour leads from (0, 0) to (0, 0)

@@ -28,9 +28,9 @@ struct Stretch {
 };
 
 /// What lies between ranges of a contour, which may be in any order and overlap, in the order of the contour.
-/// On a closed contour a stretch over its start point comes last; on an open one the first stretch begins at
-/// its start and the last ends at its end, where no range holds these. Without ranges the whole contour is
-/// one stretch. Where two ranges touch there is no stretch.
+/// On a closed contour the last stretch leads round to the first range; on an open one the first stretch
+/// begins at its start and the last ends at its end, where no range holds these. Without ranges the whole
+/// contour is one stretch. Where two ranges touch there is no stretch.
 std::vector<Stretch> StretchesBetween(const qev::CCadMultiSegments& contour,
                                       const std::vector<math::PosRange>& ranges);
 
