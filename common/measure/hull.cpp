@@ -4,9 +4,9 @@
 //
 // Left out. A point with others to its lower left, lower right, upper left and upper right lies inside the
 // hull: the four surround it. It cannot be a corner of the lower half as soon as there is one to its lower
-// left and one to its lower right, as it lies above the line between them. Columns of equal width find most
-// such points without any arithmetic on y (Columns, Sieve): a column knows the lowest and the highest of its
-// points, so that all columns before it and all behind it say how low a point in it must lie to be a
+// left and one to its lower right, as it lies on or above the line between them. Columns of equal width find
+// most such points without any arithmetic on y (Columns, Sieve): a column knows the lowest and the highest of
+// its points, so that all columns before it and all behind it say how low a point in it must lie to be a
 // candidate for the lower half, and how high for the upper one. Some 10 of 100 points of a disk are left at
 // 1,000 points and 3 at a million. Few points are halved by the line from the leftmost to the rightmost one
 // instead. (Akl and Toussaint's polygon of extreme points was rejected: its sides need products with an error

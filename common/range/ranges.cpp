@@ -76,12 +76,14 @@ struct Start {
 
 using Starts = std::span<Start>;
 
-// Starts that are not a number come last on their segment; equal ones in the order of their places.
-bool ComesBefore(const Start& a, const Start& b) {
+// Starts that are not a number come last on their segment; equal ones in the order of their places. A
+// function object, which a sort takes in line.
+constexpr auto kComesBefore = [](const Start& a, const Start& b) {
     if (a.nSegIndex != b.nSegIndex) return a.nSegIndex < b.nSegIndex;
-    if (a.dRatio < b.dRatio || b.dRatio < a.dRatio) return a.dRatio < b.dRatio;
+    if (a.dRatio < b.dRatio) return true;
+    if (b.dRatio < a.dRatio) return false;
     return a.IsNumber() != b.IsNumber() ? a.IsNumber() : a.nPlace < b.nPlace;
-}
+};
 
 bool HasEarlierPlace(const Start& a, const Start& b) {
     return a.nPlace < b.nPlace;
@@ -207,6 +209,23 @@ void OrderTies(Starts starts) {
     });
 }
 
+// Brings ranges into the order of their starts without a second list: each cycle of places is gone round
+// once.
+void Arrange(std::vector<PosRange>& ranges, Starts starts) {
+    for (std::uint32_t i = 0; i < starts.size(); ++i) {
+        if (starts[i].nPlace == i) continue;
+        const PosRange first = ranges[i];
+        std::uint32_t to = i;
+        for (std::uint32_t from = starts[to].nPlace; from != i; from = starts[to].nPlace) {
+            ranges[to] = ranges[from];
+            starts[to].nPlace = to;
+            to = from;
+        }
+        starts[to].nPlace = to;
+        ranges[to] = first;
+    }
+}
+
 bool AreUsable(const PosRange& a, const PosRange& b) {
     return IsWellFormed(a) && IsWellFormed(b);
 }
@@ -255,12 +274,9 @@ void SortRange(std::vector<PosRange>* ranges) {
     for (const PosRange& range : *ranges)
         starts.push_back(
             {range.start.nSegIndex, static_cast<std::uint32_t>(starts.size()), range.start.dRatio});
-    std::sort(starts.begin(), starts.end(), ComesBefore);
+    std::sort(starts.begin(), starts.end(), kComesBefore);
     if (std::adjacent_find(starts.begin(), starts.end(), AreTied) != starts.end()) OrderTies(starts);
-    std::vector<PosRange> sorted;
-    sorted.reserve(ranges->size());
-    for (const Start& start : starts) sorted.push_back((*ranges)[start.nPlace]);
-    *ranges = std::move(sorted);
+    Arrange(*ranges, starts);
 }
 
 void CombineRange(std::vector<PosRange>* ranges, int nSegments) {
