@@ -342,16 +342,17 @@ bool IsRangeIntersectedBoundary(const PosRange& a, const PosRange& b) {
            && end != Place::kAtStart;
 }
 
-// A loop and copies of what is asked: the compiler keeps those in registers and LiesBeside in the loop, where
-// it calls a function for each element of std::any_of. No range lies beside one over the start point.
+// The lambdas hold copies of what is asked, which stay in registers, and std::ranges::any_of has them in its
+// loop, where std::any_of, whose loop is unrolled, calls a function for each element. No range lies beside
+// one over the start point.
 bool IsRangeIntersected(const std::vector<PosRange>* ranges, const PosRange& range) {
     if (!IsWellFormed(range)) return false;
     const bool over = RunsOverStart(range);
     const POLYPOS from = over ? POLYPOS{std::numeric_limits<int>::min(), 0} : range.start;
     const POLYPOS to = over ? POLYPOS{std::numeric_limits<int>::max(), 0} : range.end;
-    for (const PosRange& own : *ranges)
-        if (!LiesBeside(own, from, to) && Meet(own, range) && IsWellFormed(own)) return true;
-    return false;
+    return std::ranges::any_of(*ranges, [from, to, &range](const PosRange& own) {
+        return !LiesBeside(own, from, to) && Meet(own, range) && IsWellFormed(own);
+    });
 }
 
 bool IsRangeIntersected(const std::vector<PosRange>* a, const std::vector<PosRange>* b) {
@@ -365,11 +366,9 @@ bool IsRangeIntersected(const std::vector<PosRange>* a, const std::vector<PosRan
 }
 
 bool IsRangeIntersected(const std::vector<PosRange>* ranges, const POLYPOS& pos) {
-    if (!IsWellFormed(pos)) return false;
-    const POLYPOS at = pos;
-    for (const PosRange& own : *ranges)
-        if (!LiesBeside(own, at, at) && Holds(own, at)) return true;
-    return false;
+    return IsWellFormed(pos) && std::ranges::any_of(*ranges, [pos](const PosRange& own) {
+               return !LiesBeside(own, pos, pos) && Holds(own, pos);
+           });
 }
 
 } // namespace qev

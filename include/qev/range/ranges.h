@@ -30,8 +30,7 @@ QEVCOMMON_API void SortRange(std::vector<math::PosRange>* ranges);
 /// Merges ranges in SortRange's order into disjoint ones; nSegments is the contour's count of segments.
 /// Ranges merge when the later one does not start exactly after the earlier one's end. A range over the start
 /// point takes part with both of its pieces and comes last. When a split list merges into one range, that is
-/// (0, 0) to (nSegments, 0). Nothing for null, fewer than two ranges, or no segments. One pass.
-/// Throws std::bad_alloc without memory, the ranges as they were.
+/// (0, 0) to (nSegments, 0). Nothing for null, fewer than two ranges, or no segments. In place and in O(n).
 QEVCOMMON_API void CombineRange(std::vector<math::PosRange>* ranges, int nSegments);
 
 /// Whether a position lies in a range, ends included within the tolerance. A range over the start point holds
@@ -55,7 +54,7 @@ QEVCOMMON_API bool IsRangeIntersectedBoundary(const math::PosRange& a, const mat
 /// share nothing. The list must not be null.
 QEVCOMMON_API bool IsRangeIntersected(const std::vector<math::PosRange>* ranges, const math::PosRange& range);
 /// Whether any range of one list shares a point with any of another; invalid elements share nothing. Neither
-/// list may be null.
+/// list may be null. Takes O((n + m) log m). Throws std::bad_alloc without memory.
 QEVCOMMON_API bool IsRangeIntersected(const std::vector<math::PosRange>* a,
                                       const std::vector<math::PosRange>* b);
 /// Whether any range of a list holds a position, ends included within the tolerance; a range over the start
