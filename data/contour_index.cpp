@@ -355,21 +355,51 @@ const ContourIndex* CCadPolylineBase::Index() const {
     return GetOrMake(m_pIndex, [this] { return std::make_unique<const ContourIndex>(*this); });
 }
 
+const math::Bounds* CCadPolylineBase::Box() const {
+    if (const ContourIndex* index = m_pIndex.load(std::memory_order_acquire)) return &index->GetBounds();
+    if (const math::Bounds* made = m_pBox.load(std::memory_order_acquire)) return made;
+    if (!m_bAskedForBox.exchange(true, std::memory_order_relaxed)) return nullptr;
+    return GetOrMake(m_pBox, [this] {
+        auto box = std::make_unique<math::Bounds>();
+        for (int i = 0, count = GetSegmentCount(); i < count; ++i) box->Add(GetSegment(i).GetBounds());
+        return box;
+    });
+}
+
 const ContourIndex* ContourIndex::KeptBy(const CCadPolylineBase& polyline) {
     return polyline.Index();
+}
+const math::Bounds* ContourIndex::BoxKeptBy(const CCadPolylineBase& polyline) {
+    return polyline.Box();
 }
 
 void CCadPolylineBase::DropIndex() {
     Drop(m_pIndex);
+    Drop(m_pBox);
     m_bAsked.store(false, std::memory_order_relaxed);
+    m_bAskedForBox.store(false, std::memory_order_relaxed);
 }
+
+namespace {
 
 // The class itself is asked for, not what it derives from: a cast would be slower, and would hand out the
 // index of a derived class whose own segments the polyline knows nothing of.
-const ContourIndex* IndexOf(const CCadObject& object) {
+const CCadPolylineBase* OwnPolyline(const CCadObject& object) {
     const std::type_info& type = typeid(object);
-    if (type != typeid(CCadPolyline) && type != typeid(CCadPolylineEx)) return nullptr;
-    return ContourIndex::KeptBy(static_cast<const CCadPolylineBase&>(object));
+    const bool isOwn = type == typeid(CCadPolyline) || type == typeid(CCadPolylineEx);
+    return isOwn ? static_cast<const CCadPolylineBase*>(&object) : nullptr;
+}
+
+} // namespace
+
+const ContourIndex* IndexOf(const CCadObject& object) {
+    const CCadPolylineBase* polyline = OwnPolyline(object);
+    return polyline ? ContourIndex::KeptBy(*polyline) : nullptr;
+}
+
+const math::Bounds* KeptBoxOf(const CCadObject& object) {
+    const CCadPolylineBase* polyline = OwnPolyline(object);
+    return polyline ? ContourIndex::BoxKeptBy(*polyline) : nullptr;
 }
 
 } // namespace qev

@@ -38,6 +38,9 @@ public:
     explicit ContourIndex(const CCadObject& contour);
     /// What a polyline keeps, made now when it was asked before; null when there is none.
     static const ContourIndex* KeptBy(const CCadPolylineBase& polyline);
+    /// The exact bounding box that a polyline keeps, made now when it was asked before; null when there is
+    /// none.
+    static const math::Bounds* BoxKeptBy(const CCadPolylineBase& polyline);
     /// Number of segments up to which a search by the tree costs as much as one without.
     static constexpr int kFew = 32;
 
@@ -115,6 +118,10 @@ private:
 /// class, one that derives from these included, since its segments may change where the polyline does not see
 /// it.
 QEVDATA_API const ContourIndex* IndexOf(const CCadObject& object);
+
+/// The box that a CCadPolyline or a CCadPolylineEx keeps, by itself or in its index. Null where there is
+/// none, as IndexOf, so that the segments have to be asked.
+const math::Bounds* KeptBoxOf(const CCadObject& object);
 
 /// Calls visit(index), in order, for all segments of a contour that have a point within a few
 /// math::kOnCurve (1e-6 mm) of p, and for others: with an index for few of them, without for all.

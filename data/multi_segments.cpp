@@ -26,13 +26,9 @@ double CCadMultiSegments::GetLength() const {
 }
 
 CadRect CCadMultiSegments::GetBoundRect() const {
-    // A pick asks every contour of a drawing for its box: the small ones, of which there may be millions,
-    // need no index for that.
-    const int count = GetSegmentCount();
-    if (count > ContourIndex::kFew)
-        if (const ContourIndex* index = IndexOf(*this)) return ToRect(index->GetBounds());
+    if (const math::Bounds* kept = KeptBoxOf(*this)) return ToRect(*kept);
     math::Bounds bounds;
-    for (int i = 0; i < count; ++i) bounds.Add(GetSegment(i).GetBounds());
+    for (int i = 0, count = GetSegmentCount(); i < count; ++i) bounds.Add(GetSegment(i).GetBounds());
     return ToRect(bounds);
 }
 

@@ -3,6 +3,7 @@
 /// serves, and the one place where an object is used through its class.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <concepts>
 #include <cstdint>
@@ -60,11 +61,23 @@ inline constexpr std::array kKinds{
     KindRow{kCadText, Shape::kText},
 };
 
+/// Whether a code is written as those of kKinds are, 0x1 and two digits and 0.
+constexpr bool IsKindCode(cad_t code) {
+    return (code & ~0xFF0) == 0x1000;
+}
+
+/// The shapes of all such codes by their two digits, as every question to an object begins with its shape.
+inline constexpr auto kShapes = [] {
+    std::array<Shape, 0x100> shapes{};
+    for (const KindRow& row : kKinds) shapes[row.code / 0x10 % 0x100] = row.shape;
+    return shapes;
+}();
+static_assert(std::all_of(kKinds.begin(), kKinds.end(),
+                          [](const KindRow& row) { return IsKindCode(row.code); }));
+
 /// What the objects of a kind are; kNone for a code that the library does not know.
 constexpr Shape ShapeOf(cad_t code) {
-    for (const KindRow& row : kKinds)
-        if (row.code == code) return row.shape;
-    return Shape::kNone;
+    return IsKindCode(code) ? kShapes[code / 0x10 % 0x100] : Shape::kNone;
 }
 
 /// A set of contour kinds, one bit for each code from 0x1800 to 0x1870. Other codes are never in it.

@@ -88,7 +88,7 @@ public:
         if (!(available < std::abs(m_dOffset))) return WithinSegment(own);
         const double total = m_lengths.Total();
         if (!(total > 0) || !std::isfinite(total)) return std::nullopt;
-        const double left = std::fmod(m_dOffset, total); // exact
+        const double left = std::abs(m_dOffset) < total ? m_dOffset : std::fmod(m_dOffset, total); // exact
         const double laps = std::round((m_dOffset - left) / total);
         if (!(std::abs(laps) < std::numeric_limits<int>::max())) return std::nullopt;
         const double reached = m_lengths.Before(m_pos.nSegIndex) + own * m_pos.dRatio + left;

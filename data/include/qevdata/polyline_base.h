@@ -51,6 +51,9 @@ private:
     friend class ContourIndex; // which hands the index out inside the library
     // The index from the second time on that it is asked for, since many contours are asked once.
     const ContourIndex* Index() const;
+    // The box from the second time on that it is asked for: a pick asks all contours of a drawing, most of
+    // which need no index.
+    const math::Bounds* Box() const;
     // Turns the segments and the order in which they are held; there is at least one.
     virtual void ReverseSegments() = 0;
     // Moves the segments, the start point excepted.
@@ -60,7 +63,9 @@ private:
     bool m_bHasStart = false;
     bool m_bNormalDir = true;
     mutable std::atomic<bool> m_bAsked = false;
+    mutable std::atomic<bool> m_bAskedForBox = false;
     mutable std::atomic<const ContourIndex*> m_pIndex = nullptr; // owned
+    mutable std::atomic<const math::Bounds*> m_pBox = nullptr;   // owned
 };
 
 } // namespace qev
