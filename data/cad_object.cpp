@@ -6,7 +6,18 @@
 // everything that is owned is strung together, each object once, by a pointer that every object has for that
 // purpose; then the row is deleted, when nothing in it owns anything any more. So neither the depth of a
 // drawing nor an object that holds itself does harm, and deleting needs no memory.
+//
+// A drawing has a million objects, and most of them are a line on a layer. So what few objects have lies in
+// a part of its own that is made when it is first needed, and the attributes, of which an object has one or
+// two, lie one behind the other in a single block that is searched from its start. A map of strings was
+// rejected: it takes a hundred bytes for an attribute of ten.
+#include <algorithm>
 #include <atomic>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <string>
+#include <string_view>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -54,20 +65,39 @@ InnerCopies::~InnerCopies() {
     t_pInnerCopies = nullptr;
 }
 
+// What an object without machining answers.
+const std::list<CTechnics*> kNoTechnics;
+const std::list<CCadObject*> kNoToolPaths;
+
+// The text behind one that ends with its NUL.
+const char* Behind(const char* text) {
+    return text + std::strlen(text) + 1;
+}
+
 } // namespace
+
+struct CCadObject::Machining {
+    std::list<CTechnics*> technics;
+    std::list<CCadObject*> toolPaths;
+    std::string text;
+};
 
 CCadObject::CCadObject(bool newId) : m_nID(newId ? FreshId() : 0) {}
 
 CCadObject::CCadObject(const CCadObject& other)
-    : m_mapKeys(other.m_mapKeys), m_strTechnics(other.m_strTechnics), m_nID(other.m_nID),
-      m_nParamIndex(other.m_nParamIndex), m_bSelected(other.m_bSelected), m_bFilled(other.m_bFilled),
-      m_bMachining(other.m_bMachining), m_bOverturned(other.m_bOverturned) {
+    : m_nKeysSize(other.m_nKeysSize), m_nID(other.m_nID), m_nParamIndex(other.m_nParamIndex),
+      m_bSelected(other.m_bSelected), m_bFilled(other.m_bFilled), m_bMachining(other.m_bMachining),
+      m_bOverturned(other.m_bOverturned) {
+    if (m_nKeysSize) m_pKeys = std::make_unique_for_overwrite<char[]>(m_nKeysSize);
+    std::copy_n(other.m_pKeys.get(), m_nKeysSize, m_pKeys.get());
+    if (other.m_pMachining && !other.m_pMachining->text.empty())
+        MadeMachining().text = other.m_pMachining->text;
     CloneInner(other);
 }
 
 CCadObject::~CCadObject() {
     if (t_pInnerCopies) t_pInnerCopies->Forget(this);
-    for (const CTechnics* technics : m_listTechnics) delete technics;
+    for (const CTechnics* technics : std::as_const(*this).GetTechnicsList()) delete technics;
     DeleteOwned();
 }
 
@@ -103,8 +133,10 @@ void CCadObject::Doomed::Add(CCadObject* object) {
 
 void CCadObject::HandOver(Doomed& doomed) {
     m_bDoomed = true;
-    for (CCadObject* path : m_listToolPaths) doomed.Add(path);
-    m_listToolPaths.clear();
+    if (m_pMachining) {
+        for (CCadObject* path : m_pMachining->toolPaths) doomed.Add(path);
+        m_pMachining->toolPaths.clear();
+    }
     doomed.Add(m_pInner.release());
 }
 
@@ -169,32 +201,77 @@ CContourDirection::ContourDirection_T CCadObject::GetDirection() const {
     return CContourDirection::NONE;
 }
 
+const char* CCadObject::FindKey(const char* key) const {
+    const char* const end = m_pKeys.get() + m_nKeysSize;
+    for (const char* each = m_pKeys.get(); each != end;) {
+        const char* const value = Behind(each);
+        if (std::strcmp(each, key) == 0) return value;
+        each = Behind(value);
+    }
+    return nullptr;
+}
+
 CString CCadObject::GetKey(const char* key) const {
-    const auto found = key ? m_mapKeys.find(key) : m_mapKeys.end();
-    return found == m_mapKeys.end() ? CString() : CString(found->second.c_str());
+    const char* const value = key ? FindKey(key) : nullptr;
+    return value ? CString(value) : CString();
 }
 
 void CCadObject::SetKey(const char* key, const char* value) {
-    if (key) m_mapKeys[key] = value ? value : "";
+    if (!key) return;
+    const std::string_view before(m_pKeys.get(), m_nKeysSize);
+    const char* const old = FindKey(key);
+    const std::size_t head = old ? old - before.data() : before.size(); // what is before the value
+    const std::size_t tail = old ? Behind(old) - before.data() : head;  // and where goes on what is behind it
+    std::string after(before.substr(0, head));
+    if (!old) (after += key) += '\0';
+    (after += value ? value : "") += '\0';
+    after += before.substr(tail);
+    if (after.size() > std::numeric_limits<std::uint32_t>::max()) throw std::bad_alloc();
+    auto keys = std::make_unique_for_overwrite<char[]>(after.size());
+    std::copy(after.begin(), after.end(), keys.get());
+    m_pKeys = std::move(keys);
+    m_nKeysSize = static_cast<std::uint32_t>(after.size());
+}
+
+CCadObject::Machining& CCadObject::MadeMachining() {
+    if (!m_pMachining) m_pMachining = std::make_unique<Machining>();
+    return *m_pMachining;
+}
+
+std::list<CTechnics*>& CCadObject::GetTechnicsList() {
+    return MadeMachining().technics;
+}
+
+const std::list<CTechnics*>& CCadObject::GetTechnicsList() const {
+    return m_pMachining ? m_pMachining->technics : kNoTechnics;
 }
 
 void CCadObject::AddTechnics(CTechnics* technics) {
     if (!technics) return;
     std::unique_ptr<CTechnics> owned(technics); // deleted when the list gets no memory
-    m_listTechnics.push_back(technics);
+    GetTechnicsList().push_back(technics);
     (void)owned.release();
 }
 
 void CCadObject::SetTechnicsString(const char* text) {
-    m_strTechnics = text ? text : "";
+    const bool isEmpty = !text || !*text;
+    if (m_pMachining || !isEmpty) MadeMachining().text = isEmpty ? "" : text;
 }
 
 CString CCadObject::GetTechnicsString() const {
-    return CString(m_strTechnics.c_str());
+    return m_pMachining ? CString(m_pMachining->text.c_str()) : CString();
+}
+
+std::list<CCadObject*>& CCadObject::GetToolPathList() {
+    return MadeMachining().toolPaths;
+}
+
+const std::list<CCadObject*>& CCadObject::GetToolPathList() const {
+    return m_pMachining ? m_pMachining->toolPaths : kNoToolPaths;
 }
 
 CadRect CCadObject::GetToolPathBoundRect() const {
-    return ToRect(BoundsOf(m_listToolPaths));
+    return ToRect(BoundsOf(GetToolPathList()));
 }
 
 void CCadObject::SetInnerObject(CCadObject* inner) {

@@ -2,6 +2,8 @@
 
 namespace qev {
 
+static_assert(sizeof(CCadLine) <= 96, "drawings hold a million lines");
+
 CCadDot::CCadDot(const math::DPOINT2& point, bool newId) : CCadObject(newId), m_ptPoint(point) {}
 
 CadRect CCadDot::GetBoundRect() const {

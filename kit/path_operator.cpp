@@ -80,7 +80,7 @@ bool PathOperator::AddTechnicsByLua(const Objects* objects, qev::CLuaAccess* cur
         if (technics) ++count;
         if (Objects* const out = technics ? changed : refused) out->push_back(object);
         object->AddTechnics(technics.release());
-        Sort(object->GetTechnicsList());
+        if (qev::HasTechnics(object)) Sort(object->GetTechnicsList());
     }
     message = Summary("added to", count, objects->size());
     return count > 0;

@@ -34,12 +34,7 @@ TEST(Refusal, AConversionLosesNothing) {
 }
 
 TEST(Refusal, WhatWasHandedOverIsNotLost) {
-    CCadDot object({0, 0});
-    ExpectNothingLeaksWhenRefused([&] {
-        object.AddTechnics(new CTechnics);
-        delete object.GetTechnicsList().front();
-        object.GetTechnicsList().clear();
-    });
+    ExpectNothingLeaksWhenRefused([] { CCadDot({0, 0}).AddTechnics(new CTechnics); });
 }
 
 TEST(Refusal, AContourIsReversedOrAsBefore) {

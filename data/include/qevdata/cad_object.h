@@ -2,10 +2,9 @@
 /// The base of everything that a drawing holds.
 #pragma once
 
+#include <cstdint>
 #include <list>
-#include <map>
 #include <memory>
-#include <string>
 #include <variant>
 
 #include <qev/export.h>
@@ -76,14 +75,17 @@ public:
     /// when memory is refused.
     CString GetKey(const char* key) const;
     /// Sets an attribute, replacing the value before; both texts are copied. A null key is ignored, a null
-    /// value is the empty one. Throws std::bad_alloc when memory is refused, and the value is as before.
+    /// value is the empty one. Throws std::bad_alloc when memory is refused or the attributes of the object
+    /// would take more than 4 GiB, and the value is as before.
     void SetKey(const char* key, const char* value);
 
     /// The machining processes of the object, owned by it: what is taken off the list is the taker's to
-    /// delete.
-    std::list<CTechnics*>& GetTechnicsList() { return m_listTechnics; }
-    /// The machining processes of a constant object, in the order in which they were added.
-    const std::list<CTechnics*>& GetTechnicsList() const { return m_listTechnics; }
+    /// delete. The list is made when it is first asked for here, and stays where it is as long as the object;
+    /// throws std::bad_alloc when memory is refused for it. Who only reads asks a constant object.
+    std::list<CTechnics*>& GetTechnicsList();
+    /// The machining processes of a constant object, in the order in which they were added. While no list has
+    /// been made for the object this is an empty one that all objects share and that does not grow with it.
+    const std::list<CTechnics*>& GetTechnicsList() const;
     /// Takes ownership of a technics and appends it; null is ignored. When memory is refused it deletes the
     /// technics and throws std::bad_alloc.
     void AddTechnics(CTechnics* technics);
@@ -95,10 +97,13 @@ public:
     CString GetTechnicsString() const;
 
     /// The tool paths that were generated for the object, owned by it: what is taken off the list is the
-    /// taker's to delete.
-    std::list<CCadObject*>& GetToolPathList() { return m_listToolPaths; }
-    /// The tool paths of a constant object, in the order in which they were added.
-    const std::list<CCadObject*>& GetToolPathList() const { return m_listToolPaths; }
+    /// taker's to delete. The list is made when it is first asked for here, and stays where it is as long as
+    /// the object; throws std::bad_alloc when memory is refused for it. Who only reads asks a constant
+    /// object.
+    std::list<CCadObject*>& GetToolPathList();
+    /// The tool paths of a constant object, in the order in which they were added. While no list has been
+    /// made for the object this is an empty one that all objects share and that does not grow with it.
+    const std::list<CCadObject*>& GetToolPathList() const;
     /// The box round all tool paths and what is below them; the empty box when there are none. Throws
     /// std::bad_alloc when memory is refused.
     CadRect GetToolPathBoundRect() const;
@@ -159,19 +164,25 @@ private:
     // Copies the inner object, and what that owns in turn, without recursion.
     void CloneInner(const CCadObject& other);
 
-    std::list<CTechnics*> m_listTechnics;
-    std::list<CCadObject*> m_listToolPaths;
+    // The value of an attribute, null when there is none.
+    const char* FindKey(const char* key) const;
+
+    // Machining, which few objects have.
+    struct Machining;
+    Machining& MadeMachining();
+
+    std::unique_ptr<Machining> m_pMachining; // null until it is needed
     std::unique_ptr<CCadObject> m_pInner;
-    std::map<std::string, std::string, std::less<>> m_mapKeys;
-    std::string m_strTechnics;
+    std::unique_ptr<char[]> m_pKeys; // each key and its value, with their NULs
+    CCadObject* m_pNextDoomed = nullptr;
+    std::uint32_t m_nKeysSize = 0; // bytes at m_pKeys
     unsigned int m_nID = 0;
     int m_nParamIndex = 0;
-    bool m_bSelected = false;
-    bool m_bFilled = false;
-    bool m_bMachining = false;
-    bool m_bOverturned = false;
-    bool m_bDoomed = false;
-    CCadObject* m_pNextDoomed = nullptr;
+    bool m_bSelected : 1 = false;
+    bool m_bFilled : 1 = false;
+    bool m_bMachining : 1 = false;
+    bool m_bOverturned : 1 = false;
+    bool m_bDoomed : 1 = false;
 };
 
 /// Whether an outline that has pieces ends within math::kOnCurve of where it starts: the closedness of every
