@@ -1,9 +1,17 @@
 // Searches in an object's list of technics, which is short: a plain walk from its front, and the first match
 // is the answer, because the order of the list is the order in which the technics were added. Two searches
 // for each question would differ only in what they compare, so that the comparison is handed in.
+//
+// A technics that is refreshed may take any off the list and delete them, so that before each refresh the
+// next one has to be known to be there still. To search for it each time takes n^2 steps for n technics,
+// nearly always for nothing. So the list is taken to be as it was while its length and its last technics are,
+// which no taking off or adding at the end leaves both. After a change the next few are searched for, which
+// costs no more than to take one off did; when nothing changes any more, a set of what is there answers.
 
 #include <algorithm>
 #include <list>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include <qev/technics/queries.h>
@@ -39,6 +47,40 @@ CTechnics* PickOff(CCadObject* object, Wanted wanted) {
     return found;
 }
 
+// Which of the technics that were on a list are there still.
+class StillListed {
+public:
+    explicit StillListed(const std::list<CTechnics*>& list) : m_list(list), m_state(State()) {}
+
+    bool Has(CTechnics* technics) {
+        if (const auto state = State(); state != m_state) {
+            m_state = state;
+            m_setListed.clear();
+            m_nSearches = 0;
+        }
+        if (m_nSearches == kUnchanged) return true;
+        if (m_nSearches++ < kMostSearches)
+            return std::find(m_list.begin(), m_list.end(), technics) != m_list.end();
+        m_nSearches = kMostSearches;
+        if (m_setListed.empty()) m_setListed.insert(m_list.begin(), m_list.end());
+        return m_setListed.contains(technics);
+    }
+
+private:
+    static constexpr int kUnchanged = -1;
+    static constexpr int kMostSearches = 16; // a set takes about as long to make
+
+    // What no taking off or adding at the end leaves as it is.
+    std::pair<std::size_t, CTechnics*> State() const {
+        return {m_list.size(), m_list.empty() ? nullptr : m_list.back()};
+    }
+
+    const std::list<CTechnics*>& m_list;
+    std::pair<std::size_t, CTechnics*> m_state;
+    int m_nSearches = kUnchanged; // since the last change
+    std::unordered_set<CTechnics*> m_setListed;
+};
+
 } // namespace
 
 bool HasTechnics(const CCadObject* object) {
@@ -73,10 +115,9 @@ bool RefreshCadObject(const CCadObject* object, int type, int subType, void* dat
     }
     bool refreshed = false;
     const std::list<CTechnics*>& now = object->GetTechnicsList();
-    for (CTechnics* each : std::vector<CTechnics*>(now.begin(), now.end())) {
-        const bool isThere = each && std::find(now.begin(), now.end(), each) != now.end();
-        if (isThere && each->Refresh(object, data)) refreshed = true; // it may take itself and others off
-    }
+    StillListed listed(now);
+    for (CTechnics* each : std::vector<CTechnics*>(now.begin(), now.end()))
+        if (each && listed.Has(each) && each->Refresh(object, data)) refreshed = true;
     return refreshed;
 }
 

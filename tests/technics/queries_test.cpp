@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/random.h"
 #include "technics/test_operator.h"
 
 namespace {
@@ -45,6 +46,29 @@ TEST_F(Queries, RefreshThatTakesOthersOff) {
         delete qev::PickOffTechnics(&object, 3, 7);
     };
     EXPECT_TRUE(qev::RefreshCadObject(&object, -1, 0, last));
+}
+
+// Some take a few off and add some, as many as they took or not: of those that were there, each is asked that
+// has not been taken off before.
+TEST(Refresh, AsksEachThatIsLeft) {
+    for (test::Random random; random.Rounds(100);) {
+        qev::CCadGroup object;
+        std::vector<int> asked(100), left(asked);
+        for (int i = 0; i < 100; ++i) {
+            auto* const each = new Asked(i, i);
+            object.AddTechnics(each);
+            each->onRefresh = [&, i, isTaker = random.Int(0, 19) == 0] {
+                asked[i] = left[i] = 1;
+                for (int k = isTaker ? 3 : 0; k > 0; --k) {
+                    delete qev::PickOffTechnics(&object, random.Int(i + 1, 120));
+                    if (random.Coin()) object.AddTechnics(new Asked(1000, 0));
+                }
+                for (int k = i + 1; k < 100; ++k) left[k] = qev::HasTechnics(&object, k, k);
+            };
+        }
+        qev::RefreshCadObject(&object, -1, 0, nullptr);
+        EXPECT_EQ(asked, left);
+    }
 }
 
 TEST_F(Queries, PickOff) {
