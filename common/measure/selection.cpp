@@ -55,8 +55,9 @@ int CountTexts(TreeWalk walk) {
 } // namespace
 
 math::DPOINT2 GetCornerPoint(const std::list<CCadObject*>* selection, const char* corner) {
+    if (!selection) return {0, 0};
     math::Bounds bounds;
-    for (const CCadObject* object : selection ? *selection : std::list<CCadObject*>()) {
+    for (const CCadObject* object : *selection) {
         if (!object) continue;
         const CadRect box = object->GetBoundRect();
         bounds.Add(math::DPOINT2{box.x, box.y});
