@@ -11,15 +11,19 @@
 // exponential.
 //
 // The free ends are found through a binary tree over them: its root holds all of them, and each node halves
-// its ends at the middle one along the longer side of their box. A node knows that box and which of its free
-// ends was drawn first, and so bounds what a search can find in it, by distance and, among equal distances,
-// by the order of drawing. A node that cannot beat what was found is left out. The distance from a box is
-// rounded as the distance from a point is and never exceeds that of an end in it, so that the answer is
+// its ends at the middle one along the longer side of their box, until a few are left. The ends lie in the
+// order of the leaves, so that a leaf is a run of them, and which leaf holds an end is told by its place
+// alone. A node knows its box and which of its free ends was drawn first, and so bounds what a search can
+// find in it, by distance and, among equal distances, by the order of drawing. A search begins in
+// the leaf of the end that it goes on from and looks at the other halves on the way up, since the nearest end
+// is mostly near in the tree too. A node that cannot beat what was found is left out. The distance from a box
+// is rounded as the distance from a point is and never exceeds that of an end in it, so that the answer is
 // exactly that of a search through all ends. An end that is used goes out of its leaf and of the nodes above
 // it. Building and joining take n log n steps for n pieces, also where all of them end in one point or lie
 // closer together than the tolerance. A grid of cells as wide as the tolerance was rejected: a cell that
-// holds all ends makes the work quadratic. A layer has a tree of its own, as ends of other layers in one
-// point would cost as much.
+// holds all ends makes the work quadratic. A tree whose leaves are single ends was rejected too: it is no
+// faster, and takes more memory than the pieces. A layer has a tree of its own, as ends of other layers in
+// one point would cost as much.
 
 #include "join.h"
 
@@ -28,7 +32,6 @@
 #include <cmath>
 #include <limits>
 #include <map>
-#include <numeric>
 #include <span>
 #include <utility>
 #include <vector>
@@ -42,23 +45,25 @@ using math::DPOINT2;
 using qev::CCadObject;
 using qev::SEGMENT;
 
-// A piece that may be joined: its place in the group's list and its two ends, start and end.
-struct Piece {
-    CCadObject* object;
-    std::list<CCadObject*>::iterator place;
-    DPOINT2 ends[2];
+using Place = std::list<CCadObject*>::iterator;
+
+constexpr int kNoEnd = std::numeric_limits<int>::max();
+
+// An end of a piece. The start of piece i is the end 2*i, its other end is 2*i + 1.
+struct End {
+    DPOINT2 point;
+    int end = kNoEnd; // none any more when it is used
 };
 
-// The open pieces of one layer of a group in drawing order. The start of piece i is the end 2*i, its other
-// end is 2*i + 1.
-using Pieces = std::vector<Piece>;
+// The open pieces of one layer of a group in drawing order, by their places in the group's list, and their
+// ends.
+struct Pieces {
+    std::vector<Place> places;
+    std::vector<End> ends;
+};
 
 int OtherEnd(int end) {
     return end ^ 1;
-}
-
-const DPOINT2& PointOf(const Pieces& pieces, int end) {
-    return pieces[end / 2].ends[end % 2];
 }
 
 // The open pieces of a group by their layers. A piece that is shorter than the tolerance from end to end is
@@ -67,49 +72,64 @@ std::map<CString, Pieces> PiecesOf(qev::CCadGroup& group, double tolerance) {
     std::map<CString, Pieces> layers;
     auto& objects = group.GetObjectsList();
     for (auto place = objects.begin(); place != objects.end(); ++place) {
-        CCadObject* object = *place;
+        const CCadObject* object = *place;
         if (object->GetPieceCount() == 0 || object->GetType() == qev::kCadDot || object->IsClose()) continue;
-        const Piece piece{object, place, {object->GetStartPoint(), object->GetEndPoint()}};
-        if (math::D2GetDistance(piece.ends[0], piece.ends[1]) > tolerance)
-            layers[object->GetKey("Layer")].push_back(piece);
+        const DPOINT2 start = object->GetStartPoint();
+        const DPOINT2 end = object->GetEndPoint();
+        if (!(math::D2GetDistance(start, end) > tolerance)) continue;
+        auto& [places, ends] = layers[object->GetKey("Layer")];
+        const int first = static_cast<int>(ends.size());
+        ends.push_back({start, first});
+        ends.push_back({end, OtherEnd(first)});
+        places.push_back(place);
     }
     return layers;
 }
 
-constexpr int kNoEnd = std::numeric_limits<int>::max();
-
 // Finds the free ends near a point, and forgets those of pieces that are used.
 class FreeEnds {
 public:
-    // All ends of at least one piece are free at first. The pieces must stay as they are.
-    explicit FreeEnds(const Pieces& pieces) : m_vecPieces(pieces), m_vecLeaves(2 * pieces.size()) {
-        std::vector<int> ends(m_vecLeaves.size());
-        std::iota(ends.begin(), ends.end(), 0);
-        m_vecNodes.resize(2 * std::bit_ceil(ends.size()));
-        Build(kRoot, ends);
+    // Takes the ends of at least one piece, all of them free at first.
+    explicit FreeEnds(std::vector<End> ends) : m_vecEnds(std::move(ends)), m_vecPlaces(m_vecEnds.size()) {
+        m_nLeaves = std::bit_ceil((m_vecEnds.size() + kMostInLeaf - 1) / kMostInLeaf);
+        m_vecNodes.resize(2 * m_nLeaves);
+        Build(kRoot, 0, m_nLeaves);
+        for (std::size_t i = 0; i < m_vecEnds.size(); ++i)
+            m_vecPlaces[m_vecEnds[i].end] = static_cast<int>(i);
     }
 
-    bool IsFree(int end) const { return m_vecNodes[m_vecLeaves[end]].first != kNoEnd; }
+    const DPOINT2& PointOf(int end) const { return m_vecEnds[m_vecPlaces[end]].point; }
+    bool IsFree(int end) const { return m_vecEnds[m_vecPlaces[end]].end != kNoEnd; }
 
-    // The nearest free end within the tolerance, of equally near ones that which was drawn first, and of one
-    // piece's its start; kNoEnd when there is none.
-    int Nearest(const DPOINT2& p, double tolerance) const {
+    // The free end that is nearest to an end and within the tolerance, of equally near ones that which was
+    // drawn first, and of one piece's its start; kNoEnd when there is none.
+    int Nearest(int end, double tolerance) const {
+        const DPOINT2& p = PointOf(end);
         Candidate best{tolerance, kNoEnd};
-        Search(kRoot, p, best);
+        std::size_t node = LeafOf(end);
+        Search(node, BoundOf(node, p), p, best);
+        for (; node != kRoot; node /= 2) Search(node ^ 1, BoundOf(node ^ 1, p), p, best);
         return best.end;
     }
 
     // Takes both ends of the piece that an end belongs to out of the tree.
     void Use(int end) {
         for (const int used : {end, OtherEnd(end)}) {
-            std::size_t node = m_vecLeaves[used];
-            m_vecNodes[node].first = kNoEnd;
-            while ((node /= 2) != 0)
-                m_vecNodes[node].first = std::min(m_vecNodes[2 * node].first, m_vecNodes[2 * node + 1].first);
+            std::size_t node = LeafOf(used);
+            m_vecEnds[m_vecPlaces[used]].end = kNoEnd;
+            int first = FirstOf(LeafAt(node));
+            // up to where an end that was drawn before it is the first
+            for (; node != 0 && m_vecNodes[node].first == used; node /= 2) {
+                m_vecNodes[node].first = first;
+                first = std::min(first, m_vecNodes[node ^ 1].first);
+            }
         }
     }
 
 private:
+    // Few enough that to look at all of them costs no more than to go down further, and many enough that
+    // nodes take little beside the ends.
+    static constexpr std::size_t kMostInLeaf = 16;
     static constexpr std::size_t kRoot = 1; // the nodes below node i are 2*i and 2*i + 1
 
     struct Node {
@@ -126,22 +146,37 @@ private:
         }
     };
 
-    void Build(std::size_t node, std::span<int> ends) {
-        Node& built = m_vecNodes[node];
-        for (const int end : ends) built.box.Add(PointOf(m_vecPieces, end));
-        built.first = *std::min_element(ends.begin(), ends.end());
-        if (ends.size() == 1) {
-            m_vecLeaves[ends.front()] = node;
-            return;
-        }
-        const DPOINT2 size = built.box.upper - built.box.lower;
+    // Where the ends of a leaf begin, of the leaves counted from 0.
+    std::size_t BeginOf(std::size_t leaf) const { return leaf * m_vecEnds.size() / m_nLeaves; }
+    std::span<const End> LeafAt(std::size_t node) const {
+        const std::size_t leaf = node - m_nLeaves;
+        return std::span(m_vecEnds).subspan(BeginOf(leaf), BeginOf(leaf + 1) - BeginOf(leaf));
+    }
+    // The node of the last leaf that does not begin behind an end's place.
+    std::size_t LeafOf(int end) const {
+        const auto behind = static_cast<std::size_t>(m_vecPlaces[end]) + 1;
+        return m_nLeaves + (behind * m_nLeaves - 1) / m_vecEnds.size();
+    }
+    static int FirstOf(std::span<const End> ends) {
+        int first = kNoEnd;
+        for (const End& each : ends) first = std::min(first, each.end);
+        return first;
+    }
+
+    // Builds a node over so many leaves from one on.
+    void Build(std::size_t node, std::size_t leaf, std::size_t leaves) {
+        const auto begin = m_vecEnds.begin() + BeginOf(leaf);
+        const auto end = m_vecEnds.begin() + BeginOf(leaf + leaves);
+        math::Bounds box;
+        for (auto each = begin; each != end; ++each) box.Add(each->point);
+        m_vecNodes[node] = {box, FirstOf(std::span(begin, end))};
+        if (leaves == 1) return;
+        const DPOINT2 size = box.upper - box.lower;
         const auto along = size.x > size.y ? &DPOINT2::x : &DPOINT2::y;
-        const std::size_t half = ends.size() / 2;
-        std::nth_element(ends.begin(), ends.begin() + half, ends.end(), [&](int a, int b) {
-            return PointOf(m_vecPieces, a).*along < PointOf(m_vecPieces, b).*along;
-        });
-        Build(2 * node, ends.first(half));
-        Build(2 * node + 1, ends.subspan(half));
+        std::nth_element(begin, m_vecEnds.begin() + BeginOf(leaf + leaves / 2), end,
+                         [along](const End& a, const End& b) { return a.point.*along < b.point.*along; });
+        Build(2 * node, leaf, leaves / 2);
+        Build(2 * node + 1, leaf + leaves / 2, leaves / 2);
     }
 
     Candidate BoundOf(std::size_t node, const DPOINT2& p) const {
@@ -150,95 +185,100 @@ private:
         return {std::sqrt(box.GetSquaredDistance(p)), first};
     }
 
-    void Search(std::size_t node, const DPOINT2& p, Candidate& best) const {
-        const Candidate bound = BoundOf(node, p);
+    void Search(std::size_t node, const Candidate& bound, const DPOINT2& p, Candidate& best) const {
         if (!(bound < best)) return;
-        if (m_vecLeaves[bound.end] == node) {
-            best = bound; // the box of a leaf is its end
+        if (node >= m_nLeaves) {
+            for (const End& each : LeafAt(node))
+                if (each.end != kNoEnd) best = std::min(best, {math::Norm(each.point - p), each.end});
             return;
         }
         std::size_t sooner = 2 * node;
         std::size_t later = sooner + 1;
-        if (BoundOf(later, p) < BoundOf(sooner, p)) std::swap(sooner, later);
-        Search(sooner, p, best);
-        Search(later, p, best);
+        Candidate soonerBound = BoundOf(sooner, p);
+        Candidate laterBound = BoundOf(later, p);
+        if (laterBound < soonerBound) {
+            std::swap(sooner, later);
+            std::swap(soonerBound, laterBound);
+        }
+        Search(sooner, soonerBound, p, best);
+        Search(later, laterBound, p, best);
     }
 
-    const Pieces& m_vecPieces;
+    std::vector<End> m_vecEnds;   // in the order of the leaves
+    std::vector<int> m_vecPlaces; // where an end lies among them
+    std::size_t m_nLeaves = 1;    // a power of two; the leaves are the last nodes
     std::vector<Node> m_vecNodes;
-    std::vector<std::size_t> m_vecLeaves; // the node that holds nothing but an end, by the end
 };
 
-// The segments of a piece, run from its end when it was met there.
-std::vector<SEGMENT> SegmentsOf(const Piece& piece, bool reversed) {
-    std::vector<SEGMENT> segments;
-    for (int i = 0; i < piece.object->GetPieceCount(); ++i) {
-        const qev::OutlinePiece outline = piece.object->GetPiece(i);
+// Appends the segments of a piece, run from its end when it was met there.
+void AppendSegments(const CCadObject& piece, bool reversed, std::vector<SEGMENT>& segments) {
+    const std::size_t before = segments.size();
+    for (int i = 0, count = piece.GetPieceCount(); i < count; ++i) {
+        const qev::OutlinePiece outline = piece.GetPiece(i);
         if (const auto* segment = std::get_if<SEGMENT>(&outline))
             segments.push_back(*segment);
         else
             AppendBeziers(std::get<math::EllipticArc>(outline), segments);
     }
-    if (!reversed) return segments;
-    std::reverse(segments.begin(), segments.end());
-    for (SEGMENT& segment : segments) segment = segment.Reversed();
-    return segments;
+    if (!reversed) return;
+    const std::span appended = std::span(segments).subspan(before);
+    std::reverse(appended.begin(), appended.end());
+    for (SEGMENT& segment : appended) segment = segment.Reversed();
 }
 
 // The chain through a free piece, as far as it goes both ways, as the ends at which its pieces are entered.
 // Its pieces are used then.
-std::vector<int> ChainFrom(int first, const Pieces& pieces, FreeEnds& freeEnds, double tolerance) {
+std::vector<int> ChainFrom(int first, FreeEnds& freeEnds, double tolerance) {
     std::vector<int> chain{first};
     freeEnds.Use(first);
-    // goes on from a point until the chain reaches another one; a single piece is never closed
-    const auto grow = [&](DPOINT2 from, const DPOINT2& until) {
-        while (chain.size() < 2 || math::D2GetDistance(from, until) > tolerance) {
+    // goes on from an end until the chain reaches another one; a single piece is never closed
+    const auto grow = [&](int from, int until) {
+        const DPOINT2& last = freeEnds.PointOf(until);
+        while (chain.size() < 2 || math::D2GetDistance(freeEnds.PointOf(from), last) > tolerance) {
             const int next = freeEnds.Nearest(from, tolerance);
             if (next == kNoEnd) return;
             freeEnds.Use(next);
             chain.push_back(next);
-            from = PointOf(pieces, OtherEnd(next));
+            from = OtherEnd(next);
         }
     };
-    grow(PointOf(pieces, OtherEnd(first)), PointOf(pieces, first));
+    grow(OtherEnd(first), first);
     // what touches the start comes before it: the chain is turned, grown, and turned back
     const auto turn = [&] {
         std::reverse(chain.begin(), chain.end());
         for (int& end : chain) end = OtherEnd(end);
     };
     turn();
-    grow(PointOf(pieces, first), PointOf(pieces, chain.front()));
+    grow(first, chain.front());
     turn();
     return chain;
 }
 
 // Puts the contour of a chain in the place of the piece of it that was drawn first, and deletes the pieces.
-void Replace(qev::CCadGroup& group, const Pieces& pieces, const Piece& firstDrawn,
+void Replace(qev::CCadGroup& group, const std::vector<Place>& places, int firstDrawn,
              const std::vector<int>& chain, double tolerance) {
     std::vector<SEGMENT> segments;
-    for (const int end : chain) {
-        const std::vector<SEGMENT> more = SegmentsOf(pieces[end / 2], end % 2 == 1);
-        segments.insert(segments.end(), more.begin(), more.end());
-    }
+    segments.reserve(chain.size());
+    for (const int end : chain) AppendSegments(**places[end / 2], end % 2 == 1, segments);
     if (math::D2GetDistance(segments.back().ptEnd, segments.front().ptStart) <= tolerance)
         segments.back().ptEnd = segments.front().ptStart;
     auto contour = MakeContour(segments, {});
-    contour->SetKey("Layer", firstDrawn.object->GetKey("Layer"));
-    group.GetObjectsList().insert(firstDrawn.place, contour.release());
+    contour->SetKey("Layer", (*places[firstDrawn])->GetKey("Layer"));
+    group.GetObjectsList().insert(places[firstDrawn], contour.release());
     for (const int end : chain) {
-        group.GetObjectsList().erase(pieces[end / 2].place);
-        delete pieces[end / 2].object;
+        delete *places[end / 2];
+        group.GetObjectsList().erase(places[end / 2]);
     }
 }
 
-int JoinLayer(qev::CCadGroup& group, const Pieces& pieces, double tolerance) {
-    FreeEnds freeEnds(pieces);
+int JoinLayer(qev::CCadGroup& group, Pieces pieces, double tolerance) {
+    FreeEnds freeEnds(std::move(pieces.ends));
     int joined = 0;
-    for (int start = 0; start < static_cast<int>(2 * pieces.size()); start += 2) {
-        if (!freeEnds.IsFree(start)) continue;
-        const std::vector<int> chain = ChainFrom(start, pieces, freeEnds, tolerance);
+    for (int i = 0; i < static_cast<int>(pieces.places.size()); ++i) {
+        if (!freeEnds.IsFree(2 * i)) continue;
+        const std::vector<int> chain = ChainFrom(2 * i, freeEnds, tolerance);
         if (chain.size() < 2) continue;
-        Replace(group, pieces, pieces[start / 2], chain, tolerance); // the pieces before it are used
+        Replace(group, pieces.places, i, chain, tolerance); // the pieces before it are used
         joined += static_cast<int>(chain.size());
     }
     return joined;
@@ -253,8 +293,8 @@ int JoinOpenPieces(qev::CCadGroup& root, double tolerance) {
     while (!groups.empty()) {
         qev::CCadGroup* group = groups.back();
         groups.pop_back();
-        for (const auto& [layer, pieces] : PiecesOf(*group, tolerance))
-            joined += JoinLayer(*group, pieces, tolerance);
+        for (auto& [layer, pieces] : PiecesOf(*group, tolerance))
+            joined += JoinLayer(*group, std::move(pieces), tolerance);
         for (CCadObject* object : group->GetObjectsList())
             if (auto* inner = dynamic_cast<qev::CCadGroup*>(object)) groups.push_back(inner);
     }

@@ -80,6 +80,7 @@ std::unique_ptr<qev::CCadMultiSegments> MakeContour(const std::vector<SEGMENT>& 
     // Bent before they are moved: round arcs become Bezier pieces, which every map takes as they are.
     const bool keepsArcs = map.IsSimilarity();
     std::vector<SEGMENT> bent;
+    bent.reserve(segments.size());
     for (const SEGMENT& segment : segments) {
         std::optional<math::CentreArc> arc; // none for an arc without a chord, which has no length
         if (segment.nType == SEGMENT::kArc && !keepsArcs)
@@ -100,8 +101,12 @@ std::unique_ptr<qev::CCadMultiSegments> MakeContour(const std::vector<SEGMENT>& 
         }
         return contour;
     };
-    if (std::none_of(bent.begin(), bent.end(), [](const SEGMENT& s) { return s.nType == SEGMENT::kBezier; }))
-        return build(std::make_unique<qev::CCadPolyline>(), [](auto&, const SEGMENT&) {});
+    if (std::none_of(bent.begin(), bent.end(),
+                     [](const SEGMENT& s) { return s.nType == SEGMENT::kBezier; })) {
+        auto polyline = std::make_unique<qev::CCadPolyline>();
+        polyline->Reserve(static_cast<int>(bent.size()));
+        return build(std::move(polyline), [](auto&, const SEGMENT&) {});
+    }
     return build(std::make_unique<qev::CCadPolylineEx>(),
                  [](auto& contour, const SEGMENT& s) { contour.AddBezier(s.ptCtrl1, s.ptCtrl2, s.ptEnd); });
 }
