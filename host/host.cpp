@@ -24,17 +24,20 @@ void Show(const Options& options, const Drawing& drawing, int joined, std::ostre
     PrintTable(out, reports, options.rows);
     PrintSummary(out, drawing, reports, joined);
     SvgPicture picture(drawing.root.GetBoundRect());
+    const bool isDrawn = !options.svg.empty(); // a picture of a large drawing takes more memory than it
     for (const ObjectReport& report : reports)
-        picture.Draw(*report.object, report.object->GetType() == qev::kCadText ? "text" : "outline");
+        if (isDrawn)
+            picture.Draw(*report.object, report.object->GetType() == qev::kCadText ? "text" : "outline");
     if (options.polylineError) DrawConverted(reports, *options.polylineError, picture, out);
-    for (const ObjectReport& report : reports) picture.Mark(report);
+    for (const ObjectReport& report : reports)
+        if (isDrawn) picture.Mark(report);
     if (options.startZones) DrawStartZones(reports, *options.startZones, options.cornerDegrees, picture, out);
     if (options.cut) DrawCut(reports, *options.cut, picture, out);
     // without a pick the walk is on the first object, and technics are on all
     const int picked = options.pick ? DrawPick(drawing, reports, *options.pick, picture, out) : 0;
     if (options.walk) DrawWalk(reports, picked, *options.walk, picture, out);
     RunTechnics(options.technics, drawing, options.pick ? reports[picked].object : nullptr, picture, out);
-    if (!options.svg.empty()) WritePicture(picture, options.svg, out);
+    if (isDrawn) WritePicture(picture, options.svg, out);
 }
 
 } // namespace

@@ -104,6 +104,9 @@ void RunTechnics(const TechnicsRequest& request, const Drawing& drawing, const q
     qev::CTechnicsManager& manager = *qev::GetTechnicsManager();
     manager.SetDataOnly(true); // technics come with drawings, from anywhere
     LoadPlugIns(manager, request.plugIns);
+    const bool isAsked =
+        request.remove || !request.load.empty() || !request.text.empty() || !request.save.empty();
+    if (!isAsked) return;
     Objects contours;
     qev::CollectLeafNode(&drawing.root.GetObjectsList(), &contours);
     Objects selection = contours;

@@ -1,8 +1,9 @@
 // A DXF file is a flat run of groups; what structure it has is told by groups with code 0. This reader goes
 // through them once and keeps what the host can draw: the entities of the ENTITIES section, and the blocks of
-// the BLOCKS section with theirs. An entity is not turned into fields but kept as the run of its groups,
-// since what they mean depends on its type, and most files hold many that nobody asks for. The groups of all
-// entities lie in one array; thousands of small ones would cost more than they hold.
+// the BLOCKS section with theirs. An entity is not turned into fields but kept as the place of its groups in
+// the file, since what they mean depends on its type. They are read again when somebody asks for them: to
+// split a file into groups takes little time, while the groups of all entities would take five times as much
+// memory as the file.
 //
 // A group 0 ends the entity before it and begins the next. One thing is nested all the same: a POLYLINE's
 // vertices are entities of their own behind it, and belong to its run.
@@ -17,10 +18,17 @@
 namespace host {
 namespace {
 
+constexpr int kComment = 999;                      // group code
 constexpr std::streamoff kLargestFile = 256 << 20; // bytes, ten times a large drawing
+constexpr const char* kTooLarge = "the file is larger than 256 MB";
 
-// Groups of entities in a file; they take a third of a gigabyte.
-constexpr std::size_t kMostFileGroups = 1 << 23;
+// Entities of a file; their places take a tenth of a gigabyte. A file of the largest size that has more
+// spends less than 32 bytes on each, too few for a line.
+constexpr std::size_t kMostEntities = 1 << 23;
+// Groups of one entity; they take a third of a gigabyte.
+constexpr int kMostEntityGroups = 1 << 23;
+// Groups of an ordinary entity, for which memory is taken at once.
+constexpr std::size_t kFewGroups = 16;
 
 } // namespace
 
@@ -30,16 +38,16 @@ std::string DxfFile::Load(const std::string& path) {
     const std::streamoff size = in.tellg();
     if (size < 0) throw DrawingError("cannot be read");
     if (size == 0) throw DrawingError("the file is empty");
-    if (size > kLargestFile) throw DrawingError("the file is larger than 256 MB");
+    if (size > kLargestFile) throw DrawingError(kTooLarge);
     std::string bytes(static_cast<std::size_t>(size), '\0');
     in.seekg(0);
     if (!in.read(bytes.data(), size)) throw DrawingError("cannot be read");
     return bytes;
 }
 
-DxfFile::DxfFile(std::string_view bytes, ErrorLog& log) {
+DxfFile::DxfFile(std::string_view bytes, ErrorLog& log) : m_groups(bytes), m_nSize(bytes.size()) {
     try {
-        Read(bytes);
+        Read();
     } catch (const DrawingError& error) {
         log.Note(error);
     }
@@ -50,16 +58,27 @@ const DxfBlock* DxfFile::FindBlock(std::string_view name) const {
     return found == m_mapBlocks.end() ? nullptr : &found->second;
 }
 
-void DxfFile::Read(std::string_view bytes) {
-    DxfGroups groups(bytes);
+std::vector<DxfGroup> DxfFile::GroupsOf(const DxfEntity& entity) const {
+    DxfGroups reader = m_groups;
+    reader.GoTo(entity.begin);
+    std::vector<DxfGroup> groups;
+    groups.reserve(kFewGroups);
+    for (DxfGroup group; reader.Here().byte - entity.begin.byte < entity.size && reader.Next(group);)
+        if (group.code != kComment) groups.push_back(group);
+    return groups;
+}
+
+void DxfFile::Read() {
+    if (m_nSize > kLargestFile) throw DrawingError(kTooLarge);
     bool sectionNameNext = false;
-    for (DxfGroup group; groups.Next(group);) {
-        if (group.code == 999) continue; // a comment
+    DxfGroup group;
+    for (auto begin = m_groups.Here(); m_groups.Next(group); begin = m_groups.Here()) {
+        if (group.code == kComment) continue;
         if (group.code == 0) {
             if (group.text == "EOF") return;
             sectionNameNext = group.text == "SECTION";
             if (sectionNameNext || group.text == "ENDSEC") m_eSection = Section::kSkipped;
-            StartEntity(group);
+            StartEntity(group, begin);
         } else if (sectionNameNext && group.code == 2) {
             sectionNameNext = false;
             if (group.text == "BLOCKS") m_eSection = Section::kBlocks;
@@ -69,13 +88,13 @@ void DxfFile::Read(std::string_view bytes) {
         }
     }
     if (m_eSection == Section::kNone)
-        throw DrawingError(groups.Where() + ": the file holds no section, it is no DXF file");
-    throw DrawingError(groups.Where() + ": the file ends before its EOF mark");
+        throw DrawingError(m_groups.Where() + ": the file holds no section, it is no DXF file");
+    throw DrawingError(m_groups.Where() + ": the file ends before its EOF mark");
 }
 
 // A group 0: the entity or block before it has ended. What begins is an entity of the drawing, of a block, a
 // block itself, or something between them that is not kept.
-void DxfFile::StartEntity(const DxfGroup& group) {
+void DxfFile::StartEntity(const DxfGroup& group, const DxfGroups::Place& begin) {
     const bool continuesPolyline = m_pEntity && m_bInVertices && group.text == "VERTEX";
     m_bInVertices = m_bInVertices && continuesPolyline;
     if (continuesPolyline) return AddGroup(group);
@@ -85,8 +104,11 @@ void DxfFile::StartEntity(const DxfGroup& group) {
     if (m_bInBlockHeader) m_newBlock = {};
     if (m_eSection != Section::kEntities && !m_pBlock) return;
     std::vector<DxfEntity>& owner = m_pBlock ? m_pBlock->entities : m_vecEntities;
-    owner.push_back({static_cast<std::uint32_t>(m_vecGroups.size()), 0});
+    if (++m_nEntities > kMostEntities)
+        throw DrawingError(group.Where() + ": the file holds too many entities");
+    owner.push_back({begin});
     m_pEntity = &owner.back();
+    m_nEntityGroups = 0;
     AddGroup(group);
     m_bInVertices = group.text == "POLYLINE";
 }
@@ -94,10 +116,9 @@ void DxfFile::StartEntity(const DxfGroup& group) {
 // A group behind the group 0 of an entity or a block; others are passed over.
 void DxfFile::AddGroup(const DxfGroup& group) {
     if (m_pEntity) {
-        if (m_vecGroups.size() == kMostFileGroups)
-            throw DrawingError(group.Where() + ": the file holds too many groups");
-        m_vecGroups.push_back(group);
-        ++m_pEntity->groupCount;
+        if (++m_nEntityGroups > kMostEntityGroups)
+            throw DrawingError(group.Where() + ": the entity holds too many groups");
+        m_pEntity->size = m_groups.Here().byte - m_pEntity->begin.byte;
     } else if (m_bInBlockHeader) {
         // the name comes before or after the base point, so that both find the block they belong to
         DxfBlock& block = m_pBlock ? *m_pBlock : m_newBlock;

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <map>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,8 +16,8 @@ namespace host {
 /// An entity as a run of the file's groups: group 0 with its type, then its own. A POLYLINE carries its
 /// vertices too, each led by its group 0.
 struct DxfEntity {
-    std::uint32_t firstGroup = 0;
-    std::uint32_t groupCount = 0;
+    DxfGroups::Place begin;
+    std::uint32_t size = 0; ///< bytes of the file
 };
 
 /// A block: entities that inserts show, with the base point that goes where the insert is.
@@ -35,8 +34,8 @@ public:
     /// Reads a file into memory. Throws a DrawingError when there is none, it is empty or larger than 256 MB.
     static std::string Load(const std::string& path);
 
-    /// Takes the bytes of a file apart, up to its EOF mark. What is wrong goes to the log, which throws it
-    /// when it is strict; what was read before stays.
+    /// Takes the bytes of a file apart, at most 256 MB, up to its EOF mark. What is wrong goes to the log,
+    /// which throws it when it is strict; what was read before stays.
     DxfFile(std::string_view bytes, ErrorLog& log);
 
     /// The entities of the drawing itself, in the order of the file.
@@ -45,14 +44,15 @@ public:
     /// The block of a name, null when there is none. Of blocks with one name the last counts.
     const DxfBlock* FindBlock(std::string_view name) const;
 
-    /// The groups of one of the file's entities; at least its group 0.
-    std::span<const DxfGroup> GroupsOf(const DxfEntity& entity) const {
-        return std::span(m_vecGroups).subspan(entity.firstGroup, entity.groupCount);
-    }
+    /// The groups of one of the file's entities, read again; at least its group 0.
+    std::vector<DxfGroup> GroupsOf(const DxfEntity& entity) const;
+
+    /// Number of bytes of the file.
+    std::size_t Size() const { return m_nSize; }
 
 private:
-    void Read(std::string_view bytes);
-    void StartEntity(const DxfGroup& group);
+    void Read();
+    void StartEntity(const DxfGroup& group, const DxfGroups::Place& begin);
     void AddGroup(const DxfGroup& group);
 
     enum class Section { kNone, kSkipped, kBlocks, kEntities };
@@ -61,9 +61,12 @@ private:
     DxfBlock m_newBlock;          // until its name is known
     bool m_bInBlockHeader = false;
     DxfEntity* m_pEntity = nullptr; // the entity that takes groups
+    int m_nEntityGroups = 0;        // how many it has taken
     bool m_bInVertices = false;
 
-    std::vector<DxfGroup> m_vecGroups;
+    DxfGroups m_groups;
+    std::size_t m_nSize;
+    std::size_t m_nEntities = 0; // with those of the blocks
     std::vector<DxfEntity> m_vecEntities;
     std::map<std::string, DxfBlock, std::less<>> m_mapBlocks;
 };

@@ -41,6 +41,19 @@ public:
     /// Where the reader stands, for messages: "line 12" or "byte 345".
     std::string Where() const;
 
+    /// A place between two groups of a file.
+    struct Place {
+        std::uint32_t byte = 0; ///< of the next group
+        std::uint32_t line = 0; ///< how many lines lie before it, in an ASCII file
+    };
+    /// Where the next group begins. Files are below 4 GB.
+    Place Here() const { return {static_cast<std::uint32_t>(m_nAt), m_nLine}; }
+    /// Goes on from a place where this reader, or one of the same bytes, has stood.
+    void GoTo(const Place& place) {
+        m_nAt = place.byte;
+        m_nLine = place.line;
+    }
+
 private:
     std::string_view NextLine();
     bool NextAscii(DxfGroup& group);

@@ -13,8 +13,9 @@
 // plane drawing. (The plane of a normal follows from it alone, by the "arbitrary axis" rule of the format.)
 //
 // Blocks that hold each other tenfold over ten levels are a few lines of file and ten thousand million
-// entities. So everything that can multiply is counted: segments, inserts, the groups that are looked at, the
-// depth. A limit that is met ends the reading with what there is.
+// entities. So everything that can multiply is counted: the memory of the objects, the bytes of the file that
+// are looked at, inserts, the depth. Memory and bytes may grow to a multiple of the file's size, which no
+// file without inserts reaches, and a constant. A limit that is met ends the reading with what there is.
 
 #include "dxf_objects.h"
 
@@ -22,6 +23,7 @@
 #include <cmath>
 #include <memory>
 #include <optional>
+#include <span>
 
 #include "dxf_file.h"
 #include "host/drawing/outline.h"
@@ -34,13 +36,14 @@ namespace {
 using math::DPOINT2;
 using qev::SEGMENT;
 
-// What a drawing may hold at most. Its objects then stay below half a gigabyte.
-constexpr int kMostSegments = 500'000;
+// Bytes that the objects of a file may take, and that may be looked at to make them: so many in any case, a
+// second or two of work, and so many times the file's size. A line takes at least 28 bytes of a file, and a
+// vertex 10; so their objects never meet the limit by themselves.
+constexpr std::size_t kFreeBytes = 256 << 20;
+constexpr std::size_t kGrowth = 8;
+constexpr std::size_t kObjectBytes = 224; // an object in a list with a layer, and what is told of it
+constexpr std::size_t kEntityCost = 64;   // bytes that could be read while an entity is looked at
 constexpr int kMostInserts = 100'000;
-// The groups that may be looked at, once for every insert: some seconds of work, also when the entities give
-// no objects. An entity by itself costs as much as so many groups.
-constexpr std::size_t kMostVisitedGroups = 1 << 25;
-constexpr std::size_t kEntityCost = 16;
 constexpr std::size_t kLongestText = 10'000; // bytes
 constexpr int kDeepestInsert = 32; // blocks are nested some levels deep, unless they hold themselves
 
@@ -159,12 +162,15 @@ bool IsClosed(const Fields& fields) {
 class Builder {
 public:
     Builder(const DxfFile& file, ErrorLog& log, Drawing& drawing)
-        : m_file(file), m_log(log), m_drawing(drawing) {}
+        : m_file(file), m_log(log), m_drawing(drawing), m_nMostBytes(kFreeBytes + kGrowth * file.Size()) {}
 
     void AddAll(const std::vector<DxfEntity>& entities, const Affine& map, qev::CCadGroup& into, int depth) {
         for (const DxfEntity& entity : entities) {
             try {
-                Add(Fields(m_file.GroupsOf(entity)), map, into, depth);
+                const std::vector<DxfGroup> groups = m_file.GroupsOf(entity);
+                Charge(Fields(groups), entity.size + kEntityCost, m_nVisitedBytes,
+                       "makes the host read more than");
+                Add(Fields(groups), map, into, depth);
             } catch (const DrawingError& error) {
                 m_log.Note(error);
             }
@@ -172,6 +178,7 @@ public:
     }
 
 private:
+    static constexpr const char* kMakesMore = "makes the drawing larger than";
     using Maker = void (Builder::*)(const Fields&, const Affine&, qev::CCadGroup&, int);
     struct Row {
         std::string_view type;
@@ -179,10 +186,15 @@ private:
         bool hasOwnAxes; // its coordinates belong to the plane of its normal
     };
 
+    // Adds bytes for an entity to one of the sums, unless they are too many.
+    void Charge(const Fields& fields, std::size_t bytes, std::size_t& sum, const char* what) const {
+        sum += bytes;
+        if (sum > m_nMostBytes)
+            throw LimitError(
+                fields.Message(std::string(what) + " " + std::to_string(m_nMostBytes >> 20) + " MB"));
+    }
+
     void Add(const Fields& fields, const Affine& map, qev::CCadGroup& into, int depth) {
-        m_nVisitedGroups += fields.Groups().size() + kEntityCost;
-        if (m_nVisitedGroups > kMostVisitedGroups)
-            throw LimitError(fields.Message("is one entity too many in the inserted blocks"));
         static constexpr Row kRows[] = {
             {"LINE", &Builder::AddLine, false},        {"POINT", &Builder::AddPoint, false},
             {"CIRCLE", &Builder::AddCircle, true},     {"ARC", &Builder::AddArc, true},
@@ -211,11 +223,10 @@ private:
 
     // Hands an object of an entity to a group, unless it is one too many.
     void Give(const Fields& fields, std::unique_ptr<qev::CCadObject> object, qev::CCadGroup& into) {
-        m_nSegments += std::max(1, object->GetPieceCount());
-        if (m_nSegments > kMostSegments)
-            throw LimitError(fields.Message("makes the drawing larger than " + std::to_string(kMostSegments)
-                                            + " segments"));
-        object->SetKey("Layer", std::string(fields.Text(kLayer)).c_str());
+        const std::string layer(fields.Text(kLayer));
+        const std::size_t further = std::max(0, object->GetPieceCount() - 1);
+        Charge(fields, kObjectBytes + further * sizeof(SEGMENT) + layer.size(), m_nObjectBytes, kMakesMore);
+        object->SetKey("Layer", layer.c_str());
         into.PushBack(object.release());
     }
 
@@ -347,10 +358,12 @@ private:
                 const Affine placed =
                     map * Affine::Translation(f.Point(kPoint)) * turn * Affine::Translation(cell) * fit;
                 if (!placed.IsUsable()) f.Fail("scales or moves its block out of range");
+                const std::string name(f.Text(2));
+                Charge(f, kObjectBytes + name.size(), m_nObjectBytes, kMakesMore);
                 auto group = std::make_unique<qev::CCadGroup>();
                 qev::CCadGroup& members = *group;
                 into.PushBack(group.release());
-                members.SetKey("Block", std::string(f.Text(2)).c_str());
+                members.SetKey("Block", name.c_str());
                 AddAll(block->entities, placed, members, depth + 1);
             }
     }
@@ -358,9 +371,10 @@ private:
     const DxfFile& m_file;
     ErrorLog& m_log;
     Drawing& m_drawing;
-    int m_nSegments = 0;
+    const std::size_t m_nMostBytes;
+    std::size_t m_nVisitedBytes = 0;
+    std::size_t m_nObjectBytes = 0;
     int m_nInserts = 0;
-    std::size_t m_nVisitedGroups = 0;
 };
 
 } // namespace

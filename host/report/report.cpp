@@ -61,7 +61,9 @@ ObjectReport ReportOfObject(const qev::CCadObject* object) {
 
 std::vector<ObjectReport> ReportOf(const Drawing& drawing) {
     std::vector<ObjectReport> reports;
-    for (const qev::CCadObject* object : drawing.Objects()) reports.push_back(ReportOfObject(object));
+    const std::vector<const qev::CCadObject*> objects = drawing.Objects();
+    reports.reserve(objects.size());
+    for (const qev::CCadObject* object : objects) reports.push_back(ReportOfObject(object));
     return reports;
 }
 

@@ -12,12 +12,12 @@ namespace host {
 /// One object of a drawing as the table shows it.
 struct ObjectReport {
     const qev::CCadObject* object = nullptr; ///< the drawing's, which owns it
-    int segments = 0;                        ///< how many, as qev::GetCadSegments counts; -1: no contour
     double length = 0;                       ///< mm
-    int closed = 0;                          ///< 1 for a closed contour, as qev::IsClose answers
-    int direction = 0;                       ///< 1 clockwise, 2 counter-clockwise, 0 neither
     double area = 0;                         ///< mm^2 inside a closed contour, else 0
     std::vector<math::DPOINT2> corners;      ///< joints that turn by 30 degrees or more
+    int segments = 0;                        ///< how many, as qev::GetCadSegments counts; -1: no contour
+    int closed = 0;                          ///< 1 for a closed contour, as qev::IsClose answers
+    int direction = 0;                       ///< 1 clockwise, 2 counter-clockwise, 0 neither
 };
 
 /// Reports every object of a drawing in drawing order. Area and corners of a curve are those of the polyline
