@@ -47,38 +47,29 @@ CTechnics* PickOff(CCadObject* object, Wanted wanted) {
     return found;
 }
 
-// Which of the technics that were on a list are there still.
+// Which of the technics that were on a list are there still. Up to kSearched of them, of which real objects
+// have some ten, the list itself is searched each time. A longer one would take quadratic time: there a set
+// is made anew when the list has changed in its length or at its end.
 class StillListed {
 public:
-    explicit StillListed(const std::list<CTechnics*>& list) : m_list(list), m_state(State()) {}
+    explicit StillListed(const std::list<CTechnics*>& list) : m_list(list) {}
 
     bool Has(CTechnics* technics) {
-        if (const auto state = State(); state != m_state) {
-            m_state = state;
-            m_setListed.clear();
-            m_nSearches = 0;
-        }
-        if (m_nSearches == kUnchanged) return true;
-        if (m_nSearches++ < kMostSearches)
+        if (m_list.size() <= kSearched)
             return std::find(m_list.begin(), m_list.end(), technics) != m_list.end();
-        m_nSearches = kMostSearches;
-        if (m_setListed.empty()) m_setListed.insert(m_list.begin(), m_list.end());
+        if (m_setListed.size() != m_list.size() || m_pLast != m_list.back()) {
+            m_setListed = {m_list.begin(), m_list.end()};
+            m_pLast = m_list.back();
+        }
         return m_setListed.contains(technics);
     }
 
 private:
-    static constexpr int kUnchanged = -1;
-    static constexpr int kMostSearches = 16; // a set takes about as long to make
-
-    // What no taking off or adding at the end leaves as it is.
-    std::pair<std::size_t, CTechnics*> State() const {
-        return {m_list.size(), m_list.empty() ? nullptr : m_list.back()};
-    }
+    static constexpr std::size_t kSearched = 1024;
 
     const std::list<CTechnics*>& m_list;
-    std::pair<std::size_t, CTechnics*> m_state;
-    int m_nSearches = kUnchanged; // since the last change
-    std::unordered_set<CTechnics*> m_setListed;
+    std::unordered_multiset<CTechnics*> m_setListed; // a technics may stand on the list twice
+    CTechnics* m_pLast = nullptr;
 };
 
 } // namespace

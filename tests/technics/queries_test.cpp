@@ -71,6 +71,22 @@ TEST(Refresh, AsksEachThatIsLeft) {
     }
 }
 
+// One in the middle is replaced while the length and the end of the list stay.
+TEST(Refresh, AsksNoneThatWasReplaced) {
+    qev::CCadGroup object;
+    Asked first(1, 0), replaced(2, 0), other(3, 0), last(4, 0);
+    std::list<qev::CTechnics*>& list = object.GetTechnicsList() = {&first, &replaced, &last};
+    bool asked = false;
+    first.onRefresh = [&] {
+        std::replace(list.begin(), list.end(), static_cast<qev::CTechnics*>(&replaced),
+                     static_cast<qev::CTechnics*>(&other));
+    };
+    replaced.onRefresh = [&] { asked = true; };
+    qev::RefreshCadObject(&object, -1, 0, nullptr);
+    list.clear();
+    EXPECT_FALSE(asked);
+}
+
 TEST_F(Queries, PickOff) {
     const std::unique_ptr<qev::CTechnics> bySubType(qev::PickOffTechnics(&object, 3, 7));
     const std::unique_ptr<qev::CTechnics> byType(qev::PickOffTechnics(&object, 3));
