@@ -74,26 +74,6 @@ TEST(Kinds, TheVerticesOfARectangleRunCounterClockwise) {
     for (int i = 0; i < 4; ++i) EXPECT_POINT_NEAR(turned.GetVertex(i), vertices[i], 1e-15);
 }
 
-TEST(Kinds, RefuseThemselvesAsInnerObjectAndNullAsKey) {
-    CCadDot dot({0, 0});
-    dot.SetInnerObject(&dot);
-    EXPECT_EQ(dot.GetInnerObject(), nullptr);
-    dot.SetKey(nullptr, "x");
-    EXPECT_TRUE(dot.GetKey(nullptr).IsEmpty());
-    dot.SetKey("x", nullptr);
-    EXPECT_TRUE(dot.GetKey("x").IsEmpty());
-}
-
-TEST(Kinds, KeepEachAttributeWhenAnotherOneChanges) {
-    CCadDot dot({0, 0});
-    std::map<std::string, std::string> wanted;
-    for (Random random; random.Rounds(200);) {
-        const std::string key(random.Int(0, 3), 'k'), value(random.Int(0, 9), 'k');
-        dot.SetKey(key.c_str(), (wanted[key] = value).c_str());
-        for (const auto& [each, text] : wanted) EXPECT_EQ(dot.GetKey(each.c_str()), text.c_str()) << each;
-    }
-}
-
 TEST(Kinds, AreClonedWithoutTheirMachining) {
     for (const auto& kind : kKinds) {
         const char* text = std::get<0>(kind);
