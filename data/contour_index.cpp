@@ -225,43 +225,40 @@ public:
 
     void Build() {
         const std::size_t places = m_vecBoxes.size() * kRun;
-        m_index.m_vecLengths.reserve(m_nCount);
-        m_index.m_vecSums.reserve(m_nCount + 1);
-        m_index.m_vecX.reserve(places + 1);
-        m_index.m_vecY.reserve(places + 1);
-        m_index.m_vecInverse.reserve(places);
-        m_index.m_vecSums.push_back(0);
-        for (int i = 0; i < m_nCount; ++i) Add(i, m_contour.GetSegment(i));
-        m_index.m_vecX.resize(places + 1, m_index.m_vecX.back());
-        m_index.m_vecY.resize(places + 1, m_index.m_vecY.back());
+        m_index.m_vecLengths.resize(m_nCount);
+        m_index.m_vecSums.resize(m_nCount + 1);
+        m_index.m_vecX.resize(places + 1);
+        m_index.m_vecY.resize(places + 1);
         m_index.m_vecInverse.resize(places);
+        for (int i = 0; i < m_nCount; ++i) Add(i, m_contour.GetSegment(i));
+        std::fill(m_index.m_vecX.begin() + m_nCount, m_index.m_vecX.end(), m_index.m_vecX[m_nCount]);
+        std::fill(m_index.m_vecY.begin() + m_nCount, m_index.m_vecY.end(), m_index.m_vecY[m_nCount]);
         MeasureBoxes();
     }
 
 private:
     void Add(int i, const SEGMENT& segment) {
-        if (i == 0) AddJoint(segment.ptStart);
-        AddJoint(segment.ptEnd);
-        const double length = segment.GetLength(), inverse = 1 / SquareOfChord(segment);
-        m_index.m_vecLengths.push_back(length);
-        m_index.m_dLongest = std::max(m_index.m_dLongest, length);
-        m_index.m_vecSums.push_back(m_index.m_vecSums.back() + length);
-        m_index.m_vecInverse.push_back(std::isfinite(inverse) ? inverse : 0); // 0 for next to no chord
-        m_index.m_bIsMeasured = m_index.m_bIsMeasured && std::isfinite(length);
         const bool isLine = segment.nType == SEGMENT::kLine;
-        if (isLine) {
-            m_vecBoxes[i / kRun].Add(segment.ptStart);
-            m_vecBoxes[i / kRun].Add(segment.ptEnd);
-        } else {
-            m_vecBoxes[i / kRun].Add(segment.GetBounds());
-        }
+        const double square = SquareOfChord(segment), inverse = 1 / square;
+        const double length = isLine ? std::sqrt(square) : segment.GetLength();
+        if (i == 0) SetJoint(0, segment.ptStart);
+        SetJoint(i + 1, segment.ptEnd);
+        m_index.m_vecLengths[i] = length;
+        m_index.m_dLongest = std::max(m_index.m_dLongest, length);
+        m_index.m_vecSums[i + 1] = m_index.m_vecSums[i] + length;
+        m_index.m_vecInverse[i] = std::isfinite(inverse) ? inverse : 0; // 0 for next to no chord
+        m_index.m_bIsMeasured = m_index.m_bIsMeasured && std::isfinite(length);
+        math::Bounds& box = m_vecBoxes[i / kRun];
+        if (!isLine) box.Add(segment.GetBounds());
+        if (isLine && i % kRun == 0) box.Add(segment.ptStart); // else the end of the segment before it
+        if (isLine) box.Add(segment.ptEnd);
         if (isLine && m_index.HasOnlyLines()) return;
         for (int line = GetCurveCount(); line < i; ++line) AddCurve(m_contour.GetSegment(line));
         AddCurve(segment);
     }
-    void AddJoint(const DPOINT2& joint) {
-        m_index.m_vecX.push_back(joint.x);
-        m_index.m_vecY.push_back(joint.y);
+    void SetJoint(int i, const DPOINT2& joint) {
+        m_index.m_vecX[i] = joint.x;
+        m_index.m_vecY[i] = joint.y;
     }
     int GetCurveCount() const { return static_cast<int>(m_index.m_vecCurves.size()); }
     static double SquareOfChord(const SEGMENT& segment) {
@@ -314,14 +311,15 @@ private:
     // The widths of the strips over each eight parts of `size` segments; no widths stand for straight parts.
     std::vector<double> StripsOver(const std::vector<double>& parts, int size) const {
         std::vector<double> strips;
+        strips.reserve(m_nCount / (size * kRun) + 1);
         const int whole = size * kRun;
         for (int first = 0; first < m_nCount; first += whole) {
             const DPOINT2 start = m_index.GetJoint(first), end = JointAt(first + whole);
-            double widest = 0;
+            double widest = 0, before = 0; // the start is on the strip's chord
             for (int at = first, stop = std::min(first + whole, m_nCount); at < stop; at += size) {
-                const double square = std::max(SquareFromLine(JointAt(at), start, end),
-                                               SquareFromLine(JointAt(at + size), start, end));
-                widest = std::max(widest, std::sqrt(square) + (parts.empty() ? 0 : parts[at / size]));
+                const double behind = std::sqrt(SquareFromLine(JointAt(at + size), start, end));
+                widest = std::max(widest, std::max(before, behind) + (parts.empty() ? 0 : parts[at / size]));
+                before = behind;
             }
             strips.push_back(widest);
         }
