@@ -107,8 +107,7 @@ private:
     // The place at a length, which lies at most a lap before the contour's start or two behind it, `laps`
     // whole laps further on.
     Arrival AtLength(double length, std::int64_t laps, double total) const {
-        if (!m_contour.IsClose())
-            if (const auto end = AtOpenEnd(length, laps, total)) return *end;
+        if (const auto end = AtOpenEnd(length, laps, total)) return *end;
         for (; length < 0; length += total) --laps;
         for (; length >= total; length -= total) ++laps;
         if (length == 0) return OnSegment(0, 0, laps);
@@ -121,7 +120,8 @@ private:
     // there, also after laps, and so does one backward at the start.
     std::optional<Arrival> AtOpenEnd(double length, std::int64_t laps, double total) const {
         const double ends = std::round(length / total);
-        if (std::abs(length - ends * total) >= kZeroLength + kSumRounding * total) return std::nullopt;
+        const bool isNear = std::abs(length - ends * total) < kZeroLength + kSumRounding * total;
+        if (!isNear || m_contour.IsClose()) return std::nullopt;
         laps += static_cast<std::int64_t>(ends);
         if (IsForward() ? laps < 1 : laps > 0) return std::nullopt; // the end that the walk comes from
         const int last = m_lengths.GetCount() - 1;
@@ -160,7 +160,7 @@ private:
 // place where it began, has one less behind it.
 int WalkSegments(const CCadObject& contour, int count, const POLYPOS& pos, double offset, POLYPOS& out) {
     const std::optional<Arrival> arrival = SegmentWalk(contour, pos, offset).Run();
-    if (!arrival || IsInvalidPos(&contour, arrival->place)) return kNoWalk;
+    if (!arrival) return kNoWalk;
     const POLYPOS& reached = arrival->place;
     const double ahead = (reached.dRatio - pos.dRatio) * (offset < 0 ? -1 : 1);
     const bool startNotReached = reached.nSegIndex == pos.nSegIndex && ahead <= -kSameRatio;
