@@ -213,7 +213,8 @@ const Subject kSubjects[] = {
          GetMapPos(&in.open, in.chords.get(), in.chordMap, in.positions[i], pos);
          return At(pos);
      }},
-    {"GetMapPos by length", kQuestion,
+    // goes over the map, which is the caller's and in any order
+    {"GetMapPos by length", kWhole,
      [](Input& in, int i) {
          POLYPOS pos;
          GetMapPos(&in.open, in.positions[i], in.chords.get(), pos, in.chordMap);
@@ -266,6 +267,14 @@ const Subject kSubjects[] = {
      [](Input& in, int i) { return Number(IsRangeIntersected(&in.zones, in.gaps[i])); }},
     {"IsRangeIntersected of two lists", kWhole,
      [](Input& in, int) { return Number(IsRangeIntersected(&in.zones, &in.gaps)); }},
+    {"CRangeSet", kWhole,
+     [](Input& in, int) { return Number(CRangeSet(&in.closed, in.shuffled).GetRanges().size()); }},
+    {"GetFree", kWhole,
+     [](Input& in, int) {
+         Ranges free;
+         CRangeSet(&in.closed, in.zones).GetFree(free);
+         return Number(free.size());
+     }},
     {"SortRange", kWhole,
      [](Input& in, int) {
          Ranges ranges = in.shuffled;

@@ -33,7 +33,7 @@ Manager& TheManager() {
     return manager;
 }
 
-constexpr Kind kWhole = Kind::kWhole;
+constexpr Kind kWhole = Kind::kWhole, kQuestion = Kind::kQuestion;
 
 const Subject kSubjects[] = {
     // selections
@@ -73,6 +73,20 @@ const Subject kSubjects[] = {
     {"IsSameProjectContour", kWhole,
      [](Input& in, int) { return Number(CAdobeHelper::IsSameProjectContour(&in.group, &in.outlines)); }},
     // picks
+    {"CGroupIndex", kWhole, [](Input& in, int) { return Number(CGroupIndex(&in.group).GetCount()); }},
+    {"Hit on an index", kQuestion,
+     [](Input& in, int i) { return in.index->Hit(in.picks[i], 2) ? 1.0 : 0.0; }},
+    {"Collect", kQuestion,
+     [](Input& in, int i) {
+         std::vector<CCadObject*> found;
+         in.index->Collect({in.picks[i].x, in.picks[i].y, 2, 2}, found);
+         return Number(found.size());
+     }},
+    {"Update", kQuestion,
+     [](Input& in, int) {
+         in.index->Update(in.members.front());
+         return 0.0;
+     }},
     {"Hit", kWhole, [](Input& in, int i) { return Hit(&in.group, in.picks[i], 2) ? 1.0 : 0.0; }},
     {"FindCadAndPosByPoint", kWhole,
      [](Input& in, int i) {

@@ -39,6 +39,7 @@ void FillGroup(Input& input) {
         input.group.PushBack(square.release());
     }
     input.members = input.group.GetObjectsList();
+    input.index = std::make_unique<CGroupIndex>(&input.group);
     std::string text = "T={Lead={Speed=12";
     for (int i = 0; i < input.n; ++i) {
         input.laden.AddTechnics(new CTechnics());

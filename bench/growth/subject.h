@@ -20,17 +20,18 @@ struct Input {
     static constexpr int kQuestions = 64; ///< how many points, positions and lengths there are to ask for
 
     int n;
-    CCadPolyline open{false};       ///< lines and arcs in turn along a wave
-    CCadPolyline closed{false};     ///< its closed twin
-    CCadPolylineEx beziers{false};  ///< n Bezier pieces along a wave
-    CCadPolyline curve{false};      ///< short lines that turn gently, which regrouping takes as one curve
-    CCadGroup group{false};         ///< n closed contours of four lines on a grid
-    CCadGroup outlines{false};      ///< a copy of the group
-    std::list<CCadObject*> members; ///< those of the group
-    CCadGroup laden{false};         ///< carries n technics, and a text of n values
-    std::vector<DPOINT2> near;      ///< points within 2 mm of the open contour
-    std::vector<DPOINT2> on;        ///< points on it
-    std::vector<DPOINT2> picks;     ///< points at outlines of the group
+    CCadPolyline open{false};           ///< lines and arcs in turn along a wave
+    CCadPolyline closed{false};         ///< its closed twin
+    CCadPolylineEx beziers{false};      ///< n Bezier pieces along a wave
+    CCadPolyline curve{false};          ///< short lines that turn gently, which regrouping takes as one curve
+    CCadGroup group{false};             ///< n closed contours of four lines on a grid
+    std::unique_ptr<CGroupIndex> index; ///< over the group
+    CCadGroup outlines{false};          ///< a copy of the group
+    std::list<CCadObject*> members;     ///< those of the group
+    CCadGroup laden{false};             ///< carries n technics, and a text of n values
+    std::vector<DPOINT2> near;          ///< points within 2 mm of the open contour
+    std::vector<DPOINT2> on;            ///< points on it
+    std::vector<DPOINT2> picks;         ///< points at outlines of the group
     std::vector<math::POLYPOS> positions; ///< on the contours
     std::vector<double> lengths;          ///< mm, up to that of the open contour
     std::unique_ptr<CCadPolyline> chords; ///< what the open contour is converted to
