@@ -118,7 +118,9 @@ private:
     void Descend(int level, std::size_t i, const math::DPOINT2& p, const double& bound, PassOver& passOver,
                  Visit& visit) const {
         std::array<double, kFan> squares = NodeAt(level, i).SquaresFrom(p);
-        for (double least = Least(squares); least < bound; least = Least(squares)) {
+        while (true) {
+            const double least = Least(squares);
+            if (!(least < bound)) return;
             int nearest = 0;
             while (squares[nearest] != least) ++nearest;
             squares[nearest] = std::numeric_limits<double>::infinity();

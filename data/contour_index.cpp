@@ -30,6 +30,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <memory>
 #include <typeinfo>
@@ -125,9 +126,10 @@ private:
     // The places of the last run behind the last segment stand for its end, which is no nearer than it is.
     Squares SquaresFromChords(int run) const {
         Squares squares;
-        const double* const x = m_index.m_vecX.data() + run * kRun;
-        const double* const y = m_index.m_vecY.data() + run * kRun;
-        const double* const inverse = m_index.m_vecInverse.data() + run * kRun;
+        const std::ptrdiff_t first = std::ptrdiff_t{run} * kRun;
+        const double* const x = m_index.m_vecX.data() + first;
+        const double* const y = m_index.m_vecY.data() + first;
+        const double* const inverse = m_index.m_vecInverse.data() + first;
         for (int k = 0; k < kRun; ++k) {
             const double alongX = x[k + 1] - x[k], alongY = y[k + 1] - y[k];
             const double fromX = m_point.x - x[k], fromY = m_point.y - y[k];
@@ -198,10 +200,10 @@ private:
         if (!m_bOverflow) m_candidates[m_nCount++] = candidate;
     }
     void DropFar() {
-        const auto end = m_candidates.begin() + m_nCount;
-        const auto kept = std::remove_if(
-            m_candidates.begin(), end, [this](const Candidate& c) { return !(c.square <= m_dSquareBound); });
-        m_nCount = static_cast<int>(kept - m_candidates.begin());
+        int kept = 0;
+        for (int i = 0; i < m_nCount; ++i)
+            if (m_candidates[i].square <= m_dSquareBound) m_candidates[kept++] = m_candidates[i];
+        m_nCount = kept;
     }
 
     const ContourIndex& m_index;
