@@ -108,8 +108,14 @@ private:
     // whole laps further on.
     Arrival AtLength(double length, std::int64_t laps, double total) const {
         if (const auto end = AtOpenEnd(length, laps, total)) return *end;
-        for (; length < 0; length += total) --laps;
-        for (; length >= total; length -= total) ++laps;
+        while (length < 0) {
+            length += total;
+            --laps;
+        }
+        while (length >= total) {
+            length -= total;
+            ++laps;
+        }
         if (length == 0) return OnSegment(0, 0, laps);
         const RunningLengths::Place place =
             IsForward() ? m_lengths.EndingFrom(length) : m_lengths.EndingBehind(length);

@@ -16,7 +16,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
-#include <utility>
 
 #include <qev/range/topo_polyline.h>
 #include <qevdata/transform.h>
@@ -35,7 +34,7 @@ using math::DPOINT2;
 using Node = CCadPolyline::ARCNODE;
 
 struct CTopoMultiPolyline::Group : CompoundNode {
-    explicit Group(CompoundNode node) : CompoundNode(std::move(node)) {}
+    explicit Group(const CompoundNode& node) : CompoundNode(node) {}
     Group(const Group&) = delete;
     Group& operator=(const Group&) = delete;
     ~Group() { Drop(contour); }
@@ -193,7 +192,7 @@ CTopoMultiPolyline::CTopoMultiPolyline(const CTopoMultiPolyline& other)
     : m_vecTopoInfo(other.m_vecTopoInfo), m_ptStart(other.m_ptStart) {
     m_vecNodes.reserve(other.m_vecNodes.size());
     for (const auto& node : other.m_vecNodes)
-        m_vecNodes.push_back(std::make_unique<Group>(CompoundNode(*node)));
+        m_vecNodes.push_back(std::make_unique<Group>(static_cast<const CompoundNode&>(*node)));
 }
 
 CTopoMultiPolyline& CTopoMultiPolyline::operator=(const CTopoMultiPolyline& other) {
