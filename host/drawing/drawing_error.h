@@ -33,7 +33,8 @@ inline std::string Quoted(std::string_view text) {
 }
 
 /// Takes the errors of one drawing. A strict log stops the reading at the first one; a lenient one notes it,
-/// the reader leaves the entity out, and goes on. The first thousand texts are kept, the rest is counted.
+/// the reader leaves the entity out, and goes on. The first thousand texts are kept, the rest is counted. A
+/// drawing without an error was read whole, with errors it was mostly read, and one that threw was refused.
 class ErrorLog {
 public:
     /// How many texts are kept: enough for a reader, and a bound on the memory that a damaged file can take.
@@ -51,15 +52,25 @@ public:
             ++m_nUnkept;
     }
 
-    /// The texts that were kept, in the order in which they came.
+    /// Takes what the user should know of an entity that has nothing to be drawn, as a polyline of one point.
+    /// Nothing of the drawing is lost by it, so that a strict log goes on too.
+    void Remark(const std::string& text) {
+        if (m_vecRemarks.size() < kMostKept) m_vecRemarks.push_back(text);
+    }
+
+    /// The texts of the errors that were kept, in the order in which they came.
     const std::vector<std::string>& Errors() const { return m_vecErrors; }
 
     /// How many errors came after the log was full.
     std::size_t Unkept() const { return m_nUnkept; }
 
+    /// The first thousand remarks, in the order in which they came.
+    const std::vector<std::string>& Remarks() const { return m_vecRemarks; }
+
 private:
     bool m_bLenient;
     std::vector<std::string> m_vecErrors;
+    std::vector<std::string> m_vecRemarks;
     std::size_t m_nUnkept = 0;
 };
 

@@ -379,7 +379,7 @@ private:
 
 } // namespace
 
-void ReadDxfBytes(std::string_view bytes, ErrorLog& log, Drawing& drawing) {
+void ReadDxfBytes(std::string_view bytes, ErrorLog& log, Drawing& drawing, const ReadSettings&) {
     const DxfFile file(bytes, log);
     try {
         Builder(file, log, drawing).AddAll(file.Entities(), {}, drawing.root, 0);
@@ -388,8 +388,8 @@ void ReadDxfBytes(std::string_view bytes, ErrorLog& log, Drawing& drawing) {
     }
 }
 
-void ReadDxf(const std::string& path, ErrorLog& log, Drawing& drawing) {
-    ReadDxfBytes(DxfFile::Load(path), log, drawing);
+void ReadDxf(const std::string& path, ErrorLog& log, Drawing& drawing, const ReadSettings& settings) {
+    ReadDxfBytes(DxfFile::Load(path), log, drawing, settings);
 }
 
 } // namespace host
