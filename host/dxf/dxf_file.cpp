@@ -1,9 +1,9 @@
 // A DXF file is a flat run of groups; what structure it has is told by groups with code 0. This reader goes
-// through them once and keeps what the host can draw: the entities of the ENTITIES section, and the blocks of
-// the BLOCKS section with theirs. An entity is not turned into fields but kept as the place of its groups in
-// the file, since what they mean depends on its type. They are read again when somebody asks for them: to
-// split a file into groups takes little time, while the groups of all entities would take five times as much
-// memory as the file.
+// through them once and keeps what the host can draw, the entities of the ENTITIES section and the blocks of
+// the BLOCKS section with theirs, and what says how: variables and table records. An entity is not turned
+// into fields but kept as the place of its groups in the file, since what they mean depends on its type. They
+// are read again when somebody asks for them: to split a file into groups takes little time, while the groups
+// of all entities would take five times as much memory as the file.
 //
 // A group 0 ends the entity before it and begins the next. One thing is nested all the same: a POLYLINE's
 // vertices are entities of their own behind it, and belong to its run.
@@ -25,12 +25,21 @@ constexpr const char* kTooLarge = "the file is larger than 256 MB";
 // Entities of a file; their places take a tenth of a gigabyte. A file of the largest size that has more
 // spends less than 32 bytes on each, too few for a line.
 constexpr std::size_t kMostEntities = 1 << 23;
+// Variables of a header, thirty times as many as programs write; they take a megabyte.
+constexpr std::size_t kMostVariables = 10'000;
 // Groups of one entity; they take a third of a gigabyte.
 constexpr int kMostEntityGroups = 1 << 23;
 // Groups of an ordinary entity, for which memory is taken at once.
 constexpr std::size_t kFewGroups = 16;
 
 } // namespace
+
+DxfFile::Section DxfFile::SectionOf(std::string_view name) {
+    if (name == "HEADER") return Section::kHeader;
+    if (name == "TABLES") return Section::kTables;
+    if (name == "BLOCKS") return Section::kBlocks;
+    return name == "ENTITIES" ? Section::kEntities : Section::kSkipped;
+}
 
 std::string DxfFile::Load(const std::string& path) {
     std::ifstream in(path, std::ios::binary | std::ios::ate);
@@ -51,6 +60,11 @@ DxfFile::DxfFile(std::string_view bytes, ErrorLog& log) : m_groups(bytes), m_nSi
     } catch (const DrawingError& error) {
         log.Note(error);
     }
+}
+
+const DxfGroup* DxfFile::FindVariable(std::string_view name) const {
+    const auto found = m_mapVariables.find(name);
+    return found == m_mapVariables.end() ? nullptr : &found->second;
 }
 
 const DxfBlock* DxfFile::FindBlock(std::string_view name) const {
@@ -81,8 +95,7 @@ void DxfFile::Read() {
             StartEntity(group, begin);
         } else if (sectionNameNext && group.code == 2) {
             sectionNameNext = false;
-            if (group.text == "BLOCKS") m_eSection = Section::kBlocks;
-            if (group.text == "ENTITIES") m_eSection = Section::kEntities;
+            m_eSection = SectionOf(group.text);
         } else {
             AddGroup(group);
         }
@@ -90,6 +103,14 @@ void DxfFile::Read() {
     if (m_eSection == Section::kNone)
         throw DrawingError(m_groups.Where() + ": the file holds no section, it is no DXF file");
     throw DrawingError(m_groups.Where() + ": the file ends before its EOF mark");
+}
+
+// Where an entity or record that begins now is kept; null when it is not.
+std::vector<DxfEntity>* DxfFile::Owner(std::string_view type) {
+    if (m_pBlock) return &m_pBlock->entities;
+    if (m_eSection == Section::kEntities) return &m_vecEntities;
+    const bool isRecord = m_eSection == Section::kTables && type != "TABLE" && type != "ENDTAB";
+    return isRecord ? &m_vecRecords : nullptr;
 }
 
 // A group 0: the entity or block before it has ended. What begins is an entity of the drawing, of a block, a
@@ -102,18 +123,18 @@ void DxfFile::StartEntity(const DxfGroup& group, const DxfGroups::Place& begin) 
     m_bInBlockHeader = m_eSection == Section::kBlocks && group.text == "BLOCK";
     if (m_bInBlockHeader || group.text == "ENDBLK" || group.text == "SECTION") m_pBlock = nullptr;
     if (m_bInBlockHeader) m_newBlock = {};
-    if (m_eSection != Section::kEntities && !m_pBlock) return;
-    std::vector<DxfEntity>& owner = m_pBlock ? m_pBlock->entities : m_vecEntities;
+    std::vector<DxfEntity>* owner = Owner(group.text);
+    if (!owner) return;
     if (++m_nEntities > kMostEntities)
         throw DrawingError(group.Where() + ": the file holds too many entities");
-    owner.push_back({begin});
-    m_pEntity = &owner.back();
+    owner->push_back({begin});
+    m_pEntity = &owner->back();
     m_nEntityGroups = 0;
     AddGroup(group);
     m_bInVertices = group.text == "POLYLINE";
 }
 
-// A group behind the group 0 of an entity or a block; others are passed over.
+// A group behind the group 0 of an entity or a block, or of a variable; others are passed over.
 void DxfFile::AddGroup(const DxfGroup& group) {
     if (m_pEntity) {
         if (++m_nEntityGroups > kMostEntityGroups)
@@ -125,6 +146,11 @@ void DxfFile::AddGroup(const DxfGroup& group) {
         if (group.code == 10) block.baseX = group.AsNumber();
         if (group.code == 20) block.baseY = group.AsNumber();
         if (group.code == 2 && !m_pBlock) m_pBlock = &(m_mapBlocks[std::string(group.text)] = m_newBlock);
+    } else if (m_eSection == Section::kHeader) {
+        if (!m_variable.empty()) m_mapVariables[m_variable] = group;
+        if (m_mapVariables.size() > kMostVariables)
+            throw DrawingError(group.Where() + ": the header holds too many variables");
+        m_variable = group.code == 9 ? group.text : std::string_view();
     }
 }
 

@@ -1,5 +1,5 @@
 /// \file
-/// The entities and blocks of a DXF file, not yet turned into objects.
+/// The variables, table records, entities and blocks of a DXF file, not yet turned into objects.
 #pragma once
 
 #include <cstdint>
@@ -38,6 +38,12 @@ public:
     /// which throws it when it is strict; what was read before stays.
     DxfFile(std::string_view bytes, ErrorLog& log);
 
+    /// The first group of a variable of the HEADER section ("$INSUNITS"); null when there is none.
+    const DxfGroup* FindVariable(std::string_view name) const;
+
+    /// The records of the TABLES section, such as LAYER and STYLE, in the order of the file.
+    const std::vector<DxfEntity>& TableRecords() const { return m_vecRecords; }
+
     /// The entities of the drawing itself, in the order of the file.
     const std::vector<DxfEntity>& Entities() const { return m_vecEntities; }
 
@@ -55,8 +61,12 @@ private:
     void StartEntity(const DxfGroup& group, const DxfGroups::Place& begin);
     void AddGroup(const DxfGroup& group);
 
-    enum class Section { kNone, kSkipped, kBlocks, kEntities };
+    std::vector<DxfEntity>* Owner(std::string_view type);
+
+    enum class Section { kNone, kSkipped, kHeader, kTables, kBlocks, kEntities };
+    static Section SectionOf(std::string_view name);
     Section m_eSection = Section::kNone;
+    std::string_view m_variable;  // whose first group comes next
     DxfBlock* m_pBlock = nullptr; // the open block
     DxfBlock m_newBlock;          // until its name is known
     bool m_bInBlockHeader = false;
@@ -67,6 +77,8 @@ private:
     DxfGroups m_groups;
     std::size_t m_nSize;
     std::size_t m_nEntities = 0; // with those of the blocks
+    std::map<std::string_view, DxfGroup> m_mapVariables;
+    std::vector<DxfEntity> m_vecRecords;
     std::vector<DxfEntity> m_vecEntities;
     std::map<std::string, DxfBlock, std::less<>> m_mapBlocks;
 };

@@ -25,10 +25,11 @@
 #include <optional>
 #include <span>
 
+#include "dxf_fields.h"
 #include "dxf_file.h"
+#include "dxf_text.h"
 #include "host/drawing/outline.h"
 #include "host/drawing/spline.h"
-#include "host/drawing/stroke_font.h"
 
 namespace host {
 namespace {
@@ -44,7 +45,6 @@ constexpr std::size_t kGrowth = 8;
 constexpr std::size_t kObjectBytes = 224; // an object in a list with a layer, and what is told of it
 constexpr std::size_t kEntityCost = 64;   // bytes that could be read while an entity is looked at
 constexpr int kMostInserts = 100'000;
-constexpr std::size_t kLongestText = 10'000; // bytes
 constexpr int kDeepestInsert = 32; // blocks are nested some levels deep, unless they hold themselves
 
 // The least z of a unit normal that counts as upright: a tilt of 0.08 degrees, which changes a length by a
@@ -53,59 +53,11 @@ constexpr double kUpright = 0.999999;
 
 // Group codes that mean one thing in every entity.
 constexpr int kLayer = 8;
-constexpr int kPoint = 10; // its x; y is ten higher
 constexpr int kInPaperSpace = 67;
 constexpr int kFlags = 70;
 constexpr int kNormalZ = 230;
 
 constexpr int kClosed = 1; // among the flags of polylines and splines
-
-// The groups of one entity by code. Of several with one code the first counts. What is required and missing,
-// or is no number, throws.
-class Fields {
-public:
-    explicit Fields(std::span<const DxfGroup> groups) : m_head(groups.front()), m_groups(groups.subspan(1)) {}
-
-    std::string_view Type() const { return m_head.text; }
-    std::span<const DxfGroup> Groups() const { return m_groups; }
-
-    const DxfGroup* Find(int code) const {
-        for (const DxfGroup& group : m_groups) {
-            if (group.code == 0) break; // the vertices of a polyline follow
-            if (group.code == code) return &group;
-        }
-        return nullptr;
-    }
-    double Number(int code, double otherwise) const {
-        const DxfGroup* group = Find(code);
-        return group ? group->AsNumber() : otherwise;
-    }
-    double Number(int code) const { return Required(code).AsNumber(); }
-    int Integer(int code, int otherwise) const {
-        const DxfGroup* group = Find(code);
-        return group ? group->AsInteger() : otherwise;
-    }
-    DPOINT2 Point(int code) const { return {Number(code), Number(code + 10)}; }
-    std::string_view Text(int code) const {
-        const DxfGroup* group = Find(code);
-        return group ? group->text : std::string_view();
-    }
-    // The message for what is wrong with the entity.
-    std::string Message(const std::string& what) const {
-        return m_head.Where() + ": " + Printable(Type()) + " " + what;
-    }
-    [[noreturn]] void Fail(const std::string& what) const { throw DrawingError(Message(what)); }
-
-private:
-    const DxfGroup& Required(int code) const {
-        const DxfGroup* group = Find(code);
-        if (!group) Fail("lacks its group " + std::to_string(code));
-        return *group;
-    }
-
-    const DxfGroup& m_head;
-    std::span<const DxfGroup> m_groups;
-};
 
 struct Vertex {
     DPOINT2 point;
@@ -221,11 +173,15 @@ private:
         return Affine::Scale(z < 0 ? -1 : 1, 1);
     }
 
+    // Bytes of an object without its attributes and members.
+    static std::size_t CostOf(const qev::CCadObject& object) {
+        return kObjectBytes + std::max(0, object.GetPieceCount() - 1) * sizeof(SEGMENT);
+    }
+
     // Hands an object of an entity to a group, unless it is one too many.
     void Give(const Fields& fields, std::unique_ptr<qev::CCadObject> object, qev::CCadGroup& into) {
         const std::string layer(fields.Text(kLayer));
-        const std::size_t further = std::max(0, object->GetPieceCount() - 1);
-        Charge(fields, kObjectBytes + further * sizeof(SEGMENT) + layer.size(), m_nObjectBytes, kMakesMore);
+        Charge(fields, CostOf(*object) + layer.size(), m_nObjectBytes, kMakesMore);
         object->SetKey("Layer", layer.c_str());
         into.PushBack(object.release());
     }
@@ -311,28 +267,12 @@ private:
         AddContour(f, segments, map, into);
     }
 
-    // A text's strokes become contours of a group that belongs to it. Long texts are split: the groups 3 come
-    // before the group 1. The direction of an MTEXT is an angle or a vector.
+    // The contours of a text are paid for after they are made: its length is bounded.
     void AddText(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
-        std::string text;
-        for (const DxfGroup& group : f.Groups())
-            if (group.code == 1 || group.code == 3) text += group.text;
-        if (text.size() > kLongestText)
-            f.Fail("has a text of " + std::to_string(text.size()) + " characters");
-        text = PlainText(text);
-        const double angle = f.Find(11) && f.Type() == "MTEXT" ? math::D2GetNormalAngle(f.Point(11))
-                                                               : math::AngleToRadian(f.Number(50, 0));
-        const double height = f.Number(40);
-        const Affine place = map * Affine::Translation(f.Point(kPoint)) * Affine::Rotation(angle)
-                             * Affine::Scale(height, height);
-        auto object = std::make_unique<qev::CCadText>(text.c_str());
-        for (const Stroke& stroke : StrokesOf(text)) {
-            std::vector<SEGMENT> segments;
-            for (std::size_t i = 0; i + 1 < stroke.size(); ++i)
-                segments.emplace_back(stroke[i], stroke[i + 1]);
-            Give(f, MakeContour(segments, place), *object->GetTextGroup());
-        }
-        Give(f, std::move(object), into);
+        auto text = MakeText(f, map);
+        for (const qev::CCadObject* contour : text->GetTextGroup()->GetObjectsList())
+            Charge(f, CostOf(*contour), m_nObjectBytes, kMakesMore);
+        Give(f, std::move(text), into);
     }
 
     // An insert may stand for a grid of them. From right to left: the base point goes to the origin, the
