@@ -3,6 +3,8 @@
 #include <fstream>
 #include <ostream>
 
+#include <qev/units.h>
+
 #include "host/actions/start_zones.h"
 #include "host/drawing/join.h"
 #include "host/dxf/dxf_objects.h"
@@ -40,22 +42,48 @@ void Show(const Options& options, const Drawing& drawing, int joined, std::ostre
     if (isDrawn) WritePicture(picture, options.svg, out);
 }
 
+Exit Worse(Exit a, Exit b) {
+    const auto either = [a, b](Exit exit) { return a == exit || b == exit; };
+    if (either(Exit::kRefused)) return Exit::kRefused;
+    return either(Exit::kInPart) ? Exit::kInPart : Exit::kWhole;
+}
+
 } // namespace
 
-int Run(const Options& options, std::ostream& out, std::ostream& errors) {
+Exit Run(const std::string& drawing, const Options& options, std::ostream& out, std::ostream& errors) {
     ErrorLog log(options.lenient);
     try {
-        Drawing drawing;
-        ReadDxf(options.drawing, log, drawing);
-        const int joined = JoinOpenPieces(drawing.root, options.joinTolerance);
-        Show(options, drawing, joined, out);
+        Drawing read;
+        ReadDxf(drawing, log, read);
+        const int joined = JoinOpenPieces(read.root, options.joinTolerance);
+        if (options.drawings.size() > 1) out << drawing << ":\n";
+        Show(options, read, joined, out);
     } catch (const DrawingError& error) {
-        errors << options.drawing << ": " << error.what() << "\n";
-        return 1;
+        errors << drawing << ": " << error.what() << "\n";
+        return Exit::kRefused;
     }
-    for (const std::string& error : log.Errors()) errors << options.drawing << ": " << error << "\n";
-    if (log.Unkept()) errors << options.drawing << ": and " << log.Unkept() << " more errors\n";
-    return log.Errors().empty() ? 0 : 1;
+    for (const std::string& error : log.Errors()) errors << drawing << ": " << error << "\n";
+    if (log.Unkept()) errors << drawing << ": and " << log.Unkept() << " more errors\n";
+    return log.Errors().empty() ? Exit::kWhole : Exit::kInPart;
+}
+
+int Main(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
+    Options options;
+    try {
+        options = ParseOptions(argc, argv);
+    } catch (const UsageError& error) {
+        errors << "qev_host: " << error.what() << " (--help lists the options)\n";
+        return static_cast<int>(Exit::kUsage);
+    }
+    if (!options.answer.empty()) {
+        out << options.answer;
+        return static_cast<int>(Exit::kWhole);
+    }
+    UnitSystem::GetUnitSystem()->Load(options.unit);
+    Exit worst = Exit::kWhole;
+    for (const std::string& drawing : options.drawings)
+        worst = Worse(worst, Run(drawing, options, out, errors));
+    return static_cast<int>(worst);
 }
 
 } // namespace host

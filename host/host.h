@@ -1,17 +1,31 @@
 /// \file
-/// The host program's work, apart from its entry: main adds the command line and the standard streams.
+/// The host program's work, apart from its entry: main adds the standard streams.
 #pragma once
 
 #include <iosfwd>
+#include <string>
 
 #include "options.h"
 
 namespace host {
 
-/// Reads the drawing, prints its table on `out` and does what the options ask for, in the display unit that
-/// the process has. Returns the exit code: 0, or 1 when the drawing is damaged or an option does not fit it.
-/// What is wrong goes to `errors`, one line each, led by the drawing's name; of a strict run that is the
-/// first error, of a lenient run all of them, and what was readable is shown nevertheless.
-int Run(const Options& options, std::ostream& out, std::ostream& errors);
+/// What a run ends with. Of several drawings the worst counts, in the order of the names here.
+enum class Exit {
+    kWhole = 0,   ///< every drawing was read whole, and every option was served
+    kInPart = 2,  ///< a damaged drawing was read as far as it goes, which --lenient asks for
+    kRefused = 1, ///< a drawing cannot be read, or an option does not fit it
+    kUsage = 64   ///< the command line cannot be used; nothing was read
+};
+
+/// Runs the program with a command line as main gets it, the program's name first: reads the options, sets
+/// the display unit of the process, and runs one drawing after the other; one that is refused does not stop
+/// the others. Returns the exit code, a value of Exit. Tables go to `out`, led by the drawing's name when
+/// there are several; what is wrong goes to `errors`, one line each.
+int Main(int argc, const char* const* argv, std::ostream& out, std::ostream& errors);
+
+/// Reads one drawing, prints its table on `out` and does what the options ask for, in the display unit that
+/// the process has. What is wrong goes to `errors`, one line each, led by the drawing's name; of a strict run
+/// that is the first error, of a lenient run all of them, and what was readable is shown nevertheless.
+Exit Run(const std::string& drawing, const Options& options, std::ostream& out, std::ostream& errors);
 
 } // namespace host

@@ -1,147 +1,174 @@
-// Every option but one takes a value, so that a table of names and of what is done with the value is the
-// whole grammar; what is left is the drawing. A general parser of command lines would be longer than the
-// table.
+// The command line as CLI11 reads it. An option is one statement: its name, the member that takes its value,
+// what --help says of it, the form of the value, and what the value must be. It stands under the heading that
+// was set before it. A new option is a member of Options and such a statement.
 //
-// Values are read with from_chars and must be used up to their last letter: "1x" and "1,5" are refused rather
-// than read as 1. A number does not depend on the locale.
+// Values of several numbers are read with from_chars and must be used up to their last letter: "1x" and "1,5"
+// are refused rather than read as 1. A number does not depend on the locale.
 
 #include "options.h"
 
-#include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
+#include <memory>
 #include <string_view>
+
+#include <qev/version.h>
+
+#include <CLI/CLI.hpp>
 
 namespace host {
 
-static_assert(kit::kSharpCornerDegrees == 30, "the usage names the default of --corner");
-
-const char* const kUsage =
-    R"(usage: qev_host DRAWING.dxf [option ...]
-  --svg FILE          draw the picture: outlines, start points, directions, sharp corners
-  --rows N            print at most N rows of the table (40)
-  --unit NAME         the unit of the tables, Metric or Inch (Metric); options and pictures are in mm
-  --join MM           join open pieces whose ends lie this near (0.01; 0 joins nothing)
-  --lenient           report what was readable of a damaged drawing
-  --polyline ERROR    convert every object to lines and arcs within ERROR mm, draw them over it
-  --cut OBJ:FROM:TO   cut a stretch out of object OBJ; positions are segment index + ratio
-  --pick X,Y          pick the object nearest to a point: object, segment, ratio, nearest point
-  --walk SEG:RATIO:MM walk from a position of the picked object (else of object 0) by a signed length
-  --start-zones MM    zones of MM round the sharp corners of closed contours, and where to start between them
-  --corner DEGREES    the least turn of a sharp corner there (30)
-  --plugin FILE       load a technics plug-in; may come several times
-  --technics TEXT     add technics to the picked object, or else to all: 'T={LeadIn={Length=4}}'
-  --params TEXT       where the mouse is: 'MouseSegment=2;MouseRatio=0.5;'
-  --remove TYPE       remove technics of a type from the same objects
-  --save FILE         write the technics of all objects
-  --load FILE         read them, before any are added
-)";
+static_assert(kit::kSharpCornerDegrees == 30, "the help names the default of --corner");
 
 namespace {
 
-// An option as it was written and the value behind it, for messages that name both.
-struct Value {
-    template <class T = double>
-    T Number(std::string_view part) const {
-        T value{};
-        const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), value);
-        const bool whole = error == std::errc() && end == part.data() + part.size();
-        if (!whole) throw UsageError(option + " takes a number, not '" + std::string(part) + "'");
-        return value;
-    }
-    int Int() const { return Number<int>(text); }
-    int Count() const {
-        NotNegative();
-        return Int();
-    }
-    double NotNegative() const {
-        const double value = Number(text);
-        if (!(value >= 0 && std::isfinite(value)))
-            throw UsageError(option + " takes a number that is not negative");
-        return value;
-    }
-    // The parts between separators, which must be as many as are asked for; `usage` names them in the
-    // message.
-    template <std::size_t kCount>
-    std::array<std::string_view, kCount> Split(char separator, const char* usage) const {
-        std::array<std::string_view, kCount> parts;
-        std::string_view rest = text;
-        for (std::size_t i = 0; i < kCount; ++i) {
-            const std::size_t end = std::min(rest.find(separator), rest.size());
-            if ((end == rest.size()) != (i + 1 == kCount)) throw UsageError(option + " takes " + usage);
-            parts[i] = rest.substr(0, end);
-            rest.remove_prefix(std::min(end + 1, rest.size()));
-        }
-        return parts;
-    }
+constexpr const char* kExamples = R"(Examples:
+  qev_host part.dxf --svg part.svg                  a table, and a picture of it
+  qev_host *.dxf --lenient --rows 0                 the summaries of a folder, damaged drawings as far as they go
+  qev_host part.dxf --pick 0,40 --walk 0:0.5:100    what is at a point, and 100 mm along it from there
+  qev_host part.dxf --plugin ./leadin.so --technics 'T={LeadIn={Length=4}}' --save part.technics
 
-    std::string option;
-    std::string_view text;
-};
+Exit codes: 0 all drawings were read whole, 2 one was read in part (--lenient), 1 one was refused,
+64 the command line cannot be used.
+)";
 
-CutRequest Cut(const Value& value) {
-    const auto [object, from, to] = value.Split<3>(':', "OBJECT:FROM:TO");
-    return {value.Number<int>(object), value.Number(from), value.Number(to)};
+// Reads numbers with a separator between each two. False when there are more or fewer, or one of them is no
+// finite number.
+template <class... Numbers>
+bool ReadNumbers(std::string_view text, char separator, Numbers&... to) {
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    std::size_t left = sizeof...(Numbers);
+    const auto read = [&](auto& number) {
+        const auto [stop, error] = std::from_chars(at, end, number);
+        if (error != std::errc() || !std::isfinite(static_cast<double>(number))) return false;
+        at = stop;
+        return --left == 0 ? at == end : at != end && *at++ == separator;
+    };
+    return (read(to) && ...);
 }
 
-math::DPOINT2 Point(const Value& value) {
-    const auto [x, y] = value.Split<2>(',', "X,Y");
-    return {value.Number(x), value.Number(y)};
+bool Read(std::string_view text, CutRequest& to) {
+    return ReadNumbers(text, ':', to.object, to.from, to.to);
 }
 
-WalkRequest Walk(const Value& value) {
-    const auto [segment, ratio, offset] = value.Split<3>(':', "SEGMENT:RATIO:OFFSET");
-    return {{value.Number<int>(segment), value.Number(ratio)}, value.Number(offset)};
+bool Read(std::string_view text, math::DPOINT2& to) {
+    return ReadNumbers(text, ',', to.x, to.y);
 }
 
-// An option that takes a value, and what becomes of the options by it.
-struct Option {
-    std::string_view name;
-    void (*take)(Options&, const Value&);
-};
+bool Read(std::string_view text, WalkRequest& to) {
+    return ReadNumbers(text, ':', to.from.nSegIndex, to.from.dRatio, to.offset);
+}
 
-constexpr Option kOptions[] = {
-    {"--svg", [](Options& to, const Value& value) { to.svg = value.text; }},
-    {"--rows", [](Options& to, const Value& value) { to.rows = value.Count(); }},
-    {"--unit", [](Options& to, const Value& value) { to.unit = value.text; }},
-    {"--join", [](Options& to, const Value& value) { to.joinTolerance = value.NotNegative(); }},
-    {"--polyline", [](Options& to, const Value& value) { to.polylineError = value.NotNegative(); }},
-    {"--cut", [](Options& to, const Value& value) { to.cut = Cut(value); }},
-    {"--pick", [](Options& to, const Value& value) { to.pick = Point(value); }},
-    {"--walk", [](Options& to, const Value& value) { to.walk = Walk(value); }},
-    {"--start-zones", [](Options& to, const Value& value) { to.startZones = value.NotNegative(); }},
-    {"--corner", [](Options& to, const Value& value) { to.cornerDegrees = value.NotNegative(); }},
-    {"--plugin", [](Options& to, const Value& value) { to.technics.plugIns.emplace_back(value.text); }},
-    {"--technics", [](Options& to, const Value& value) { to.technics.text = value.text; }},
-    {"--params", [](Options& to, const Value& value) { to.technics.params = value.text; }},
-    {"--remove", [](Options& to, const Value& value) { to.technics.remove = value.Int(); }},
-    {"--save", [](Options& to, const Value& value) { to.technics.save = value.text; }},
-    {"--load", [](Options& to, const Value& value) { to.technics.load = value.text; }},
-};
+// An option whose value is several numbers in one word; `form` names them in the help and in the error.
+template <class Request>
+void AddRequest(CLI::App& app, const std::string& name, const std::string& form, std::optional<Request>& to,
+                const std::string& help) {
+    const auto take = [&to, name, form](const std::string& text) {
+        if (!Read(text, to.emplace())) throw CLI::ValidationError(name, "takes " + form + ", not " + text);
+    };
+    app.add_option_function<std::string>(name, take, help)->type_name(form);
+}
+
+std::string RefusedUnlessNotNegative(const std::string& text) {
+    double number = 0;
+    if (ReadNumbers(text, ' ', number) && number >= 0) return {};
+    return "takes a number that is not negative, not " + text;
+}
+
+const CLI::Validator kNotNegative(RefusedUnlessNotNegative, "");
+
+void AddReading(CLI::App& app, Options& to) {
+    app.option_defaults()->group("Reading");
+    app.add_option("drawing", to.drawings, "DXF files, ASCII or binary")->type_name("FILE")->take_all();
+    app.add_flag("--lenient", to.lenient, "report what was readable of a damaged drawing");
+    app.add_option("--join", to.joinTolerance,
+                   "join open pieces whose ends lie this near (0.01; 0 joins nothing)")
+        ->type_name("MM")
+        ->check(kNotNegative);
+}
+
+void AddOutput(CLI::App& app, Options& to) {
+    app.option_defaults()->group("Output");
+    app.add_option("--rows", to.rows, "print at most N rows of the table (40)")
+        ->type_name("N")
+        ->check(kNotNegative);
+    app.add_option("--unit", to.unit, "the unit of the tables (Metric); all else is in mm")
+        ->type_name("UNIT")
+        ->check(CLI::IsMember({"Metric", "Inch"}));
+    app.add_option("--svg", to.svg, "draw the picture: outlines, start points, directions, sharp corners")
+        ->type_name("FILE");
+}
+
+void AddQuestions(CLI::App& app, Options& to) {
+    app.option_defaults()->group("Questions");
+    app.add_option("--polyline", to.polylineError,
+                   "convert every object to lines and arcs within MM, draw them over it")
+        ->type_name("MM")
+        ->check(kNotNegative);
+    AddRequest(app, "--cut", "OBJ:FROM:TO", to.cut,
+               "cut a stretch out of object OBJ; positions are segment index + ratio");
+    AddRequest(app, "--pick", "X,Y", to.pick,
+               "pick the object nearest to a point: object, segment, ratio, nearest point");
+    AddRequest(app, "--walk", "SEG:RATIO:MM", to.walk,
+               "walk from a position of the picked object (else of object 0) by a signed length");
+    app.add_option("--start-zones", to.startZones,
+                   "zones of MM round the sharp corners of closed contours, and where to start between them")
+        ->type_name("MM")
+        ->check(kNotNegative);
+    app.add_option("--corner", to.cornerDegrees, "the least turn of a sharp corner there (30)")
+        ->type_name("DEGREES")
+        ->check(kNotNegative);
+}
+
+void AddTechnics(CLI::App& app, TechnicsRequest& to) {
+    app.option_defaults()->group("Technics");
+    app.add_option("--plugin", to.plugIns, "load a technics plug-in; may come several times")
+        ->type_name("FILE")
+        ->take_all()
+        ->allow_extra_args(false);
+    app.add_option("--technics", to.text,
+                   "add technics to the picked object, or else to all: 'T={LeadIn={Length=4}}'")
+        ->type_name("TEXT");
+    app.add_option("--params", to.params, "where the mouse is: 'MouseSegment=2;MouseRatio=0.5;'")
+        ->type_name("TEXT");
+    app.add_option("--remove", to.remove, "remove technics of a type from the same objects")
+        ->type_name("TYPE");
+    app.add_option("--save", to.save, "write the technics of all objects")->type_name("FILE");
+    app.add_option("--load", to.load, "read them, before any are added")->type_name("FILE");
+}
+
+// CLI11 takes what begins with '/' for an option on Windows unless it is told not to.
+std::unique_ptr<CLI::App> Grammar(Options& to) {
+    auto app = std::make_unique<CLI::App>(
+        "Reads DXF drawings, reports their contours, and prepares them for cutting.", "qev_host");
+    app->allow_windows_style_options(false);
+    app->get_formatter()->column_width(30);
+    app->footer(kExamples);
+    app->set_version_flag("--version", "qev_host " QEV_VERSION_STRING);
+    app->option_defaults()->take_last();
+    AddReading(*app, to);
+    AddOutput(*app, to);
+    AddQuestions(*app, to);
+    AddTechnics(*app, to.technics);
+    return app;
+}
 
 } // namespace
 
 Options ParseOptions(int argc, const char* const* argv) {
     Options options;
-    for (int i = 1; i < argc; ++i) {
-        const std::string word = argv[i];
-        const auto* option = std::find_if(std::begin(kOptions), std::end(kOptions),
-                                          [&word](const Option& each) { return each.name == word; });
-        if (option != std::end(kOptions)) {
-            if (++i >= argc) throw UsageError(word + " takes a value");
-            option->take(options, {word, argv[i]});
-        } else if (word == "--lenient") {
-            options.lenient = true;
-        } else if (word.starts_with("-")) {
-            throw UsageError("there is no option " + word);
-        } else if (!options.drawing.empty()) {
-            throw UsageError("only one drawing can be read");
-        } else {
-            options.drawing = word;
-        }
+    const auto app = Grammar(options);
+    try {
+        app->parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        options.answer = app->help();
+    } catch (const CLI::CallForVersion& version) {
+        options.answer = version.what() + std::string("\n");
+    } catch (const CLI::ParseError& error) {
+        throw UsageError(error.what());
     }
-    if (options.drawing.empty()) throw UsageError("no drawing is named");
+    if (options.answer.empty() && options.drawings.empty()) throw UsageError("no drawing is named");
     return options;
 }
 

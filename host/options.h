@@ -5,6 +5,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "host/actions/contours.h"
 #include "host/actions/technics.h"
@@ -14,7 +15,8 @@ namespace host {
 
 /// What the command line asks for. Lengths are in mm whatever the display unit is.
 struct Options {
-    std::string drawing;                 ///< the DXF file to read
+    std::string answer;                  ///< what --help or --version prints instead of work; else empty
+    std::vector<std::string> drawings;   ///< the DXF files to read, one at least
     std::string svg;                     ///< where the picture goes; empty for none
     std::string unit = "Metric";         ///< display unit of the tables, "Metric" or "Inch"
     bool lenient = false;                ///< whether a damaged drawing is read as far as it goes
@@ -37,12 +39,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// What the user is told after a UsageError: every option with its value and its default.
-extern const char* const kUsage;
-
-/// Reads a command line as main gets it, the program's name first. Later options win over earlier ones of the
-/// same name; plug-ins add up. Throws a UsageError for an option that there is not, for a value that does not
-/// fit, and when there is no drawing or more than one.
+/// Reads a command line as main gets it, the program's name first. Later options win over earlier ones of one
+/// name; plug-ins and drawings add up. Throws a UsageError for an option that there is not, for a value that
+/// does not fit, and when no drawing is named.
 Options ParseOptions(int argc, const char* const* argv);
 
 } // namespace host

@@ -46,7 +46,7 @@ MAY_INCLUDE = {
     "common/technics": (STANDARD, LUA, BASE, r"<qev/(technics|script|measure)/\w+\.h>", r"<qevdata/\w+\.h>",
                         r'"\.\./script/(protect|texts)\.h"', r'"platform/\w+\.h"'),
     "kit": (STANDARD, PUBLIC, LAYERS),
-    "host": (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"', r'"host/[\w/]+\.h"'),
+    "host": (STANDARD, PUBLIC, LAYERS, r"<CLI/CLI\.hpp>", r'"kit/\w+\.h"', r'"host/[\w/]+\.h"'),
     "examples": (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"'),
     "examples/dialog": (STANDARD, PUBLIC, r"<windows\.h>"),
     "examples/settings": (STANDARD, LUA, PUBLIC),

@@ -52,14 +52,9 @@ Ran RunHost(const std::string& line) {
     std::vector<const char*> arguments;
     for (std::string word; in >> std::quoted(word, '\'', '\1');)
         arguments.push_back(words.emplace_back(word).c_str());
-    try {
-        std::ostringstream out, errors;
-        const auto options = host::ParseOptions(static_cast<int>(arguments.size()), arguments.data());
-        const int code = host::Run(options, out, errors);
-        return {code, out.str(), errors.str()};
-    } catch (const host::UsageError& error) {
-        return {2, "", error.what()};
-    }
+    std::ostringstream out, errors;
+    const int code = host::Main(static_cast<int>(arguments.size()), arguments.data(), out, errors);
+    return {code, out.str(), errors.str()};
 }
 
 HostRun::~HostRun() {

@@ -47,8 +47,7 @@ struct Ran {
     std::string out, errors;
 };
 
-/// Runs the program with arguments from one line: words, or 'words with blanks'. Options that it refuses give
-/// the code 2.
+/// Runs the program with arguments from one line: words, or 'words with blanks'.
 Ran RunHost(const std::string& line);
 
 /// A run, what its output, its errors and its picture must hold, and the entity that is drawn for it, if any.

@@ -1,3 +1,5 @@
+#include <qev/version.h>
+
 #include "host/fixture.h"
 
 using namespace test;
@@ -15,18 +17,48 @@ TEST_F(HostRun, ALenientRunShowsTheRestOfADamagedDrawing) {
     const Ran strict = RunHost(drawing);
     EXPECT_EQ(strict.code, 1);
     EXPECT_EQ(strict.out, "");
-    ExpectRuns({{"--lenient", 1, {"1 objects: 1 circle", "not drawn: 1 CIRCLE", strict.errors}}});
+    ExpectRuns({{"--lenient", 2, {"1 objects: 1 circle", "not drawn: 1 CIRCLE", strict.errors}}});
+}
+
+TEST_F(HostRun, SeveralDrawingsAreOneRunAndTheWorstCodeCounts) {
+    Write(DxfFile(kSquareWords + "0 LINE 10 1 20 2"));
+    const std::string other = picture;
+    std::ofstream(other) << DxfFile("0 LINE 10 1 20 2 11 3 21 4");
+    const auto codeOf = [](const std::string& line) { return RunHost(line + " --lenient --rows 0").code; };
+    EXPECT_EQ(codeOf(other + " " + other), 0);
+    EXPECT_EQ(codeOf(other + " " + drawing + " " + other), 2);
+    const Ran ran = RunHost(drawing + " nowhere.dxf " + other + " --lenient");
+    EXPECT_EQ(ran.code, 1);
+    ExpectContains(ran.out,
+                   {drawing + ":\n", "1 objects: 1 polyline", "\n" + other + ":\n", "1 objects: 1 line"});
 }
 
 TEST_F(HostRun, RefusedOptionsNameWhatTheyTake) {
-    EXPECT_EQ(RunHost("").errors, "no drawing is named");
+    EXPECT_EQ(RunHost("").errors, "qev_host: no drawing is named (--help lists the options)\n");
     ExpectRuns({
-        {"b", 2, {"only one drawing"}},
-        {"--what", 2, {"there is no option --what"}},
-        {"--rows", 2, {"--rows takes a value"}},
-        {"--rows x", 2, {"--rows takes a number, not 'x'"}},
-        {"--rows nan", 2, {"--rows takes a number that is not negative"}},
-        {"--cut 1:2", 2, {"--cut takes OBJECT:FROM:TO"}},
-        {"--walk 1:0.5x:2", 2, {"--walk takes a number, not '0.5x'"}},
+        {"--what", 64, {"not expected: --what"}},
+        {"--rows", 64, {"--rows: 1 required N missing"}},
+        {"--rows x", 64, {"--rows: takes a number that is not negative, not x"}},
+        {"--rows nan", 64, {"--rows: takes a number that is not negative, not nan"}},
+        {"--unit Mile", 64, {"--unit: Mile not in {Metric,Inch}"}},
+        {"--cut 1:2", 64, {"--cut: takes OBJ:FROM:TO, not 1:2"}},
+        {"--pick 1,2,3", 64, {"--pick: takes X,Y"}},
+        {"--walk 1:0.5x:2", 64, {"--walk: takes SEG:RATIO:MM, not 1:0.5x:2"}},
     });
+}
+
+TEST_F(HostRun, HelpAndVersionAreAllThatIsPrinted) {
+    const Ran help = RunHost("--help nowhere.dxf"), version = RunHost("--version");
+    EXPECT_EQ(help.code, 0);
+    EXPECT_EQ(help.errors, "");
+    ExpectContains(help.out,
+                   {"Usage: qev_host [OPTIONS] [drawing...]", "\nReading:\n", "--lenient", "Examples:"});
+    EXPECT_EQ(version.out, "qev_host " QEV_VERSION_STRING "\n");
+}
+
+// A value with a sign, and the last of two values of one option.
+TEST_F(HostRun, ValuesMayBeNegativeAndLaterOnesWin) {
+    Write(DxfFile(kSquareWords));
+    ExpectRuns(
+        {{"--pick -1,5 --rows 3 --rows 0", 0, {"... and 1 more", "1 mm away at (0.000000, 5.000000)"}}});
 }
