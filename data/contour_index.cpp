@@ -233,6 +233,7 @@ public:
         m_index.m_vecY.resize(places + 1);
         m_index.m_vecInverse.resize(places);
         for (int i = 0; i < m_nCount; ++i) Add(i, m_contour.GetSegment(i));
+        m_index.m_bIsClosed = EndsMeet(m_contour);
         std::fill(m_index.m_vecX.begin() + m_nCount, m_index.m_vecX.end(), m_index.m_vecX[m_nCount]);
         std::fill(m_index.m_vecY.begin() + m_nCount, m_index.m_vecY.end(), m_index.m_vecY[m_nCount]);
         MeasureBoxes();
@@ -349,35 +350,27 @@ bool ContourIndex::FindNear(const CCadObject& contour, const DPOINT2& p, NearSeg
 }
 
 const ContourIndex* CCadPolylineBase::Index() const {
-    if (const ContourIndex* made = m_pIndex.load(std::memory_order_acquire)) return made;
     const bool isFirst = !m_bAsked.exchange(true, std::memory_order_relaxed);
     if (isFirst || GetSegmentCount() <= 0) return nullptr;
     return GetOrMake(m_pIndex, [this] { return std::make_unique<const ContourIndex>(*this); });
 }
 
+// Of threads that ask at the same time one writes the box; the others go on without.
 const math::Bounds* CCadPolylineBase::Box() const {
-    if (const ContourIndex* index = m_pIndex.load(std::memory_order_acquire)) return &index->GetBounds();
-    if (const math::Bounds* made = m_pBox.load(std::memory_order_acquire)) return made;
-    if (!m_bAskedForBox.exchange(true, std::memory_order_relaxed)) return nullptr;
-    return GetOrMake(m_pBox, [this] {
-        auto box = std::make_unique<math::Bounds>();
-        for (int i = 0, count = GetSegmentCount(); i < count; ++i) box->Add(GetSegment(i).GetBounds());
-        return box;
-    });
-}
-
-const ContourIndex* ContourIndex::KeptBy(const CCadPolylineBase& polyline) {
-    return polyline.Index();
-}
-const math::Bounds* ContourIndex::BoxKeptBy(const CCadPolylineBase& polyline) {
-    return polyline.Box();
+    BoxState state = BoxState::kNotAsked;
+    if (m_boxState.compare_exchange_strong(state, BoxState::kAsked)) return nullptr;
+    const bool isSecond = state == BoxState::kAsked;
+    if (!isSecond || !m_boxState.compare_exchange_strong(state, BoxState::kMade)) return nullptr;
+    for (int i = 0, count = GetSegmentCount(); i < count; ++i) m_box.Add(GetSegment(i).GetBounds());
+    return &m_box;
 }
 
 void CCadPolylineBase::DropIndex() {
     Drop(m_pIndex);
-    Drop(m_pBox);
+    m_box = {};
+    m_boxState.store(BoxState::kNotAsked, std::memory_order_relaxed);
     m_bAsked.store(false, std::memory_order_relaxed);
-    m_bAskedForBox.store(false, std::memory_order_relaxed);
+    ContourIndex::Forget(*this);
 }
 
 namespace {
@@ -392,14 +385,23 @@ const CCadPolylineBase* OwnPolyline(const CCadObject& object) {
 
 } // namespace
 
-const ContourIndex* IndexOf(const CCadObject& object) {
-    const CCadPolylineBase* polyline = OwnPolyline(object);
-    return polyline ? ContourIndex::KeptBy(*polyline) : nullptr;
+const ContourIndex* ContourIndex::MadeFor(const CCadObject& object) {
+    const CCadPolylineBase* const polyline = OwnPolyline(object);
+    const ContourIndex* const made = polyline ? polyline->Index() : nullptr;
+    if (made) object.m_bKeepsIndex.store(true, std::memory_order_release);
+    return made;
 }
 
-const math::Bounds* KeptBoxOf(const CCadObject& object) {
-    const CCadPolylineBase* polyline = OwnPolyline(object);
-    return polyline ? ContourIndex::BoxKeptBy(*polyline) : nullptr;
+const math::Bounds* ContourIndex::BoxMadeFor(const CCadObject& object) {
+    const CCadPolylineBase* const polyline = OwnPolyline(object);
+    const math::Bounds* const made = polyline ? polyline->Box() : nullptr;
+    if (made) object.m_bKeepsBox.store(true, std::memory_order_release);
+    return made;
+}
+
+void ContourIndex::Forget(const CCadObject& object) {
+    object.m_bKeepsBox.store(false, std::memory_order_relaxed);
+    object.m_bKeepsIndex.store(false, std::memory_order_relaxed);
 }
 
 } // namespace qev

@@ -6,14 +6,12 @@
 #include <array>
 #include <vector>
 
-#include <qevdata/cad_object.h>
+#include <qevdata/polyline_base.h>
 #include <qevmath/tolerance.h>
 
 #include "box_tree.h"
 
 namespace qev {
-
-class CCadPolylineBase;
 
 /// The segments of a contour that may be the nearest to a point.
 struct NearSegments {
@@ -36,11 +34,24 @@ class ContourIndex {
 public:
     /// Measures every segment of a contour, and keeps no reference to it. Throws when memory is refused.
     explicit ContourIndex(const CCadObject& contour);
-    /// What a polyline keeps, made now when it was asked before; null when there is none.
-    static const ContourIndex* KeptBy(const CCadPolylineBase& polyline);
-    /// The exact bounding box that a polyline keeps, made now when it was asked before; null when there is
-    /// none.
-    static const math::Bounds* BoxKeptBy(const CCadPolylineBase& polyline);
+    /// What an object keeps at present, found without a call; null when it keeps none. Asking does not count
+    /// as a question.
+    static const ContourIndex* KeptBy(const CCadObject& object) {
+        if (!object.m_bKeepsIndex.load(std::memory_order_acquire)) return nullptr;
+        return static_cast<const CCadPolylineBase&>(object).m_pIndex.load(std::memory_order_relaxed);
+    }
+    /// The exact bounding box that an object keeps at present, found without a call; null when it keeps none.
+    /// Asking does not count as a question.
+    static const math::Bounds* BoxKeptBy(const CCadObject& object) {
+        if (!object.m_bKeepsBox.load(std::memory_order_acquire)) return nullptr;
+        return &static_cast<const CCadPolylineBase&>(object).m_box;
+    }
+    /// What IndexOf answers for an object that keeps no index yet.
+    QEVDATA_API static const ContourIndex* MadeFor(const CCadObject& object);
+    /// What KeptBoxOf answers for an object that keeps no box yet.
+    static const math::Bounds* BoxMadeFor(const CCadObject& object);
+    /// An object that is changed keeps nothing any more.
+    static void Forget(const CCadObject& object);
     /// Number of segments up to which a search by the tree costs as much as one without.
     static constexpr int kFew = 32;
 
@@ -58,6 +69,10 @@ public:
     const std::vector<double>& GetSums() const { return m_vecSums; }
     /// Length in mm of the whole contour.
     double GetTotal() const { return m_vecSums.back(); }
+    /// How many segments there are to a mm of the contour; infinite when it has no length.
+    double GetSegmentsPerLength() const { return GetSegmentCount() / GetTotal(); }
+    /// Whether the contour ends where it starts.
+    bool IsClosed() const { return m_bIsClosed; }
     /// Whether all segments are straight.
     bool HasOnlyLines() const { return m_vecCurves.empty(); }
     /// Whether all segments are lines and arcs.
@@ -111,17 +126,24 @@ private:
     double m_dLongest = 0; // mm; the greatest length of a segment
     bool m_bIsMeasured = true;
     bool m_bHasNoBezier = true;
+    bool m_bIsClosed = false;
 };
 
 /// The index of a CCadPolyline or a CCadPolylineEx, which keeps it until it is changed. Null the first time
 /// that it is asked for, for a contour without segments and when memory is refused. Null too for every other
 /// class, one that derives from these included, since its segments may change where the polyline does not see
 /// it.
-QEVDATA_API const ContourIndex* IndexOf(const CCadObject& object);
+inline const ContourIndex* IndexOf(const CCadObject& object) {
+    const ContourIndex* const kept = ContourIndex::KeptBy(object);
+    return kept ? kept : ContourIndex::MadeFor(object);
+}
 
-/// The box that a CCadPolyline or a CCadPolylineEx keeps, by itself or in its index. Null where there is
-/// none, as IndexOf, so that the segments have to be asked.
-const math::Bounds* KeptBoxOf(const CCadObject& object);
+/// The box that a CCadPolyline or a CCadPolylineEx keeps. Null the first time that it is asked for, and for
+/// every other class, one that derives from these included, so that the segments have to be asked.
+inline const math::Bounds* KeptBoxOf(const CCadObject& object) {
+    const math::Bounds* const kept = ContourIndex::BoxKeptBy(object);
+    return kept ? kept : ContourIndex::BoxMadeFor(object);
+}
 
 /// Calls visit(index), in order, for all segments of a contour that have a point within a few
 /// math::kOnCurve (1e-6 mm) of p, and for others: with an index for few of them, without for all.

@@ -45,6 +45,11 @@ void CCadPolylineBase::ApplyTransform2D(const gp_Trsf2d& transform) {
     ApplyTransform(transform);
 }
 
+bool CCadPolylineBase::IsClose() const {
+    const ContourIndex* const index = ContourIndex::KeptBy(*this);
+    return index ? index->IsClosed() : EndsMeet(*this);
+}
+
 math::DPOINT2 CCadPolylineBase::GetStartPoint() const {
     return m_bHasStart || GetSegmentCount() > 0 ? m_ptStart : math::NoPoint();
 }

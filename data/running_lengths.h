@@ -17,7 +17,8 @@ namespace qev {
 class RunningLengths {
 public:
     explicit RunningLengths(const CCadObject& contour)
-        : m_contour(contour), m_nCount(contour.GetSegmentCount()), m_pIndex(IndexOf(contour)) {
+        : m_contour(contour), m_pIndex(IndexOf(contour)),
+          m_nCount(m_pIndex ? m_pIndex->GetSegmentCount() : contour.GetSegmentCount()) {
         if (m_pIndex && !m_pIndex->IsMeasured()) m_pIndex = nullptr;
     }
 
@@ -49,22 +50,18 @@ public:
 
     /// The first segment that ends at a length in mm or behind it; behind the last one when there is none.
     Place EndingFrom(double length) const {
-        return FirstWhere([length](double end) { return end >= length; });
+        return FirstWhere(length, [length](double end) { return end >= length; });
     }
     /// The first segment that ends behind a length in mm; behind the last one when there is none.
     Place EndingBehind(double length) const {
-        return FirstWhere([length](double end) { return end > length; });
+        return FirstWhere(length, [length](double end) { return end > length; });
     }
     /// The first segment whose end passes a test, which has to pass for every greater length too; behind the
-    /// last one when there is none.
+    /// last one when there is none. It is looked for first where the contour is about so many mm long, which
+    /// changes how soon it is found and nothing else.
     template <class Test>
-    Place FirstWhere(const Test& isReached) const {
-        if (m_pIndex) {
-            const std::vector<double>& sums = m_pIndex->GetSums();
-            const auto end = std::partition_point(sums.begin() + 1, sums.end(),
-                                                  [&](double sum) { return !isReached(sum); });
-            return {static_cast<int>(end - sums.begin()) - 1, *(end - 1)};
-        }
+    Place FirstWhere(double about, const Test& isReached) const {
+        if (m_pIndex) return FirstOfSums(about, isReached);
         double before = 0;
         for (int i = 0; i < m_nCount; ++i) {
             const double end = before + Of(i);
@@ -75,9 +72,35 @@ public:
     }
 
 private:
+    // Most contours have segments of like lengths, so that the mean length leads near the place. Each guess
+    // goes a little beyond what the last one missed, so that the place soon lies between two of them; where
+    // lengths are too uneven for that, the rest is halved.
+    template <class Test>
+    Place FirstOfSums(double about, const Test& isReached) const {
+        constexpr int kGuesses = 6, kClose = 8; // as many steps as halving takes from kClose up to 512
+        constexpr double kBeyond = 1.125;
+        const std::vector<double>& sums = m_pIndex->GetSums();
+        const double segmentsPerLength = m_pIndex->GetSegmentsPerLength();
+        int lower = 0, upper = m_nCount; // the place lies between these, both included
+        double guess = about * segmentsPerLength;
+        for (int k = 0; k < kGuesses && upper - lower > kClose; ++k) {
+            const int last = upper - 1;
+            const int i = guess > lower ? (guess < last ? static_cast<int>(guess) : last) : lower;
+            const double end = sums[i + 1], missed = (about - end) * segmentsPerLength;
+            if (isReached(end))
+                upper = i;
+            else
+                lower = i + 1;
+            guess = i + missed * kBeyond + (missed > 0 ? 1 : -1);
+        }
+        const auto place = std::partition_point(sums.begin() + lower + 1, sums.begin() + upper + 1,
+                                                [&](double sum) { return !isReached(sum); });
+        return {static_cast<int>(place - sums.begin()) - 1, *(place - 1)};
+    }
+
     const CCadObject& m_contour;
-    int m_nCount;
     const ContourIndex* m_pIndex; // null when the contour has none
+    int m_nCount;
 };
 
 } // namespace qev

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <qev/types.h>
+#include <qevdata/cad_object.h>
 
 #include "tolerance.h"
 
@@ -31,6 +32,13 @@ inline bool IsClearlyBefore(const math::POLYPOS& a, const math::POLYPOS& b) {
 /// Whether a position has an index of 0 or more and a ratio from 0 to 1, 1 within kSameRatio.
 inline bool IsWellFormed(const math::POLYPOS& pos) {
     return pos.nSegIndex >= 0 && pos.dRatio >= 0 && pos.dRatio - 1 < kSameRatio;
+}
+
+/// Whether a position lies on an object with so many segments, of which a null object has -1, and is in
+/// normal form: 1 is the ratio of nothing but the end of an open object.
+inline bool IsPosOn(const CCadObject* object, int count, const math::POLYPOS& pos) {
+    if (!IsWellFormed(pos) || pos.nSegIndex >= count) return false;
+    return !IsSameRatio(pos.dRatio, 1) || (pos.nSegIndex == count - 1 && !object->IsClose());
 }
 
 /// Whether both positions of a range are well-formed and not the same within kSameRatio.

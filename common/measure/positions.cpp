@@ -15,6 +15,7 @@
 #include "../kinds/cad_kinds.h"
 #include "../kinds/position_order.h"
 #include "../kinds/tolerance.h"
+#include "data/contour_index.h"
 
 namespace qev {
 namespace {
@@ -33,6 +34,8 @@ int Cyclic(std::int64_t index, int count) {
 } // namespace
 
 int GetCadSegments(const CCadObject* object) {
+    const ContourIndex* const kept = object ? ContourIndex::KeptBy(*object) : nullptr;
+    if (kept) return kept->GetSegmentCount(); // both kinds with an index are served
     return VisitCad(object, kSegmentContours,
                     Handle{[](const SinglePiece auto&) { return 1; },
                            [](const Contour& contour) { return contour.object.GetSegmentCount(); },
@@ -59,10 +62,7 @@ bool IsInvalidPos(const math::POLYPOS& pos) {
 }
 
 bool IsInvalidPos(const CCadObject* object, const math::POLYPOS& pos) {
-    const int count = GetCadSegments(object);
-    if (IsInvalidPos(pos) || pos.nSegIndex >= count) return true;
-    if (!IsSameRatio(pos.dRatio, 1)) return false;
-    return object->IsClose() || pos.nSegIndex != count - 1;
+    return !IsPosOn(object, GetCadSegments(object), pos);
 }
 
 bool IsInvalidRange(const math::PosRange& range) {

@@ -23,6 +23,7 @@
 #include <qev/position/offset_walk.h>
 
 #include "../kinds/cad_kinds.h"
+#include "../kinds/position_order.h"
 #include "../kinds/tolerance.h"
 #include "data/running_lengths.h"
 
@@ -88,11 +89,12 @@ public:
         if (!(available < std::abs(m_dOffset))) return WithinSegment(own);
         const double total = m_lengths.Total();
         if (!(total > 0) || !std::isfinite(total)) return std::nullopt;
-        const double left = std::abs(m_dOffset) < total ? m_dOffset : std::fmod(m_dOffset, total); // exact
+        const double from = m_lengths.Before(m_pos.nSegIndex) + own * m_pos.dRatio;
+        if (std::abs(m_dOffset) < total) return AtLength(from + m_dOffset, 0, total);
+        const double left = std::fmod(m_dOffset, total); // exact
         const double laps = std::round((m_dOffset - left) / total);
         if (!(std::abs(laps) < std::numeric_limits<int>::max())) return std::nullopt;
-        const double reached = m_lengths.Before(m_pos.nSegIndex) + own * m_pos.dRatio + left;
-        return AtLength(reached, static_cast<std::int64_t>(laps), total);
+        return AtLength(from + left, static_cast<std::int64_t>(laps), total);
     }
 
 private:
@@ -125,8 +127,10 @@ private:
     // An open contour has nothing behind its end: a walk forward that comes within the tolerance of it stays
     // there, also after laps, and so does one backward at the start.
     std::optional<Arrival> AtOpenEnd(double length, std::int64_t laps, double total) const {
+        const double tolerance = kZeroLength + kSumRounding * total;
+        if (length > 2 * tolerance && length < total - 2 * tolerance) return std::nullopt; // most walks
         const double ends = std::round(length / total);
-        const bool isNear = std::abs(length - ends * total) < kZeroLength + kSumRounding * total;
+        const bool isNear = std::abs(length - ends * total) < tolerance;
         if (!isNear || m_contour.IsClose()) return std::nullopt;
         laps += static_cast<std::int64_t>(ends);
         if (IsForward() ? laps < 1 : laps > 0) return std::nullopt; // the end that the walk comes from
@@ -177,27 +181,25 @@ int WalkSegments(const CCadObject& contour, int count, const POLYPOS& pos, doubl
     return laps;
 }
 
-// A polyline of one segment is walked as the one piece that it is.
-bool IsWalkedAsPiece(const CCadObject& object, int count) {
+// Of the objects with one segment a single piece is walked as what it is, and so is a polyline.
+bool IsWalkedAsPiece(const CCadObject& object) {
     return VisitCad(&object, kSegmentContours,
                     Handle{[](const SinglePiece auto&) { return true; },
-                           [count](const Contour& contour) {
-                               return count == 1 && contour.object.GetType() == kCadPolyline;
-                           },
+                           [](const Contour& contour) { return contour.object.GetType() == kCadPolyline; },
                            Others<CCadDot>(false)});
 }
 
 } // namespace
 
 int GetPosByOffset(const CCadObject* object, const POLYPOS& pos, double dOffset, POLYPOS& out) {
-    if (IsInvalidPos(object, pos) || !std::isfinite(dOffset)) return kNoWalk;
+    const int count = GetCadSegments(object);
+    if (!IsPosOn(object, count, pos) || !std::isfinite(dOffset)) return kNoWalk;
     if (std::abs(dOffset) < kZeroLength) {
         out = pos;
         return 0;
     }
-    const int count = GetCadSegments(object);
-    return IsWalkedAsPiece(*object, count) ? WalkPiece(*object, pos, dOffset, out)
-                                           : WalkSegments(*object, count, pos, dOffset, out);
+    return count == 1 && IsWalkedAsPiece(*object) ? WalkPiece(*object, pos, dOffset, out)
+                                                  : WalkSegments(*object, count, pos, dOffset, out);
 }
 
 void GetOffsetTable(double dBack, double dForward, double dStep, std::vector<int>& out) {

@@ -58,7 +58,7 @@ int FindByRate(const CCadObject& contour, double total, double rate, int first, 
     int i = std::max(first, 0);
     const int count = lengths.GetCount();
     if (i < count && lengths.HasSums() && before == lengths.Before(i) && !(before / total > rate)) {
-        const auto place = lengths.FirstWhere([=](double end) { return rate <= end / total; });
+        const auto place = lengths.FirstWhere(rate * total, [=](double end) { return rate <= end / total; });
         i = std::max(i, place.segment);
         before = lengths.Before(i);
     }

@@ -2,6 +2,7 @@
 /// The base of everything that a drawing holds.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <list>
 #include <memory>
@@ -161,6 +162,7 @@ protected:
     void DeleteOwned();
 
 private:
+    friend class ContourIndex; // sets and reads what a polyline keeps
     // Copies the inner object, and what that owns in turn, without recursion.
     void CloneInner(const CCadObject& other);
 
@@ -183,6 +185,10 @@ private:
     bool m_bMachining : 1 = false;
     bool m_bOverturned : 1 = false;
     bool m_bDoomed : 1 = false;
+    // Whether the object is a polyline that keeps its box, or its index. They stand here so that a search
+    // learns it of any object without a call.
+    mutable std::atomic<bool> m_bKeepsBox = false;
+    mutable std::atomic<bool> m_bKeepsIndex = false;
 };
 
 /// Whether an outline that has pieces ends within math::kOnCurve of where it starts: the closedness of every

@@ -5,6 +5,7 @@
 #include <atomic>
 
 #include <qevdata/multi_segments.h>
+#include <qevmath/bounds.h>
 
 class gp_Trsf2d;
 
@@ -31,6 +32,8 @@ public:
     /// Moves the contour by a similarity, as ApplyTransform does; callers know it by both names.
     void ApplyTransform2D(const gp_Trsf2d& transform);
 
+    /// Whether there are segments and the last one ends within 1e-6 mm of where the first one starts.
+    bool IsClose() const override;
     /// Where the first segment starts; without segments the point that was set, or math::NoPoint().
     math::DPOINT2 GetStartPoint() const override;
 
@@ -48,24 +51,26 @@ protected:
     void DropIndex();
 
 private:
-    friend class ContourIndex; // which hands the index out inside the library
+    friend class ContourIndex; // which hands out what is kept inside the library
     // The index from the second time on that it is asked for, since many contours are asked once.
     const ContourIndex* Index() const;
     // The box from the second time on that it is asked for: a pick asks all contours of a drawing, most of
     // which need no index.
     const math::Bounds* Box() const;
+    // How far the box has come; it is there when m_bKeepsBox says so.
+    enum class BoxState : char { kNotAsked, kAsked, kMade };
     // Turns the segments and the order in which they are held; there is at least one.
     virtual void ReverseSegments() = 0;
     // Moves the segments, the start point excepted.
     virtual void MoveSegments(const Similarity& similarity) = 0;
 
+    mutable math::Bounds m_box;
     math::DPOINT2 m_ptStart;
     bool m_bHasStart = false;
     bool m_bNormalDir = true;
     mutable std::atomic<bool> m_bAsked = false;
-    mutable std::atomic<bool> m_bAskedForBox = false;
+    mutable std::atomic<BoxState> m_boxState = BoxState::kNotAsked;
     mutable std::atomic<const ContourIndex*> m_pIndex = nullptr; // owned
-    mutable std::atomic<const math::Bounds*> m_pBox = nullptr;   // owned
 };
 
 } // namespace qev
