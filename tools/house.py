@@ -16,6 +16,7 @@ TEST_SHARE = (0.22, 0.28)  # lines of tests and fuzz programs among all lines of
 STANDARD = r"<[a-z_0-9]+>"
 OCCT = r"<gp_\w+\.hxx>"
 LUA = r"<lua\.hpp>"
+FREETYPE = r"<(ft2build|freetype/\w+)\.h>"
 BASE = r"<qev/(types|export|platform|version)\.h>"  # the headers of the lowest layer
 LAYERS = r"<qev(math|data)/\w+\.h>"
 PUBLIC = r"<qev/[\w/]+\.h>"
@@ -37,7 +38,7 @@ MAY_INCLUDE = {
     "data": (STANDARD, OCCT, LAYERS, BASE),
     "platform": (STANDARD, r"<qev/platform\.h>", r'"\.\./\w+\.h"'),
     "platform/win32": (STANDARD, r"<(windows|shlwapi|gdiplus)\.h>", r'"\.\./\w+\.h"'),
-    "platform/posix": (STANDARD, r"<(dlfcn|gdk-pixbuf/gdk-pixbuf|sys/stat)\.h>", r'"\.\./\w+\.h"'),
+    "platform/posix": (STANDARD, r"<(dlfcn|gdk-pixbuf/gdk-pixbuf|iconv|sys/stat)\.h>", r'"\.\./\w+\.h"'),
     "include": (STANDARD, BASE, PUBLIC, LAYERS),
     "common/message": (STANDARD, r"<qev/message\.h>"),
     "common/units": (STANDARD, r"<qev/units/\w+\.h>", r'"platform/dialog\.h"'),
@@ -72,6 +73,8 @@ for room in ("script", "technics", "units", "support"):
     MAY_INCLUDE[f"include/qev/{room}"] = (STANDARD, BASE, LAYERS, rf"<qev/{room}/\w+\.h>")
 for room in HOST_ROOMS:
     MAY_INCLUDE[f"host/{room}"] = (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"', rf'"host/({up_to(HOST_ROOMS, room)})/\w+\.h"')
+MAY_INCLUDE["host/drawing"] += (FREETYPE, r'"platform/(dynamic_library|encoding|path)\.h"')
+MAY_INCLUDE["host/dxf"] += (r'"platform/encoding\.h"',)
 
 
 def tracked(*patterns):

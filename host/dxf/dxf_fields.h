@@ -13,7 +13,8 @@
 
 namespace host {
 
-inline constexpr int kPoint = 10; ///< group code of the x of an entity's first point; its y is ten higher
+inline constexpr int kPoint = 10;    ///< group code of the x of an entity's first point; its y is ten higher
+inline constexpr int kNormalZ = 230; ///< group code of the z of an entity's normal
 
 /// The groups of one entity by code. Of several with one code the first counts. It points to the groups,
 /// which must outlive it.

@@ -55,7 +55,6 @@ constexpr double kUpright = 0.999999;
 constexpr int kLayer = 8;
 constexpr int kInPaperSpace = 67;
 constexpr int kFlags = 70;
-constexpr int kNormalZ = 230;
 
 constexpr int kClosed = 1; // among the flags of polylines and splines
 
@@ -114,7 +113,8 @@ bool IsClosed(const Fields& fields) {
 class Builder {
 public:
     Builder(const DxfFile& file, ErrorLog& log, Drawing& drawing)
-        : m_file(file), m_log(log), m_drawing(drawing), m_nMostBytes(kFreeBytes + kGrowth * file.Size()) {}
+        : m_file(file), m_texts(file), m_log(log), m_drawing(drawing),
+          m_nMostBytes(kFreeBytes + kGrowth * file.Size()) {}
 
     void AddAll(const std::vector<DxfEntity>& entities, const Affine& map, qev::CCadGroup& into, int depth) {
         for (const DxfEntity& entity : entities) {
@@ -173,15 +173,11 @@ private:
         return Affine::Scale(z < 0 ? -1 : 1, 1);
     }
 
-    // Bytes of an object without its attributes and members.
-    static std::size_t CostOf(const qev::CCadObject& object) {
-        return kObjectBytes + std::max(0, object.GetPieceCount() - 1) * sizeof(SEGMENT);
-    }
-
     // Hands an object of an entity to a group, unless it is one too many.
     void Give(const Fields& fields, std::unique_ptr<qev::CCadObject> object, qev::CCadGroup& into) {
         const std::string layer(fields.Text(kLayer));
-        Charge(fields, CostOf(*object) + layer.size(), m_nObjectBytes, kMakesMore);
+        const std::size_t further = std::max(0, object->GetPieceCount() - 1);
+        Charge(fields, kObjectBytes + further * sizeof(SEGMENT) + layer.size(), m_nObjectBytes, kMakesMore);
         object->SetKey("Layer", layer.c_str());
         into.PushBack(object.release());
     }
@@ -267,11 +263,18 @@ private:
         AddContour(f, segments, map, into);
     }
 
-    // The contours of a text are paid for after they are made: its length is bounded.
+    // The contours of a text share those of its letters. They are paid for after they are made: its length is
+    // bounded.
     void AddText(const Fields& f, const Affine& map, qev::CCadGroup& into, int) {
-        auto text = MakeText(f, map);
-        for (const qev::CCadObject* contour : text->GetTextGroup()->GetObjectsList())
-            Charge(f, CostOf(*contour), m_nObjectBytes, kMakesMore);
+        const int lacking = m_texts.LackingLetters();
+        auto text = m_texts.Make(f, map);
+        if (!text) {
+            ++m_drawing.skipped[std::string(f.Type()) + ", as no font was found"];
+            return;
+        }
+        if (const int more = m_texts.LackingLetters() - lacking)
+            m_drawing.skipped["letters that the font lacks"] += more;
+        Charge(f, kObjectBytes * text->GetTextGroup()->GetObjectsList().size(), m_nObjectBytes, kMakesMore);
         Give(f, std::move(text), into);
     }
 
@@ -309,6 +312,7 @@ private:
     }
 
     const DxfFile& m_file;
+    DxfTexts m_texts;
     ErrorLog& m_log;
     Drawing& m_drawing;
     const std::size_t m_nMostBytes;

@@ -1,35 +1,240 @@
+// A text stands in a drawing by an affine map: from text heights, in which it is set, through its own height,
+// slant and mirrors, to its point and direction, and on by the inserts that show it. So its letters are set
+// once and each contour gets one map.
+//
+// A TEXT is one line. It stands by one of fifteen alignments, from two numbers that count along the line and
+// across it. Two of them go by two points: "aligned" makes the whole text as large as fits between them,
+// "fit" makes its letters as wide. An MTEXT is wrapped, and hangs by one of nine places of its box.
+//
+// Texts of files since 2007 are UTF-8; older ones are in the code page that the header names. Of a file that
+// does not say, what is UTF-8 is taken for it, as no other text looks like it by chance.
+//
+// A style gives what a text leaves open: an MTEXT's width factor and slant, and the height of a text
+// that has none. A TEXT has its own width factor and slant, 1 and 0 when it does not say.
+
 #include "dxf_text.h"
 
-#include "host/drawing/outline.h"
-#include "host/drawing/stroke_font.h"
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cmath>
+
+#include "host/drawing/glyph_contour.h"
+#include "host/drawing/text_layout.h"
+#include "host/drawing/unicode.h"
+#include "platform/encoding.h"
 
 namespace host {
 namespace {
 
+using math::DPOINT2;
+
 constexpr std::size_t kLongestText = 10'000; // bytes
+constexpr double kSteepest = 85;             // degrees by which letters may lean
+constexpr int kWestern = 1252;               // the code page of a file that names none
+constexpr int kEmbedded = 101;               // the group before a second form of the same entity
+constexpr int kBackwards = 2;                // among the flags of texts and styles
+constexpr int kUpsideDown = 4;
+
+std::string InCapitals(std::string_view name) {
+    std::string capitals(name);
+    for (char& c : capitals) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return capitals;
+}
+
+// The number of a code page by its name, "ANSI_1252" or "DOS850".
+int CodePageOf(std::string_view name) {
+    const struct {
+        std::string_view name;
+        int number;
+    } named[] = {{"GB2312", 936}, {"GBK", 936}, {"BIG5", 950}, {"KSC5601", 949}, {"JOHAB", 1361}};
+    const std::string capitals = InCapitals(name);
+    for (const auto& row : named)
+        if (capitals == row.name) return row.number;
+    const bool isNumbered = capitals.starts_with("ANSI") || capitals.starts_with("DOS");
+    int number = 0;
+    for (const char c : capitals)
+        if (c >= '0' && c <= '9' && number < 100'000) number = number * 10 + (c - '0');
+    return isNumbered && number > 0 ? number : kWestern;
+}
+
+double SlantOf(double degrees) {
+    return std::tan(math::AngleToRadian(std::clamp(degrees, -kSteepest, kSteepest)));
+}
+
+// Factors of nought and below, which some programs write, mean nothing.
+double FactorOf(double factor) {
+    constexpr double kLargest = 1000;
+    return factor > 0 ? std::clamp(factor, 1 / kLargest, kLargest) : 1;
+}
+
+Affine MirrorOf(int flags) {
+    return Affine::Scale(flags & kBackwards ? -1 : 1, flags & kUpsideDown ? -1 : 1);
+}
+
+// How a TEXT stands: along the line and across it.
+struct Alignment {
+    enum Along { kLeft, kCentre, kRight, kAligned, kMiddle, kFit };
+    enum Across { kBaseLine, kBottom, kMiddleOfCapitals, kTop };
+    int along;
+    int across;
+
+    explicit Alignment(const Fields& f) : along(f.Integer(72, kLeft)), across(f.Integer(73, kBaseLine)) {}
+
+    bool IsBetweenPoints() const { return along == kAligned || along == kFit; }
+    bool IsByFirstPoint() const { return along == kLeft && across == kBaseLine; }
+
+    // Where its point lies in a text that has a width and reaches below its base line, in text heights.
+    DPOINT2 Anchor(double width, double depth) const {
+        const double x = along == kCentre || along == kMiddle ? width / 2 : along == kRight ? width : 0;
+        if (along == kMiddle) return {x, (1 - depth) / 2};
+        return {x, across == kBottom ? -depth : across == kMiddleOfCapitals ? 0.5 : across == kTop ? 1 : 0};
+    }
+};
+
+// Where a TEXT stands that is so many text heights wide, reaches so many below its base line, and is so high.
+Affine LinePlace(const Fields& f, double width, double depth, double height) {
+    const Alignment alignment(f);
+    const bool hasSecondPoint = f.Find(11) != nullptr;
+    const bool isByFirstPoint = alignment.IsByFirstPoint() || alignment.IsBetweenPoints() || !hasSecondPoint;
+    const DPOINT2 point = f.Point(isByFirstPoint ? kPoint : 11);
+    double angle = math::AngleToRadian(f.Number(50, 0));
+    DPOINT2 scale{height, height};
+    if (alignment.IsBetweenPoints() && hasSecondPoint && width > 0) {
+        const DPOINT2 way = f.Point(11) - point;
+        scale.x = math::Norm(way) / width;
+        if (alignment.along == Alignment::kAligned) scale.y = scale.x;
+        angle = math::D2GetNormalAngle(way);
+    }
+    return Affine::Translation(point) * Affine::Rotation(angle) * MirrorOf(f.Integer(71, 0))
+           * Affine::Scale(scale.x, scale.y) * Affine::Translation(-alignment.Anchor(width, depth));
+}
+
+// The direction of an MTEXT: of an angle and a vector the last counts.
+DPOINT2 DirectionOf(const Fields& f, double up) {
+    DPOINT2 direction{up, 0};
+    for (const DxfGroup& group : f.Groups()) {
+        if (group.code == kEmbedded) break;
+        if (group.code == 11) direction = f.Point(11);
+        if (group.code != 50) continue;
+        const DPOINT2 turned = math::Rotated({1, 0}, math::AngleToRadian(group.AsNumber()));
+        direction = {up * turned.x, turned.y};
+    }
+    const double length = math::Norm(direction);
+    return length > 0 ? direction / length : DPOINT2{up, 0};
+}
 
 } // namespace
 
-// A text's strokes become contours of a group that belongs to it. Long texts are split: the groups 3 come
-// before the group 1. The direction of an MTEXT is an angle or a vector.
-std::unique_ptr<qev::CCadText> MakeText(const Fields& f, const Affine& map) {
-    std::string text;
-    for (const DxfGroup& group : f.Groups())
-        if (group.code == 1 || group.code == 3) text += group.text;
-    if (text.size() > kLongestText) f.Fail("has a text of " + std::to_string(text.size()) + " characters");
-    text = PlainText(text);
-    const double angle = f.Find(11) && f.Type() == "MTEXT" ? math::D2GetNormalAngle(f.Point(11))
-                                                           : math::AngleToRadian(f.Number(50, 0));
-    const double height = f.Number(40);
-    const Affine place =
-        map * Affine::Translation(f.Point(kPoint)) * Affine::Rotation(angle) * Affine::Scale(height, height);
-    auto object = std::make_unique<qev::CCadText>(text.c_str());
-    for (const Stroke& stroke : StrokesOf(text)) {
-        std::vector<qev::SEGMENT> segments;
-        for (std::size_t i = 0; i + 1 < stroke.size(); ++i) segments.emplace_back(stroke[i], stroke[i + 1]);
-        object->GetTextGroup()->PushBack(MakeContour(segments, place).release());
+// What the file declares, and the font, at the first text.
+bool DxfTexts::Open() {
+    if (m_bOpen) return m_pFont != nullptr;
+    m_bOpen = true;
+    m_pFont = Font::Open();
+    const DxfGroup* version = m_file.FindVariable("$ACADVER");
+    const DxfGroup* codePage = m_file.FindVariable("$DWGCODEPAGE");
+    m_bIsUtf8 = !codePage || (version && version->text >= "AC1021");
+    m_nCodePage = codePage ? CodePageOf(codePage->text) : kWestern;
+    for (const DxfEntity& record : m_file.TableRecords()) {
+        const std::vector<DxfGroup> groups = m_file.GroupsOf(record);
+        const Fields fields(groups);
+        if (fields.Type() == "STYLE") m_mapStyles[InCapitals(fields.Text(2))] = record;
     }
+    return m_pFont != nullptr;
+}
+
+DxfTexts::Style DxfTexts::StyleOf(const Fields& fields) const {
+    const DxfGroup* name = fields.Find(7);
+    const auto found = m_mapStyles.find(name ? InCapitals(name->text) : "STANDARD");
+    if (found == m_mapStyles.end()) return {};
+    const std::vector<DxfGroup> groups = m_file.GroupsOf(found->second);
+    const Fields style(groups);
+    return {style.Number(40, 0), FactorOf(style.Number(41, 1)), SlantOf(style.Number(50, 0))};
+}
+
+// Long texts are split: the groups 3 come before the group 1. They are put together before they are decoded,
+// as the split may lie within a letter.
+std::string DxfTexts::TextOf(const Fields& fields) const {
+    std::string text;
+    for (const DxfGroup& group : fields.Groups()) {
+        if (group.code == kEmbedded) break;
+        if (group.code == 1 || group.code == 3) text += group.text;
+    }
+    if (text.size() > kLongestText)
+        fields.Fail("has a text of " + std::to_string(text.size()) + " characters");
+    const bool isAscii =
+        std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
+    if (isAscii || (m_bIsUtf8 && IsUtf8(text))) return text;
+    return qev::platform::ToUtf8(text, m_nCodePage);
+}
+
+double DxfTexts::HeightOf(const Fields& fields) const {
+    const double own = fields.Number(40, 0);
+    const double height = own > 0 ? own : StyleOf(fields).height;
+    if (height <= 0) fields.Fail("has no height");
+    return height;
+}
+
+// A text before its place is known: what is drawn, in text heights, and the text without its codes.
+struct DxfTexts::Text {
+    std::vector<TextItem> items;
+    TextLayout layout;
+    Affine place; // of the layout in the drawing, or in its block
+};
+
+DxfTexts::Text DxfTexts::LineOf(const Fields& f) const {
+    LetterFormat format;
+    format.width = FactorOf(f.Number(41, 1));
+    format.slant = SlantOf(f.Number(51, 0));
+    Text text{ParseTextLine(TextOf(f), format), {}, {}};
+    text.layout = LayOut(text.items, {}, *m_pFont);
+    text.place = LinePlace(f, text.layout.width, m_pFont->Depth(), HeightOf(f));
+    return text;
+}
+
+DxfTexts::Text DxfTexts::ParagraphsOf(const Fields& f) const {
+    const Style style = StyleOf(f);
+    const double height = HeightOf(f);
+    const int place = std::clamp(f.Integer(71, 1), 1, 9) - 1; // of nine, row by row from the upper left
+    constexpr std::array<Column, 3> kColumns{Column::kLeft, Column::kCentre, Column::kRight};
+    LetterFormat format;
+    format.width = style.width;
+    format.slant = style.slant;
+    TextSetting setting;
+    setting.width = std::max(0.0, f.Number(41, 0)) / height;
+    setting.spacing = FactorOf(f.Number(44, 1));
+    setting.isSpacingExact = f.Integer(73, 1) == 2;
+    setting.column = kColumns[static_cast<std::size_t>(place % 3)];
+    Text text{ParseParagraphs(TextOf(f), format, height), {}, {}};
+    text.layout = LayOut(text.items, setting, *m_pFont);
+    const double down = place / 3 / 2.0; // 0 at the top of the box, 1 at its bottom
+    const double y = text.layout.top + (text.layout.bottom - text.layout.top) * down;
+    const double up = f.Number(kNormalZ, 1) < 0 ? -1 : 1;
+    const DPOINT2 direction = DirectionOf(f, up);
+    text.place = Affine{direction * height, math::LeftOf(direction) * (up * height), f.Point(kPoint)}
+                 * Affine::Translation({0, -y});
+    return text;
+}
+
+std::unique_ptr<qev::CCadText> DxfTexts::Make(const Fields& fields, const Affine& map) {
+    if (!Open()) return nullptr;
+    const Text text = fields.Type() == "MTEXT" ? ParagraphsOf(fields) : LineOf(fields);
+    const Affine place = map * text.place;
+    if (!place.IsUsable()) fields.Fail("is scaled or moved out of range");
+    auto object = std::make_unique<qev::CCadText>(PlainText(text.items).c_str());
+    Draw(text.layout, place, *object->GetTextGroup());
     return object;
+}
+
+// Adds what draws a text to its group, which owns it.
+void DxfTexts::Draw(const TextLayout& layout, const Affine& place, qev::CCadGroup& group) {
+    for (const PlacedLetter& letter : layout.letters) {
+        if (letter.glyph->isLacking) ++m_nLacking;
+        for (const auto& contour : letter.glyph->contours)
+            group.PushBack(new GlyphContour(contour, place * letter.place));
+    }
+    for (const PlacedBar& bar : layout.bars)
+        group.PushBack(new qev::CCadLine(place.Point(bar.from), place.Point(bar.to)));
 }
 
 } // namespace host
