@@ -43,6 +43,7 @@ using qev::SEGMENT;
 constexpr std::size_t kFreeBytes = 256 << 20;
 constexpr std::size_t kGrowth = 8;
 constexpr std::size_t kObjectBytes = 224; // an object in a list with a layer, and what is told of it
+constexpr std::size_t kLetterBytes = 160; // a contour of a letter in a list
 constexpr std::size_t kEntityCost = 64;   // bytes that could be read while an entity is looked at
 constexpr int kMostInserts = 100'000;
 constexpr int kDeepestInsert = 32; // blocks are nested some levels deep, unless they hold themselves
@@ -274,7 +275,7 @@ private:
         }
         if (const int more = m_texts.LackingLetters() - lacking)
             m_drawing.skipped["letters that the font lacks"] += more;
-        Charge(f, kObjectBytes * text->GetTextGroup()->GetObjectsList().size(), m_nObjectBytes, kMakesMore);
+        Charge(f, kLetterBytes * text->GetTextGroup()->GetObjectsList().size(), m_nObjectBytes, kMakesMore);
         Give(f, std::move(text), into);
     }
 
