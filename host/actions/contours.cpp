@@ -3,13 +3,14 @@
 
 #include "contours.h"
 
-#include <algorithm>
-#include <limits>
 #include <memory>
 #include <ostream>
+#include <sstream>
 #include <string>
 
+#include "host/report/print.h"
 #include "kit/stretches.h"
+#include "pick.h"
 
 namespace host {
 namespace {
@@ -25,7 +26,10 @@ std::string Shown(const math::DPOINT2& p) {
 }
 
 std::string Shown(const math::POLYPOS& pos) {
-    return "segment " + std::to_string(pos.nSegIndex) + ", ratio " + std::to_string(pos.dRatio);
+    std::ostringstream text;
+    Print(text, "segment %d, ratio %.9f", pos.nSegIndex,
+          pos.dRatio); // 1e-6 mm of a metre, as points are shown
+    return text.str();
 }
 
 } // namespace
@@ -64,21 +68,11 @@ void DrawCut(const std::vector<ObjectReport>& reports, const CutRequest& cut, Sv
 
 int DrawPick(const Drawing& drawing, const std::vector<ObjectReport>& reports, const math::DPOINT2& point,
              SvgPicture& picture, std::ostream& out) {
-    // No reach limits the search: something is nearest in every drawing that is not empty.
-    constexpr double kAnywhere = std::numeric_limits<double>::infinity();
-    const qev::CCadObject* object = nullptr;
-    math::POLYPOS pos;
-    if (!qev::FindCadAndPosByPoint(&drawing.root, point, object, pos, kAnywhere))
-        throw DrawingError("nothing can be picked at " + Shown(point));
-    const auto report = std::find_if(reports.begin(), reports.end(),
-                                     [object](const ObjectReport& r) { return r.object == object; });
-    const int number = static_cast<int>(report - reports.begin());
-    math::DPOINT2 nearest;
-    const double distance = qev::GetMinDistance(object, point, nearest);
-    picture.MarkPoint(nearest, "pick");
-    out << "picked: object " << number << ", " << Shown(pos) << ", " << distance << " mm away at "
-        << Shown(nearest) << "\n";
-    return number;
+    const Pick pick = PickAt(drawing, reports, point);
+    picture.MarkPoint(pick.point, "pick");
+    out << "picked: object " << pick.object << ", " << (pick.pos ? Shown(*pick.pos) + ", " : "")
+        << pick.distance << " mm away at " << Shown(pick.point) << "\n";
+    return pick.object;
 }
 
 void DrawWalk(const std::vector<ObjectReport>& reports, int object, const WalkRequest& walk,

@@ -84,6 +84,7 @@ private:
         auto outline = std::make_shared<GlyphOutline>();
         for (const SEGMENT& segment : segments) {
             outline->bounds.Add(segment.GetBounds());
+            outline->length += segment.GetLength();
             outline->area += math::Cross(segment.ptStart, segment.ptEnd) / 2 + segment.GetChordArea();
         }
         outline->segments = std::move(segments);

@@ -16,7 +16,8 @@ namespace host {
 struct GlyphOutline {
     std::vector<qev::SEGMENT> segments; ///< lines and Bezier pieces that join end to start
     math::Bounds bounds;                ///< the exact box
-    double area = 0;                    ///< enclosed, negative when the contour runs clockwise
+    double length = 0;
+    double area = 0; ///< enclosed, negative when the contour runs clockwise
 };
 
 /// How a letter is drawn, in units of a capital's height.

@@ -1,6 +1,7 @@
 // An affine map takes a Bezier piece to that of the mapped points and an area to its multiple by the map's
 // determinant. It takes the box of an outline to a box only when it leaves the axes parallel, as it does for
-// almost every text; else the box is that of the mapped segments.
+// almost every text; else the box is that of the mapped segments. A length is that of the outline where the
+// map is a similarity.
 
 #include "glyph_contour.h"
 
@@ -22,6 +23,7 @@ qev::SEGMENT GlyphContour::GetSegment(int index) const {
 }
 
 double GlyphContour::GetLength() const {
+    if (m_place.IsSimilarity()) return m_pOutline->length * math::Norm(m_place.x);
     double length = 0;
     for (int i = 0; i < GetSegmentCount(); ++i) length += GetSegment(i).GetLength();
     return length;
