@@ -50,6 +50,10 @@ public:
     /// Number of levels of boxes: 0 for nothing, 1 for up to eight things.
     int GetLevelCount() const { return static_cast<int>(m_vecLevelStarts.size()); }
 
+    /// The box over the things from i * 8^level to those before (i + 1) * 8^level; an empty one where there
+    /// are none. On the highest level i goes from 0 to 7.
+    math::Bounds BoxAt(int level, std::size_t i) const { return NodeAt(level, i / kFan).BoxOf(i % kFan); }
+
     /// Calls visit(item) for the things whose box is nearer to p than the root of `bound`, the nearest of
     /// each node first. `bound` is a square in mm^2, looked at anew before each step: what the visit finds
     /// may bring it down. Nothing is near to a p that is not finite. Who knows more than the boxes passes
@@ -92,9 +96,10 @@ private:
             lowerX[i] = box.lower.x, lowerY[i] = box.lower.y;
             upperX[i] = box.upper.x, upperY[i] = box.upper.y;
         }
+        math::Bounds BoxOf(std::size_t i) const { return {{lowerX[i], lowerY[i]}, {upperX[i], upperY[i]}}; }
         math::Bounds Whole() const {
             math::Bounds whole;
-            for (int i = 0; i < kFan; ++i) whole.Add({{lowerX[i], lowerY[i]}, {upperX[i], upperY[i]}});
+            for (int i = 0; i < kFan; ++i) whole.Add(BoxOf(i));
             return whole;
         }
         // Squares of the distances of p from the boxes; infinity for an empty one.

@@ -55,6 +55,9 @@ public:
     /// Number of segments up to which a search by the tree costs as much as one without.
     static constexpr int kFew = 32;
 
+    /// Number of neighbouring segments that share a box of the tree.
+    static constexpr int kRun = BoxTree::kFan;
+
     /// Whether all lengths and coordinates are numbers that can be searched and summed. Where this is false,
     /// callers ask every segment.
     bool IsMeasured() const { return m_bIsMeasured; }
@@ -79,6 +82,10 @@ public:
     bool HasNoBezier() const { return m_bHasNoBezier; }
     /// Where the segment at an index starts; at the number of segments, where the last one ends.
     math::DPOINT2 GetJoint(int index) const { return {m_vecX[index], m_vecY[index]}; }
+
+    /// The boxes of the runs of kRun segments, in the order of the contour; of nothing where IsMeasured is
+    /// false.
+    const BoxTree& GetTree() const { return m_tree; }
 
     /// Finds the segments that may be the nearest to p on the contour, which has to be the one that was
     /// measured. A Bezier piece counts by its nearest point and by the samples at each hundredth of its
@@ -109,7 +116,6 @@ private:
         bool isWide = false;    // more than a half turn
         bool isBezier = false;
     };
-    static constexpr int kRun = BoxTree::kFan; // neighbouring segments that share a box
     class Builder;
     class Search;
 

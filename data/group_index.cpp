@@ -19,6 +19,7 @@
 
 #include "bounds_of.h"
 #include "box_tree.h"
+#include "hilbert_place.h"
 #include "picked.h"
 
 namespace qev {
@@ -26,32 +27,6 @@ namespace {
 
 using math::Bounds;
 using math::DPOINT2;
-
-// The place of a cell of a grid of 65,536 by 65,536 along a Hilbert curve: in each of the nested squares, the
-// largest first, the quarter's number in the order in which the curve runs there, which turns from quarter to
-// quarter (D. Hilbert, 1891).
-std::uint32_t HilbertPlace(std::uint32_t x, std::uint32_t y) {
-    std::uint32_t place = 0;
-    for (std::uint32_t half = 1u << 15; half > 0; half /= 2) {
-        const std::uint32_t right = x & half ? 1 : 0, upper = y & half ? 1 : 0;
-        place = place * 4 + ((3 * right) ^ upper);
-        if (upper) continue;
-        if (right) x = ~x, y = ~y;
-        std::swap(x, y);
-    }
-    return place;
-}
-
-// Maps the middle of a box into the grid over `all`.
-std::uint32_t PlaceOf(const Bounds& box, const Bounds& all) {
-    constexpr double kCells = 65535;
-    const auto cell = [](double middle, double lower, double upper) {
-        const double share = (middle - lower) / (upper - lower);
-        return share > 0 ? static_cast<std::uint32_t>(kCells * std::min(share, 1.0)) : 0; // NaN is 0
-    };
-    const DPOINT2 middle = box.lower * 0.5 + box.upper * 0.5;
-    return HilbertPlace(cell(middle.x, all.lower.x, all.upper.x), cell(middle.y, all.lower.y, all.upper.y));
-}
 
 } // namespace
 
@@ -67,7 +42,7 @@ public:
             leaves.push_back({BoxOf(*walk.Object()), walk.Object(), static_cast<int>(leaves.size()), 0});
             all.Add(leaves.back().box);
         }
-        for (Leaf& leaf : leaves) leaf.place = PlaceOf(leaf.box, all);
+        for (Leaf& leaf : leaves) leaf.place = HilbertPlaceOf(leaf.box, all);
         std::sort(leaves.begin(), leaves.end(),
                   [](const Leaf& a, const Leaf& b) { return a.place < b.place; });
         std::vector<Bounds> boxes;

@@ -121,6 +121,17 @@ DPOINT2 CubicBezier::TangentAt(double t) const {
     return {};
 }
 
+// The inner control points are values of the polar form: de Casteljau's scheme with another parameter on each
+// level (L. Ramshaw, "Blossoming: a connect-the-dots approach to splines", 1987).
+CubicBezier CubicBezier::Between(double from, double to) const {
+    const auto polar = [this](double r, double s, double t) {
+        const DPOINT2 first = Interpolate(start, ctrl1, r), second = Interpolate(ctrl1, ctrl2, r),
+                      third = Interpolate(ctrl2, end, r);
+        return Interpolate(Interpolate(first, second, s), Interpolate(second, third, s), t);
+    };
+    return {PointAt(from), polar(from, from, to), polar(from, to, to), PointAt(to)};
+}
+
 double CubicBezier::GetLength() const {
     return Integrate([this](double t) { return Norm(DerivativeAt(t)); }, 0, 1);
 }

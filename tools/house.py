@@ -67,8 +67,8 @@ for room in COMMON_ROOMS:
     below = rf"<qev/({up_to(COMMON_ROOMS, room)})/\w+\.h>"
     MAY_INCLUDE[f"common/{room}"] = (STANDARD, OCCT, BASE, LAYERS, below, r'"\.\./kinds/\w+\.h"')
     MAY_INCLUDE[f"include/qev/{room}"] = (STANDARD, BASE, LAYERS, below)
-for room in ("position", "range"): # what contours keep, which is not installed
-    MAY_INCLUDE[f"common/{room}"] += (r'"data/(contour_index|lazy|picked|running_lengths)\.h"',)
+for room in ("measure", "position", "range"): # what contours keep, which is not installed
+    MAY_INCLUDE[f"common/{room}"] += (r'"data/(box_tree|contour_index|hilbert_place|lazy|picked|running_lengths)\.h"',)
 for room in ("script", "technics", "units", "support"):
     MAY_INCLUDE[f"include/qev/{room}"] = (STANDARD, BASE, LAYERS, rf"<qev/{room}/\w+\.h>")
 for room in HOST_ROOMS:

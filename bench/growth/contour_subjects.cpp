@@ -154,6 +154,13 @@ const Subject kSubjects[] = {
          DPOINT2 nearest;
          return GetMinDistance(&in.beziers, in.near[i], nearest);
      }},
+    {"GetPointSide", kQuestion,
+     [](Input& in, int i) { return Number(GetPointSide(&in.closed, in.near[i], 0.01)); }},
+    {"GetClearance", kQuestion,
+     [](Input& in, int i) {
+         const CCadCircle circle(in.near[i], 3, true, false);
+         return GetClearance(&in.beziers, &circle);
+     }},
     {"GetPtInMultiRatio", kQuestion,
      [](Input& in, int i) { return CPosCalculator::GetPtInMultiRatio(in.on[i], &in.open); }},
     {"GetLengthStartToPos", kQuestion,
@@ -243,6 +250,7 @@ const Subject kSubjects[] = {
      [](Input& in, int i) { return CountOf(GetMultiSementsByRange(&in.closed, Between(in, i))); }},
     {"GetPolylineByRange", kWhole,
      [](Input& in, int i) { return CountOf(GetPolylineByRange(&in.closed, Between(in, i))); }},
+    {"CutStretch", kWhole, [](Input& in, int i) { return CountOf(CutStretch(&in.closed, Between(in, i))); }},
     {"GetMultiSementsByRangeRound", kWhole,
      [](Input& in, int i) { return CountOf(GetMultiSementsByRangeRound(&in.closed, Between(in, i), 1)); }},
     {"GenerateInvalidRange", kQuestion,

@@ -60,6 +60,12 @@ const Subject kSubjects[] = {
      [](Input& in, int) { return CountOf([&](Objects* out) { CollectCloseCad(&in.members, out); }); }},
     {"CollectLeafNode", kWhole,
      [](Input& in, int) { return CountOf([&](Objects* out) { CollectLeafNode(&in.members, out); }); }},
+    {"GetNesting", kWhole,
+     [](Input& in, int) {
+         std::vector<ContourNesting> nesting;
+         GetNesting(&in.members, nesting);
+         return Number(nesting.size());
+     }},
     {"CollectObject", kWhole,
      [](Input& in, int) { return TakenBy([&](CCadGroup* into) { CollectObject(&in.group, into); }); }},
     {"_SelectObject", kWhole,

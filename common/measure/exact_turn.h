@@ -71,10 +71,11 @@ inline double CertainTurn(const math::DPOINT2& a, const math::DPOINT2& b, const 
     return std::abs(turn) > kBound * (std::abs(left) + std::abs(right)) ? turn : 0;
 }
 
-/// Whether the way from a over b to c turns left, exactly: not when the three lie on a line.
-inline bool TurnsLeft(const math::DPOINT2& a, const math::DPOINT2& b, const math::DPOINT2& c) {
+/// Above 0 when the way from a over b to c turns left, below 0 when it turns right, and 0 when the three lie
+/// on a line, exactly.
+inline double ExactTurn(const math::DPOINT2& a, const math::DPOINT2& b, const math::DPOINT2& c) {
     const double turn = CertainTurn(a, b, c);
-    if (turn != 0) return turn > 0;
+    if (turn != 0) return turn;
     ExactSum sum;
     sum.AddProduct(a.x, b.y);
     sum.AddProduct(-a.y, b.x);
@@ -82,7 +83,12 @@ inline bool TurnsLeft(const math::DPOINT2& a, const math::DPOINT2& b, const math
     sum.AddProduct(-b.y, c.x);
     sum.AddProduct(c.x, a.y);
     sum.AddProduct(-c.y, a.x);
-    return sum.Sign() > 0;
+    return sum.Sign();
+}
+
+/// Whether the way from a over b to c turns left, exactly: not when the three lie on a line.
+inline bool TurnsLeft(const math::DPOINT2& a, const math::DPOINT2& b, const math::DPOINT2& c) {
+    return ExactTurn(a, b, c) > 0;
 }
 
 } // namespace qev

@@ -35,8 +35,8 @@ public:
         m_pPlain->SetStartPoint(start);
     }
 
-    // Adds the stretch of a segment between two ratios. Of a part of a Bezier piece nothing is added, kept
-    // so; the polyline becomes an extended one all the same.
+    // Adds the stretch of a segment between two ratios. Of a part of a Bezier piece nothing is added; the
+    // polyline becomes an extended one all the same.
     void Add(const SEGMENT& segment, double from, double to) {
         const bool whole = from == 0 && to == 1;
         if (segment.nType == SEGMENT::kBezier) {
@@ -47,6 +47,17 @@ public:
         } else {
             AddArc(segment.GetPoint(to), PartialBulge(segment, to - from));
         }
+    }
+
+    // Adds the stretch of a segment between two ratios, of a Bezier piece too, unless it has no length.
+    void AddStretch(const SEGMENT& segment, double from, double to) {
+        const bool whole = from == 0 && to == 1;
+        if (from == to) return;
+        if (whole || segment.nType != SEGMENT::kBezier) return Add(segment, from, to);
+        const math::CubicBezier bezier = segment.GetBezier();
+        const auto part = bezier.Between(bezier.ParameterAt(from), bezier.ParameterAt(to));
+        Extend();
+        m_pExtended->AddBezier(part.ctrl1, part.ctrl2, part.end);
     }
 
     std::unique_ptr<CCadMultiSegments> Take() {
@@ -95,23 +106,52 @@ bool RunsRound(const math::PosRange& range) {
     return range.start.nSegIndex == range.end.nSegIndex && !(range.end.dRatio > range.start.dRatio);
 }
 
+// Calls add(segment, from, to) for the stretches of a valid range, in order; those at its ends may have no
+// length. runsRound tells whether the range does, as it was given.
+template <class Add>
+void VisitStretches(const CCadMultiSegments& contour, const math::PosRange& range, bool runsRound,
+                    const Add& add) {
+    const int count = contour.GetSegmentCount();
+    int i = range.start.nSegIndex;
+    double from = range.start.dRatio;
+    for (bool first = true;; first = false) {
+        const bool last = i == range.end.nSegIndex && !(first && runsRound);
+        add(contour.GetSegment(i), from, last ? range.end.dRatio : 1.0);
+        if (last) return;
+        from = 0;
+        i = (i + 1) % count;
+    }
+}
+
+// A ratio, or 0 or 1 where it is next to that.
+double Snapped(double ratio) {
+    if (IsSameRatio(ratio, 0)) return 0;
+    return IsSameRatio(ratio, 1) ? 1 : ratio;
+}
+
 } // namespace
 
 CCadMultiSegments* GetMultiSementsByRange(const CCadMultiSegments* contour, const math::PosRange& range) {
     if (IsInvalidRange(contour, range)) return nullptr;
-    const int count = contour->GetSegmentCount();
-    const bool runsRound = RunsRound(range);
-    int i = range.start.nSegIndex;
-    double from = IsSameRatio(range.start.dRatio, 0) ? 0 : range.start.dRatio;
-    const double to = IsSameRatio(range.end.dRatio, 1) ? 1 : range.end.dRatio;
-    Cut cut(contour->GetSegment(i).GetPoint(from));
-    for (bool first = true;; first = false) {
-        const bool last = i == range.end.nSegIndex && !(first && runsRound);
-        cut.Add(contour->GetSegment(i), from, last ? to : 1.0);
-        if (last) return cut.Take().release();
-        from = 0;
-        i = (i + 1) % count;
-    }
+    math::PosRange exact = range;
+    if (IsSameRatio(range.start.dRatio, 0)) exact.start.dRatio = 0;
+    if (IsSameRatio(range.end.dRatio, 1)) exact.end.dRatio = 1;
+    Cut cut(contour->GetSegment(exact.start.nSegIndex).GetPoint(exact.start.dRatio));
+    VisitStretches(*contour, exact, RunsRound(range),
+                   [&](const SEGMENT& segment, double from, double to) { cut.Add(segment, from, to); });
+    return cut.Take().release();
+}
+
+CCadMultiSegments* CutStretch(const CCadMultiSegments* contour, const math::PosRange& range) {
+    if (IsInvalidRange(contour, range)) return nullptr;
+    math::PosRange exact = range;
+    for (math::POLYPOS* end : {&exact.start, &exact.end}) end->dRatio = Snapped(end->dRatio);
+    Cut cut(contour->GetSegment(exact.start.nSegIndex).GetPoint(exact.start.dRatio));
+    VisitStretches(*contour, exact, RunsRound(range), [&](const SEGMENT& segment, double from, double to) {
+        cut.AddStretch(segment, from, to);
+    });
+    auto taken = cut.Take();
+    return taken->GetSegmentCount() > 0 ? taken.release() : nullptr;
 }
 
 CCadMultiSegments* GetPolylineByRange(const CCadMultiSegments* contour, const math::PosRange& range) {

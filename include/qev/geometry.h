@@ -5,6 +5,7 @@
 #include <qev/measure/arc_math.h>
 #include <qev/measure/directions.h>
 #include <qev/measure/hull.h>
+#include <qev/measure/nesting.h>
 #include <qev/measure/stock.h>
 #include <qev/position/nearest_position.h>
 #include <qev/range/topo_polyline.h>

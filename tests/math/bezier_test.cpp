@@ -41,18 +41,26 @@ TEST(Bezier, BoxAndTangentOfDegenerateControlPoints) {
     EXPECT_POINT_NEAR(doubled.TangentAt(1), (DPOINT2{0.6, 0.8}), 1e-12);
 }
 
-// The first part, cut off by de Casteljau's scheme, has the length that its end was found by.
+// The part up to a parameter has the length that the parameter was found by.
 TEST(Bezier, LengthAgainstExtrapolatedChordsAndItsInverse) {
     for (Random random; random.Rounds(100);) {
         const CubicBezier b = RandomBezier(random);
         EXPECT_NEAR(b.GetLength() / ExtrapolatedLength(b, 20000), 1, 3e-10) << "the oracle errs near cusps";
         const double t = b.ParameterAt(random.Uniform(0, 1));
-        const DPOINT2 p01 = math::Interpolate(b.start, b.ctrl1, t);
-        const DPOINT2 p12 = math::Interpolate(b.ctrl1, b.ctrl2, t);
-        const CubicBezier part{b.start, p01, math::Interpolate(p01, p12, t), b.PointAt(t)};
-        const double ratio = part.GetLength() / b.GetLength();
+        const double ratio = b.Between(0, t).GetLength() / b.GetLength();
         EXPECT_NEAR(b.ParameterAt(ratio), t, 1e-8);
         EXPECT_NEAR((CubicBezier{b.end, b.ctrl2, b.ctrl1, b.start}).ParameterAt(1 - ratio), 1 - t, 1e-8);
+    }
+}
+
+TEST(Bezier, PartsLieOnTheWhole) {
+    for (Random random; random.Rounds(100);) {
+        const CubicBezier b = RandomBezier(random);
+        const double from = random.Uniform(0, 1), to = random.Uniform(0, 1), s = random.Uniform(0, 1);
+        const CubicBezier part = b.Between(from, to);
+        EXPECT_POINT_NEAR(part.PointAt(s), b.PointAt(from + (to - from) * s), 1e-12);
+        EXPECT_POINT_NEAR(part.start, b.PointAt(from), 0);
+        EXPECT_POINT_NEAR(part.end, b.PointAt(to), 0);
     }
 }
 

@@ -23,6 +23,15 @@ QEVCOMMON_API CCadMultiSegments* GetMultiSementsByRange(const CCadMultiSegments*
 QEVCOMMON_API CCadMultiSegments* GetPolylineByRange(const CCadMultiSegments* contour,
                                                     const math::PosRange& range);
 
+/// A new contour that holds the stretch of a range exactly, owned by the caller: a polyline, or an extended
+/// one as soon as a Bezier piece is met, whose parts are Bezier pieces by themselves, within the rounding of
+/// the coordinates and 1e-10 of the piece's length at their ends. A range that ends on its own segment at or
+/// before its start runs once round. An end within 1e-9 of a segment's start or end is there, and what is
+/// left of the segment by that, which has no length, is not added. Null when the contour is null, the range
+/// is empty, one of its positions is invalid on the contour or nothing is left of the stretch. Throws
+/// std::bad_alloc without memory.
+QEVCOMMON_API CCadMultiSegments* CutStretch(const CCadMultiSegments* contour, const math::PosRange& range);
+
 /// A new contour that holds the stretch of a range with its ends moved to joints, owned by the caller. nMode
 /// 1 moves each end to the nearer joint of its segment, 2 outward, 3 inward; an end within 1e-9 of a joint is
 /// there already. Any other value moves nothing, and neither does a mode that would leave nothing of the

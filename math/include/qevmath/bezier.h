@@ -24,6 +24,11 @@ struct CubicBezier {
     /// cusp) it is the direction in which the piece leaves; (0, 0) when the piece is a single point.
     QEVMATH_API DPOINT2 TangentAt(double t) const;
 
+    /// The stretch between two parameters of [0, 1] as a piece of its own, which runs backwards when `to` is
+    /// the lesser. Its ends are those that PointAt answers; it leaves this piece by no more than the rounding
+    /// of the coordinates.
+    QEVMATH_API CubicBezier Between(double from, double to) const;
+
     /// Length in mm to 1e-10 relative, by adaptive quadrature of the speed.
     QEVMATH_API double GetLength() const;
     /// The parameter at a fraction of the length (clamped to [0, 1]).

@@ -1,0 +1,87 @@
+#include "support/support.h"
+
+using namespace qev;
+using namespace test;
+
+namespace {
+
+std::unique_ptr<CCadObject> AnyOutline(Random& random) {
+    const int kind = random.Int(0, 3);
+    if (kind == 0) return RandomSingle(random, -2);
+    if (kind == 1) return RandomPolyline(random, 3);
+    return RandomPolylineEx(random, kind == 2 ? 2 : 50);
+}
+
+// The samples are those of one outline; the other one is measured from each exactly. So they are never nearer
+// than the outlines are, and farther by half a step of the samples at most.
+TEST(Clearance, IsTheLeastDistanceOfSamples) {
+    for (Random random; random.Rounds(300);) {
+        const auto a = AnyOutline(random);
+        random.origin = {random.Uniform(-300, 300), 0};
+        const auto b = AnyOutline(random);
+        random.origin = {0, 0};
+        const double clearance = GetClearance(a.get(), b.get());
+        constexpr int kSamples = 2000;
+        const CurvePoint curve = Along(*a);
+        DPOINT2 nearest, before = curve(0);
+        double sampled = kInf, step = 0;
+        for (int i = 0; i <= kSamples; ++i) {
+            const DPOINT2 p = curve(i / double(kSamples));
+            sampled = std::min(sampled, GetMinDistance(b.get(), p, nearest));
+            step = std::max(step, math::D2GetDistance(before, p));
+            before = p;
+        }
+        EXPECT_LE(clearance, sampled + 1e-9);
+        EXPECT_GE(clearance, sampled - step) << "a step is " << step;
+        for (int question = 0; question < 2; ++question) // the latter by indexes
+            EXPECT_NEAR(GetClearance(b.get(), a.get()), clearance, 2e-6);
+    }
+}
+
+TEST(Clearance, NamedDistances) {
+    for (const auto& [name, a, b, distance] : Table<const char*, const char*, const char*, double>{
+             {"lines that cross", "line 0 0 10 7", "line 0 3 10 1", 0},
+             {"lines that meet in an end", "line 0 0 10 7", "line 10 7 20 0", 0},
+             {"a line that ends on another", "line 0 0 10 0", "line 3 0 3 5", 0},
+             {"parallel lines", "line 0 0 10 0", "line -5 3 5 3", 3},
+             {"lines on one carrier", "line 0 0 10 0", "line 14 0 20 0", 4},
+             {"lines over each other", "line 0 0 10 0", "line 5 0 20 0", 0},
+             {"a circle and a line beside it", "circle 0 0 5", "line -10 7 10 7", 2},
+             {"a line that touches a circle", "circle 0 0 5", "line -10 5 10 5", 0},
+             {"a line through a circle", "circle 0 0 5", "line -10 1 10 2", 0},
+             {"a line in a circle", "circle 0 0 5", "line -1 1 1 1", 5 - std::sqrt(2)},
+             {"circles apart", "circle 0 0 5", "circle 30 40 5", 40},
+             {"a circle in a circle", "circle 0 0 50", "circle 3 4 5", 40},
+             {"circles of one centre", "circle 1 2 5", "circle 1 2 3 cw", 2},
+             {"circles that touch", "circle 0 0 5", "circle 3 4 10", 0},
+             {"circles that cross", "circle 0 0 5", "circle 0 4 5", 0},
+             {"one circle twice", "circle 0 0 5", "circle 0 0 5", 0},
+             {"nearly straight arcs", "0 0 A 100 0 1e-8", "0 3 A 100 3 1e-8", 3},
+             {"an arc beside the circle's other half", "arc 0 0 5 0 3.141592653589793", "line -9 -8 9 -8", 8},
+             {"ellipses along an axis", "ellipse 0 0 5 2 0", "ellipse 11 0 4 3 0", 2},
+             {"ellipses that cross", "ellipse 0 0 5 2 0", "ellipse 0 0 2 5 0", 0},
+             {"ellipses of one shape", "ellipse 0 0 5 2 0", "ellipse 0 0 10 4 0", 2},
+             {"a dot in a hollow", "dot 5 5", kOpenSquare, 5},
+             {"dots", "dot 0 0", "dot 3 4", 5},
+             {"far out", "line 1e8 0 100000010 0", "circle 100000005 8 5", 3},
+             {"a bulge beyond all", "0 0 A 1e-3 0 1e6", "line 0 -600 1 -600", 100},
+             {"no object", "null", "dot 0 0", kInf},
+             {"beyond measure", "line 1e80 0 1 1", "dot 0 0", kInf},
+             {"a group that holds nothing", "group", "dot 0 0", kInf}}) {
+        const auto first = Object(a), second = Object(b);
+        const double tolerance = std::isfinite(distance) ? 1e-9 * distance : 0;
+        for (const double found :
+             {GetClearance(first.get(), second.get()), GetClearance(second.get(), first.get())})
+            if (!(found == distance)) EXPECT_NEAR(found, distance, tolerance) << name;
+    }
+}
+
+TEST(Clearance, GroupsCountByTheirMembers) {
+    CCadGroup group, *const inner = AddGroup(group);
+    Fill(*inner, {Object("circle 0 0 1").release(), TextOf(Object("circle 10 0 1").release())});
+    inner->PushBack(&group); // holds what holds it
+    EXPECT_NEAR(GetClearance(&group, Object("dot 10 4").get()), 3, 1e-12);
+    EXPECT_EQ(GetClearance(&group, &group), 0);
+}
+
+} // namespace

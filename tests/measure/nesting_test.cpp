@@ -1,0 +1,96 @@
+#include <map>
+
+#include "support/support.h"
+
+using namespace qev;
+using namespace test;
+
+namespace {
+
+// Numbers of the parents and depths as text, a contour after the other: "-:0 1:1" and so on.
+std::string Written(const std::list<CCadObject*>& selection) {
+    std::vector<ContourNesting> nesting;
+    GetNesting(&selection, nesting);
+    std::map<const CCadObject*, std::string> numbers{{nullptr, "-"}};
+    std::string text;
+    for (const auto& each : nesting) numbers.emplace(each.pContour, std::to_string(numbers.size()));
+    for (const auto& [_, parent, depth] : nesting)
+        text += (text.empty() ? "" : " ") + numbers[parent] + ":" + std::to_string(depth);
+    return text;
+}
+
+struct Drawn : CCadGroup {
+    explicit Drawn(const std::vector<const char*>& texts) {
+        for (const char* text : texts) PushBack(Object(text).release());
+    }
+};
+
+TEST(Nesting, NamedDrawings) {
+    for (const auto& [name, contours, written] : Table<const char*, std::vector<const char*>, const char*>{
+             {"a ring in a ring", {"circle 0 0 1", "circle 0 0 3", "circle 0 0 2"}, "3:2 -:0 2:1"},
+             {"two in one", {"rectangle 0 0 9 9 0", "circle 2 2 1", "circle 6 6 1 cw"}, "-:0 1:1 1:1"},
+             {"drawn twice", {"circle 0 0 1", "circle 0 0 1"}, "-:0 1:1"},
+             {"drawn from another start",
+              {"0 0 L 9 0 L 9 7 L 0 7 L 0 0", "9 7 L 9 0 L 0 0 L 0 7 L 9 7"},
+              "-:0 1:1"},
+             {"a side shared from outside", {kSquare, "10 2 L 14 2 L 14 8 L 10 8 L 10 2"}, "-:0 -:0"},
+             {"a side shared from inside", {kSquare, "10 2 L 6 2 L 6 8 L 10 8 L 10 2"}, "-:0 1:1"},
+             {"a joint on a side from inside", {kSquare, "10 5 L 8 6 L 8 4 L 10 5"}, "-:0 1:1"},
+             {"circles that touch from inside", {"circle 0 0 5", "circle 3 0 2"}, "-:0 1:1"},
+             {"circles that touch from outside", {"circle 0 0 5", "circle 7 0 2"}, "-:0 -:0"},
+             {"circles that cross off their joints", {"circle 0 0 10", "circle 9.5 9.5 5"}, "-:0 1:1"},
+             {"ellipses that cross", {"ellipse 0 0 5 2 0", "ellipse 0 0 1 4 0"}, "-:0 1:1"},
+             {"a corner through a side", {kSquare, "14 5 L 9.9 5.1 L 14 5.2 L 14 5"}, "-:0 1:1"},
+             {"along a side and then in",
+              {kSquare, "10 0 L 10 4 L 10 8 L 9 9 L 12 9 L 12 0 L 10 0"},
+              "-:0 1:1"},
+             {"in a hollow", {"0 0 L 9 0 L 9 9 L 8 9 L 8 1 L 0 1 L 0 0", "circle 4 5 2"}, "-:0 -:0"},
+             {"open ones are left out", {kSquare, kOpenSquare, "line 1 1 2 2", "circle 5 5 1"}, "-:0 1:1"},
+             {"beyond measure", {"circle 1e80 0 1", "circle 0 0 1", "0 0 L 0 0"}, "-:0 -:0 2:1"}}) {
+        const Drawn drawn(contours);
+        EXPECT_EQ(Written(drawn.GetObjectsList()), written) << name;
+    }
+    std::vector<ContourNesting> nesting(3);
+    GetNesting(nullptr, nesting);
+    EXPECT_TRUE(nesting.empty());
+}
+
+// The parent by the definition, over all pairs: the least contour in order that has a sample of the other one
+// inside.
+TEST(Nesting, IsThatOfSamples) {
+    constexpr int kSamples = 400;
+    for (Random random; random.Rounds(60);) {
+        std::vector<std::unique_ptr<CCadObject>> owned;
+        std::list<CCadObject*> selection;
+        for (int i = 0; i < 12; ++i) {
+            const DPOINT2 at = random.Point(40);
+            const double size = random.Uniform(1, 60);
+            const int kind = random.Int(0, 2);
+            if (kind == 0) owned.push_back(std::make_unique<CCadCircle>(at, size, random.Coin()));
+            if (kind == 1) owned.push_back(std::make_unique<CCadEllipse>(at, size, size / 3, size));
+            if (kind == 2) owned.push_back(std::make_unique<CCadRectangle>(at, size, size / 2, size));
+            selection.push_back(owned.back().get());
+        }
+        std::vector<ContourNesting> nesting;
+        GetNesting(&selection, nesting);
+        ASSERT_EQ(nesting.size(), owned.size());
+        const auto area = [&](std::size_t i) { return std::abs(SampledArea(Along(*owned[i]), kSamples)); };
+        for (std::size_t inner = 0; inner < owned.size(); ++inner) {
+            const CCadObject* parent = nullptr;
+            double least = kInf;
+            bool isClear = true; // unless outlines cross by less than the samples tell
+            for (std::size_t outer = 0; outer < owned.size(); ++outer) {
+                if (!(area(outer) > area(inner)) || outer == inner) continue;
+                bool isIn = false;
+                for (int i = 0; i < kSamples && !isIn; ++i)
+                    isIn = GetPointSide(owned[outer].get(), Along(*owned[inner])(i / double(kSamples)), 0)
+                           == PointSide::kInside;
+                isClear = isClear && (isIn || GetClearance(owned[outer].get(), owned[inner].get()) > 0);
+                if (isIn && area(outer) < least) least = area(outer), parent = owned[outer].get();
+            }
+            if (isClear) EXPECT_EQ(nesting[inner].pParent, parent) << inner;
+        }
+    }
+}
+
+} // namespace

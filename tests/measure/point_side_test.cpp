@@ -1,0 +1,114 @@
+#include "support/support.h"
+
+using namespace qev;
+using namespace test;
+
+namespace {
+
+// How often a closed curve goes round p, by the angles under which p sees its samples.
+int SampledWinding(const CurvePoint& curve, const DPOINT2& p, int samples) {
+    double turned = 0;
+    for (int i = 0; i < samples; ++i) {
+        const DPOINT2 from = curve(i / double(samples)) - p,
+                      to = curve((i + 1) % samples / double(samples)) - p;
+        turned += std::atan2(math::Cross(from, to), math::Dot(from, to));
+    }
+    return static_cast<int>(std::lround(turned / kTwoPi));
+}
+
+// A closed contour whose joints lie on a grid of 1 mm, with half circles and level lines among its segments.
+std::unique_ptr<CCadPolylineEx> OnGrid(Random& random, int segments) {
+    auto contour = std::make_unique<CCadPolylineEx>();
+    const auto joint = [&] {
+        const double x = random.Int(-6, 6), y = random.Int(-6, 6);
+        return DPOINT2{x, y};
+    };
+    const DPOINT2 start = joint();
+    contour->SetStartPoint(start);
+    for (int i = 1; i <= segments; ++i) {
+        const DPOINT2 end = i < segments ? joint() : start;
+        const int kind = random.Int(0, 3);
+        if (kind == 0) contour->AddArc(end, random.Coin() ? 1 : -1);
+        if (kind == 1) contour->AddArc(end, random.Bulge());
+        if (kind == 2) contour->AddBezier(joint(), joint(), end);
+        if (kind == 3) contour->AddLine(end);
+    }
+    return contour;
+}
+
+// Points on the grid lie on a level with joints and on the carriers of lines. The second question goes by an
+// index when the contour has more than a few segments.
+TEST(PointSide, IsTheWindingNumberOfSamples) {
+    for (Random random; random.Rounds(300);) {
+        const bool isLong = random.Int(0, 4) == 0;
+        const auto contour = OnGrid(random, isLong ? 60 : random.Int(1, 7));
+        const double x = random.Int(-7, 7), y = random.Int(-7, 7);
+        const DPOINT2 p{x, y};
+        DPOINT2 nearest;
+        const double distance = GetMinDistance(contour.get(), p, nearest);
+        if (distance > 0 && distance < 0.01) continue; // nearer than the samples tell
+        const bool isInside = SampledWinding(Along(*contour), p, 200 * contour->GetSegmentCount()) != 0;
+        const PointSide expected = distance == 0 ? PointSide::kOn
+                                   : isInside    ? PointSide::kInside
+                                                 : PointSide::kOutside;
+        for (int question = 0; question < 3; ++question)
+            EXPECT_EQ(GetPointSide(contour.get(), p, 0), expected) << question << ": " << x << " " << y;
+        contour->ReverseDir(false);
+        EXPECT_EQ(GetPointSide(contour.get(), p, 1e-12), expected) << "reversed: " << x << " " << y;
+    }
+}
+
+TEST(PointSide, OfSingleCurvesIsThatOfSamples) {
+    for (Random random; random.Rounds(500);) {
+        const auto object = RandomSingle(random, -3);
+        const DPOINT2 p = random.Point(120);
+        DPOINT2 nearest;
+        if (GetMinDistance(object.get(), p, nearest) < 0.01) continue;
+        const bool isInside = object->IsClose() && SampledWinding(Along(*object), p, 20000) != 0;
+        EXPECT_EQ(GetPointSide(object.get(), p, 0), isInside ? PointSide::kInside : PointSide::kOutside)
+            << object->GetType();
+    }
+}
+
+TEST(PointSide, NamedPlaces) {
+    constexpr auto kIn = PointSide::kInside, kOn = PointSide::kOn, kOut = PointSide::kOutside;
+    for (const auto& [name, contour, p, tolerance, side] :
+         Table<const char*, const char*, DPOINT2, double, PointSide>{
+             {"on a level with two joints", "0 0 L 2 2 L 4 0 L 2 -2 L 0 0", {1, 0}, 0, kIn},
+             {"on a level with a peak", "0 0 L 2 2 L 4 0 L 2 -2 L 0 0", {0, 2}, 0, kOut},
+             {"level edge to the right", "0 0 L 2 0 L 2 1 L 4 1 L 4 2 L 0 2 L 0 0", {1, 1}, 0, kIn},
+             {"level edge to the right of a hollow",
+              "0 0 L 1 0 L 1 1 L 2 1 L 2 0 L 3 0 L 3 2 L 0 2 L 0 0",
+              {0.5, 1},
+              0,
+              kIn},
+             {"a joint", kSquare, {10, 10}, 0, kOn},
+             {"on a line that no number between hits", "0 0 L 3 0 L 3 1 L 0 0", {0.3, 0.1}, 1e-15, kOn},
+             {"within the tolerance", kSquare, {5, -0.1}, 0.1, kOn},
+             {"a negative tolerance is 0", kSquare, {5, 0}, -1, kOn},
+             {"no tolerance is 0", kSquare, {5, 5}, kNaN, kIn},
+             {"all is within infinity", kSquare, {500, 5}, kInf, kOn},
+             {"gone round twice", "0 0 L 9 0 L 9 9 L 0 9 L 0 0 L 9 0 L 9 9 L 0 9 L 0 0", {1, 1}, 0, kIn},
+             {"gone round there and back", "0 0 L 9 0 L 9 9 L 0 0 L 9 9 L 9 0 L 0 0", {8, 1}, 0, kOut},
+             {"the cap of a nearly straight arc", "0 0 A 1000 0 1e-6 L 500 -1 L 0 0", {500, -4e-4}, 0, kOut},
+             {"beyond it", "0 0 A 1000 0 1e-6 L 500 -1 L 0 0", {500, -6e-4}, 0, kIn},
+             {"a chord next to nothing", "0 0 A 1e-6 0 1e9 L 0 0", {0, -100}, 0, kIn},
+             {"a doubled control point", "0 0 B 0 0 9 9 9 0 L 0 0", {5, 1}, 0, kIn},
+             {"a whole ellipse arc", "ellipsearc 0 0 5 2 1 4 6.283185307179586", {0, 0}, 0, kIn},
+             {"no width", "ellipse 0 0 5 0 0", {1, 1e-9}, 0, kOut},
+             {"open", kOpenSquare, {5, 5}, 0, kOut},
+             {"no object", "null", {5, 5}, 0, kOut},
+             {"a group", "group", {0, 0}, 0, kOut},
+             {"no segments", "polyline", {0, 0}, 0, kOut},
+             {"no point", kSquare, {kNaN, 5}, 1, kOut},
+             {"a point at infinity", kSquare, {5, -kInf}, kInf, kOut},
+             {"a coordinate beyond measure", "0 0 L 1e80 0 L 1e80 1e80 L 0 0", {2, 1}, 0, kOut}}) {
+        const auto object = Object(contour);
+        EXPECT_EQ(GetPointSide(object.get(), p, tolerance), side) << name;
+    }
+    const auto square = Polyline(kSquare);
+    square->AddArc({0, 0}, kNaN);
+    EXPECT_EQ(GetPointSide(square.get(), {5, 5}, 0), kOut) << "a bulge that is no number";
+}
+
+} // namespace
