@@ -1,6 +1,5 @@
 #include "host.h"
 
-#include <fstream>
 #include <ostream>
 
 #include <qev/units.h>
@@ -8,38 +7,101 @@
 #include "host/actions/start_zones.h"
 #include "host/drawing/join.h"
 #include "host/dxf/dxf_objects.h"
+#include "host/report/output_file.h"
+#include "host/report/progress.h"
+#include "host/report/records.h"
+#include "options.h"
 
 namespace host {
 namespace {
 
-void WritePicture(const SvgPicture& picture, const std::string& path, std::ostream& out) {
-    std::ofstream file(path, std::ios::binary);
-    picture.Write(file);
-    file.close();
-    if (!file) throw DrawingError("the picture " + path + " cannot be written");
-    out << "picture: " << path << "\n";
+// What a run has in common over its drawings.
+struct Streams {
+    std::ostream& out;    // what was asked for
+    std::ostream& words;  // what people read: `out` unless a program reads that
+    std::ostream& errors; // what is wrong, and progress
+    bool isTerminal;      // whether errors go to one
+};
+
+void WritePicture(const SvgPicture& picture, const std::string& path, std::ostream& words) {
+    OutputFile file(path, "picture");
+    picture.Write(file.Stream());
+    file.Keep();
+    words << "picture: " << path << "\n";
 }
 
-// Prints and draws in the order in which the picture is to be seen: outlines first, then what lies over them.
-void Show(const Options& options, const Drawing& drawing, int joined, std::ostream& out) {
-    const std::vector<ObjectReport> reports = ReportOf(drawing);
-    PrintTable(out, reports, options.rows);
-    PrintSummary(out, drawing, reports, joined);
+// Draws in the order in which the picture is to be seen: outlines first, then what lies over them.
+void Act(const Options& options, const Drawing& drawing, const std::vector<ObjectReport>& reports,
+         std::ostream& words) {
     SvgPicture picture(drawing.root.GetBoundRect());
     const bool isDrawn = !options.svg.empty(); // a picture of a large drawing takes more memory than it
     for (const ObjectReport& report : reports)
         if (isDrawn)
             picture.Draw(*report.object, report.object->GetType() == qev::kCadText ? "text" : "outline");
-    if (options.polylineError) DrawConverted(reports, *options.polylineError, picture, out);
+    if (options.polylineError) DrawConverted(reports, *options.polylineError, picture, words);
     for (const ObjectReport& report : reports)
         if (isDrawn) picture.Mark(report);
-    if (options.startZones) DrawStartZones(reports, *options.startZones, options.cornerDegrees, picture, out);
-    if (options.cut) DrawCut(reports, *options.cut, picture, out);
+    if (options.startZones)
+        DrawStartZones(reports, *options.startZones, options.cornerDegrees, picture, words);
+    if (options.cut) DrawCut(reports, *options.cut, picture, words);
     // without a pick the walk is on the first object, and technics are on all
-    const int picked = options.pick ? DrawPick(drawing, reports, *options.pick, picture, out) : 0;
-    if (options.walk) DrawWalk(reports, picked, *options.walk, picture, out);
-    RunTechnics(options.technics, drawing, options.pick ? reports[picked].object : nullptr, picture, out);
-    if (isDrawn) WritePicture(picture, options.svg, out);
+    const int picked = options.pick ? DrawPick(drawing, reports, *options.pick, picture, words) : 0;
+    if (options.walk) DrawWalk(reports, picked, *options.walk, picture, words);
+    RunTechnics(options.technics, drawing, options.pick ? reports[picked].object : nullptr, picture, words);
+    if (isDrawn) WritePicture(picture, options.svg, words);
+}
+
+// What was read of a drawing. It stays where it is, as its reports point into it.
+struct Read {
+    Drawing drawing;
+    std::vector<ObjectReport> reports;
+};
+
+void ReadDrawing(const std::string& name, const Options& options, const Streams& to, ErrorLog& log,
+                 Read& read) {
+    const Progress progress(name + ": reading", to.errors, to.isTerminal);
+    ReadDxf(name, log, read.drawing);
+    read.drawing.counts.joined = JoinOpenPieces(read.drawing.root, options.joinTolerance);
+    read.reports = ReportOf(read.drawing);
+}
+
+void Show(const Options& options, const Read& read, const Streams& to, const std::string& name) {
+    if (options.form == Form::kTable) {
+        if (options.drawings.size() > 1) to.out << name << ":\n";
+        PrintTable(to.out, read.reports, options.rows);
+        PrintSummary(to.out, read.drawing, read.reports);
+    }
+    Act(options, read.drawing, read.reports, to.words);
+}
+
+// Reads and shows a drawing; the record takes what is wrong.
+Exit Work(const std::string& name, const Options& options, const Streams& to, Read& read, Record& record) {
+    ErrorLog log(options.lenient);
+    try {
+        ReadDrawing(name, options, to, log, read);
+        Show(options, read, to, name);
+    } catch (const DrawingError& error) {
+        record.result = "refused";
+        record.errors = {error.what()};
+        return Exit::kRefused;
+    }
+    record.errors = log.Errors();
+    if (log.Unkept()) record.errors.push_back("and " + std::to_string(log.Unkept()) + " more errors");
+    record.drawing = &read.drawing;
+    record.reports = &read.reports;
+    record.result = record.errors.empty() ? "whole" : "in part";
+    return record.errors.empty() ? Exit::kWhole : Exit::kInPart;
+}
+
+Exit Run(const std::string& name, const Options& options, const Streams& to) {
+    Read read;
+    Record record;
+    record.name = name;
+    const Exit exit = Work(name, options, to, read, record);
+    if (options.form == Form::kJson) WriteJson(to.out, record);
+    if (options.form == Form::kCsv) WriteCsv(to.out, record);
+    for (const std::string& error : record.errors) to.errors << name << ": " << error << "\n";
+    return exit;
 }
 
 Exit Worse(Exit a, Exit b) {
@@ -48,42 +110,27 @@ Exit Worse(Exit a, Exit b) {
     return either(Exit::kInPart) ? Exit::kInPart : Exit::kWhole;
 }
 
-} // namespace
-
-Exit Run(const std::string& drawing, const Options& options, std::ostream& out, std::ostream& errors) {
-    ErrorLog log(options.lenient);
-    try {
-        Drawing read;
-        ReadDxf(drawing, log, read);
-        const int joined = JoinOpenPieces(read.root, options.joinTolerance);
-        if (options.drawings.size() > 1) out << drawing << ":\n";
-        Show(options, read, joined, out);
-    } catch (const DrawingError& error) {
-        errors << drawing << ": " << error.what() << "\n";
-        return Exit::kRefused;
-    }
-    for (const std::string& error : log.Errors()) errors << drawing << ": " << error << "\n";
-    if (log.Unkept()) errors << drawing << ": and " << log.Unkept() << " more errors\n";
-    return log.Errors().empty() ? Exit::kWhole : Exit::kInPart;
+Exit RunAll(const Options& options, const Streams& to) {
+    UnitSystem::GetUnitSystem()->Load(options.unit);
+    if (options.form == Form::kCsv) WriteCsvHead(to.out);
+    Exit worst = Exit::kWhole;
+    for (const std::string& name : options.drawings) worst = Worse(worst, Run(name, options, to));
+    return worst;
 }
 
-int Main(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
-    Options options;
+} // namespace
+
+int Main(int argc, const char* const* argv, std::ostream& out, std::ostream& errors, bool isTerminal) {
     try {
-        options = ParseOptions(argc, argv);
+        const Options options = ParseOptions(argc, argv);
+        out << options.answer;
+        if (!options.answer.empty()) return static_cast<int>(Exit::kWhole);
+        std::ostream& words = options.form == Form::kTable ? out : errors;
+        return static_cast<int>(RunAll(options, {out, words, errors, isTerminal}));
     } catch (const UsageError& error) {
         errors << "qev_host: " << error.what() << " (--help lists the options)\n";
         return static_cast<int>(Exit::kUsage);
     }
-    if (!options.answer.empty()) {
-        out << options.answer;
-        return static_cast<int>(Exit::kWhole);
-    }
-    UnitSystem::GetUnitSystem()->Load(options.unit);
-    Exit worst = Exit::kWhole;
-    for (const std::string& drawing : options.drawings)
-        worst = Worse(worst, Run(drawing, options, out, errors));
-    return static_cast<int>(worst);
 }
 
 } // namespace host

@@ -3,13 +3,11 @@
 #pragma once
 
 #include <iosfwd>
-#include <string>
-
-#include "options.h"
 
 namespace host {
 
-/// What a run ends with. Of several drawings the worst counts, in the order of the names here.
+/// What a run ends with, as an exit code. Of several drawings the worst counts, in the order of the names
+/// here.
 enum class Exit {
     kWhole = 0,   ///< every drawing was read whole, and every option was served
     kInPart = 2,  ///< a damaged drawing was read as far as it goes, which --lenient asks for
@@ -19,13 +17,11 @@ enum class Exit {
 
 /// Runs the program with a command line as main gets it, the program's name first: reads the options, sets
 /// the display unit of the process, and runs one drawing after the other; one that is refused does not stop
-/// the others. Returns the exit code, a value of Exit. Tables go to `out`, led by the drawing's name when
-/// there are several; what is wrong goes to `errors`, one line each.
-int Main(int argc, const char* const* argv, std::ostream& out, std::ostream& errors);
-
-/// Reads one drawing, prints its table on `out` and does what the options ask for, in the display unit that
-/// the process has. What is wrong goes to `errors`, one line each, led by the drawing's name; of a strict run
-/// that is the first error, of a lenient run all of them, and what was readable is shown nevertheless.
-Exit Run(const std::string& drawing, const Options& options, std::ostream& out, std::ostream& errors);
+/// the others. Returns the exit code, a value of Exit. What was asked for goes to `out`: tables, led by the
+/// drawing's name when there are several, or data for programs and nothing else. What is wrong goes to
+/// `errors`, one line each, led by the drawing's name; of a strict run that is the first error of a drawing,
+/// of a lenient run all of them, and what was readable is shown nevertheless. `isTerminal` says that `errors`
+/// is one, on which progress may be shown.
+int Main(int argc, const char* const* argv, std::ostream& out, std::ostream& errors, bool isTerminal = false);
 
 } // namespace host

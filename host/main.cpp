@@ -3,7 +3,8 @@
 #include <iostream>
 
 #include "host.h"
+#include "platform/terminal.h"
 
 int main(int argc, char** argv) {
-    return host::Main(argc, argv, std::cout, std::cerr);
+    return host::Main(argc, argv, std::cout, std::cerr, qev::platform::ErrorsGoToTerminal());
 }

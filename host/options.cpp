@@ -26,6 +26,7 @@ constexpr const char* kExamples = R"(Examples:
   qev_host part.dxf --svg part.svg                  a table, and a picture of it
   qev_host *.dxf --lenient --rows 0                 the summaries of a folder, damaged drawings as far as they go
   qev_host part.dxf --pick 0,40 --walk 0:0.5:100    what is at a point, and 100 mm along it from there
+  qev_host *.dxf --json | jq .length_mm             the contour lengths of a folder
   qev_host part.dxf --plugin ./leadin.so --technics 'T={LeadIn={Length=4}}' --save part.technics
 
 Exit codes: 0 all drawings were read whole, 2 one was read in part (--lenient), 1 one was refused,
@@ -70,6 +71,11 @@ void AddRequest(CLI::App& app, const std::string& name, const std::string& form,
     app.add_option_function<std::string>(name, take, help)->type_name(form);
 }
 
+void AddForm(CLI::App& app, const char* name, Form& to, Form form, const char* help) {
+    app.add_flag_callback(
+        name, [&to, form] { to = form; }, help);
+}
+
 std::string RefusedUnlessNotNegative(const std::string& text) {
     double number = 0;
     if (ReadNumbers(text, ' ', number) && number >= 0) return {};
@@ -96,6 +102,10 @@ void AddOutput(CLI::App& app, Options& to) {
     app.add_option("--unit", to.unit, "the unit of the tables (Metric); all else is in mm")
         ->type_name("UNIT")
         ->check(CLI::IsMember({"Metric", "Inch"}));
+    AddForm(app, "--json", to.form, Form::kJson,
+            "print an object a drawing, one line each, instead of the table");
+    AddForm(app, "--csv", to.form, Form::kCsv,
+            "print a line an object, with a heading, instead of the table");
     app.add_option("--svg", to.svg, "draw the picture: outlines, start points, directions, sharp corners")
         ->type_name("FILE");
 }

@@ -13,10 +13,18 @@
 
 namespace host {
 
+/// How what is told of the drawings is written.
+enum class Form {
+    kTable, ///< for people
+    kJson,  ///< an object a drawing, one line each
+    kCsv    ///< a line an object of a drawing, after a line with the names of the columns
+};
+
 /// What the command line asks for. Lengths are in mm whatever the display unit is.
 struct Options {
     std::string answer;                  ///< what --help or --version prints instead of work; else empty
     std::vector<std::string> drawings;   ///< the DXF files to read, one at least
+    Form form = Form::kTable;            ///< of what goes to the standard output
     std::string svg;                     ///< where the picture goes; empty for none
     std::string unit = "Metric";         ///< display unit of the tables, "Metric" or "Inch"
     bool lenient = false;                ///< whether a damaged drawing is read as far as it goes

@@ -38,7 +38,7 @@ MAY_INCLUDE = {
     "data": (STANDARD, OCCT, LAYERS, BASE),
     "platform": (STANDARD, r"<qev/platform\.h>", r'"\.\./\w+\.h"'),
     "platform/win32": (STANDARD, r"<(windows|shlwapi|gdiplus)\.h>", r'"\.\./\w+\.h"'),
-    "platform/posix": (STANDARD, r"<(dlfcn|gdk-pixbuf/gdk-pixbuf|iconv|sys/stat)\.h>", r'"\.\./\w+\.h"'),
+    "platform/posix": (STANDARD, r"<(dlfcn|gdk-pixbuf/gdk-pixbuf|iconv|sys/stat|unistd)\.h>", r'"\.\./\w+\.h"'),
     "include": (STANDARD, BASE, PUBLIC, LAYERS),
     "common/message": (STANDARD, r"<qev/message\.h>"),
     "common/units": (STANDARD, r"<qev/units/\w+\.h>", r'"platform/dialog\.h"'),
@@ -47,7 +47,7 @@ MAY_INCLUDE = {
     "common/technics": (STANDARD, LUA, BASE, r"<qev/(technics|script|measure)/\w+\.h>", r"<qevdata/\w+\.h>",
                         r'"\.\./script/(protect|texts)\.h"', r'"platform/\w+\.h"'),
     "kit": (STANDARD, PUBLIC, LAYERS),
-    "host": (STANDARD, PUBLIC, LAYERS, r"<CLI/CLI\.hpp>", r'"kit/\w+\.h"', r'"host/[\w/]+\.h"'),
+    "host": (STANDARD, PUBLIC, LAYERS, r"<CLI/CLI\.hpp>", r'"platform/terminal\.h"', r'"kit/\w+\.h"', r'"host/[\w/]+\.h"'),
     "examples": (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"'),
     "examples/dialog": (STANDARD, PUBLIC, r"<windows\.h>"),
     "examples/settings": (STANDARD, LUA, PUBLIC),
@@ -60,6 +60,7 @@ MAY_INCLUDE = {
     "tests": (STANDARD, OCCT, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|measure|support|platform|technics)/[\w/]+\.h"', TESTED),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"(script|support)/\w+\.h"'),
     "tests/technics": (STANDARD, LUA, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(technics|script|support|platform)/\w+\.h"'),
+    "tests/host/report": (STANDARD, r'"(host|platform)/[\w/]+\.h"', r"<sys/resource\.h>"),
     "tests/lifetime": (STANDARD, LUA, PUBLIC, r"<gtest/gtest\.h>", r'"platform/\w+\.h"'),
     "tests/support/win32": (STANDARD, r"<windows\.h>", r'"support/\w+\.h"'),
 }
@@ -75,6 +76,7 @@ for room in HOST_ROOMS:
     MAY_INCLUDE[f"host/{room}"] = (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"', rf'"host/({up_to(HOST_ROOMS, room)})/\w+\.h"')
 MAY_INCLUDE["host/drawing"] += (FREETYPE, r'"platform/(dynamic_library|encoding|path)\.h"')
 MAY_INCLUDE["host/dxf"] += (r'"platform/encoding\.h"',)
+MAY_INCLUDE["host/report"] += (r"<nlohmann/json\.hpp>", r'"platform/(held_interrupts|output_path)\.h"')
 
 
 def tracked(*patterns):

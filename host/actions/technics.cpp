@@ -19,6 +19,8 @@
 
 #include <qev/qev.h>
 
+#include "host/report/output_file.h"
+
 namespace host {
 namespace {
 
@@ -50,18 +52,17 @@ void Remove(qev::CTechnicsManager& manager, int type, const Objects& selection, 
 }
 
 void Save(qev::CTechnicsManager& manager, const Objects& contours, const std::string& path) {
-    std::ofstream file(path, std::ios::binary);
+    OutputFile file(path, "technics");
     int number = 0;
     for (qev::CCadObject* contour : contours) {
         if (qev::HasTechnics(contour)) {
             manager.SaveTechnics(contour);
             const CString text = contour->GetTechnicsString();
-            file << number << " " << text.GetLength() << "\n" << text.GetString() << "\n";
+            file.Stream() << number << " " << text.GetLength() << "\n" << text.GetString() << "\n";
         }
         ++number;
     }
-    file.close();
-    if (!file) throw DrawingError("the technics " + path + " cannot be written");
+    file.Keep();
 }
 
 void Load(qev::CTechnicsManager& manager, const Objects& contours, const std::string& path) {

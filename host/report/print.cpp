@@ -1,5 +1,6 @@
 #include "print.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdarg>
 #include <cstdio>
@@ -16,6 +17,12 @@ void Print(std::ostream& out, const char* format, ...) {
     std::vsnprintf(line.data(), line.size(), format, arguments);
     va_end(arguments);
     out << line.data();
+}
+
+std::string OneLine(std::string text) {
+    const auto isControl = [](unsigned char c) { return c < ' ' || c == 0x7f; };
+    std::replace_if(text.begin(), text.end(), isControl, '?');
+    return text;
 }
 
 } // namespace host

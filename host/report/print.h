@@ -3,6 +3,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <string>
 
 #include <qev/units.h>
 
@@ -11,6 +12,10 @@ namespace host {
 /// Writes a formatted text, as printf does, in the "C" locale's numbers as long as nobody has set another
 /// one. A text is cut off after 255 characters.
 [[gnu::format(printf, 2, 3)]] void Print(std::ostream& out, const char* format, ...);
+
+/// A text from a file as a table may show it: with '?' for each control character, which could end the line
+/// or steer the terminal.
+std::string OneLine(std::string text);
 
 /// The display unit's name, "mm" or "in".
 inline const char* UnitName() {

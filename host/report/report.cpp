@@ -10,6 +10,8 @@
 
 #include "report.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 #include <memory>
@@ -19,9 +21,8 @@
 #include "print.h"
 
 namespace host {
-namespace {
 
-const char* NameOf(qev::cad_t kind) {
+const char* KindName(qev::cad_t kind) {
     const std::pair<qev::cad_t, const char*> names[] = {
         {qev::kCadDot, "dot"},           {qev::kCadLine, "line"},
         {qev::kCadCircle, "circle"},     {qev::kCadArc, "arc"},
@@ -33,6 +34,30 @@ const char* NameOf(qev::cad_t kind) {
         if (code == kind) return name;
     return "?";
 }
+
+const char* DirectionName(int direction) {
+    constexpr std::array<const char*, 3> kNames{"", "cw", "ccw"};
+    return kNames.at(direction);
+}
+
+const char* SourceName(UnitSource source) {
+    switch (source) {
+    case UnitSource::kHint:
+        return "assumed, though the file says that it is imperial";
+    case UnitSource::kFile:
+        return "as the file says";
+    case UnitSource::kSettings:
+        return "as asked";
+    default:
+        return "assumed";
+    }
+}
+
+std::string LayerOf(const qev::CCadObject& object) {
+    return object.GetKey("Layer").GetString();
+}
+
+namespace {
 
 // The joints that turn sharply. An open polyline has none at its start, where nothing comes before.
 void CollectCorners(const qev::CCadPolyline& polyline, std::vector<math::DPOINT2>& corners) {
@@ -67,50 +92,67 @@ std::vector<ObjectReport> ReportOf(const Drawing& drawing) {
     return reports;
 }
 
+Summary SummaryOf(const Drawing& drawing, const std::vector<ObjectReport>& reports) {
+    Summary sum;
+    for (const ObjectReport& r : reports) {
+        ++sum.kinds[KindName(r.object->GetType())];
+        const bool isContour = r.segments > 0; // dots and texts have a closedness too, but are no contours
+        if (isContour) sum.length += r.length;
+        if (isContour && r.closed == 1) ++sum.closed;
+        sum.corners += static_cast<int>(r.corners.size());
+    }
+    sum.low = qev::GetCornerPoint(&drawing.root.GetObjectsList(), "BL");
+    sum.high = qev::GetCornerPoint(&drawing.root.GetObjectsList(), "TR");
+    return sum;
+}
+
 void PrintTable(std::ostream& out, const std::vector<ObjectReport>& reports, int rows) {
-    const char* const directions[] = {"", "cw", "ccw"};
     const std::string unit = UnitName();
-    Print(out, "%6s  %-20s %8s %14s  %-6s %-9s %16s %7s\n", "object", "kind", "segments",
-          ("length " + unit).c_str(), "closed", "direction", ("area " + unit + "2").c_str(), "corners");
+    Print(out, "%6s  %-20s %8s %14s  %-6s %-9s %16s %7s  %s\n", "object", "kind", "segments",
+          ("length " + unit).c_str(), "closed", "direction", ("area " + unit + "2").c_str(), "corners",
+          "layer");
     const int count = static_cast<int>(reports.size());
     for (int i = 0; i < std::min(rows, count); ++i) {
         const ObjectReport& r = reports[i];
-        Print(out, "%6d  %-20s %8d %14.*f  %-6s %-9s ", i, NameOf(r.object->GetType()), r.segments,
-              UnitDigits(), ShownLength(r.length), r.closed == 1 ? "yes" : "no", directions[r.direction]);
+        Print(out, "%6d  %-20s %8d %14.*f  %-6s %-9s ", i, KindName(r.object->GetType()), r.segments,
+              UnitDigits(), ShownLength(r.length), r.closed == 1 ? "yes" : "no", DirectionName(r.direction));
         if (r.area > 0) // what is open leaves the column empty
             Print(out, "%16.*f", UnitDigits(), ShownArea(r.area));
         else
             Print(out, "%16s", "");
-        Print(out, " %7d\n", static_cast<int>(r.corners.size()));
+        Print(out, " %7d  ", static_cast<int>(r.corners.size()));
+        out << OneLine(LayerOf(*r.object)) << "\n";
     }
     if (rows < count) Print(out, "        ... and %d more\n", count - rows);
 }
 
-void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<ObjectReport>& reports,
-                  int joined) {
-    std::map<std::string, int> kinds;
-    double length = 0;
-    int closed = 0;
-    int corners = 0;
-    for (const ObjectReport& r : reports) {
-        ++kinds[NameOf(r.object->GetType())];
-        const bool isContour = r.segments > 0; // dots and texts have a closedness too, but are no contours
-        if (isContour) length += r.length;
-        if (isContour && r.closed == 1) ++closed;
-        corners += static_cast<int>(r.corners.size());
-    }
-    Print(out, "%d objects:", static_cast<int>(reports.size()));
-    for (const auto& [name, count] : kinds)
-        Print(out, " %d %s%s", count, name.c_str(), name == kinds.rbegin()->first ? "" : ",");
-    Print(out, "\n%d closed contours, %.*f %s of contour, %d sharp corners, %d pieces joined\n", closed,
-          UnitDigits(), ShownLength(length), UnitName(), corners, joined);
-    const math::DPOINT2 low = qev::GetCornerPoint(&drawing.root.GetObjectsList(), "BL");
-    const math::DPOINT2 high = qev::GetCornerPoint(&drawing.root.GetObjectsList(), "TR");
-    const int digits = UnitDigits();
-    Print(out, "from (%.*f, %.*f) to (%.*f, %.*f)\n", digits, ShownLength(low.x), digits, ShownLength(low.y),
-          digits, ShownLength(high.x), digits, ShownLength(high.y));
+namespace {
+
+// What was done with the file's geometry, a line for each way that met anything. The joined pieces stand with
+// the contours.
+void PrintCounts(std::ostream& out, const Drawing& drawing) {
     for (const auto& [type, count] : drawing.skipped)
         Print(out, "not drawn: %d %s\n", count, type.substr(0, 60).c_str());
+    for (const ReadCountRow& row : kReadCounts) {
+        const int count = drawing.counts.*row.count;
+        if (count > 0 && row.count != &ReadCounts::joined) Print(out, "%d %s\n", count, row.words);
+    }
+}
+
+} // namespace
+
+void PrintSummary(std::ostream& out, const Drawing& drawing, const std::vector<ObjectReport>& reports) {
+    const Summary sum = SummaryOf(drawing, reports);
+    const int digits = UnitDigits();
+    Print(out, "%d objects:", static_cast<int>(reports.size()));
+    for (const auto& [name, count] : sum.kinds)
+        Print(out, " %d %s%s", count, name.c_str(), name == sum.kinds.rbegin()->first ? "" : ",");
+    Print(out, "\n%d closed contours, %.*f %s of contour, %d sharp corners, %d pieces joined\n", sum.closed,
+          digits, ShownLength(sum.length), UnitName(), sum.corners, drawing.counts.joined);
+    Print(out, "from (%.*f, %.*f) to (%.*f, %.*f)\n", digits, ShownLength(sum.low.x), digits,
+          ShownLength(sum.low.y), digits, ShownLength(sum.high.x), digits, ShownLength(sum.high.y));
+    Print(out, "unit of the file: %s (%s)\n", drawing.unit.name.c_str(), SourceName(drawing.unit.source));
+    PrintCounts(out, drawing);
 }
 
 } // namespace host

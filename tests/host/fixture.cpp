@@ -5,6 +5,8 @@
 #include <list>
 #include <sstream>
 
+#include <qev/units.h>
+
 #include "host/host.h"
 
 namespace test {
@@ -53,7 +55,9 @@ Ran RunHost(const std::string& line) {
     for (std::string word; in >> std::quoted(word, '\'', '\1');)
         arguments.push_back(words.emplace_back(word).c_str());
     std::ostringstream out, errors;
+    const UnitSystem before = *UnitSystem::GetUnitSystem();
     const int code = host::Main(static_cast<int>(arguments.size()), arguments.data(), out, errors);
+    *UnitSystem::GetUnitSystem() = before; // a process has one unit, a run of the host another
     return {code, out.str(), errors.str()};
 }
 

@@ -1,0 +1,34 @@
+/// \file
+/// What is told of a drawing as data that programs read: JSON and CSV. Keys of lengths, areas and times end
+/// in their unit, as "length_mm"; numbers are exact, with a point whatever the locale.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "report.h"
+
+namespace host {
+
+/// One drawing and what became of it. Nothing that it points to is its own; what is null is left out.
+struct Record {
+    std::string name;                                   ///< of the drawing's file
+    const char* result = "";                            ///< "whole", "in part" or "refused"
+    std::vector<std::string> errors;                    ///< what is wrong with it, one line each
+    const Drawing* drawing = nullptr;                   ///< null when it was refused
+    const std::vector<ObjectReport>* reports = nullptr; ///< of its objects; null when it was refused
+};
+
+/// Writes one line with a JSON object: the drawing, its unit, what was left out, what its objects come to,
+/// and the objects, with the fields of the table each. Bytes that are no UTF-8 become U+FFFD.
+void WriteJson(std::ostream& out, const Record& record);
+
+/// Writes the line with the names of the columns, which stands once before all drawings.
+void WriteCsvHead(std::ostream& out);
+
+/// Writes a line for each object of a drawing: the drawing, and then what the table shows. Texts are written
+/// as they are, in quotes where they need them.
+void WriteCsv(std::ostream& out, const Record& record);
+
+} // namespace host
