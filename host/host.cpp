@@ -6,6 +6,7 @@
 
 #include "host/actions/start_zones.h"
 #include "host/drawing/join.h"
+#include "host/drawing/unicode.h"
 #include "host/dxf/dxf_objects.h"
 #include "host/report/output_file.h"
 #include "host/report/progress.h"
@@ -82,7 +83,7 @@ Exit Work(const std::string& name, const Options& options, const Streams& to, Re
         Show(options, read, to, name);
     } catch (const DrawingError& error) {
         record.result = "refused";
-        record.errors = {error.what()};
+        record.errors = {FromBridge(error.what())};
         return Exit::kRefused;
     }
     record.errors = log.Errors();

@@ -58,6 +58,7 @@ MAY_INCLUDE = {
     "tools/digest": (STANDARD, OCCT, PUBLIC, LAYERS),
     "tools/instructions": (STANDARD, LUA, PUBLIC, r"<gnu/libc-version\.h>"),
     "tests": (STANDARD, OCCT, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|measure|support|platform|technics)/[\w/]+\.h"', TESTED),
+    "tests/host": (STANDARD, FREETYPE, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|support)/[\w/]+\.h"'),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"(script|support)/\w+\.h"'),
     "tests/technics": (STANDARD, LUA, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(technics|script|support|platform)/\w+\.h"'),
     "tests/host/report": (STANDARD, r'"(host|platform)/[\w/]+\.h"', r"<sys/resource\.h>"),

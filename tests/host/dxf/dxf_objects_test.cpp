@@ -64,12 +64,4 @@ TEST(DxfObjects, InsertsMultiplyTheirMaps) {
     EXPECT_POINT_NEAR(read.objects[8]->GetStartPoint(), (DPOINT2{-20, 13}), 1e-12);
 }
 
-TEST(DxfObjects, ATextHoldsItsStrokes) {
-    const DrawingOf read(DxfFile("0 TEXT 10 5 20 5 40 2 50 90 1 I-1"));
-    EXPECT_STREQ(dynamic_cast<const qev::CCadText&>(*read.objects[0]).GetText(), "I-1");
-    const qev::CadRect box = read.objects[0]->GetBoundRect(); // height 2, turned to the left
-    EXPECT_POINT_NEAR((DPOINT2{box.x, box.y}), (DPOINT2{3, 5 + 1 / 3.0}), 1e-12);
-    EXPECT_NEAR(box.width, 2, 1e-12);
-}
-
 } // namespace
