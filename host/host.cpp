@@ -8,6 +8,8 @@
 #include "host/drawing/join.h"
 #include "host/drawing/unicode.h"
 #include "host/dxf/dxf_objects.h"
+#include "host/picture/page.h"
+#include "host/picture/svg.h"
 #include "host/report/output_file.h"
 #include "host/report/progress.h"
 #include "host/report/records.h"
@@ -24,21 +26,24 @@ struct Streams {
     bool isTerminal;      // whether errors go to one
 };
 
-void WritePicture(const SvgPicture& picture, const std::string& path, std::ostream& words) {
-    OutputFile file(path, "picture");
-    picture.Write(file.Stream());
+// Writes a file with what `write` puts into it, and says so. Without a path nothing is asked for.
+template <class Write>
+void WriteFile(const char* what, const std::string& path, std::ostream& words, Write write) {
+    if (path.empty()) return;
+    OutputFile file(path, what);
+    write(file.Stream());
     file.Keep();
-    words << "picture: " << path << "\n";
+    words << what << ": " << path << "\n";
 }
 
 // Draws in the order in which the picture is to be seen: outlines first, then what lies over them.
 void Act(const Options& options, const Drawing& drawing, const std::vector<ObjectReport>& reports,
-         std::ostream& words) {
-    SvgPicture picture(drawing.root.GetBoundRect());
-    const bool isDrawn = !options.svg.empty(); // a picture of a large drawing takes more memory than it
+         const std::string& name, std::ostream& words) {
+    Picture picture(name.substr(name.find_last_of("/\\") + 1), drawing.root.GetBoundRect());
+    // a picture of a large drawing takes more memory than it
+    const bool isDrawn = !options.svg.empty() || !options.html.empty();
     for (const ObjectReport& report : reports)
-        if (isDrawn)
-            picture.Draw(*report.object, report.object->GetType() == qev::kCadText ? "text" : "outline");
+        if (isDrawn) picture.DrawObject(report);
     if (options.polylineError) DrawConverted(reports, *options.polylineError, picture, words);
     for (const ObjectReport& report : reports)
         if (isDrawn) picture.Mark(report);
@@ -49,7 +54,8 @@ void Act(const Options& options, const Drawing& drawing, const std::vector<Objec
     const int picked = options.pick ? DrawPick(drawing, reports, *options.pick, picture, words) : 0;
     if (options.walk) DrawWalk(reports, picked, *options.walk, picture, words);
     RunTechnics(options.technics, drawing, options.pick ? reports[picked].object : nullptr, picture, words);
-    if (isDrawn) WritePicture(picture, options.svg, words);
+    WriteFile("picture", options.svg, words, [&](std::ostream& file) { WriteSvg(picture, file); });
+    WriteFile("page", options.html, words, [&](std::ostream& file) { WritePage(picture, reports, file); });
 }
 
 // What was read of a drawing. It stays where it is, as its reports point into it.
@@ -72,7 +78,7 @@ void Show(const Options& options, const Read& read, const Streams& to, const std
         PrintTable(to.out, read.reports, options.rows);
         PrintSummary(to.out, read.drawing, read.reports);
     }
-    Act(options, read.drawing, read.reports, to.words);
+    Act(options, read.drawing, read.reports, name, to.words);
 }
 
 // Reads and shows a drawing; the record takes what is wrong.

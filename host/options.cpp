@@ -108,6 +108,9 @@ void AddOutput(CLI::App& app, Options& to) {
             "print a line an object, with a heading, instead of the table");
     app.add_option("--svg", to.svg, "draw the picture: outlines, start points, directions, sharp corners")
         ->type_name("FILE");
+    app.add_option("--html", to.html,
+                   "write a page for a browser: the drawing to move and zoom, its table beside")
+        ->type_name("FILE");
 }
 
 void AddQuestions(CLI::App& app, Options& to) {

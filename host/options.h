@@ -26,6 +26,7 @@ struct Options {
     std::vector<std::string> drawings;   ///< the DXF files to read, one at least
     Form form = Form::kTable;            ///< of what goes to the standard output
     std::string svg;                     ///< where the picture goes; empty for none
+    std::string html;                    ///< where the page goes; empty for none
     std::string unit = "Metric";         ///< display unit of the tables, "Metric" or "Inch"
     bool lenient = false;                ///< whether a damaged drawing is read as far as it goes
     double joinTolerance = 0.01;         ///< mm between ends that are joined; 0 joins nothing

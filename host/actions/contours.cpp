@@ -34,7 +34,7 @@ std::string Shown(const math::POLYPOS& pos) {
 
 } // namespace
 
-void DrawConverted(const std::vector<ObjectReport>& reports, double error, SvgPicture& picture,
+void DrawConverted(const std::vector<ObjectReport>& reports, double error, Picture& picture,
                    std::ostream& out) {
     int converted = 0;
     int segments = 0;
@@ -50,7 +50,7 @@ void DrawConverted(const std::vector<ObjectReport>& reports, double error, SvgPi
     out << converted << " objects converted within " << error << " mm: " << segments << " lines and arcs\n";
 }
 
-void DrawCut(const std::vector<ObjectReport>& reports, const CutRequest& cut, SvgPicture& picture,
+void DrawCut(const std::vector<ObjectReport>& reports, const CutRequest& cut, Picture& picture,
              std::ostream& out) {
     // The numbers of a command line become positions on the contour of segments that stands for the object.
     const auto contour = kit::ContourOf(ObjectOf(reports, cut.object));
@@ -67,7 +67,7 @@ void DrawCut(const std::vector<ObjectReport>& reports, const CutRequest& cut, Sv
 }
 
 int DrawPick(const Drawing& drawing, const std::vector<ObjectReport>& reports, const math::DPOINT2& point,
-             SvgPicture& picture, std::ostream& out) {
+             Picture& picture, std::ostream& out) {
     const Pick pick = PickAt(drawing, reports, point);
     picture.MarkPoint(pick.point, "pick");
     out << "picked: object " << pick.object << ", " << (pick.pos ? Shown(*pick.pos) + ", " : "")
@@ -76,7 +76,7 @@ int DrawPick(const Drawing& drawing, const std::vector<ObjectReport>& reports, c
 }
 
 void DrawWalk(const std::vector<ObjectReport>& reports, int object, const WalkRequest& walk,
-              SvgPicture& picture, std::ostream& out) {
+              Picture& picture, std::ostream& out) {
     const qev::CCadObject& walked = ObjectOf(reports, object);
     math::POLYPOS end;
     math::DPOINT2 from;

@@ -17,7 +17,7 @@ using math::PosRange;
 
 // A range of a contour is drawn as the contour that the library cuts out there.
 void DrawRange(const qev::CCadMultiSegments& contour, const PosRange& range, const char* style,
-               SvgPicture& picture) {
+               Picture& picture) {
     const std::unique_ptr<qev::CCadMultiSegments> stretch(qev::GetMultiSementsByRange(&contour, range));
     if (stretch) picture.Draw(*stretch, style);
 }
@@ -34,7 +34,7 @@ void PrintRow(std::ostream& out, std::size_t object, const StartZones& found, co
 } // namespace
 
 void DrawStartZones(const std::vector<ObjectReport>& reports, double length, double cornerDegrees,
-                    SvgPicture& picture, std::ostream& out) {
+                    Picture& picture, std::ostream& out) {
     out << "object  zones   free   longest " << UnitName() << "  start at\n";
     for (std::size_t i = 0; i < reports.size(); ++i) {
         if (!reports[i].object->IsClose()) continue;

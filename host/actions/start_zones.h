@@ -5,7 +5,7 @@
 #include <iosfwd>
 #include <vector>
 
-#include "host/picture/svg.h"
+#include "host/picture/picture.h"
 #include "host/report/report.h"
 
 namespace host {
@@ -15,6 +15,6 @@ namespace host {
 /// and prints a table in the display unit of the process: how many there are of both, the longest free
 /// stretch, the place.
 void DrawStartZones(const std::vector<ObjectReport>& reports, double length, double cornerDegrees,
-                    SvgPicture& picture, std::ostream& out);
+                    Picture& picture, std::ostream& out);
 
 } // namespace host

@@ -86,7 +86,7 @@ void Load(qev::CTechnicsManager& manager, const Objects& contours, const std::st
     if (!file.eof()) throw DrawingError("the technics " + path + " are damaged");
 }
 
-void DrawPaths(const Objects& contours, SvgPicture& picture, std::ostream& out) {
+void DrawPaths(const Objects& contours, Picture& picture, std::ostream& out) {
     int count = 0;
     double length = 0;
     for (const qev::CCadObject* contour : contours)
@@ -101,7 +101,7 @@ void DrawPaths(const Objects& contours, SvgPicture& picture, std::ostream& out) 
 } // namespace
 
 void RunTechnics(const TechnicsRequest& request, const Drawing& drawing, const qev::CCadObject* picked,
-                 SvgPicture& picture, std::ostream& out) try {
+                 Picture& picture, std::ostream& out) try {
     qev::CTechnicsManager& manager = *qev::GetTechnicsManager();
     manager.SetDataOnly(true); // technics come with drawings, from anywhere
     LoadPlugIns(manager, request.plugIns);

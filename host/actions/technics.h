@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/drawing/drawing.h"
-#include "host/picture/svg.h"
+#include "host/picture/picture.h"
 
 namespace host {
 
@@ -27,6 +27,6 @@ struct TechnicsRequest {
 /// taken as data: their texts may hold no functions and no endless loops. Throws a DrawingError at the first
 /// thing that is refused; what was done before stays.
 void RunTechnics(const TechnicsRequest& request, const Drawing& drawing, const qev::CCadObject* picked,
-                 SvgPicture& picture, std::ostream& out);
+                 Picture& picture, std::ostream& out);
 
 } // namespace host

@@ -1,173 +1,189 @@
-// SVG draws what the library's outlines are made of, so that nothing is flattened into chords: a line is "L",
-// a cubic Bezier piece "C", an arc of a circle or an ellipse "A". An outline becomes one path, each piece as
-// it comes from the object, and the picture is as exact as its numbers.
+// The document's own coordinates are pixels. The drawing is a document within it, whose box is the drawing's:
+// the legend and the scale bar beside it so keep a size that can be read, whatever is drawn. Lines are as
+// wide on the screen at any zoom (vector-effect), since a width in mm is right for one zoom only; marks grow
+// with the drawing.
 //
-// "A" is given by its end point and not by its angles. From start, end and radii two centres are possible,
-// and from each a short and a long way round; two flags choose. A whole ellipse ends where it starts, and
-// then no centre follows, so that an arc of more than half a turn is drawn as two. Half a turn may stay
-// one: nine digits then place its centre within 3e-5 of the radius, which is less than a pixel.
-//
-// Numbers have nine digits, a hundredth of a millimetre on a drawing of a kilometre. All 17 digits of a
-// double would double the file and show nothing more.
-//
-// The drawing's y axis points up and SVG's down. One group turns the whole picture over, rather than every
+// The drawing's y axis points up and SVG's down. One group turns the whole drawing over, rather than every
 // coordinate: so the numbers in the file are the drawing's.
+//
+// Colours are given twice, for a light and for a dark ground, and a media query chooses. Variables of style
+// sheets would say it once, but many programs that show SVG do not know them.
 
 #include "svg.h"
 
-#include <charconv>
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <ostream>
-#include <string_view>
+
+#include "host/report/print.h"
+#include "path_text.h"
+#include "styles.h"
 
 namespace host {
 namespace {
 
 using math::DPOINT2;
-using qev::SEGMENT;
 
-void Append(std::string& text, std::string_view part) {
-    text += part;
+constexpr double kLongSide = 1600;   // pixels, of the drawing
+constexpr double kLeastWidth = 640;  // pixels, of the legend's widest entry and the scale bar
+constexpr double kLegendEntry = 310; // pixels from one entry to the next
+constexpr double kLegendLine = 32;   // pixels
+constexpr double kSampleWidth = 44;  // pixels, of the line that shows a style
+
+// The characters that end a text of XML, by their names.
+std::string Escaped(const std::string& text) {
+    std::string escaped;
+    for (const char c : text) switch (c) {
+        case '&':
+            escaped += "&amp;";
+            break;
+        case '<':
+            escaped += "&lt;";
+            break;
+        case '>':
+            escaped += "&gt;";
+            break;
+        default:
+            escaped += c;
+        }
+    return escaped;
 }
 
-void Append(std::string& text, double value) {
-    char digits[32];
-    text.append(digits,
-                std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 9).ptr);
+std::string CurveText(int style, const std::string& path) {
+    return TextOf("<path class='", Styles()[style].name, "' d='", path, "'/>\n");
 }
 
-void Append(std::string& text, const DPOINT2& p) {
-    Append(text, p.x);
-    text += ' ';
-    Append(text, p.y);
-}
-
-// Texts, numbers and points, one after the other.
-template <class... Parts>
-std::string Text(const Parts&... parts) {
-    std::string text;
-    (Append(text, parts), ...);
-    return text;
-}
-
-// "A" with radii, rotation in degrees, and two flags: whether the arc turns by more than half a turn, and
-// whether its angles grow.
-std::string ArcTo(double a, double b, double rotation, double sweep, const DPOINT2& end) {
-    const bool longWay = std::abs(sweep) > math::kPi;
-    return Text("A", a, " ", b, " ", rotation * 180 / math::kPi, longWay ? " 1" : " 0",
-                sweep > 0 ? " 1 " : " 0 ", end);
-}
-
-// An elliptic arc is a path of its own: no object has other pieces beside it.
-std::string PathOf(const math::EllipticArc& arc) {
-    const double rotation = math::D2GetNormalAngle(arc.GetAxisA());
-    const int parts = std::abs(arc.GetSweep()) > math::kPi ? 2 : 1;
-    const double step = arc.GetSweep() / parts;
-    std::string path = Text("M", arc.PointAt(arc.GetStart()));
-    for (int i = 1; i <= parts; ++i)
-        path += ArcTo(arc.GetSemiAxisA(), arc.GetSemiAxisB(), rotation, step,
-                      arc.PointAt(arc.GetStart() + i * step));
-    return path;
-}
-
-// A segment goes on from where the path stands. An arc turns by four times the arc tangent of its bulge.
-std::string PathOf(const SEGMENT& s) {
-    if (s.nType == SEGMENT::kBezier) return Text("C", s.ptCtrl1, " ", s.ptCtrl2, " ", s.ptEnd);
-    const double curvature = s.GetArc().GetCurvature();
-    if (curvature == 0) return Text("L", s.ptEnd);
-    const double radius = 1 / std::abs(curvature);
-    return ArcTo(radius, radius, 0, 4 * std::atan(s.dBulge), s.ptEnd);
-}
-
-std::string PathOf(const qev::CCadObject& object) {
-    std::string path;
-    for (int i = 0, count = object.GetPieceCount(); i < count; ++i) {
-        const qev::OutlinePiece piece = object.GetPiece(i);
-        const auto* segment = std::get_if<SEGMENT>(&piece);
-        if (segment && i == 0) path += Text("M", segment->ptStart);
-        path += std::visit([](const auto& p) { return PathOf(p); }, piece);
+std::string SpotText(const Picture::Spot& spot) {
+    const Style& style = Styles()[spot.style];
+    const DPOINT2& p = spot.at;
+    const double r = spot.radius;
+    if (style.form == MarkForm::kSquare)
+        return TextOf("<rect class='", style.name, "' x='", p.x - r, "' y='", p.y - r, "' width='", 2 * r,
+                      "' height='", 2 * r, "'/>\n");
+    if (style.form == MarkForm::kArrow) {
+        const DPOINT2 back = p - spot.along * r;
+        const DPOINT2 side = math::LeftOf(spot.along) * (r / 3);
+        return TextOf("<path class='", style.name, "' d='M", p, "L", back + side, "L", back - side, "Z'/>\n");
     }
-    return path;
+    return TextOf("<circle class='", style.name, "' cx='", p.x, "' cy='", p.y, "' r='", r, "'/>\n");
 }
 
-// The point at a part of a piece's length.
-DPOINT2 PointOf(const qev::OutlinePiece& piece, double ratio) {
-    if (const auto* segment = std::get_if<SEGMENT>(&piece)) return segment->GetPoint(ratio);
-    const auto& arc = std::get<math::EllipticArc>(piece);
-    return arc.PointAt(arc.ParameterAt(ratio));
+// The styles that occur, in their order.
+std::vector<int> UsedStyles(const Picture& picture) {
+    std::vector<bool> isUsed(Styles().size());
+    for (const auto& outline : picture.Outlines()) isUsed[outline.style] = true;
+    for (const auto& curve : picture.Curves()) isUsed[curve.style] = true;
+    for (const auto& spot : picture.Spots()) isUsed[spot.style] = true;
+    std::vector<int> used;
+    for (std::size_t i = 0; i < isUsed.size(); ++i)
+        if (isUsed[i]) used.push_back(static_cast<int>(i));
+    return used;
+}
+
+std::string ColourRules(const std::vector<int>& styles, const char* Style::*colour, const char* ground,
+                        const char* ink) {
+    std::string rules = TextOf(".ground{fill:", ground, "}.ink{stroke:", ink, "}text{fill:", ink, "}");
+    for (const int i : styles) {
+        const Style& style = Styles()[i];
+        const bool isFilled = style.form == MarkForm::kDisc || style.form == MarkForm::kArrow;
+        rules += TextOf(".", style.name, isFilled ? "{fill:" : "{stroke:", style.*colour, "}");
+    }
+    return rules;
+}
+
+std::string StyleSheet(const std::vector<int>& styles) {
+    std::string sheet =
+        "<style>\nsvg{max-width:100%;height:auto}text{font:20px sans-serif}\n"
+        "path,circle,rect{fill:none;stroke-linejoin:round;vector-effect:non-scaling-stroke}\n";
+    for (const int i : styles) {
+        const Style& style = Styles()[i];
+        sheet += TextOf(".", style.name, "{stroke-width:", style.width, "px");
+        if (*style.dash) sheet += TextOf(";stroke-dasharray:", style.dash);
+        sheet += "}";
+    }
+    return sheet + "\n" + ColourRules(styles, &Style::light, kLightGround, Styles()[0].light)
+           + "\n@media(prefers-color-scheme:dark){\n"
+           + ColourRules(styles, &Style::dark, kDarkGround, Styles()[0].dark) + "}\n</style>\n";
+}
+
+void WriteOutlines(const Picture& picture, std::ostream& out) {
+    std::vector<std::vector<const Picture::Outline*>> byLayer(picture.Layers().size());
+    for (const auto& outline : picture.Outlines()) byLayer[outline.layer].push_back(&outline);
+    for (std::size_t layer = 0; layer < byLayer.size(); ++layer) {
+        out << "<g><title>layer " << Escaped(picture.Layers()[layer]) << "</title>\n";
+        for (const auto* outline : byLayer[layer])
+            for (const qev::CCadObject* leaf : LeavesOf(*outline->object))
+                out << (leaf->GetType() == qev::kCadDot
+                            ? SpotText({outline->style, leaf->GetStartPoint(), picture.Unit(), {}})
+                            : CurveText(outline->style, PathText(*leaf)));
+        out << "</g>\n";
+    }
+}
+
+void WriteOverlays(const Picture& picture, const std::vector<int>& styles, std::ostream& out) {
+    for (const int style : styles) {
+        std::string things;
+        for (const auto& curve : picture.Curves())
+            if (curve.style == style) things += CurveText(style, curve.path);
+        for (const auto& spot : picture.Spots())
+            if (spot.style == style) things += SpotText(spot);
+        if (!things.empty())
+            out << "<g><title>" << Styles()[style].title << "</title>\n" << things << "</g>\n";
+    }
+}
+
+// The longest of 1, 2 and 5 times a power of ten that is no longer than a length.
+double RoundLength(double most) {
+    const double power = std::pow(10, std::floor(std::log10(most)));
+    return power * (most < 2 * power ? 1 : most < 5 * power ? 2 : 5);
+}
+
+// A bar of up to a fifth of the picture's width, with its length.
+std::string ScaleBar(double x, double y, double width, double pixelsPerMm) {
+    const double pixelsPerUnit = pixelsPerMm / ShownLength(1);
+    const double length = RoundLength(width / 5 / pixelsPerUnit);
+    return TextOf("<path class='ink' d='M", DPOINT2{x, y - 6}, "v12m0 -6h", length * pixelsPerUnit,
+                  "m0 -6v12'/>\n<text x='", x + length * pixelsPerUnit + 8, "' y='", y + 7, "'>", length, " ",
+                  UnitName(), "</text>\n");
+}
+
+std::string LegendEntry(int index, double x, double y) {
+    const Style& style = Styles()[index];
+    const bool isSpot = index >= StyleIndex("start") || style.form != MarkForm::kRing;
+    const std::string sample =
+        isSpot ? SpotText(
+            {index, {x + kSampleWidth * 0.7, y}, style.form == MarkForm::kArrow ? 24. : 8., {1, 0}})
+               : CurveText(index, TextOf("M", DPOINT2{x, y}, "h", kSampleWidth));
+    return TextOf(sample, "<text x='", x + kSampleWidth + 8, "' y='", y + 7, "'>", style.title, "</text>\n");
 }
 
 } // namespace
 
-SvgPicture::SvgPicture(const qev::CadRect& box)
-    : m_box(box), m_dUnit(std::hypot(box.width, box.height) / 1000) {
-    if (!(m_dUnit > 0)) m_dUnit = 1;    // nothing, or a single point
-    const double margin = 20 * m_dUnit; // room for marks at the edge
-    m_box = {box.x - margin, box.y - margin, box.width + 2 * margin, box.height + 2 * margin};
-}
-
-void SvgPicture::Draw(const qev::CCadObject& object, const char* style) {
-    qev::TreeWalk walk(&object, qev::TreeWalk::AllMembers);
-    for (auto step = walk.Next(); step != qev::TreeWalk::Step::kEnd; step = walk.Next()) {
-        if (step != qev::TreeWalk::Step::kLeaf) continue;
-        const qev::CCadObject& leaf = *walk.Object();
-        if (leaf.GetType() == qev::kCadDot)
-            Ring(leaf.GetStartPoint(), m_dUnit, style);
-        else
-            m_strBody += Text("<path class='", style, "' d='", PathOf(leaf), "'/>\n");
-    }
-}
-
-void SvgPicture::Ring(const DPOINT2& p, double radius, const char* style) {
-    m_strBody += Text("<circle class='", style, "' cx='", p.x, "' cy='", p.y, "' r='", radius, "'/>\n");
-}
-
-void SvgPicture::Mark(const ObjectReport& report) {
-    const qev::CCadObject& object = *report.object;
-    if (report.segments < 1 || object.GetPieceCount() == 0) return;
-    const double size = std::min(6 * m_dUnit, report.length / 10); // short contours get small marks
-    Ring(object.GetStartPoint(), size / 2, "start");
-    const qev::OutlinePiece first = object.GetPiece(0);
-    // The arrow lies on the middle of the first piece, along the chord of a tenth of it.
-    const DPOINT2 tip = PointOf(first, 0.55);
-    const DPOINT2 along = tip - PointOf(first, 0.45);
-    if (const double norm = math::Norm(along); norm > 0) {
-        const DPOINT2 back = tip - along * (size / norm);
-        const DPOINT2 side = math::LeftOf(along) * (size / norm / 3);
-        m_strBody += Text("<path class='way' d='M", tip, "L", back + side, "L", back - side, "Z'/>\n");
-    }
-    for (const DPOINT2& corner : report.corners)
-        m_strBody += Text("<rect class='corner' x='", corner.x - size / 3, "' y='", corner.y - size / 3,
-                          "' width='", size * 2 / 3, "' height='", size * 2 / 3, "'/>\n");
-}
-
-void SvgPicture::MarkPoint(const DPOINT2& p, const char* style) {
-    Ring(p, 4 * m_dUnit, style);
-}
-
-void SvgPicture::MarkJoints(const qev::CCadMultiSegments& contour, const char* style) {
-    for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i)
-        Ring(contour.GetSegment(i).ptStart, m_dUnit / 2, style);
-}
-
-// The style sheet, a white ground, and the turned group with all that was drawn. The box is turned over by
-// hand: it belongs to the document, outside the group.
-void SvgPicture::Write(std::ostream& out) const {
-    constexpr double kLongSide = 1600; // pixels
-    const double scale = kLongSide / std::max(m_box.width, m_box.height);
-    const double top = -m_box.y - m_box.height;
-    out << Text(
-        "<svg xmlns='http://www.w3.org/2000/svg' width='", m_box.width * scale, "' height='",
-        m_box.height * scale, "' viewBox='", m_box.x, " ", top, " ", m_box.width, " ", m_box.height,
-        "'>\n<style>path,circle,rect{fill:none;stroke-width:", m_dUnit * 0.8,
-        "}.outline{stroke:#234}.text{stroke:#888}.start{stroke:#080}.way{fill:#06c}.corner{stroke:#c00}"
-        ".converted{stroke:#f80;stroke-dasharray:",
-        m_dUnit * 4, "}.joint{fill:#f80}.zone{stroke:#e22;stroke-width:", m_dUnit * 2,
-        "}.free{stroke:#2a2;stroke-width:", m_dUnit * 2, "}.path{stroke:#08f;stroke-width:", m_dUnit * 1.6,
-        "}.chosen{fill:#2a2}.pick{fill:#c0c}.cut{stroke:#c0c;stroke-width:", m_dUnit * 2.5,
-        "}</style>\n<rect x='", m_box.x, "' y='", top, "' width='", m_box.width, "' height='", m_box.height,
-        "' style='fill:#fff'/>\n<g transform='scale(1,-1)'>\n")
-        << m_strBody << "</g>\n</svg>\n";
+void WriteSvg(const Picture& picture, std::ostream& out) {
+    const qev::CadRect& box = picture.Box();
+    const double scale = kLongSide / std::max(box.width, box.height);
+    const double width = std::max(box.width * scale, kLeastWidth);
+    const double height = box.height * scale;
+    const std::vector<int> styles = UsedStyles(picture);
+    const int columns = static_cast<int>(width / kLegendEntry);
+    const int rows = (static_cast<int>(styles.size()) + columns - 1) / columns;
+    const double whole = height + (rows + 2) * kLegendLine;
+    out << TextOf("<svg xmlns='http://www.w3.org/2000/svg' role='img' aria-labelledby='title desc' width='",
+                  width, "' height='", whole, "' viewBox='0 0 ", width, " ", whole, "'>\n<title id='title'>",
+                  Escaped(picture.Title()), "</title>\n<desc id='desc'>");
+    out << picture.Outlines().size() << " objects on " << picture.Layers().size() << " layers</desc>\n"
+        << StyleSheet(styles)
+        << TextOf("<rect class='ground' width='", width, "' height='", whole, "'/>\n<svg width='", width,
+                  "' height='", height, "' viewBox='", box.x, " ", -box.y - box.height, " ", box.width, " ",
+                  box.height, "'>\n<g transform='scale(1,-1)'>\n");
+    WriteOutlines(picture, out);
+    WriteOverlays(picture, styles, out);
+    out << "</g>\n</svg>\n" << ScaleBar(16, height + kLegendLine / 2, width, scale);
+    for (std::size_t i = 0; i < styles.size(); ++i)
+        out << LegendEntry(styles[i], 16 + static_cast<double>(i % columns) * kLegendEntry,
+                           height + static_cast<double>(i / columns + 1) * kLegendLine + kLegendLine / 2);
+    out << "</svg>\n";
 }
 
 } // namespace host

@@ -1,0 +1,61 @@
+// The colours are those that M. Okabe and K. Ito chose so that people with any of the common colour
+// blindnesses tell them apart ("Color Universal Design", 2008): orange, sky blue, bluish green, blue,
+// vermillion and reddish purple. Orange and sky blue are too pale for lines on white, where they have 2.3:1
+// in contrast; there a darker orange stands in and blue does the work of both blues. Blue in turn gives way
+// to sky blue on a dark ground.
+
+#include "styles.h"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+#include <string>
+
+namespace host {
+namespace {
+
+constexpr const char* kInk = "#20262e";
+constexpr const char* kChalk = "#e4e8ec";
+constexpr const char* kGrey = "#767676";
+constexpr const char* kPaleGrey = "#9aa2aa";
+constexpr const char* kDeepOrange = "#b87f00";
+constexpr const char* kOrange = "#e69f00";
+constexpr const char* kGreen = "#009e73";
+constexpr const char* kBlue = "#0072b2";
+constexpr const char* kSkyBlue = "#56b4e9";
+constexpr const char* kVermillion = "#d55e00";
+constexpr const char* kPurple = "#cc79a7";
+
+constexpr std::array kStyles = {
+    Style{"outline", "contour", kInk, kChalk, 1.4, "", MarkForm::kRing},
+    Style{"text", "text", kGrey, kPaleGrey, 1, "", MarkForm::kRing},
+    Style{"free", "free stretch", kGreen, kGreen, 5, "", MarkForm::kRing},
+    Style{"zone", "excluded zone", kVermillion, kVermillion, 5, "2 3", MarkForm::kRing},
+    Style{"cut", "stretch cut out", kPurple, kPurple, 5, "", MarkForm::kRing},
+    Style{"converted", "converted to lines and arcs", kDeepOrange, kOrange, 1.8, "8 5", MarkForm::kRing},
+    Style{"joint", "joint of the conversion", kDeepOrange, kOrange, 1.2, "", MarkForm::kDisc},
+    Style{"rapid", "rapid move", kGrey, kPaleGrey, 1, "2 5", MarkForm::kRing},
+    Style{"path", "tool path", kBlue, kSkyBlue, 2.4, "", MarkForm::kRing},
+    Style{"lead", "lead-in or lead-out", kGreen, kGreen, 2.4, "7 3", MarkForm::kRing},
+    Style{"bridge", "bridge that holds the part", kVermillion, kVermillion, 6, "", MarkForm::kRing},
+    Style{"start", "start", kGreen, kGreen, 1.6, "", MarkForm::kRing},
+    Style{"way", "direction", kBlue, kSkyBlue, 1.2, "", MarkForm::kArrow},
+    Style{"corner", "sharp corner", kVermillion, kVermillion, 1.2, "", MarkForm::kSquare},
+    Style{"chosen", "chosen start", kGreen, kGreen, 1.6, "", MarkForm::kDisc},
+    Style{"pick", "picked point", kPurple, kPurple, 1.6, "", MarkForm::kDisc},
+};
+
+} // namespace
+
+std::span<const Style> Styles() {
+    return kStyles;
+}
+
+int StyleIndex(std::string_view name) {
+    const auto* const style =
+        std::find_if(kStyles.begin(), kStyles.end(), [name](const Style& each) { return each.name == name; });
+    if (style == kStyles.end()) throw std::out_of_range("no style " + std::string(name));
+    return static_cast<int>(style - kStyles.begin());
+}
+
+} // namespace host
