@@ -83,7 +83,8 @@ std::vector<int> UsedStyles(const Picture& picture) {
 
 std::string ColourRules(const std::vector<int>& styles, const char* Style::*colour, const char* ground,
                         const char* ink) {
-    std::string rules = TextOf(".ground{fill:", ground, "}.ink{stroke:", ink, "}text{fill:", ink, "}");
+    std::string rules = TextOf(":root{background:", ground, "}.ground{fill:", ground, "}.ink{stroke:", ink,
+                               "}text{fill:", ink, "}");
     for (const int i : styles) {
         const Style& style = Styles()[i];
         const bool isFilled = style.form == MarkForm::kDisc || style.form == MarkForm::kArrow;
@@ -94,7 +95,7 @@ std::string ColourRules(const std::vector<int>& styles, const char* Style::*colo
 
 std::string StyleSheet(const std::vector<int>& styles) {
     std::string sheet =
-        "<style>\nsvg{max-width:100%;height:auto}text{font:20px sans-serif}\n"
+        "<style>\nsvg{max-width:100%;max-height:100vh}text{font:20px sans-serif}\n"
         "path,circle,rect{fill:none;stroke-linejoin:round;vector-effect:non-scaling-stroke}\n";
     for (const int i : styles) {
         const Style& style = Styles()[i];

@@ -16,7 +16,7 @@ class Scene {
     this.box = [x, y, x + width, y + height];
     this.outlines = new Outlines();
     this.order = data.order || [];
-    this.spots = data.spots;
+    this.spots = data.styles.map((_, style) => data.spots.filter(spot => spot[0] === style));
     this.styleShown = data.styles.map(() => true);
     this.layerShown = data.layers.map(() => true);
     // Outlines are numbered: first the objects, then the curves over the drawing.
@@ -59,8 +59,6 @@ class Scene {
     return [...objects, ...[...groups.values()].sort((a, b) => a.style - b.style)];
   }
 
-  extent(outline) { return { boxes: this.boxes, first: this.firsts[outline], count: this.firsts[outline + 1] - this.firsts[outline] }; }
-  firstOf(object) { return this.firsts[object]; }
   boxOf(object) { return this.boxes.subarray(4 * object, 4 * object + 4); }
   isShown(object) {
     const row = data.objects[object];
@@ -111,12 +109,9 @@ class Looks {
       colour: this.isDark ? style.dark : style.light, width: style.width, form: style.form,
       dash: style.dash ? style.dash.split(' ').map(Number) : [],
     }));
-    const colours = getComputedStyle(document.body);
-    byId('summary').style.color = 'var(--accent)'; // a colour that is resolved for the scheme
-    this.accent = getComputedStyle(byId('summary')).color;
-    byId('summary').style.color = '';
-    this.ground = getComputedStyle(byId('stage')).backgroundColor;
-    this.ink = colours.color;
+    const stage = getComputedStyle(byId('stage'));
+    this.accent = stage.outlineColor;
+    this.ground = stage.backgroundColor;
   }
   of(style) { return this.list[style]; }
 }
@@ -141,11 +136,11 @@ function makeColumns() {
     { title: 'layer', value: layerName, text: layerName, isDim },
     number(`length ${data.unit}`, kLength, shownLength),
     number(`area ${data.unit}\u00b2`, kArea, shownArea),
-    { title: 'closed', value: object => data.objects[object][kClosed], text: object => closedText(object) },
+    { title: 'closed', value: closedText, text: closedText },
     number('segments', kSegments, value => value > 0 ? value : ''),
     number('corners', kCorners, value => value || ''),
-    number('technics', kTechnics, value => value || ''),
   ];
+  if (data.objects.some(row => row[kTechnics])) list.push(number('technics', kTechnics, value => value || ''));
   const places = new Map(scene.order.map((object, place) => [object, place + 1]));
   if (places.size) list.splice(1, 0, { title: 'order', isNumber: true, value: object => places.get(object) ?? Infinity, text: object => places.get(object) ?? '' });
   return list;
@@ -153,7 +148,7 @@ function makeColumns() {
 
 function closedText(object) {
   const row = data.objects[object];
-  return row[kClosed] ? ['yes', 'cw', 'ccw'][row[kDirection]] : '';
+  return row[kClosed] && row[kSegments] > 0 ? ['yes', 'cw', 'ccw'][row[kDirection]] : '';
 }
 
 function describe(object) {
@@ -316,7 +311,7 @@ function drawSwatches() {
     context.lineWidth = look.width;
     context.setLineDash(look.dash);
     context.beginPath();
-    if (canvas.dataset.spot === undefined) context.moveTo(1, 8), context.lineTo(33, 8);
+    if (canvas.dataset.spot === undefined) context.moveTo(1, 8.5), context.lineTo(33, 8.5);
     else if (look.form === 'square') context.rect(12, 3, 10, 10);
     else if (look.form === 'arrow') context.moveTo(24, 8), context.lineTo(10, 3), context.lineTo(10, 13);
     else context.arc(17, 8, 5.5, 0, 2 * Math.PI);
