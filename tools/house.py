@@ -78,6 +78,7 @@ for room in HOST_ROOMS:
 MAY_INCLUDE["host/drawing"] += (FREETYPE, r'"platform/(dynamic_library|encoding|path)\.h"')
 MAY_INCLUDE["host/dxf"] += (r'"platform/encoding\.h"',)
 MAY_INCLUDE["host/report"] += (r"<nlohmann/json\.hpp>", r'"platform/(held_interrupts|output_path)\.h"')
+MAY_INCLUDE["host/picture"] += (r"<nlohmann/json\.hpp>",)
 
 
 def tracked(*patterns):

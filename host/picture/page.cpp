@@ -67,7 +67,6 @@ Json ObjectRow(const ObjectReport& report, const Picture::Outline& outline) {
             outline.layer,
             outline.style,
             report.segments,
-            report.object->GetPieceCount(),
             report.length,
             report.area,
             report.closed == 1,

@@ -75,7 +75,7 @@ void Picture::MarkPoint(const DPOINT2& p, const char* style) {
 
 void Picture::MarkJoints(const qev::CCadMultiSegments& contour, const char* style) {
     for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i)
-        m_vecSpots.push_back({StyleIndex(style), contour.GetSegment(i).ptStart, m_dUnit, {}});
+        m_vecSpots.push_back({StyleIndex(style), contour.GetSegment(i).ptStart, 1.5 * m_dUnit, {}});
 }
 
 } // namespace host

@@ -8,7 +8,7 @@ const data = JSON.parse(document.getElementById('data').textContent);
 const byId = id => document.getElementById(id);
 
 // The columns of a row of data.objects.
-const [kKind, kLayer, kStyle, kSegments, kPieces, kLength, kArea, kClosed, kDirection, kCorners, kTechnics, kPath] = Array(12).keys();
+const [kKind, kLayer, kStyle, kSegments, kLength, kArea, kClosed, kDirection, kCorners, kTechnics, kPath] = Array(11).keys();
 
 class Scene {
   constructor() {
@@ -84,7 +84,7 @@ class Scene {
   // ratio is one of lengths.
   position({ object, element, t }) {
     const first = this.firsts[object], last = this.firsts[object + 1];
-    const isOne = data.objects[object][kPieces] === 1;
+    const isOne = data.objects[object][kSegments] === 1;
     const from = isOne ? first : element, to = isOne ? last : element + 1;
     let whole = 0, before = 0;
     for (let i = from; i < to; ++i) {
