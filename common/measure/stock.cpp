@@ -55,7 +55,8 @@ void MakeSectionData_RectPlane(CCadGroup* section, double width, double height) 
     rectangle->AddLine(upper);
     rectangle->AddLine({upper.x - width, upper.y});
     rectangle->AddLine({upper.x - width, upper.y - height});
-    section->PushBack(rectangle.release());
+    section->PushBack(rectangle.get());
+    (void)rectangle.release(); // not before the section has it
 }
 
 bool GetRectPlaneParam(const Adobe* stock, double& width, double& height, double& thickness) {

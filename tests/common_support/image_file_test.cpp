@@ -46,7 +46,7 @@ TEST(ImageFile, WholePicturesAlone) {
         for (std::size_t size = 0; size < bytes.size() - spare; ++size)
             EXPECT_FALSE(Loads(bytes.substr(0, size), refused)) << format << " of " << size;
         EXPECT_TRUE(Loads(bytes.substr(0, bytes.size() - spare), image)) << format;
-        EXPECT_TRUE(Loads(bytes + "\xFF\xDA" + bytes, image)) << format << " with more behind it";
+        EXPECT_TRUE(Loads(bytes + bytes + "\xFF\xDA", image)) << format << " with more behind it";
     }
     EXPECT_TRUE(refused.IsNull());
 }
@@ -69,6 +69,13 @@ TEST(ImageFile, Limits) {
     EXPECT_FALSE(Loads(kBmp + std::string(10'485'761 - kBmp.size(), '\0'), image));
 }
 
+// A picture of so many frames.
+std::string Frames(int count) {
+    std::string bytes = kGif.substr(0, 19);
+    for (int i = 0; i < count; ++i) bytes += kGif.substr(19, 15);
+    return bytes + ';';
+}
+
 TEST(ImageFile, WhatIsNoSoundPicture) {
     const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='1' height='1'/>";
     const std::string huge = "\x11\x27\x10\x27";          // the screen and the frame of a GIF
@@ -78,6 +85,7 @@ TEST(ImageFile, WhatIsNoSoundPicture) {
         std::string bytes;
         bool loads;
     } cases[] = {{"a wrong size", std::string(kBmp).replace(2, 4, "\xFF\xFF\xFF\x7F"), true},
+                 {"many frames", Frames(200'000), true},
                  {"a second frame that is broken", std::string(kGif).replace(34, 1, ",no frame"), true},
                  {"a program", svg, false},
                  {"10,001 by 10,000", std::string(kGif).replace(6, 4, huge).replace(24, 4, huge), false},
@@ -89,7 +97,7 @@ TEST(ImageFile, WhatIsNoSoundPicture) {
 
 TEST(ImageFile, OrdinaryFilesAlone) {
     CImage image;
-    for (const char* path : {"", ".", "no such file", static_cast<const char*>(nullptr)})
+    for (const char* path : {"", ".", "/dev/zero", "no such file", static_cast<const char*>(nullptr)})
         EXPECT_FALSE(qev::LoadImageFile(image, path));
 #ifndef _WIN32
     const std::string pipe = test::TempPath("pipe");

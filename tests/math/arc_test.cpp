@@ -88,6 +88,9 @@ TEST(Arc, SolveArcHandsOutTheCentreFormOrZeros) {
     };
     EXPECT_EQ(solved(-1), std::tuple(true, 1.0, 0.0, 1.0, kPi, -kPi));
     EXPECT_EQ(solved(0), std::tuple(false, 0.0, 0.0, 0.0, 0.0, 0.0));
+    DPOINT2 own{0, 0}; // the start and the centre
+    math::SolveArc(own, {2, 0}, -1, own, radius, start, sweep);
+    EXPECT_EQ(std::tuple(own.x, radius, start, sweep), std::tuple(1.0, 1.0, kPi, -kPi));
 }
 
 TEST(Arc, Membership) {

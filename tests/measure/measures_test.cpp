@@ -1,3 +1,5 @@
+#include <qevmath/elementary.h>
+
 #include "support/support.h"
 
 using namespace qev;
@@ -58,12 +60,32 @@ TEST(Measures, EndsAreThoseOfTheFirstAndTheLastLeaf) {
     EXPECT_EQ(GetCadLength(&loop), 0);
 }
 
+// The sum in its order, to the last bit: an arc's part goes to its trapezoid before both go to the others.
+double SummedArea(const CCadPolyline& contour) {
+    const DPOINT2 start = contour.GetStartPoint();
+    DPOINT2 previous = start;
+    double sum = 0;
+    for (const auto& [x, y, bulge] : contour.GetNodes()) {
+        const DPOINT2 end{x, y};
+        const double chord = math::D2GetDistance(previous, end), h = chord * 0.5;
+        if (chord < 1e-9) continue;
+        const double radius = (h / bulge + h * bulge) * 0.5,
+                     trapezoid = (end.y + previous.y) * 0.5 * (end.x - previous.x);
+        sum += std::abs(bulge) < 1e-9
+                   ? trapezoid
+                   : trapezoid - (math::Atan(bulge) * 2 * radius * radius - (radius - h * bulge) * h);
+        previous = end;
+    }
+    return sum + (previous.y + start.y) * 0.5 * (start.x - previous.x);
+}
+
 TEST(Measures, AreaAndDirectionAgainstAFinePolygon) {
     for (Random random; random.Rounds(200);) {
         const auto contour = RandomPolyline(random, 8);
         const double fine = SampledArea(Along(*contour), 2000 * contour->GetSegmentCount());
         const double size = 1 + contour->GetLength() * contour->GetLength();
         EXPECT_NEAR(GetCadPolylineArea(contour.get(), true), -fine, 1e-6 * size);
+        EXPECT_EQ(GetCadPolylineArea(contour.get(), true), SummedArea(*contour));
         if (std::abs(fine) > 1e-5 * size) EXPECT_EQ(GetCadOBjectDir(contour.get()), fine > 0 ? 2 : 1);
     }
     EXPECT_EQ(GetCadPolylineArea(Polyline(kSquare).get(), false), 100) << "without the sign";

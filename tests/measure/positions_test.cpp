@@ -41,6 +41,9 @@ TEST(Positions, ValidityAndNormalForm) {
         EXPECT_TRUE(IsAt(open, {normalOpen, {1, 0}}));
         EXPECT_TRUE(IsAt(closed, {{1, 0}, normalClosed}));
     }
+    POLYPOS pos{0, 0};
+    NormalizePos(std::make_unique<CCadPolyline>().get(), pos);
+    EXPECT_TRUE(IsAt(pos, {-1, 1})) << "the segment behind the last, of none";
 }
 
 TEST(Positions, ValidityOfARange) {

@@ -83,7 +83,7 @@ TEST(NearestPosition, AnIndexAnswersAsTheSearchOfAll) {
     };
     for (Random random; random.Rounds(500);) {
         CCadPolyline indexed;
-        for (int i = 0; i < 60; ++i) indexed.AddArc(random.Point(), i == 50 ? kNaN : random.Bulge());
+        for (int i = 0; i < 100; ++i) indexed.AddArc(random.Point(), i == 50 ? kNaN : random.Bulge());
         const Unindexed plain(indexed);
         const DPOINT2 p = random.Point(200);
         Calculator calculator;
@@ -94,6 +94,17 @@ TEST(NearestPosition, AnIndexAnswersAsTheSearchOfAll) {
         calculator._RetrieveNearestPos(&plain, &expected, false);
         EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, {expected.nIndex, expected.dRatio}, 0));
     }
+}
+
+TEST(NearestPosition, OnAContourWithoutSegments) {
+    Calculator calculator;
+    const DPOINT2 p{1, 1};
+    calculator.Init(nullptr, &p, 0);
+    PosInfo info;
+    info.nIndex = 7;
+    const CCadPolyline empty;
+    EXPECT_TRUE(calculator._RetrieveNearestPos(&empty, &info, false)) << "its kind has positions";
+    EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, {-1, 0}));
 }
 
 TEST(NearestPosition, RatioAlongAContour) {

@@ -76,9 +76,18 @@ TEST(PositionConversion, ArcsKnowTheirOwnPoints) {
         EXPECT_TRUE(CoorToRatio(&contour, point, 0, found)) << contour.GetAt(0).bulge;
         EXPECT_NEAR(found, ratio, 1e-9);
         EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio(point, &contour), ratio, 1e-9);
+        std::vector<POLYPOS> all;
+        EXPECT_TRUE(CoorToPos(&contour, point, all)) << contour.GetAt(0).bulge;
+        const std::vector<int> map{0};
+        int segment = 0;
+        EXPECT_TRUE(MapPos(&contour, &contour, &map, 0, ratio, &segment, &(found = 0))) << "with a map";
+        EXPECT_NEAR(found, ratio, 1e-9) << "with a map";
         const math::BulgeArc arc = contour.GetSegment(0).GetArc();
-        EXPECT_TRUE(CoorToRatio(&contour, arc.PointAt(-beside), 0, found));
+        const CCadLine before(arc.PointAt(-beside), {0, 0});
+        EXPECT_TRUE(CoorToRatio(&contour, before.GetStartPoint(), 0, found));
         EXPECT_NEAR(found, 0, 1e-12) << "just before the start";
+        EXPECT_TRUE(MapPos(&before, &contour, &map, 0, 0, &segment, &(found = 0)));
+        EXPECT_NEAR(found, 0, 1e-12) << "just before the start, with a map";
         EXPECT_TRUE(CoorToRatio(&contour, arc.PointAt(1 + beside), 0, found));
         EXPECT_NEAR(found, 1, 1e-12) << "just behind the end";
     }
@@ -122,6 +131,17 @@ TEST(PositionConversion, RatioOfAPointOnASegment) {
     for (const int index : {0, 2, INT_MIN, INT_MAX})
         EXPECT_FALSE(CoorToRatio(contour.get(), {10, 10}, index, ratio)) << index;
     EXPECT_FALSE(CoorToRatio(PolylineEx("0 0 L 10 0").get(), {5, 0}, 0, ratio)) << "deliberately left out";
+}
+
+// Neither far away nor beside it the place is no number.
+TEST(PositionConversion, OnWhatHasNoLength) {
+    for (const char* text : {"line 1 1 1 1", "circle 1 1 0", "arc 1 1 0 0 1", "ellipse 1 1 0 0 0",
+                             "ellipsearc 1 1 2 1 0 0 0", "1 1 L 1 1", "1 1 A 1 1 1 L 1 1"}) {
+        const auto object = Object(text);
+        POLYPOS pos{-7, 0};
+        EXPECT_TRUE(CoorToPos(object.get(), object->GetStartPoint(), pos)) << text;
+        EXPECT_TRUE(IsAt(pos, {0, 0})) << text;
+    }
 }
 
 TEST(PositionConversion, LengthsFromTheStartAreAdded) {

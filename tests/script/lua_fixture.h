@@ -4,7 +4,9 @@
 
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
+#include <new>
 #include <string>
 
 #include <qev/lua.h>
@@ -28,6 +30,14 @@ struct Memory {
         if (newSize != 0) return std::realloc(block, newSize);
         std::free(block);
         return nullptr;
+    }
+    /// Takes the blocks from operator new. One that shrinks stays.
+    static void* AllocateByNew(void*, void* block, std::size_t oldSize, std::size_t newSize) {
+        if (block && newSize != 0 && newSize <= oldSize) return block;
+        void* const moved = newSize != 0 ? ::operator new(newSize, std::nothrow) : nullptr;
+        if (block && moved) std::memcpy(moved, block, oldSize);
+        if (moved || newSize == 0) ::operator delete(block);
+        return moved;
     }
 };
 

@@ -1,5 +1,4 @@
 // Memory refused to the program and to its interpreters, whose blocks come from operator new as well.
-#include <cstring>
 #include <memory>
 
 #include <qev/qev.h>
@@ -9,16 +8,9 @@
 
 using namespace qev;
 
-// The program's luaL_newstate comes first. A block that shrinks stays.
+// The program's luaL_newstate comes first.
 extern "C" QEV_EXPORT lua_State* luaL_newstate() {
-    const auto allocate = [](void*, void* block, std::size_t oldSize, std::size_t newSize) {
-        if (block && newSize != 0 && newSize <= oldSize) return block;
-        void* moved = newSize != 0 ? ::operator new(newSize, std::nothrow) : nullptr;
-        if (block && moved) std::memcpy(moved, block, oldSize);
-        if (moved || newSize == 0) ::operator delete(block);
-        return moved;
-    };
-    return lua_newstate(allocate, nullptr);
+    return lua_newstate(test::Memory::AllocateByNew, nullptr);
 }
 
 namespace {

@@ -56,7 +56,8 @@ TEST(DataText, ReadsAsLuaDoes) {
               "1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1|");
     const auto noData =
         Split("=1|end=1|a=end|1..2|3x|0x|1e|'\n'|'\\400'|'\\q'|[[x]|[nil]=1|a=='x'|-'x'|- -|'|"
-              "function() end|a='x'..'y'|1+1|os.exit()|\"\\xg\"|");
+              "function() end|a='x'..'y'|1+1|os.exit()|\"\\xg\"|}}goto l::l::b={{|}}::l::b={{|}}do end b={{|"
+              "}}while nil do end b={{|}}for i=1,2 do b=1 end b={{|}}function b()end b={{|}}local b={{|");
     Reading asLua(false), asData(true);
     const auto text = [](const std::string& items) { return "other='o' T={Lead={" + items + "}};"; };
     for (const std::string& item : data) EXPECT_EQ(asData.Of(text(item)), asLua.Of(text(item))) << item;
@@ -87,6 +88,14 @@ std::string CollidingText(int i) {
     return "'" + text + "',";
 }
 
+// A key that collides with all others of the family in tables of 65,536 keys, and so when a table grows to
+// that size, and with none in smaller ones.
+std::string LateKey(int i) {
+    char text[40];
+    std::snprintf(text, sizeof text, "[%.17g]=1,", 0x1p32 - 1 + (i + 17) * 65535.0 / 0x1p20);
+    return text;
+}
+
 // The parts 0, 1, 2, ... until they fill so many bytes.
 std::string Repeated(const std::function<std::string(int)>& part, std::size_t size = (1 << 20) - 50'000) {
     std::string all;
@@ -99,8 +108,13 @@ std::string Repeated(const std::string& part) {
 
 TEST(DataText, AttacksEndSoonAndHarmNobody) {
     const std::string keys = Repeated(CollidingKey, 25'000), table = "{" + keys + "},";
+    const auto label = [](int i) { return "::l" + std::to_string(i) + "::x=1 "; };
+    const auto jump = [](int) { return std::string("goto bb "); };
     const std::pair<const char*, std::string> attacks[] = {
+        {"a loop", "t={} for i=17,32800 do t[2^32-1+i*65535/2^20]=1 end T={Lead={}}"},
+        {"labels", Repeated(label, 50'000) + "do " + Repeated(jump, 237'000) + "end T={Lead={}}"},
         {"keys", "T={Lead={" + Repeated(CollidingKey) + "}}"},
+        {"keys in a table that grows", "T={Lead={" + Repeated(LateKey) + "}}"},
         {"few keys in many tables", "T={Lead={" + Repeated(table) + "}}"},
         {"keys before a list", "T={Lead={" + keys + Repeated("1,") + "}}"},
         {"texts", "T={Lead={" + Repeated(CollidingText) + "}}"},
@@ -153,6 +167,12 @@ TEST(DataText, TextsFindNothingAndLeaveNothing) {
     for (int i = 0; i < 40'000; ++i) half += "{},";
     for (int i = 0; i < 20; ++i) // what a text has taken goes with it
         EXPECT_TRUE(reading.Add(half + "} n=5 T={Lead={}}")) << reading.GetLastErrorText();
+    for (int i = 0; i < 4; ++i) { // and what is kept of it is no part of the memory of others
+        std::string texts = "x={";
+        for (int k = 0; k < 24'000; ++k) texts += "'" + std::to_string(32 * k + i) + "',";
+        EXPECT_TRUE(reading.Add(texts + "} T={Lead={}}")) << reading.GetLastErrorText();
+    }
+    EXPECT_TRUE(reading.Add(half + half.substr(3) + half.substr(3) + "} T={Lead={}}"));
     EXPECT_EQ(reading.Of("T={Lead={a=n,b=print,_c1=_G}}").find_first_not_of(';'), std::string::npos);
     EXPECT_FALSE(reading.Add("n=1")) << "the table of another text";
 }

@@ -9,13 +9,16 @@
 
 namespace {
 
-// While set, interpreters are opened on this memory: the program's luaL_newstate comes first.
+// What interpreters are opened on, as the program's luaL_newstate comes first: memory of their own, or while
+// set this one or the program's.
 test::Memory* g_memory = nullptr;
+bool g_bPrograms = false;
 
 } // namespace
 
 extern "C" QEV_EXPORT lua_State* luaL_newstate() {
     static test::Memory unlimited;
+    if (g_bPrograms) return lua_newstate(test::Memory::AllocateByNew, nullptr);
     return lua_newstate(test::Memory::Allocate, g_memory ? g_memory : &unlimited);
 }
 
@@ -45,16 +48,21 @@ struct Manager : test::TestManager {
     test::TestOperator lead{1, "Lead"};
 };
 
-// By operator new or by the interpreter, after every number of requests.
-void Sweep(bool dataOnly, bool isInterpreters) {
+enum class Refused { kProgram, kInterpreter, kBoth };
+
+// After every number of requests, of the program, of the interpreter, or of both.
+void Sweep(bool dataOnly, Refused refused) {
+    const bool isInterpreters = refused == Refused::kInterpreter;
     bool worked = false;
     for (int granted = 0; !worked && granted < 1000; ++granted) {
         const long before = test::LiveBlocks();
         {
             test::Memory memory;
             g_memory = &memory;
+            g_bPrograms = refused == Refused::kBoth;
             Manager manager(dataOnly);
             g_memory = nullptr;
+            g_bPrograms = false;
             try {
                 const test::RefuseMemory refusal(isInterpreters ? INT_MAX : granted);
                 memory.left = isInterpreters ? granted : INT_MAX;
@@ -73,7 +81,8 @@ void Sweep(bool dataOnly, bool isInterpreters) {
 
 TEST(Refusal, LeavesTheManagerAsItWas) {
     for (const bool dataOnly : {false, true})
-        for (const bool isInterpreters : {false, true}) Sweep(dataOnly, isInterpreters);
+        for (const auto refused : {Refused::kProgram, Refused::kInterpreter, Refused::kBoth})
+            Sweep(dataOnly, refused);
 }
 
 } // namespace
