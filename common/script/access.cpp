@@ -6,6 +6,10 @@
 // need not ask how the Enter went. Reading and writing a field, and what Lua may raise meanwhile, is the
 // business of fields.h; the entered keys, for error texts, that of path.h.
 
+#include <algorithm>
+#include <new>
+#include <utility>
+
 #include <qev/script/access.h>
 
 #include "fields.h"
@@ -33,6 +37,28 @@ bool EnterKey(CLuaAccess& cursor, Key key, const char* shown) {
     return true;
 }
 
+// The name of a key that is a text or a number, as error texts show it; empty for other keys.
+std::string NameOf(lua_State* L, int index) {
+    if (lua_type(L, index) == LUA_TSTRING) return lua_tostring(L, index);
+    char number[LUAI_MAXNUMBER2STR];
+    const char* const text = TextOf(L, index, number);
+    return text ? std::string("[") + text + "]" : "";
+}
+
+std::string ShownValue(lua_State* L, int index) {
+    if (lua_isboolean(L, index)) return lua_toboolean(L, index) ? "true" : "false";
+    char number[LUAI_MAXNUMBER2STR];
+    const char* const text = TextOf(L, index, number);
+    return text ? text : luaL_typename(L, index);
+}
+
+// The fields of the table on top.
+void CollectFromTop(lua_State* L, std::vector<CLuaAccess::FieldInfo>& found) {
+    for (lua_pushnil(L); lua_next(L, -2); lua_pop(L, 1))
+        if (std::string name = NameOf(L, -2); !name.empty())
+            found.push_back({std::move(name), ShownValue(L, -1)});
+}
+
 } // namespace
 
 CLuaAccess::CLuaAccess(lua_State* L) : m_pLuaState(L), m_nBaseTop(lua_gettop(L)) {
@@ -50,6 +76,40 @@ bool CLuaAccess::Enter(const char* name) {
 
 bool CLuaAccess::Enter(int index) {
     return EnterKey(*this, index, nullptr);
+}
+
+// The table of the globals is put on the stack to be searched, and taken out from below what was found.
+bool CLuaAccess::EnterGlobal(const char* name) {
+    if (!LuaPath(*this).HasRoom()) ErrorHandle(name, nullptr, message::kTooDeep);
+    const LuaFields fields(*this, 2);
+    lua_rawgeti(m_pLuaState, LUA_REGISTRYINDEX, LUA_RIDX_GLOBALS);
+    const int globals = lua_gettop(m_pLuaState);
+    const auto removeGlobals = [&] { lua_remove(m_pLuaState, globals); };
+    try {
+        const bool isEntered = Enter(name);
+        removeGlobals();
+        return isEntered;
+    } catch (...) {
+        removeGlobals();
+        throw;
+    }
+}
+
+// lua_next raises nothing on a table that does not change. What the walk leaves is cut off when memory for
+// the list is refused.
+void CLuaAccess::CollectFields(std::vector<FieldInfo>& found) {
+    found.clear();
+    const LuaFields fields(*this, 2);
+    if (!fields.IsTableOnTop()) return;
+    const int top = lua_gettop(fields.L);
+    try {
+        CollectFromTop(fields.L, found);
+    } catch (const std::bad_alloc&) {
+        lua_settop(fields.L, top);
+        throw;
+    }
+    std::sort(found.begin(), found.end(),
+              [](const FieldInfo& a, const FieldInfo& b) { return a.name < b.name; });
 }
 
 void CLuaAccess::Leave() {

@@ -28,7 +28,7 @@ bool ReadTool(qev::CLuaAccess& settings, int number, Tool& tool) {
 void PrintSettings(lua_State* L) {
     qev::CLuaAccess settings(L); // restores the stack at its end, also after an error
     char name[32] = "unnamed";
-    lua_getglobal(L, "Machine");
+    settings.EnterGlobal("Machine");
     settings.Read(name, sizeof name, "Name");
     std::printf("machine: %s\n", name);
     settings.Enter("Tools");

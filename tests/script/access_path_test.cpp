@@ -26,6 +26,33 @@ TEST_F(Path, EnterAndLeave) {
     EXPECT_HOLDS("T.new.y == 2");
 }
 
+TEST_F(Path, GlobalTables) {
+    lua_settop(L, 0);
+    EXPECT_STEPS(2, true, a.EnterGlobal("T"), a.Enter("a"));
+    EXPECT_FAULT(0, "T.a.b ", a.ErrorHandle("b", nullptr, ""));
+    EXPECT_STEPS(2, false, a.EnterGlobal("missing"), a.EnterGlobal(nullptr));
+    for (int i = 0; i < 4; ++i) a.Leave();
+    EXPECT_EQ(lua_gettop(L), 0);
+    a.m_bAutoCreate = true;
+    EXPECT_STEPS(1, true, a.EnterGlobal("made"), a.Write(3.0, "x"));
+    EXPECT_HOLDS("made.x == 3");
+    EXPECT_NE(Run(0, [&] { a.EnterGlobal("print"); }), "");
+}
+
+TEST_F(Path, FieldsAreCollectedByName) {
+    Put("T = { b = true, [3] = 2.5, ['a b'] = 'text', c = {}, [print] = 1, f = print }");
+    std::vector<CLuaAccess::FieldInfo> fields;
+    const int top = lua_gettop(L);
+    a.CollectFields(fields);
+    EXPECT_EQ(lua_gettop(L), top);
+    std::string all;
+    for (const auto& [name, value] : fields) all += name + "=" + value + ";";
+    EXPECT_EQ(all, "[3]=2.5;a b=text;b=true;c=table;f=function;");
+    lua_pushnil(L);
+    a.CollectFields(fields);
+    EXPECT_EQ(fields.size(), 0u) << "without a table";
+}
+
 TEST_F(Path, Texts) {
     a.Enter("a");
     a.Enter(2);

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include <qev/export.h>
 
@@ -16,7 +18,7 @@ class LuaPath;
 class LuaTexts;
 
 /// Reads and writes nested tables by key and calls functions with typed arguments. The current table is the
-/// value on top of the Lua stack: push the root (say, with lua_getglobal), then Enter from there.
+/// value on top of the Lua stack: EnterGlobal steps into a global one, Enter from there into those below.
 ///
 /// A missing key, a value of another type and a null name give false. A fault of the data throws its text as
 /// `char*`: the keys entered, each followed by a point, the key, " = " and the value where one is to blame,
@@ -33,6 +35,12 @@ public:
     struct EnumItem {
         const char* name; ///< compared exactly
         double value;     ///< what Read stores for the name, compared exactly by Write
+    };
+
+    /// What CollectFields tells of a field.
+    struct FieldInfo {
+        std::string name;  ///< a text that is a key, or an index in brackets: "Speed", "[3]"
+        std::string value; ///< a text, a number in Lua's own format, "true", "false", else a type: "table"
     };
 
     /// Works from the value on top of the stack, whose height it remembers. L is never null.
@@ -55,9 +63,20 @@ public:
     /// levels are open (nothing is opened then) and when the index holds something else than a table (the
     /// level is open, nothing is pushed).
     bool Enter(int index);
+    /// Steps into the global table of a name, whatever lies on the stack; creates it when it is missing and
+    /// m_bAutoCreate is set. False when there is none, and for a null name. Whatever it answers, it pushes
+    /// one value and opens one level, so that it needs its Leave. Throws when 16 levels are open (nothing is
+    /// opened then) and when the global is something else than a table (the level is open, nothing is
+    /// pushed).
+    bool EnterGlobal(const char* name);
     /// Closes the innermost level and pops one value, if the stack holds one. A Leave without an Enter pops
     /// too, and every later Enter throws.
     void Leave();
+
+    /// Replaces a list by the fields that the table on top itself holds under texts and numbers, sorted by
+    /// name; those under other keys are left out. Empty without a table on top. Throws what Lua raises, and
+    /// std::bad_alloc when memory is refused.
+    void CollectFields(std::vector<FieldInfo>& fields);
 
     /// Reads a boolean under a name. False, and the value as it was, for a missing name, for a number, text
     /// or other value that only counts as true, and without a table on top.
