@@ -7,7 +7,8 @@
 // faster, as there is no code in between.
 //
 // It answers what Lua answers for a text of these forms, to the least thing: a list in a constructor is
-// stored by fifty items, so that `{1, [1] = 2}` holds 1.
+// stored by fifty items, so that `{1, [1] = 2}` holds 1. Only one thing is refused that Lua takes: a table
+// under a name that holds one already, as two technics of one name, of which the first would be lost.
 //
 // Lua raises errors with a longjmp: no object with a destructor may live in here.
 
@@ -86,6 +87,7 @@ private:
     void Table();
     void Item(int table, int& pending, int& stored, int& keys);
     void CountKey(int table, int& keys);
+    void Store(int table);
     void StoreList(int table, int& pending, int& stored);
     [[noreturn]] void Refuse(const char* why);
 
@@ -172,7 +174,7 @@ void Reader::Read() {
         if (!TakeFieldName()) Refuse("'name = value' expected");
         CountKey(m_nGlobals, keys);
         Value();
-        lua_rawset(L, m_nGlobals);
+        Store(m_nGlobals);
     }
     lua_getfield(L, m_nGlobals, "T");
 }
@@ -386,7 +388,7 @@ void Reader::Item(int table, int& pending, int& stored, int& keys) {
     }
     CountKey(table, keys);
     Value();
-    lua_rawset(L, table);
+    Store(table);
 }
 
 // Counts the key on top, unless it continues the list of its table.
@@ -394,6 +396,17 @@ void Reader::CountKey(int table, int& keys) {
     const bool continues = lua_type(L, -1) == LUA_TNUMBER
                            && lua_tonumber(L, -1) == static_cast<double>(lua_rawlen(L, table) + 1);
     if (!continues && ++keys > TextLimits::kMostKeys) Refuse("too many keys in a table");
+}
+
+// Writes the value on top under the key below it.
+void Reader::Store(int table) {
+    if (lua_istable(L, -1) && lua_type(L, -2) == LUA_TSTRING) {
+        lua_pushvalue(L, -2);
+        lua_rawget(L, table);
+        if (lua_istable(L, -1)) luaL_error(L, "technics: %s is there twice", lua_tostring(L, -3));
+        lua_pop(L, 1);
+    }
+    lua_rawset(L, table);
 }
 
 // Stores the items on top of the stack as those that follow in the list.

@@ -264,6 +264,7 @@ CTechnicsManager& CTechnicsManager::operator=(const CTechnicsManager& other) {
     m_pfnSetCadTempDir = other.m_pfnSetCadTempDir;
     m_strLastError = other.m_strLastError;
     m_bDataOnly = other.m_bDataOnly;
+    m_pDrawing = other.m_pDrawing;
     return *this;
 }
 
@@ -357,6 +358,48 @@ bool CTechnicsManager::AddTechnics(const std::list<CCadObject*>* objects, const 
     if (!params.empty()) WriteMouse(cursor, params);
     CheckMouse(cursor);
     return found->AddTechnicsByLua(objects, &cursor, out1, out2, message);
+}
+
+bool CTechnicsManager::AddAllTechnics(const std::list<CCadObject*>* objects, const std::string& luaText,
+                                      const std::string& params, std::list<CCadObject*>* out1,
+                                      std::list<CCadObject*>* out2, std::string& message) {
+    if (!objects || objects->empty()) return false;
+    Request request(*this);
+    if (!request.Run(luaText.c_str()) || !HasOperatorsFor(request.NewCursor())) return false;
+    message.clear();
+    bool areAdded = true;
+    const Walk walk(*this);
+    walk.ForEach([&](CITechnicsOperator& each) {
+        CLuaAccess& cursor = request.NewCursor();
+        if (!cursor.Enter(each.GetTechnicsName())) return;
+        if (!params.empty()) WriteMouse(cursor, params);
+        CheckMouse(cursor);
+        std::string own;
+        areAdded = each.AddTechnicsByLua(objects, &cursor, out1, out2, own) && areAdded;
+        message += (message.empty() ? "" : "\n") + own;
+    });
+    return areAdded;
+}
+
+bool CTechnicsManager::KnowsTechnics(const std::string& luaText) {
+    Request request(*this);
+    return request.Run(luaText.c_str()) && HasOperatorsFor(request.NewCursor());
+}
+
+// Looks at the table in which the cursor stands. Says of the first entry that no operator is called as.
+bool CTechnicsManager::HasOperatorsFor(CLuaAccess& cursor) {
+    std::vector<CLuaAccess::FieldInfo> fields;
+    cursor.CollectFields(fields);
+    if (fields.empty()) m_strLastError = "the text holds no technics";
+    std::string loaded;
+    for (CITechnicsOperator* each : m_vecOperators) {
+        std::erase_if(fields, [&](const auto& field) { return field.name == each->GetTechnicsName(); });
+        loaded += (loaded.empty() ? "" : ", ") + std::string(each->GetTechnicsName());
+    }
+    if (!fields.empty())
+        m_strLastError = "there is no technics " + fields.front().name + "; loaded are "
+                         + (loaded.empty() ? "none" : loaded);
+    return m_strLastError.empty();
 }
 
 bool CTechnicsManager::RemoveTechnics(const std::list<CCadObject*>* objects, int type,

@@ -4,8 +4,9 @@
 // changes at all: the entries are searched, the load entry is called, its operators are collected in a list
 // of their own, and the memory for all lists of the manager is taken. What follows cannot fail, so that
 // a plug-in is never half registered and an operator whose library has been unloaded is never in the list.
-// One thing does change on a refusal: without an entry for the temporary directory nobody is told it any
-// more, because a host expects it to go to the plug-in that it has loaded last, and to no other one.
+// The version of the interface is looked at first. One thing does change on a refusal: without an entry for
+// the temporary directory nobody is told it any more, because a host expects it to go to the plug-in that it
+// has loaded last, and to no other one.
 
 #include <algorithm>
 #include <exception>
@@ -30,6 +31,16 @@ using Module = std::unique_ptr<std::remove_pointer_t<HMODULE>, Free>;
 
 using Operators = std::vector<CITechnicsOperator*>;
 using LoadEntry = CITechnicsOperator** (*)();
+
+// Says of a library that is made for another interface; empty for all others. A constant, not a function, so
+// that nothing is called of a library that may be called in another way.
+std::string OtherInterface(HMODULE module) {
+    const void* const version = platform::FindSymbol(module, "Qev_Interface_Version");
+    const int made = version ? *static_cast<const int*>(version) : kTechnicsInterface;
+    if (made == kTechnicsInterface) return {};
+    return "is made for interface " + std::to_string(made) + ", and this library has "
+           + std::to_string(kTechnicsInterface);
+}
 
 bool Serves(const Operators& operators, int type) {
     return std::any_of(operators.begin(), operators.end(),
@@ -73,6 +84,7 @@ bool CTechnicsManager::LoadTechnicsPlugIn(const std::string& path) try {
     std::string why;
     Module module(platform::LoadDynamicLibrary(path.c_str(), &why));
     if (!module) return refuse(why);
+    if (why = OtherInterface(module.get()); !why.empty()) return refuse(why);
 
     const std::string name = platform::RemoveExtension(platform::StripPath(path));
     const std::string loadName = "Load_" + name + "_Technics";

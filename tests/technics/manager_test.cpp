@@ -39,6 +39,33 @@ TEST_F(Manager, TheFirstOperatorWithATableAdds) {
     EXPECT_FALSE(manager.AddTechnics(nullptr, "T={Lead={}}", "", nullptr, nullptr, manager.message));
 }
 
+TEST_F(Manager, NothingInATextIsPassedOver) {
+    ASSERT_TRUE(manager.SetDataOnly(true));
+    CCadGroup object;
+    const Objects objects = {&object};
+    const auto answer = [&](const char* text) {
+        std::string message;
+        const bool added = manager.AddAllTechnics(&objects, text, "", nullptr, nullptr, message);
+        EXPECT_EQ(manager.KnowsTechnics(text), added) << text;
+        return added ? message : manager.GetLastErrorText();
+    };
+    struct {
+        const char *text, *answer;
+    } const cases[] = {
+        {"T={Joint={},Lead={}}", "Lead\nJoint"},
+        {"T={Joint={}}", "Joint"},
+        {"T={Joint={},Laed={}}", "there is no technics Laed; loaded are Lead, Joint"},
+        {"T={Joint={},Joint={}}", "technics: Joint is there twice"},
+        {"T={Joint={}} T={Lead={}}", "technics: T is there twice"},
+        {"T={}", "the text holds no technics"},
+    };
+    for (const auto& [text, expected] : cases) EXPECT_EQ(answer(text), expected) << text;
+    lead.onAdd = [](CLuaAccess&) { return false; };
+    std::string message;
+    EXPECT_FALSE(manager.AddAllTechnics(&objects, cases[0].text, "", nullptr, nullptr, message));
+    EXPECT_EQ(message, "Lead\nJoint") << "one refusal does not keep the others from adding";
+}
+
 TEST_F(Manager, MouseIsWrittenIntoTheTable) {
     std::vector<double> read;
     lead.onAdd = [&read](CLuaAccess& c) {

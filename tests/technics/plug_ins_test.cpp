@@ -38,6 +38,8 @@ struct PlugIns : testing::Test {
 };
 
 TEST_F(PlugIns, LoadOnceAndFreeManyTimes) {
+    EXPECT_TRUE(manager.LoadTechnicsPlugIn(PathOf("beside/plugin_beside"))) << "has the interface version";
+    manager.FreeTechnicsPlugIn();
     for (int i = 0; i < 5000; ++i) {
         ASSERT_TRUE(manager.LoadTechnicsPlugIn(good)) << manager.GetLastErrorText();
         EXPECT_FALSE(manager.LoadTechnicsPlugIn(good));
@@ -50,6 +52,7 @@ TEST_F(PlugIns, LoadOnceAndFreeManyTimes) {
 TEST_F(PlugIns, RefusalsRegisterNothingAndUnload) {
     const std::pair<std::string, const char*> refusals[] = {
         {"no_load", "has no Load_plugin_no_load_Technics"},
+        {"other", "is made for interface 42, and this library has 1"},
         {"null", "Load_plugin_null_Technics gives null"},
         {"no_name", "gives an operator without a name"},
         {"throws_text", "throws: a text"},

@@ -20,7 +20,9 @@ namespace platform {
 class RecursiveLock;
 }
 
+class CCadGroup;
 class CITechnicsOperator;
+class CLuaAccess;
 class TextInterpreter;
 struct TarvelEnvContext;
 
@@ -30,7 +32,9 @@ struct TarvelEnvContext;
 ///
 /// A plug-in is a library whose file name without folder and extension is N. It exports, unmangled,
 /// `CITechnicsOperator** Load_N_Technics()`, which gives a null-terminated array, and
-/// `void Set_N_CadTempDir(char* directory)`.
+/// `void Set_N_CadTempDir(char* directory)`. If it also exports `const int Qev_Interface_Version`, this must
+/// be kTechnicsInterface (qev/technics/technics_operator.h); plug-ins without it are of the time before
+/// versions.
 ///
 /// LoadTechnics and AddTechnics hold a lock, which an operator may take again by calling them; everything
 /// else is for one thread at a time. What an operator or the Lua cursor throws passes to the caller, with the
@@ -65,9 +69,10 @@ public:
 
     /// Loads a plug-in and registers its operators; of those of one type the first stays. False, with the
     /// plug-in unloaded, nothing registered and the reason in GetLastErrorText, for a path of more than 259
-    /// bytes or one loaded before, a library without one of the entries, and a load entry that throws or
-    /// gives null or an operator without a name, and when memory is refused. After a refusal for a missing
-    /// Set_N_CadTempDir, SetCadTempDir calls nobody until the next plug-in has been loaded.
+    /// bytes or one loaded before, a library with another interface version, which is told before anything
+    /// of it is called, or without one of the entries, a load entry that throws or gives null or an operator
+    /// without a name, and when memory is refused. After a refusal for a missing Set_N_CadTempDir,
+    /// SetCadTempDir calls nobody until the next plug-in has been loaded.
     bool LoadTechnicsPlugIn(const std::string& path);
     /// Calls the Set_N_CadTempDir of the plug-in loaded last, if there is one.
     void SetCadTempDir(char* directory);
@@ -87,6 +92,18 @@ public:
     bool AddTechnics(const std::list<CCadObject*>* objects, const std::string& luaText,
                      const std::string& params, std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
                      std::string& message);
+    /// Runs a technics text and has every operator whose table it holds add technics to the objects, in the
+    /// order of registration, where AddTechnics has only the first one. `params` and the lists are handed to
+    /// each; the messages follow each other, a line each. False, before any operator is called, without
+    /// objects and for a text that KnowsTechnics refuses; false too when an operator says so, and what the
+    /// others have added stays. Throws std::bad_alloc when memory is refused.
+    bool AddAllTechnics(const std::list<CCadObject*>* objects, const std::string& luaText,
+                        const std::string& params, std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
+                        std::string& message);
+    /// Whether a technics text can be run and each entry of its table T is called as an operator, so that
+    /// nothing in it is passed over. False, with the reason in GetLastErrorText, which names the entry that
+    /// is not and the operators there are. Throws std::bad_alloc when memory is refused.
+    bool KnowsTechnics(const std::string& luaText);
     /// Has the operator of a type remove its technics. True when it says so and out1 holds an object
     /// afterwards; never for a null out1. The operator gets null objects as well. Throws std::bad_alloc when
     /// memory is refused.
@@ -112,18 +129,26 @@ public:
     /// process's text then stays.
     void SetTarvelEnvContext(const TarvelEnvContext& context);
 
+    /// Tells operators which drawing the objects stand in, so that they can look at an object's neighbours;
+    /// null, as at first, when there is none. The drawing stays the host's, which sets null before it ends.
+    void SetDrawing(const CCadGroup* drawing) { m_pDrawing = drawing; }
+    /// What SetDrawing set last; null at first.
+    const CCadGroup* GetDrawing() const { return m_pDrawing; }
+
     /// Whether technics texts are taken as data, off at first. On, a text is a run of `name = value`; a value
     /// is nil, true, false, a number, a text, a table constructor of values, the name of a value that the
     /// text has set before, or a minus before a number. There are no functions, no operators and no control
-    /// flow. A text of more than a megabyte, one with a table of more than 1024 keys beside its list 1, 2, 3,
+    /// flow. A table under a name that holds one already fails, as the first one would be lost; so does a
+    /// text of more than a megabyte, one with a table of more than 1024 keys beside its list 1, 2, 3,
     /// ... and one that takes more than 50 ms of computing or 14 MB fails. Opens a fresh interpreter; false,
     /// with everything as it was, when memory is refused.
     bool SetDataOnly(bool dataOnly);
     /// What SetDataOnly set last; false at first.
     bool IsDataOnly() const { return m_bDataOnly; }
 
-    /// Why the last LoadTechnicsPlugIn, LoadTechnics, SaveTechnics or AddTechnics failed; empty when it did
-    /// not. A call that finds nothing to do (no object, an empty text) leaves it as it was.
+    /// Why the last LoadTechnicsPlugIn, LoadTechnics, SaveTechnics, AddTechnics, AddAllTechnics or
+    /// KnowsTechnics failed; empty when it did not. A call that finds nothing to do (no object, an empty
+    /// text) leaves it as it was.
     const std::string& GetLastErrorText() const { return m_strLastError; }
 
 protected:
@@ -158,6 +183,7 @@ private:
     class Request;
     class Walk;
     void UnloadFreed();
+    bool HasOperatorsFor(CLuaAccess& cursor);
 
     static CTechnicsManager* m_pTechnicsManager;
 
@@ -172,6 +198,7 @@ private:
     int m_nWalks = 0;
     std::string m_strLastError;
     bool m_bDataOnly = false;
+    const CCadGroup* m_pDrawing = nullptr; // the host's
 };
 
 /// The process's manager, created on first use and deleted when the library is unloaded. Null when memory is

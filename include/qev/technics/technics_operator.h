@@ -16,6 +16,11 @@ class CCadObject;
 class CLuaAccess;
 class CTechnics;
 
+/// The version of what plug-ins and this library call of each other: the operations of CITechnicsOperator and
+/// CTechnics, and the objects that they get. A plug-in that exports it as `Qev_Interface_Version` is refused
+/// by a library of another version.
+inline constexpr int kTechnicsInterface = 1;
+
 /// What the host tells its plug-ins: three handles and a text of its own, which this library only hands out.
 struct TarvelEnvContext {
     unsigned long long first = 0;  ///< a handle of the host
