@@ -19,6 +19,11 @@ if(NOT BUILD_SHARED_LIBS) # users link what the libraries use
 endif()
 list(TRANSFORM package_files PREPEND ${PROJECT_BINARY_DIR}/)
 install(FILES ${package_files} DESTINATION ${package_dir})
+if(BUILD_SHARED_LIBS) # what plug-ins are built with
+  configure_file(cmake/QevPlugin.cmake ${PROJECT_BINARY_DIR}/QevPlugin.cmake COPYONLY)
+  install(FILES cmake/QevPlugin.cmake cmake/qev_new_plugin.cmake DESTINATION ${package_dir})
+  install(DIRECTORY kit/template DESTINATION ${package_dir})
+endif()
 install(FILES NOTICE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(EXPORT QevCommonTargets NAMESPACE QevCommon:: DESTINATION ${package_dir})
 export(EXPORT QevCommonTargets NAMESPACE QevCommon:: FILE ${PROJECT_BINARY_DIR}/QevCommonTargets.cmake)

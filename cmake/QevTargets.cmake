@@ -41,16 +41,19 @@ function(qev_shared_names name)
   endif()
 endfunction()
 
-# qev_library(NAME HEADERS SOURCE...): one of the installed libraries. HEADERS is the folder of its installed headers,
-# as they are included.
+# qev_library(NAME HEADERS [STATIC] SOURCE...): one of the installed libraries. HEADERS is the folder of its installed
+# headers, as they are included.
 function(qev_library name headers)
-  add_library(${name} ${ARGN}) # shared or static: BUILD_SHARED_LIBS
+  add_library(${name} ${ARGN}) # shared or static, unless said: BUILD_SHARED_LIBS
   add_library(QevCommon::${name} ALIAS ${name})
-  if(BUILD_SHARED_LIBS)
+  get_target_property(type ${name} TYPE)
+  if(type STREQUAL SHARED_LIBRARY)
     qev_shared_names(${name})
   else()
     string(TOLOWER ${name} lower)
     set_target_properties(${name} PROPERTIES OUTPUT_NAME ${lower})
+  endif()
+  if(NOT BUILD_SHARED_LIBS)
     target_compile_definitions(${name} PUBLIC QEV_STATIC)
   endif()
   qev_use_options(${name})

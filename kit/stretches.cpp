@@ -9,11 +9,11 @@
 // The chosen place is the middle of the longest stretch. Lengths that differ by rounding count as equal, so
 // that a regular shape gets the same start on every system and after every rotation of its coordinates.
 
-#include "stretches.h"
-
 #include <algorithm>
 
-namespace kit {
+#include <qevtechnics/stretches.h>
+
+namespace qev::kit {
 namespace {
 
 using math::PosRange;
@@ -24,43 +24,41 @@ constexpr double kSameLength = 1e-6;
 
 } // namespace
 
-std::unique_ptr<qev::CCadMultiSegments> ContourOf(const qev::CCadObject& object) {
-    if (const auto* polyline = dynamic_cast<const qev::CCadPolyline*>(&object))
-        return std::unique_ptr<qev::CCadMultiSegments>(
-            static_cast<qev::CCadPolyline*>(polyline->Clone(false)));
-    return std::unique_ptr<qev::CCadMultiSegments>(qev::Convert2Polyline(&object, kConversionError));
+std::unique_ptr<CCadMultiSegments> ContourOf(const CCadObject& object) {
+    if (const auto* polyline = dynamic_cast<const CCadPolyline*>(&object))
+        return std::unique_ptr<CCadMultiSegments>(static_cast<CCadPolyline*>(polyline->Clone(false)));
+    return std::unique_ptr<CCadMultiSegments>(Convert2Polyline(&object, kConversionError));
 }
 
-std::vector<Stretch> StretchesBetween(const qev::CCadMultiSegments& contour,
-                                      const std::vector<PosRange>& ranges) {
-    const qev::CRangeSet set(&contour, ranges);
+std::vector<Stretch> StretchesBetween(const CCadMultiSegments& contour, const std::vector<PosRange>& ranges) {
+    const CRangeSet set(&contour, ranges);
     std::vector<PosRange> free;
     set.GetFree(free);
     const auto leadsToFirst = [&set](const PosRange& range) {
-        return qev::PolyPosToDouble(range.start) < qev::PolyPosToDouble(set.GetRanges().front().start);
+        return PolyPosToDouble(range.start) < PolyPosToDouble(set.GetRanges().front().start);
     };
     if (contour.IsClose() && free.size() > 1 && leadsToFirst(free.front()))
         std::rotate(free.begin(), free.begin() + 1, free.end());
     std::vector<Stretch> stretches;
     for (PosRange& range : free) {
-        qev::NormalizePosRange(&contour, range); // the whole of a closed contour leads from (0, 0) to (0, 0)
+        NormalizePosRange(&contour, range); // the whole of a closed contour leads from (0, 0) to (0, 0)
         double length = 0;
-        qev::GetLineLength_Dot2Dot2(&contour, range.start, range.end, length);
+        GetLineLength_Dot2Dot2(&contour, range.start, range.end, length);
         if (length > 0) stretches.push_back({range, length});
     }
     return stretches;
 }
 
-StartZones FindStartZones(const qev::CCadMultiSegments& contour, double length, double cornerDegrees) {
+StartZones FindStartZones(const CCadMultiSegments& contour, double length, double cornerDegrees) {
     StartZones found;
-    if (!qev::GenerateCornerInvalidRange(&contour, length, cornerDegrees, &found.zones)) return found;
+    if (!GenerateCornerInvalidRange(&contour, length, cornerDegrees, &found.zones)) return found;
     found.freeStretches = StretchesBetween(contour, found.zones);
     for (const Stretch& stretch : found.freeStretches) {
         if (stretch.length <= found.longest + kSameLength) continue;
         found.longest = stretch.length;
-        qev::GetPosByOffset(&contour, stretch.range.start, stretch.length / 2, found.chosen);
+        GetPosByOffset(&contour, stretch.range.start, stretch.length / 2, found.chosen);
     }
     return found;
 }
 
-} // namespace kit
+} // namespace qev::kit

@@ -20,6 +20,7 @@ FREETYPE = r"<(ft2build|freetype/\w+)\.h>"
 BASE = r"<qev/(types|export|platform|version)\.h>"  # the headers of the lowest layer
 LAYERS = r"<qev(math|data)/\w+\.h>"
 PUBLIC = r"<qev/[\w/]+\.h>"
+KIT = r"<qevtechnics/\w+\.h>"
 TESTED = r'"(\.\./)+(math|data|common)/[\w/]+\.h"'  # a private header that a test looks at
 
 # Rooms in the order in which they know each other: each uses those before it, none those behind it.
@@ -46,9 +47,9 @@ MAY_INCLUDE = {
     "common/script": (STANDARD, LUA, r"<qev/script/\w+\.h>"),
     "common/technics": (STANDARD, LUA, BASE, r"<qev/(technics|script|measure)/\w+\.h>", r"<qevdata/\w+\.h>",
                         r'"\.\./script/(protect|texts)\.h"', r'"platform/\w+\.h"'),
-    "kit": (STANDARD, PUBLIC, LAYERS),
-    "host": (STANDARD, PUBLIC, LAYERS, r"<CLI/CLI\.hpp>", r'"platform/terminal\.h"', r'"kit/\w+\.h"', r'"host/[\w/]+\.h"'),
-    "examples": (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"'),
+    "kit": (STANDARD, PUBLIC, LAYERS, KIT),
+    "host": (STANDARD, PUBLIC, LAYERS, KIT, r"<CLI/CLI\.hpp>", r'"platform/terminal\.h"', r'"kit/\w+\.h"', r'"host/[\w/]+\.h"'),
+    "examples": (STANDARD, PUBLIC, LAYERS, KIT),
     "examples/dialog": (STANDARD, PUBLIC, r"<windows\.h>"),
     "examples/settings": (STANDARD, LUA, PUBLIC),
     "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|by_hand|peers|message)/\w+\.h"', r'"host/[\w/]+\.h"'),
@@ -57,7 +58,7 @@ MAY_INCLUDE = {
     "fuzz": (STANDARD, LUA, PUBLIC, LAYERS, r'"host/[\w/]+\.h"'),
     "tools/digest": (STANDARD, OCCT, PUBLIC, LAYERS),
     "tools/instructions": (STANDARD, LUA, PUBLIC, r"<gnu/libc-version\.h>"),
-    "tests": (STANDARD, OCCT, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|measure|support|platform|technics)/[\w/]+\.h"', TESTED),
+    "tests": (STANDARD, OCCT, PUBLIC, LAYERS, KIT, r"<gtest/gtest\.h>", r'"(examples|host|kit|measure|support|platform|technics)/[\w/]+\.h"', TESTED),
     "tests/host": (STANDARD, FREETYPE, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|support)/[\w/]+\.h"'),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"(script|support)/\w+\.h"'),
     "tests/technics": (STANDARD, LUA, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(technics|script|support|platform)/\w+\.h"'),
@@ -74,7 +75,7 @@ for room in ("measure", "position", "range"): # what contours keep, which is not
 for room in ("script", "technics", "units", "support"):
     MAY_INCLUDE[f"include/qev/{room}"] = (STANDARD, BASE, LAYERS, rf"<qev/{room}/\w+\.h>")
 for room in HOST_ROOMS:
-    MAY_INCLUDE[f"host/{room}"] = (STANDARD, PUBLIC, LAYERS, r'"kit/\w+\.h"', rf'"host/({up_to(HOST_ROOMS, room)})/\w+\.h"')
+    MAY_INCLUDE[f"host/{room}"] = (STANDARD, PUBLIC, LAYERS, KIT, r'"kit/\w+\.h"', rf'"host/({up_to(HOST_ROOMS, room)})/\w+\.h"')
 MAY_INCLUDE["host/drawing"] += (FREETYPE, r'"platform/(dynamic_library|encoding|path)\.h"')
 MAY_INCLUDE["host/dxf"] += (r'"platform/encoding\.h"',)
 MAY_INCLUDE["host/report"] += (r"<nlohmann/json\.hpp>", r'"platform/(held_interrupts|output_path)\.h"')
