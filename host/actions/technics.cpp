@@ -2,44 +2,86 @@
 // type, saved as the text that the contour's technics write, and loaded from that text. Loading comes first,
 // so that a run can change what an earlier one has saved, and saving last.
 //
-// The file holds, for each contour that has technics, a line with the contour's number and the length of its
-// text, and then the text. The number counts the contours in the order of the drawing (texts and dots, which
-// take no technics, are no contours), so that the file fits only the drawing it was made of, read with the
-// options it was read with; names would be better, but drawings have none. The length goes before the text so
-// that no text needs quoting, and it is bounded before memory is taken.
-//
 // The manager and the operators answer a refusal by false and a text, which becomes the error of the drawing.
 // Only a parameter out of bounds comes as an exception, thrown by the cursor as its text.
 
 #include "technics.h"
 
-#include <algorithm>
-#include <fstream>
+#include <map>
+#include <memory>
 #include <ostream>
+#include <set>
+#include <sstream>
 
 #include <qev/qev.h>
 
-#include "host/report/output_file.h"
+#include <qevtechnics/paths.h>
+
+#include "saved_technics.h"
 
 namespace host {
 namespace {
 
 using Objects = std::list<qev::CCadObject*>;
 
+// Contours under the numbers that the table gives them.
+Numbered NumberedOf(const Objects& contours, const Drawing& drawing) {
+    std::map<const qev::CCadObject*, int> numbers;
+    for (const qev::CCadObject* each : drawing.Objects())
+        numbers.emplace(each, static_cast<int>(numbers.size()));
+    Numbered numbered;
+    for (qev::CCadObject* each : contours) numbered.emplace(numbers.at(each), each);
+    return numbered;
+}
+
+// The manager knows the drawing as long as this lives.
+class Lent {
+public:
+    Lent(qev::CTechnicsManager& manager, const Drawing& drawing) : m_rManager(manager) {
+        manager.SetDrawing(&drawing.root);
+    }
+    Lent(const Lent&) = delete;
+    Lent& operator=(const Lent&) = delete;
+    ~Lent() { m_rManager.SetDrawing(nullptr); }
+
+private:
+    qev::CTechnicsManager& m_rManager;
+};
+
+// A run over several drawings asks with each of them. What is loaded stays as long as the process.
 void LoadPlugIns(qev::CTechnicsManager& manager, const std::vector<std::string>& paths) {
-    for (const std::string& path : paths)
+    static std::set<std::string> loaded;
+    for (const std::string& path : paths) {
+        if (loaded.count(path) > 0) continue;
         if (!manager.LoadTechnicsPlugIn(path)) throw DrawingError(manager.GetLastErrorText());
+        loaded.insert(path);
+    }
+}
+
+// Prints what operators say of an addition. A line that begins with a blank is about the next refused object.
+void PrintMessage(const std::string& message, const Objects& refused, const Numbered& contours,
+                  std::ostream& out) {
+    std::map<const qev::CCadObject*, int> numbers;
+    for (const auto& [number, contour] : contours) numbers.emplace(contour, number);
+    auto next = refused.begin();
+    std::istringstream lines(message);
+    for (std::string line; std::getline(lines, line);)
+        if (line.starts_with(' ') && next != refused.end())
+            out << "  object " << numbers.at(*next++) << line.substr(1) << "\n";
+        else
+            out << "technics: " << line << "\n";
 }
 
 void Add(qev::CTechnicsManager& manager, const TechnicsRequest& request, const Objects& selection,
-         std::ostream& out) {
+         const Numbered& contours, std::ostream& out) {
     Objects changed, refused;
     std::string message;
     const bool added =
-        manager.AddTechnics(&selection, request.text, request.params, &changed, &refused, message);
-    if (!added) throw DrawingError("no technics: " + manager.GetLastErrorText() + message);
+        manager.AddAllTechnics(&selection, request.text, request.params, &changed, &refused, message);
+    if (!manager.GetLastErrorText().empty()) throw DrawingError("no technics: " + manager.GetLastErrorText());
     manager.UpdataViewDataNotify(&changed);
-    out << "technics: " << message << "\n";
+    PrintMessage(message, refused, contours, out);
+    if (!added) throw DrawingError("no technics: there is one that fits on no contour");
 }
 
 void Remove(qev::CTechnicsManager& manager, int type, const Objects& selection, std::ostream& out) {
@@ -51,51 +93,32 @@ void Remove(qev::CTechnicsManager& manager, int type, const Objects& selection, 
     out << "technics: " << message << "\n";
 }
 
-void Save(qev::CTechnicsManager& manager, const Objects& contours, const std::string& path) {
-    OutputFile file(path, "technics");
-    int number = 0;
-    for (qev::CCadObject* contour : contours) {
-        if (qev::HasTechnics(contour)) {
-            manager.SaveTechnics(contour);
-            const CString text = contour->GetTechnicsString();
-            file.Stream() << number << " " << text.GetLength() << "\n" << text.GetString() << "\n";
-        }
-        ++number;
+// Draws what the tool paths of a contour leave of it, and answers how many such bridges there are.
+std::size_t DrawBridges(const qev::CCadObject& object, SvgPicture& picture) {
+    if (object.GetToolPathList().empty()) return 0;
+    const auto contour = qev::kit::ContourOf(object);
+    const auto bridges = qev::kit::FindBridges(object, *contour);
+    for (const qev::kit::Stretch& bridge : bridges) {
+        const std::unique_ptr<qev::CCadMultiSegments> part(
+            qev::GetMultiSementsByRange(contour.get(), bridge.range));
+        if (part) picture.Draw(*part, "bridge");
     }
-    file.Keep();
-}
-
-void Load(qev::CTechnicsManager& manager, const Objects& contours, const std::string& path) {
-    constexpr std::size_t kLongest = 1 << 24; // bytes of a text, far above what a contour can need
-    const std::vector<qev::CCadObject*> byNumber(contours.begin(), contours.end());
-    std::ifstream file(path, std::ios::binary);
-    if (!file) throw DrawingError("the technics " + path + " cannot be opened");
-    std::size_t number = 0;
-    std::size_t length = 0;
-    while (file >> number >> length) {
-        std::string text(std::min(length, kLongest), '\0');
-        if (number >= byNumber.size() || length > kLongest
-            || !file.ignore(1).read(text.data(), static_cast<std::streamsize>(length)))
-            throw DrawingError("the technics " + path + " do not fit the drawing");
-        byNumber[number]->SetTechnicsString(text.c_str());
-        manager.LoadTechnics(byNumber[number]);
-        if (!manager.GetLastErrorText().empty())
-            throw DrawingError("the technics of contour " + std::to_string(number) + ": "
-                               + manager.GetLastErrorText());
-    }
-    if (!file.eof()) throw DrawingError("the technics " + path + " are damaged");
+    return bridges.size();
 }
 
 void DrawPaths(const Objects& contours, Picture& picture, std::ostream& out) {
     int count = 0;
+    std::size_t bridges = 0;
     double length = 0;
-    for (const qev::CCadObject* contour : contours)
-        for (const qev::CCadObject* path : contour->GetToolPathList()) {
+    for (const qev::CCadObject* contour : contours) {
+        for (const qev::CCadObject* path : std::as_const(*contour).GetToolPathList()) {
             picture.Draw(*path, "path");
             ++count;
             length += path->GetLength();
         }
-    if (count > 0) out << count << " tool paths, " << length << " mm\n";
+        bridges += DrawBridges(*contour, picture);
+    }
+    if (count > 0) out << count << " tool paths, " << length << " mm, " << bridges << " bridges\n";
 }
 
 } // namespace
@@ -112,10 +135,12 @@ void RunTechnics(const TechnicsRequest& request, const Drawing& drawing, const q
     qev::CollectLeafNode(&drawing.root.GetObjectsList(), &contours);
     Objects selection = contours;
     if (picked) selection.remove_if([picked](const qev::CCadObject* each) { return each != picked; });
-    if (!request.load.empty()) Load(manager, contours, request.load);
-    if (!request.text.empty()) Add(manager, request, selection, out);
+    const Numbered objects = NumberedOf(contours, drawing);
+    const Lent lent(manager, drawing);
+    if (!request.load.empty()) LoadTechnics(manager, objects, request.load);
+    if (!request.text.empty()) Add(manager, request, selection, objects, out);
     if (request.remove) Remove(manager, *request.remove, selection, out);
-    if (!request.save.empty()) Save(manager, contours, request.save);
+    if (!request.save.empty()) SaveTechnics(manager, objects, request.save);
     DrawPaths(contours, picture, out);
 } catch (const char* text) { // from the Lua cursor: a parameter out of bounds
     throw DrawingError(std::string("technics: ") + text);
