@@ -50,15 +50,6 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 // mm. Coordinates beyond are not searched: their squares and the margins would leave the range of numbers.
 constexpr double kFarthest = 1e100;
 
-// The square of a point's distance from the line between two others.
-double SquareFromLine(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b) {
-    const DPOINT2 along = b - a, from = p - a;
-    const double square = math::Dot(along, along);
-    const double ratio = square > 0 ? math::Dot(from, along) / square : 0;
-    const DPOINT2 gap = from - along * std::clamp(ratio, 0.0, 1.0);
-    return math::Dot(gap, gap);
-}
-
 } // namespace
 
 // One search; what it has found so far.

@@ -3,6 +3,7 @@
 /// installed: for the library itself, and for the positions of the common library.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -12,6 +13,15 @@
 #include "box_tree.h"
 
 namespace qev {
+
+/// The square in mm^2 of a point's distance from the line between two others.
+inline double SquareFromLine(const math::DPOINT2& p, const math::DPOINT2& a, const math::DPOINT2& b) {
+    const math::DPOINT2 along = b - a, from = p - a;
+    const double square = math::Dot(along, along);
+    const double ratio = square > 0 ? math::Dot(from, along) / square : 0;
+    const math::DPOINT2 gap = from - along * std::clamp(ratio, 0.0, 1.0);
+    return math::Dot(gap, gap);
+}
 
 /// The segments of a contour that may be the nearest to a point.
 struct NearSegments {
@@ -86,6 +96,9 @@ public:
     /// The boxes of the runs of kRun segments, in the order of the contour; of nothing where IsMeasured is
     /// false.
     const BoxTree& GetTree() const { return m_tree; }
+    /// How far in mm the segments under a box of the tree may be from the line between their first and their
+    /// last joint.
+    double GetStripWidth(int level, int i) const { return m_vecStrips[level][i]; }
 
     /// Finds the segments that may be the nearest to p on the contour, which has to be the one that was
     /// measured. A Bezier piece counts by its nearest point and by the samples at each hundredth of its

@@ -1,23 +1,24 @@
-// The least distance of two outlines. The outlines stand under trees of boxes; pairs of boxes wait in a
-// queue, the pair whose boxes are nearest to each other first, and each in its turn is replaced by the pairs
-// of the one box with those below the other, until two pieces are left, which are measured. When the nearest
-// pair that waits is no nearer than the least distance so far, that is the answer. Outlines that lie apart
-// are compared in some logarithm of their pieces; those that run along each other in the number of pieces
-// that do.
+// The least distance of two outlines. The outlines stand under trees of boxes; a pair of boxes is replaced by
+// the pairs of the smaller one with those below the larger one, of which the nearest are gone into first,
+// until two pieces are left, which are measured. What cannot come nearer than the least distance so far is
+// left out. How near a pair can come is told by the boxes, and better, where a contour runs across the axes
+// or along the other one, by the chords over its ends less how far it leaves them, and for a large curve by
+// its distance from the middle of a small box. So outlines that lie apart are compared in some logarithm of
+// their pieces, those that run along each other in about the number of pieces that do.
 //
 // Two pieces of which one is a line or an arc have a distance that is exact (piece_distance.cpp). Of two
 // curves the second is laid out in arcs, each within FitOf of it, against which the first is measured; then
 // the points found are moved to each other's nearest points until that gains nothing. The answer is the
 // distance of two points of the curves themselves, at most twice that above the least.
 //
-// Rejected: all pairs of pieces, which is what the queue does when it cannot tell any apart; sampling; and
-// halving both curves until their boxes part, which takes the square root of the accuracy wanted many steps
-// where the curves run along each other.
+// Rejected: a queue of all pairs that wait, the nearest on top, which asks for memory and saves little;
+// sampling; and halving both curves until their boxes part, which takes the square root of the accuracy
+// wanted many steps where the curves run along each other.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 #include <memory>
-#include <queue>
 
 #include <qev/measure/nesting.h>
 #include <qevdata/polyline.h>
@@ -34,10 +35,20 @@ using math::DPOINT2;
 // Of the coordinates: distances below are what rounding leaves where outlines meet.
 constexpr double kRounding = 1e-14;
 
-double SquareBetween(const Bounds& a, const Bounds& b) {
+double Between(const Bounds& a, const Bounds& b) {
     const double x = std::max({a.lower.x - b.upper.x, b.lower.x - a.upper.x, 0.0});
     const double y = std::max({a.lower.y - b.upper.y, b.lower.y - a.upper.y, 0.0});
-    return x * x + y * y;
+    return std::sqrt(x * x + y * y);
+}
+
+// The distance of two lines; 0 where they cross.
+double BetweenLines(const DPOINT2& a, const DPOINT2& b, const DPOINT2& c, const DPOINT2& d) {
+    const auto parts = [](const DPOINT2& from, const DPOINT2& to, const DPOINT2& p, const DPOINT2& q) {
+        return math::Cross(to - from, p - from) * math::Cross(to - from, q - from) < 0;
+    };
+    if (parts(a, b, c, d) && parts(c, d, a, b)) return 0;
+    return std::sqrt(std::min({SquareFromLine(a, c, d), SquareFromLine(b, c, d), SquareFromLine(c, a, b),
+                               SquareFromLine(d, a, b)}));
 }
 
 double SizeOf(const Bounds& box) {
@@ -53,34 +64,54 @@ public:
     Search(const CCadObject& a, const CCadObject& b) : m_first(a), m_second(b) {}
 
     double Run() {
-        m_first.VisitTop([&](const Node& a) { m_second.VisitTop([&](const Node& b) { Push(a, b); }); });
-        while (!m_queue.empty() && m_dLeast > 0 && m_queue.top().square < m_dLeast * m_dLeast) {
-            const Pair nearest = m_queue.top();
-            m_queue.pop();
-            GoDown(nearest.a, nearest.b);
-        }
+        Compare(m_first.GetRoot(), m_second.GetRoot());
         return m_dLeast;
     }
 
 private:
     using Node = Outline::Node;
     struct Pair {
-        double square; // mm^2, of the distance of the boxes
+        double bound; // mm, which the distance of the two is not below
         Node a, b;
-        bool operator<(const Pair& other) const { return square > other.square; } // the nearest is on top
     };
 
-    void Push(const Node& a, const Node& b) {
-        const double square = SquareBetween(a.box, b.box);
-        if (square < m_dLeast * m_dLeast) m_queue.push({square, a, b});
-    }
-    // The larger box is replaced, since that parts the pairs sooner.
-    void GoDown(const Node& a, const Node& b) {
+    // What is below the larger one is compared with the other, the nearest first.
+    void Compare(const Node& a, const Node& b) {
         if (a.level < 0 && b.level < 0) return Measure(a, b);
+        std::array<Pair, BoxTree::kFan> pairs;
+        auto end = pairs.begin();
+        const auto add = [&](const Node& first, const Node& second) {
+            const double bound = BoundOf(first, second);
+            if (!(bound < m_dLeast)) return;
+            const auto farther =
+                std::find_if(pairs.begin(), end, [&](const Pair& pair) { return pair.bound > bound; });
+            std::move_backward(farther, end, end + 1);
+            *farther = {bound, first, second};
+            ++end;
+        };
         if (b.level < 0 || (a.level >= 0 && SizeOf(a.box) > SizeOf(b.box)))
-            m_first.VisitBelow(a, [&](const Node& below) { Push(below, b); });
+            m_first.VisitBelow(a, [&](const Node& below) { add(below, b); });
         else
-            m_second.VisitBelow(b, [&](const Node& below) { Push(a, below); });
+            m_second.VisitBelow(b, [&](const Node& below) { add(a, below); });
+        for (auto pair = pairs.begin(); pair != end; ++pair)
+            if (pair->bound < m_dLeast) Compare(pair->a, pair->b);
+    }
+
+    double BoundOf(const Node& a, const Node& b) const {
+        double bound = Between(a.box, b.box);
+        if (bound < m_dLeast)
+            bound = std::max(bound, BetweenLines(a.from, a.to, b.from, b.to) - a.width - b.width);
+        if (bound < m_dLeast) bound = std::max(bound, BoundOfLarge(m_first, a, b));
+        if (bound < m_dLeast) bound = std::max(bound, BoundOfLarge(m_second, b, a));
+        return std::max(0.0, bound - kRounding * std::max(ExtentOf(a.box), ExtentOf(b.box)));
+    }
+    // Of a large curve the box and the chord tell little: its distance from the middle of a small box does.
+    static double BoundOfLarge(const Outline& outline, const Node& large, const Node& small) {
+        const bool isLarge = large.level < 0 && large.width > 2 * SizeOf(small.box);
+        if (!isLarge) return 0;
+        const DPOINT2 middle = (small.box.lower + small.box.upper) * 0.5;
+        const double distance = math::D2GetDistance(middle, NearestOn(outline.GetPiece(large.place), middle));
+        return distance - SizeOf(small.box) / 2; // half the sides together, which half the diagonal is below
     }
 
     void Measure(const Node& a, const Node& b) {
@@ -106,7 +137,7 @@ private:
         for (int i = 0, count = arcs->GetSegmentCount(); i < count; ++i) {
             const SEGMENT arc = arcs->GetSegment(i);
             const double reach = std::min(least.distance, m_dLeast + fit);
-            if (SquareBetween(LooseBoxOf(first), LooseBoxOf(arc)) > reach * reach) continue;
+            if (Between(LooseBoxOf(first), LooseBoxOf(arc)) > reach) continue;
             const Gap gap = LeastGap(first, arc);
             if (gap.distance < least.distance) least = gap;
         }
@@ -130,7 +161,6 @@ private:
 
     Outline m_first;
     Outline m_second;
-    std::priority_queue<Pair> m_queue;
     double m_dLeast = std::numeric_limits<double>::infinity();    // mm; so far
     std::map<int, std::unique_ptr<const CCadPolyline>> m_mapArcs; // of curves of the second outline
 };

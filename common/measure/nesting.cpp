@@ -80,8 +80,7 @@ public:
     bool Answer() {
         if (Ask(StartOf(m_inner.GetPiece(0)))) return true;
         const Outline inner(m_inner), outer(m_outer);
-        inner.VisitTop(
-            [&](const Node& a) { outer.VisitTop([&](const Node& b) { Cut(inner, a, outer, b); }); });
+        Cut(inner, inner.GetRoot(), outer, outer.GetRoot());
         return AskBetweenCuts(inner) || !m_bIsOutside;
     }
 
@@ -188,7 +187,7 @@ private:
         m_vecFound.clear();
         m_tree.VisitInOrder(
             [&](double lowerX, double lowerY, double upperX, double upperY) {
-                return AreNear({{lowerX, lowerY}, {upperX, upperY}}, box, 0);
+                return AreNear({{lowerX, lowerY}, {upperX, upperY}}, box, -math::kOnCurve);
             },
             [&](int place) { m_vecFound.push_back(m_vecContours[place]); });
         for (const int inner : m_vecFound) {

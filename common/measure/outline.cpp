@@ -13,6 +13,9 @@ namespace {
 using math::DPOINT2;
 using math::EllipticArc;
 
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+// The height of an arc over its chord, from which no point of it is farther; 0 for what is no arc.
 double HeightOf(const SEGMENT& segment) {
     const double bulge = segment.GetArc().bulge;
     return bulge == 0 ? 0 : math::Norm(segment.ptEnd - segment.ptStart) * std::abs(bulge) / 2;
@@ -46,6 +49,15 @@ math::Bounds LooseBox(const EllipticArc& arc) {
     return {arc.GetCenter() - reach, arc.GetCenter() + reach};
 }
 
+double Width(const SEGMENT& segment) {
+    if (segment.nType != SEGMENT::kBezier) return HeightOf(segment);
+    return std::sqrt(std::max(SquareFromLine(segment.ptCtrl1, segment.ptStart, segment.ptEnd),
+                              SquareFromLine(segment.ptCtrl2, segment.ptStart, segment.ptEnd)));
+}
+double Width(const EllipticArc&) {
+    return kInfinity;
+}
+
 DPOINT2 Start(const SEGMENT& segment) {
     return segment.ptStart;
 }
@@ -77,6 +89,10 @@ math::Bounds LooseBoxOf(const OutlinePiece& piece) {
     return std::visit([](const auto& of) { return LooseBox(of); }, piece);
 }
 
+double WidthOf(const OutlinePiece& piece) {
+    return std::visit([](const auto& of) { return Width(of); }, piece);
+}
+
 DPOINT2 StartOf(const OutlinePiece& piece) {
     return std::visit([](const auto& of) { return Start(of); }, piece);
 }
@@ -85,10 +101,10 @@ DPOINT2 EndOf(const OutlinePiece& piece) {
     return std::visit([](const auto& of) { return End(of); }, piece);
 }
 
-Outline::Outline(const CCadObject& object) : m_pContour(&object) {
-    if (const ContourIndex* index = UsableIndexOf(object)) {
-        m_pTree = &index->GetTree();
-        m_nCount = index->GetSegmentCount();
+Outline::Outline(const CCadObject& object) : m_pContour(&object), m_pIndex(UsableIndexOf(object)) {
+    if (m_pIndex) {
+        m_pTree = &m_pIndex->GetTree();
+        m_nCount = m_pIndex->GetSegmentCount();
         return;
     }
     TreeWalk walk(&object, TreeWalk::AllMembers);
@@ -98,6 +114,22 @@ Outline::Outline(const CCadObject& object) : m_pContour(&object) {
     std::vector<math::Bounds> runs((m_vecRefs.size() + BoxTree::kFan - 1) / BoxTree::kFan);
     for (int i = 0; i < m_nCount; ++i) runs[i / BoxTree::kFan].Add(LooseBoxOf(GetPiece(i)));
     m_tree = BoxTree(runs);
+}
+
+Outline::Node Outline::NodeOf(const math::Bounds& box, int level, int place) const {
+    if (!m_pIndex) return {box, level, place, {}, {}, kInfinity};
+    const auto [first, end] = RunOf(*m_pIndex, level, place);
+    return {box,
+            level,
+            place,
+            m_pIndex->GetJoint(first),
+            m_pIndex->GetJoint(end),
+            m_pIndex->GetStripWidth(level, place)};
+}
+
+Outline::Node Outline::NodeOf(int piece) const {
+    const OutlinePiece of = GetPiece(piece);
+    return {LooseBoxOf(of), -1, piece, StartOf(of), EndOf(of), WidthOf(of)};
 }
 
 void Outline::GoOver(const CCadObject& object) {

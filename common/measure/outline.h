@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 #include <qevdata/cad_object.h>
@@ -45,10 +46,23 @@ inline bool AreNear(const math::Bounds& a, const math::Bounds& b, double reach) 
            && b.lower.y - a.upper.y <= reach;
 }
 
+/// How far in mm the points of a measurable piece may be from the line between its ends; infinite for an
+/// elliptic arc.
+double WidthOf(const OutlinePiece& piece);
+
 /// Where a piece begins.
 math::DPOINT2 StartOf(const OutlinePiece& piece);
 /// Where a piece ends.
 math::DPOINT2 EndOf(const OutlinePiece& piece);
+
+/// The segments of an index that share a box of its tree: from the first to the one before the end.
+struct Run {
+    int first, end;
+};
+inline Run RunOf(const ContourIndex& index, int level, int place) {
+    const int size = ContourIndex::kRun << 3 * level; // 3: eight boxes in one
+    return {place * size, std::min((place + 1) * size, index.GetSegmentCount())};
+}
 
 /// Calls visit(box, place) for each box of a tree on a level that lies below the box `place` of the level
 /// above; on the highest level `place` is 0.
@@ -68,29 +82,37 @@ public:
     Outline(const Outline&) = delete;
     Outline& operator=(const Outline&) = delete;
 
-    /// A box of the tree, or a piece, which stands on level -1.
+    /// A box of the tree, or a piece, which stands on level -1. What it holds lies within `width` of the
+    /// chord between two points, too.
     struct Node {
         math::Bounds box;
         int level;
         int place; ///< among those of its level; the number of a piece
+        math::DPOINT2 from, to;
+        double width; ///< mm; infinite where no chord is known
     };
 
-    /// Calls visit(node) for the highest boxes; never where there are no pieces.
-    template <class Visit>
-    void VisitTop(const Visit& visit) const {
-        if (const int levels = m_pTree->GetLevelCount()) VisitLevel(levels - 1, 0, visit);
+    /// The node over all others; nothing is known of where it lies.
+    Node GetRoot() const {
+        constexpr double kInfinity = std::numeric_limits<double>::infinity();
+        const math::Bounds everywhere{{-kInfinity, -kInfinity}, {kInfinity, kInfinity}};
+        return {everywhere, m_pTree->GetLevelCount(), 0, {}, {}, kInfinity};
     }
-    /// Calls visit(node) for what is directly below a box, in the order of the outline.
+    /// Calls visit(node) for what is directly below a node that is no piece, in the order of the outline:
+    /// eight at most.
     template <class Visit>
     void VisitBelow(const Node& node, const Visit& visit) const {
-        if (node.level > 0) return VisitLevel(node.level - 1, node.place, visit);
+        if (node.level > 0)
+            return VisitBoxesBelow(*m_pTree, node.level - 1, node.place, [&](const math::Bounds& box, int i) {
+                visit(NodeOf(box, node.level - 1, i));
+            });
         const int first = node.place * BoxTree::kFan, end = std::min(first + BoxTree::kFan, m_nCount);
-        for (int i = first; i < end; ++i) visit(Node{LooseBoxOf(GetPiece(i)), -1, i});
+        for (int i = first; i < end; ++i) visit(NodeOf(i));
     }
     /// The piece of a number, from 0 in drawing order.
     OutlinePiece GetPiece(int number) const {
-        return m_vecRefs.empty() ? m_pContour->GetPiece(number)
-                                 : m_vecRefs[number].object->GetPiece(m_vecRefs[number].piece);
+        return m_pIndex ? m_pContour->GetPiece(number)
+                        : m_vecRefs[number].object->GetPiece(m_vecRefs[number].piece);
     }
 
 private:
@@ -98,15 +120,12 @@ private:
         const CCadObject* object;
         int piece;
     };
-    template <class Visit>
-    void VisitLevel(int level, int place, const Visit& visit) const {
-        VisitBoxesBelow(*m_pTree, level, place, [&](const math::Bounds& box, int i) {
-            visit(Node{box, level, i});
-        });
-    }
+    Node NodeOf(const math::Bounds& box, int level, int place) const;
+    Node NodeOf(int piece) const;
     void GoOver(const CCadObject& object);
 
     const CCadObject* m_pContour;
+    const ContourIndex* m_pIndex;     // the contour's, or null
     const BoxTree* m_pTree = &m_tree; // its own, or the contour's
     BoxTree m_tree;
     std::vector<Ref> m_vecRefs; // none for a contour with an index

@@ -178,8 +178,7 @@ public:
 private:
     void TakeLevel(int level, int place) {
         VisitBoxesBelow(m_index.GetTree(), level, place, [&](const Bounds& box, int i) {
-            const int size = ContourIndex::kRun << 3 * level; // 3: eight boxes in one
-            const int first = i * size, end = std::min(first + size, m_index.GetSegmentCount());
+            const auto [first, end] = RunOf(m_index, level, i);
             if (m_winding.IsOn()
                 || m_winding.TakeOutside(box, m_index.GetJoint(first), m_index.GetJoint(end)))
                 return;

@@ -15,13 +15,13 @@ std::unique_ptr<CCadObject> AnyOutline(Random& random) {
 // The samples are those of one outline; the other one is measured from each exactly. So they are never nearer
 // than the outlines are, and farther by half a step of the samples at most.
 TEST(Clearance, IsTheLeastDistanceOfSamples) {
-    for (Random random; random.Rounds(300);) {
+    for (Random random; random.Rounds(100);) {
         const auto a = AnyOutline(random);
         random.origin = {random.Uniform(-300, 300), 0};
         const auto b = AnyOutline(random);
         random.origin = {0, 0};
         const double clearance = GetClearance(a.get(), b.get());
-        constexpr int kSamples = 2000;
+        constexpr int kSamples = 500;
         const CurvePoint curve = Along(*a);
         DPOINT2 nearest, before = curve(0);
         double sampled = kInf, step = 0;

@@ -58,8 +58,8 @@ TEST(Nesting, NamedDrawings) {
 // The parent by the definition, over all pairs: the least contour in order that has a sample of the other one
 // inside.
 TEST(Nesting, IsThatOfSamples) {
-    constexpr int kSamples = 400;
-    for (Random random; random.Rounds(60);) {
+    constexpr int kSamples = 120;
+    for (Random random; random.Rounds(20);) {
         std::vector<std::unique_ptr<CCadObject>> owned;
         std::list<CCadObject*> selection;
         for (int i = 0; i < 12; ++i) {

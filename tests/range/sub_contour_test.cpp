@@ -45,13 +45,13 @@ TEST(SubContour, StretchesAreExactOnBeziersToo) {
         const PosRange range{RandomPos(random, *contour), RandomPos(random, *contour)};
         const Cut stretch(CutStretch(contour.get(), range)),
             rest(CutStretch(contour.get(), {range.end, range.start}));
-        if (IsInvalidRange(contour.get(), range)) continue;
+        if (PolyPosToDouble(range.start) == PolyPosToDouble(range.end)) continue;
         ASSERT_TRUE(stretch);
         ASSERT_TRUE(rest);
         EXPECT_NEAR(stretch->GetLength() + rest->GetLength(), contour->GetLength(),
                     1e-8 * contour->GetLength());
         double expected = LengthTo(*contour, range.end) - LengthTo(*contour, range.start);
-        if (expected < 0) expected += contour->GetLength();
+        if (PolyPosToDouble(range.end) < PolyPosToDouble(range.start)) expected += contour->GetLength();
         EXPECT_NEAR(stretch->GetLength(), expected, 1e-8 * contour->GetLength());
         EXPECT_POINT_NEAR(stretch->GetEndPoint(), rest->GetStartPoint(), 1e-12);
         EXPECT_POINT_NEAR(rest->GetEndPoint(), stretch->GetStartPoint(), 1e-12);
@@ -66,12 +66,11 @@ TEST(SubContour, StretchesHaveNoTailOfNoLength) {
     const auto contour = PolylineEx("0 0 L 10 0 A 20 0 1 B 22 5 28 5 30 0 L 0 0");
     for (const auto& [name, range, types] :
          Table<const char*, PosRange, std::string>{{"in a Bezier piece", {{2, 0.2}, {2, 0.7}}, "3"},
-                                                   {"from joint to joint", {{0, 1}, {3, 0}}, "23"},
-                                                   {"next to the joints", {{0, 1 - 4e-10}, {3, 4e-10}}, "23"},
+                                                   {"from joint to joint", {{1, 0}, {3, 0}}, "23"},
+                                                   {"next to the joints", {{1, 4e-10}, {3, 4e-10}}, "23"},
                                                    {"over the start", {{3, 0.5}, {0, 0}}, "1"},
                                                    {"once round from a joint", {{1, 0}, {1, 0}}, ""},
                                                    {"once round on a segment", {{1, 0.5}, {1, 0.2}}, "23112"},
-                                                   {"from a joint to itself", {{0, 1}, {1, 0}}, ""},
                                                    {"next to nothing", {{1, 2e-10}, {1, 4e-10}}, ""}}) {
         const Cut cut(CutStretch(contour.get(), range));
         std::string found;

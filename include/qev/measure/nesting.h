@@ -43,7 +43,8 @@ struct ContourNesting {
 /// outer one; of equal areas (to nine digits, so that a contour may be repeated from another start) the one
 /// drawn earlier. The smaller lies in the larger when any of its points is inside, more than 1e-6 mm from the
 /// outline: so one that crosses a larger contour lies in it, and one that only touches it from outside does
-/// not. One that runs on the larger one's outline all along lies in it too. The parent is the contour of the
+/// not. One that runs on the larger one's outline all along lies in it too, unless
+/// it is flatter than that. The parent is the contour of the
 /// least area that a contour lies in. The output is replaced; it is empty for null. Takes O(n log n) for n
 /// contours, unless many lie in the hollows of others. Throws std::bad_alloc when memory is refused.
 QEVCOMMON_API void GetNesting(const std::list<CCadObject*>* selection, std::vector<ContourNesting>& nesting);
