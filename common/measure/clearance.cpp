@@ -19,6 +19,7 @@
 #include <cmath>
 #include <map>
 #include <memory>
+#include <span>
 
 #include <qev/measure/nesting.h>
 #include <qevdata/polyline.h>
@@ -79,12 +80,12 @@ private:
     void Compare(const Node& a, const Node& b) {
         if (a.level < 0 && b.level < 0) return Measure(a, b);
         std::array<Pair, BoxTree::kFan> pairs;
-        auto end = pairs.begin();
+        Pair* end = pairs.data();
         const auto add = [&](const Node& first, const Node& second) {
             const double bound = BoundOf(first, second);
             if (!(bound < m_dLeast)) return;
-            const auto farther =
-                std::find_if(pairs.begin(), end, [&](const Pair& pair) { return pair.bound > bound; });
+            Pair* const farther =
+                std::find_if(pairs.data(), end, [&](const Pair& pair) { return pair.bound > bound; });
             std::move_backward(farther, end, end + 1);
             *farther = {bound, first, second};
             ++end;
@@ -93,8 +94,8 @@ private:
             m_first.VisitBelow(a, [&](const Node& below) { add(below, b); });
         else
             m_second.VisitBelow(b, [&](const Node& below) { add(a, below); });
-        for (auto pair = pairs.begin(); pair != end; ++pair)
-            if (pair->bound < m_dLeast) Compare(pair->a, pair->b);
+        for (const Pair& pair : std::span(pairs.data(), end))
+            if (pair.bound < m_dLeast) Compare(pair.a, pair.b);
     }
 
     double BoundOf(const Node& a, const Node& b) const {

@@ -78,7 +78,7 @@ public:
     Inside(const CCadObject& inner, const CCadObject& outer) : m_inner(inner), m_outer(outer) {}
 
     bool Answer() {
-        if (Ask(StartOf(m_inner.GetPiece(0)))) return true;
+        if (AskFirstPieces()) return true;
         const Outline inner(m_inner), outer(m_outer);
         Cut(inner, inner.GetRoot(), outer, outer.GetRoot());
         return AskBetweenCuts(inner) || !m_bIsOutside;
@@ -93,6 +93,16 @@ private:
             return piece != other.piece ? piece < other.piece : share < other.share;
         }
     };
+
+    // The ends and middles of a few pieces tell most contours that lie inside or cross.
+    bool AskFirstPieces() {
+        constexpr int kFirst = 4;
+        for (int i = 0, count = std::min(m_inner.GetPieceCount(), kFirst); i < count; ++i) {
+            const OutlinePiece piece = m_inner.GetPiece(i);
+            if (Ask(StartOf(piece)) || Ask(PointAtShare(piece, 0.5))) return true;
+        }
+        return false;
+    }
 
     // Whether a point of the inner contour is inside of the outer one.
     bool Ask(const DPOINT2& p) {
@@ -221,8 +231,11 @@ void GetNesting(const std::list<CCadObject*>* selection, std::vector<ContourNest
     answer.reserve(contours.size());
     for (std::size_t i = 0; i < contours.size(); ++i)
         answer.push_back({contours[i].object, parents[i] < 0 ? nullptr : contours[parents[i]].object, 0});
-    for (auto i = found.GetOrder().rbegin(); i != found.GetOrder().rend(); ++i)
-        if (parents[*i] >= 0) answer[*i].nDepth = answer[parents[*i]].nDepth + 1;
+    const std::vector<int>& order = found.GetOrder();
+    for (std::size_t k = order.size(); k-- > 0;) {
+        const int inner = order[k], outer = parents[inner];
+        if (outer >= 0) answer[inner].nDepth = answer[outer].nDepth + 1;
+    }
     nesting.swap(answer);
 }
 
