@@ -168,11 +168,11 @@ const Glyph& Font::GlyphOf(char32_t letter) {
     const FT_UInt index = FT_Get_Char_Index(m_pFile->face, letter);
     glyph.isLacking = index == 0; // the font's first glyph is the box
     if (!m_pFile->Load(index)) return glyph;
-    const FT_GlyphSlot slot = m_pFile->face->glyph;
-    glyph.advance = static_cast<double>(slot->metrics.horiAdvance) * m_pFile->scale;
-    if (slot->format != FT_GLYPH_FORMAT_OUTLINE) return glyph;
-    Pen pen(slot->outline, m_pFile->scale);
-    FT_Outline_Decompose(&slot->outline, &kPenFunctions, &pen);
+    FT_GlyphSlotRec& slot = *m_pFile->face->glyph;
+    glyph.advance = static_cast<double>(slot.metrics.horiAdvance) * m_pFile->scale;
+    if (slot.format != FT_GLYPH_FORMAT_OUTLINE) return glyph;
+    Pen pen(slot.outline, m_pFile->scale);
+    FT_Outline_Decompose(&slot.outline, &kPenFunctions, &pen);
     glyph.contours = pen.Contours();
     return glyph;
 }

@@ -25,7 +25,6 @@ namespace {
 using Kind = TextItem::Kind;
 
 constexpr double kLargestFactor = 1000; // of heights and widths: beyond it a letter is a dot or a wall
-constexpr double kSteepest = 85;        // degrees: the most that letters lean
 
 double Bounded(double factor) {
     return std::clamp(std::abs(factor), 1 / kLargestFactor, kLargestFactor);
@@ -256,8 +255,7 @@ private:
             m_format.height = Bounded(isFactor ? m_format.height * *number : *number / m_dTextHeight);
         if (code == 'W') m_format.width = Bounded(isFactor ? m_format.width * *number : *number);
         if (code == 'T') m_format.tracking = Bounded(isFactor ? m_format.tracking * *number : *number);
-        if (code == 'Q')
-            m_format.slant = std::tan(math::AngleToRadian(std::clamp(*number, -kSteepest, kSteepest)));
+        if (code == 'Q') m_format.slant = SlantOf(*number);
     }
 
     // "\pi1,qc;": the letter behind the q is the column's.
@@ -295,6 +293,11 @@ private:
 };
 
 } // namespace
+
+double SlantOf(double degrees) {
+    constexpr double kSteepest = 85;
+    return std::tan(math::AngleToRadian(std::clamp(degrees, -kSteepest, kSteepest)));
+}
 
 std::vector<TextItem> ParseTextLine(std::string_view utf8, const LetterFormat& format) {
     return Parser(utf8, format, 1, false).Items();

@@ -9,6 +9,10 @@
 
 namespace host {
 
+/// The slant of letters that lean to the right by an angle in degrees, to the left by a negative one: the
+/// tangent of the angle. Beyond 85 degrees letters lean no more.
+double SlantOf(double degrees);
+
 /// How a letter is drawn.
 struct LetterFormat {
     double height = 1;   ///< of a capital, in text heights

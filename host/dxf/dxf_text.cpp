@@ -30,7 +30,6 @@ namespace {
 using math::DPOINT2;
 
 constexpr std::size_t kLongestText = 10'000; // bytes
-constexpr double kSteepest = 85;             // degrees by which letters may lean
 constexpr int kWestern = 1252;               // the code page of a file that names none
 constexpr int kEmbedded = 101;               // the group before a second form of the same entity
 constexpr int kBackwards = 2;                // among the flags of texts and styles
@@ -56,10 +55,6 @@ int CodePageOf(std::string_view name) {
     for (const char c : capitals)
         if (c >= '0' && c <= '9' && number < 100'000) number = number * 10 + (c - '0');
     return isNumbered && number > 0 ? number : kWestern;
-}
-
-double SlantOf(double degrees) {
-    return std::tan(math::AngleToRadian(std::clamp(degrees, -kSteepest, kSteepest)));
 }
 
 // Factors of nought and below, which some programs write, mean nothing.
@@ -92,7 +87,7 @@ struct Alignment {
     }
 };
 
-// Where a TEXT stands that is so many text heights wide, reaches so many below its base line, and is so high.
+// Where a TEXT of a height stands that is so many text heights wide and reaches so many below its base line.
 Affine LinePlace(const Fields& f, double width, double depth, double height) {
     const Alignment alignment(f);
     const bool hasSecondPoint = f.Find(11) != nullptr;
@@ -122,6 +117,26 @@ DPOINT2 DirectionOf(const Fields& f, double up) {
     }
     const double length = math::Norm(direction);
     return length > 0 ? direction / length : DPOINT2{up, 0};
+}
+
+// How an MTEXT of a height is set that hangs by a column of its box, 0 for the left one.
+TextSetting SettingOf(const Fields& f, double height, int column) {
+    constexpr std::array<Column, 3> kColumns{Column::kLeft, Column::kCentre, Column::kRight};
+    TextSetting setting;
+    setting.width = std::max(0.0, f.Number(41, 0)) / height;
+    setting.spacing = FactorOf(f.Number(44, 1));
+    setting.isSpacingExact = f.Integer(73, 1) == 2;
+    setting.column = kColumns[static_cast<std::size_t>(column)];
+    return setting;
+}
+
+// Where an MTEXT of a height stands that hangs by a row of its box, 0 for the top one. A normal that points
+// down mirrors it.
+Affine ParagraphsPlace(const Fields& f, const TextLayout& layout, double height, int row) {
+    const double y = layout.top + (layout.bottom - layout.top) * row / 2;
+    const double up = f.Number(kNormalZ, 1) < 0 ? -1 : 1;
+    const DPOINT2 along = DirectionOf(f, up) * height;
+    return Affine{along, math::LeftOf(along) * up, f.Point(kPoint)} * Affine::Translation({0, -y});
 }
 
 } // namespace
@@ -175,11 +190,10 @@ double DxfTexts::HeightOf(const Fields& fields) const {
     return height;
 }
 
-// A text before its place is known: what is drawn, in text heights, and the text without its codes.
 struct DxfTexts::Text {
     std::vector<TextItem> items;
-    TextLayout layout;
-    Affine place; // of the layout in the drawing, or in its block
+    TextLayout layout; // in text heights
+    Affine place;      // of the layout in the drawing, or in its block
 };
 
 DxfTexts::Text DxfTexts::LineOf(const Fields& f) const {
@@ -195,24 +209,13 @@ DxfTexts::Text DxfTexts::LineOf(const Fields& f) const {
 DxfTexts::Text DxfTexts::ParagraphsOf(const Fields& f) const {
     const Style style = StyleOf(f);
     const double height = HeightOf(f);
-    const int place = std::clamp(f.Integer(71, 1), 1, 9) - 1; // of nine, row by row from the upper left
-    constexpr std::array<Column, 3> kColumns{Column::kLeft, Column::kCentre, Column::kRight};
+    const int attachment = std::clamp(f.Integer(71, 1), 1, 9) - 1; // row by row from the upper left
     LetterFormat format;
     format.width = style.width;
     format.slant = style.slant;
-    TextSetting setting;
-    setting.width = std::max(0.0, f.Number(41, 0)) / height;
-    setting.spacing = FactorOf(f.Number(44, 1));
-    setting.isSpacingExact = f.Integer(73, 1) == 2;
-    setting.column = kColumns[static_cast<std::size_t>(place % 3)];
     Text text{ParseParagraphs(TextOf(f), format, height), {}, {}};
-    text.layout = LayOut(text.items, setting, *m_pFont);
-    const double down = place / 3 / 2.0; // 0 at the top of the box, 1 at its bottom
-    const double y = text.layout.top + (text.layout.bottom - text.layout.top) * down;
-    const double up = f.Number(kNormalZ, 1) < 0 ? -1 : 1;
-    const DPOINT2 direction = DirectionOf(f, up);
-    text.place = Affine{direction * height, math::LeftOf(direction) * (up * height), f.Point(kPoint)}
-                 * Affine::Translation({0, -y});
+    text.layout = LayOut(text.items, SettingOf(f, height, attachment % 3), *m_pFont);
+    text.place = ParagraphsPlace(f, text.layout, height, attachment / 3);
     return text;
 }
 
