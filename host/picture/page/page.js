@@ -188,7 +188,7 @@ const pointers = new Map();
 let dragged = 0;
 
 function pointAt(event) {
-  const frame = view.base.getBoundingClientRect();
+  const frame = view.over.getBoundingClientRect();
   return [event.clientX - frame.left, event.clientY - frame.top];
 }
 
@@ -212,7 +212,7 @@ function shownPoint([x, y]) { return `${shownLength(x)}, ${shownLength(y)}`; }
 function point(event) {
   const at = pointAt(event), picked = pickAt(at);
   hover(picked ? picked.object : -1, picked && picked.point);
-  view.base.classList.toggle('over', Boolean(picked));
+  view.over.classList.toggle('over', Boolean(picked));
   showTip(at, picked);
   byId('pointer').textContent = `${shownPoint(view.drawingPoint(...at))} ${data.unit}`;
 }
@@ -232,30 +232,30 @@ function drag(event) {
     const gap = Math.hypot(...difference(before, other));
     if (gap > 0) view.zoom(Math.hypot(...difference(now, other)) / gap, ...other);
   } else if (dragged > kClickPixels) {
-    view.base.classList.add('moving');
+    view.over.classList.add('moving');
     view.pan(...difference(now, before));
   }
 }
 
-view.base.addEventListener('pointerdown', event => {
+view.over.addEventListener('pointerdown', event => {
   if (event.button !== 0) return;
   if (pointers.size === 0) dragged = 0;
   pointers.set(event.pointerId, pointAt(event));
-  view.base.setPointerCapture(event.pointerId);
+  view.over.setPointerCapture(event.pointerId);
 });
-view.base.addEventListener('pointermove', event => {
+view.over.addEventListener('pointermove', event => {
   if (!pointers.has(event.pointerId)) point(event);
   else drag(event), showTip([0, 0], null);
 });
-view.base.addEventListener('pointerup', event => {
+view.over.addEventListener('pointerup', event => {
   if (!pointers.delete(event.pointerId)) return;
-  view.base.classList.remove('moving');
+  view.over.classList.remove('moving');
   if (dragged <= kClickPixels) choose(pickAt(pointAt(event))?.object ?? -1, true);
 });
-view.base.addEventListener('pointercancel', event => pointers.delete(event.pointerId));
-view.base.addEventListener('pointerleave', leave);
-view.base.addEventListener('dblclick', event => view.zoom(2, ...pointAt(event)));
-view.base.addEventListener('wheel', event => {
+view.over.addEventListener('pointercancel', event => pointers.delete(event.pointerId));
+view.over.addEventListener('pointerleave', leave);
+view.over.addEventListener('dblclick', event => view.zoom(2, ...pointAt(event)));
+view.over.addEventListener('wheel', event => {
   event.preventDefault();
   const pixels = event.deltaY * [1, 16, 400][event.deltaMode];
   view.zoom(Math.exp(-clamp(pixels, -400, 400) * (event.ctrlKey ? 0.01 : 0.002)), ...pointAt(event));
@@ -268,7 +268,7 @@ const kKeys = {
   0: () => view.fit(), Home: () => view.fit(), Escape: () => choose(-1, true),
   Enter: () => view.chosen >= 0 && view.reveal(view.chosen, true),
 };
-view.base.addEventListener('keydown', event => {
+view.over.addEventListener('keydown', event => {
   if (!(event.key in kKeys) || event.ctrlKey || event.metaKey || event.altKey) return;
   event.preventDefault();
   kKeys[event.key]();
@@ -353,7 +353,7 @@ function showSummary() {
   document.title = byId('name').textContent = data.name;
   const count = data.objects.length, closed = data.objects.filter(row => row[kClosed] && row[kSegments] > 0).length;
   byId('summary').textContent = `${count} objects, ${closed} closed, ${data.layers.length} layers`;
-  view.base.setAttribute('aria-label', `Drawing ${data.name}`);
+  view.over.setAttribute('aria-label', `Drawing ${data.name}`);
 }
 
 function showStep(step) {

@@ -2,12 +2,16 @@
 // in pixels of the screen, so that lines keep their width and nothing loses digits at any zoom. What is smaller
 // than a pixel becomes a dot, and points closer than half a pixel are left out: so the whole of a large drawing
 // costs little more than a part of it. When very much is in sight, lines are one pixel of the device wide, which
-// browsers without a graphics processor draw 15 times as fast as wider ones. What is chosen or pointed at lies on a
+// browsers without a graphics processor draw 15 times as fast as wider ones; and when a frame has taken long, the one
+// that is there is moved and stretched as a picture until the movement rests. What is chosen or pointed at lies on a
 // second canvas and moves without the drawing.
 
 const kMarkPixels = 7; // the largest radius of a mark
 const kLeastMark = 2; // pixels; smaller marks would be specks
 const kDense = 4000; // elements in sight from which on lines are thin
+const kChordError = 0.15; // pixels between an arc and the chords that take its place
+const kSlow = 50; // ms of a frame from which on the drawing moves as a picture
+const kRest = 120; // ms without a movement after which it is drawn anew
 const kRun = 200; // outlines that are drawn at once; long paths take more than their share of time
 const kDetail = 0.5; // pixels between points of an outline that are drawn
 const kMargin = 24; // pixels round the whole drawing
@@ -16,8 +20,8 @@ class View {
   constructor(scene, looks) {
     this.scene = scene;
     this.looks = looks;
-    this.base = document.getElementById('drawing');
-    this.over = document.getElementById('over');
+    this.base = document.getElementById('lines');
+    this.over = document.getElementById('drawing');
     this.chosen = this.hovered = -1;
     this.spot = null; // the point on the hovered object
     this.cut = null; // how many objects of the order of cutting are cut
@@ -75,7 +79,7 @@ class View {
 
   moved() {
     this.isWhole = false;
-    this.redraw();
+    this.redraw(true);
   }
 
   // Brings an object into sight: moved when it is out of the window, zoomed when it is too small to be seen or on
@@ -94,13 +98,29 @@ class View {
     }
   }
 
-  redraw() {
-    this.frame ??= requestAnimationFrame(() => {
+  // Draws in the next frame: all of it, or while a large drawing moves what is there as a picture.
+  redraw(isMoving = false) {
+    this.isMoving = isMoving && this.cost > kSlow;
+    this.frame ??= requestAnimationFrame(begin => {
       this.frame = null;
-      this.draw();
+      if (this.isMoving) {
+        this.movePicture();
+      } else {
+        this.draw();
+        requestAnimationFrame(end => this.cost = end - begin);
+      }
       this.drawOver();
       this.onMove();
     });
+  }
+
+  movePicture() {
+    const { x, y, scale } = this.drawn, zoom = this.scale / scale;
+    const right = this.width / 2 * (1 - zoom) + (x - this.x) * this.scale;
+    const down = this.height / 2 * (1 - zoom) + (this.y - y) * this.scale;
+    this.base.style.transform = `translate(${right}px, ${down}px) scale(${zoom})`;
+    clearTimeout(this.rest);
+    this.rest = setTimeout(() => this.redraw(), kRest);
   }
 
   redrawOver() {
@@ -111,6 +131,7 @@ class View {
   }
 
   begin(canvas) {
+    this.window = [...this.drawingPoint(0, this.height), ...this.drawingPoint(this.width, 0)];
     const context = canvas.getContext('2d');
     context.setTransform(this.ratio, 0, 0, this.ratio, 0, 0);
     context.clearRect(0, 0, this.width, this.height);
@@ -120,8 +141,8 @@ class View {
 
   draw() {
     const context = this.begin(this.base), scene = this.scene;
-    const [left, bottom] = this.drawingPoint(0, this.height), [right, top] = this.drawingPoint(this.width, 0);
-    this.window = [left, bottom, right, top];
+    this.drawn = { x: this.x, y: this.y, scale: this.scale };
+    this.base.style.transform = '';
     this.traced = 0;
     for (const group of scene.groups) {
       if (!scene.styleShown[group.style] || (group.layer >= 0 && !scene.layerShown[group.layer])) continue;
@@ -197,15 +218,16 @@ class View {
     this.penY = y1;
   }
 
-  // The canvas loses digits with large radii, where chords within a tenth of a pixel take the arc's place.
+  // The canvas loses digits with large radii and time with many arcs. There chords take the arc's place, which stay
+  // within a part of a pixel of it: that of a circle of radius r leaves it by r times the square of its angle / 8.
   traceArc(context, element) {
     const n = this.scene.outlines.numbers, i = element * kStride;
     const a = n[i + 7] * this.scale, c = n[i + 8] * this.scale, turn = n[i + 11], largest = Math.max(a, c);
-    if (largest < 2e4) {
+    if (largest < 2e4 && !this.isDense) {
       context.ellipse(this.screenX(n[i + 5]), this.screenY(n[i + 6]), a, c, -n[i + 9], -n[i + 10], -n[i + 10] - turn, turn > 0);
       return;
     }
-    const chords = Math.min(Math.ceil(Math.abs(turn) / Math.sqrt(0.8 / largest)), 20000);
+    const chords = Math.min(Math.ceil(Math.abs(turn) / Math.sqrt(8 * kChordError / largest)), 20000);
     for (let k = 1; k <= chords; ++k) {
       const [x, y] = this.scene.outlines.point(element, k / chords);
       context.lineTo(this.screenX(x), this.screenY(y));
@@ -241,7 +263,6 @@ class View {
 
   drawOver() {
     const context = this.begin(this.over);
-    if (!this.window) return;
     if (this.cut !== null) this.drawCut(context);
     if (this.hovered >= 0 && this.hovered !== this.chosen) this.light(context, this.hovered, 1.5, 5);
     if (this.chosen >= 0) this.light(context, this.chosen, 3, 10);
