@@ -26,6 +26,7 @@
 #include <qevmath/tolerance.h>
 
 #include "bounds_of.h"
+#include "object_watch.h"
 
 namespace qev {
 namespace {
@@ -96,6 +97,7 @@ CCadObject::CCadObject(const CCadObject& other)
 }
 
 CCadObject::~CCadObject() {
+    ObjectWatch::Forget(this);
     if (t_pInnerCopies) t_pInnerCopies->Forget(this);
     for (const CTechnics* technics : std::as_const(*this).GetTechnicsList()) delete technics;
     DeleteOwned();
@@ -293,7 +295,9 @@ bool CTechnics::Refresh(const CCadObject*, void*) {
 
 void CTechnics::Write(std::ostream&) const {}
 
-CTechnics::~CTechnics() = default;
+CTechnics::~CTechnics() {
+    ObjectWatch::Forget(this);
+}
 
 CITechnicsSerialize::~CITechnicsSerialize() = default;
 

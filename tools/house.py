@@ -72,6 +72,7 @@ for room in COMMON_ROOMS:
     MAY_INCLUDE[f"include/qev/{room}"] = (STANDARD, BASE, LAYERS, below)
 for room in ("measure", "position", "range"): # what contours keep, which is not installed
     MAY_INCLUDE[f"common/{room}"] += (r'"data/(box_tree|contour_index|hilbert_place|lazy|picked|running_lengths)\.h"',)
+MAY_INCLUDE["common/technics"] += (r'"data/object_watch\.h"',) # what plug-ins have destroyed
 for room in ("script", "technics", "units", "support"):
     MAY_INCLUDE[f"include/qev/{room}"] = (STANDARD, BASE, LAYERS, rf"<qev/{room}/\w+\.h>")
 for room in HOST_ROOMS:

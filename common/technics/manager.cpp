@@ -31,6 +31,7 @@
 #include <qevdata/cad_object.h>
 #include <qevdata/param.h>
 
+#include "data/object_watch.h"
 #include "platform/recursive_lock.h"
 #include "text_interpreter.h"
 
@@ -94,10 +95,11 @@ std::vector<CCadObject*> LeavesAndGroups(const std::list<CCadObject*>& objects) 
     return all;
 }
 
-// The objects of a list that operators may change: what is no longer on it may be deleted, and is not touched
-// any more. To see every change of a list of n objects takes n steps, after each call of an operator. For
-// long lists that would make the calls quadratic: there a look at the whole list is taken every few calls,
-// and its length and its ends, which most changes touch, are looked at after each.
+// The objects of a list that operators may change: what is no longer on it is not updated any more. (What has
+// been destroyed is told by an ObjectWatch.) To see every change of a list of n objects takes n steps, after
+// each call of an operator. For long lists that would make the calls quadratic: there a look at the whole
+// list is taken every few calls, and its length and its ends, which most changes touch, are looked at after
+// each.
 class WatchedList {
 public:
     explicit WatchedList(const std::list<CCadObject*>& objects)
@@ -425,11 +427,13 @@ void CTechnicsManager::MultipleMudifyNotify(const std::list<CCadObject*>* before
 void CTechnicsManager::UpdataViewDataNotify(std::list<CCadObject*>* objects) {
     if (!objects) return;
     const Walk walk(*this);
+    const std::vector<CCadObject*> all = LeavesAndGroups(*objects);
+    const ObjectWatch watch({all.begin(), all.end()});
     WatchedList list(*objects);
-    for (CCadObject* object : LeavesAndGroups(*objects)) {
-        if (!list.Holds(object) || !HasTechnics(object)) continue;
+    for (CCadObject* object : all) {
+        if (!watch.Lives(object) || !list.Holds(object) || !HasTechnics(object)) continue;
         walk.ForEach([&](CITechnicsOperator& each) {
-            if (!list.Holds(object)) return;
+            if (!watch.Lives(object) || !list.Holds(object)) return;
             each.UpdateViewData(object);
             list.LookAfterCall();
         });

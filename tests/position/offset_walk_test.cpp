@@ -25,7 +25,8 @@ double LengthFromStart(const CCadObject& object, const POLYPOS& pos) {
     return length;
 }
 
-// By the length that is left to an end, and by whole laps: rounding misses them on either side.
+// By the length that is left to an end or back to a joint, and by whole laps: rounding misses them on either
+// side.
 TEST(OffsetWalk, ExactlyToAnEndAndRound) {
     for (Random random; random.Rounds(3000);) {
         const bool isPiece = random.Coin();
@@ -34,11 +35,11 @@ TEST(OffsetWalk, ExactlyToAnEndAndRound) {
         const double total = GetCadLength(object.get()), before = LengthFromStart(*object, pos);
         if (before < 1e-6 || total - before < 1e-6) continue;
         POLYPOS out;
-        for (const double offset : {-before, total - before}) {
-            EXPECT_EQ(GetPosByOffset(object.get(), pos, offset, out), 0);
+        for (const double to : {0.0, LengthFromStart(*object, {pos.nSegIndex, 0}), total}) {
+            EXPECT_EQ(GetPosByOffset(object.get(), pos, to - before, out), 0);
             EXPECT_FALSE(IsInvalidPos(object.get(), out)) << testing::PrintToString(out);
-            const bool isEnd = offset > 0 && !object->IsClose();
-            EXPECT_NEAR(LengthFromStart(*object, out), isEnd ? total : 0, 1e-12 * total) << object->GetType();
+            const bool isStart = to == total && object->IsClose();
+            EXPECT_NEAR(LengthFromStart(*object, out), isStart ? 0 : to, 1e-12 * total) << object->GetType();
         }
         for (const int laps : {-2, -1, 1, 3}) {
             if (!isPiece) break; // on a segment without length the start counts as not reached

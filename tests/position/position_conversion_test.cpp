@@ -1,3 +1,5 @@
+#include <chrono>
+
 #include "support/support.h"
 
 using namespace qev;
@@ -142,6 +144,18 @@ TEST(PositionConversion, OnWhatHasNoLength) {
         EXPECT_TRUE(CoorToPos(object.get(), object->GetStartPoint(), pos)) << text;
         EXPECT_TRUE(IsAt(pos, {0, 0})) << text;
     }
+}
+
+TEST(PositionConversion, OnBezierPiecesOfAnySizeInBoundedTime) {
+    const auto start = std::chrono::steady_clock::now();
+    for (const double size : {1e-162, 1e-159, 1e-154, 1e-3, 1e4}) {
+        CCadPolylineEx contour;
+        contour.AddBezier({size, 2 * size}, {-size, 2 * size}, {size, 0});
+        POLYPOS pos;
+        EXPECT_TRUE(CoorToPos(&contour, {0.3 * size, size}, pos, 1e4)) << size;
+        EXPECT_FALSE(IsInvalidPos(&contour, pos)) << size;
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }
 
 TEST(PositionConversion, LengthsFromTheStartAreAdded) {

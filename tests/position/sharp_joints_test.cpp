@@ -20,6 +20,13 @@ TEST(SharpJoints, ThatTurnByAnAngleOrMore) {
     }
 }
 
+TEST(SharpJoints, OfANeedleAllAreConvex) {
+    Joints convex, concave;
+    CollectTurnDirPos(Polyline("0 0 L 2000 0 L 2000 1e-6 L 0 1e-6 L 0 0").get(), 45, convex, 0, concave);
+    EXPECT_EQ(convex.size(), 4u);
+    EXPECT_TRUE(concave.empty());
+}
+
 // A bracket like an L: five corners turn left, the one at (4, 4), which is the start, turns right.
 TEST(SharpJoints, TheHullTellsConvexFromConcaveTurns) {
     const auto bracket = Polyline("4 4 L 4 10 L 0 10 L 0 0 L 10 0 L 10 4 L 4 4");

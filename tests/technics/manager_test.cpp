@@ -135,13 +135,15 @@ TEST_F(Manager, SavesWhatCanBeRead) {
         const char* name;
         std::function<void(std::ostream&)> first, second;
         const char *saved, *error;
-    } cases[] = {{"as they are", Says("A={},"), Says("B={},\n"), "T={A={},B={},\n};", ""},
-                 {"a comma is missing", Says("A={}"), Says("B={} "), "T={A={},B={} ,};", ""},
-                 {"commas would change it", Says("A=f"), Says("{1},"), "T={A=f{1},};", ""},
-                 {"nothing helps", Says("A={"), Says("B=1"), "T={A={B=1};", "cannot be read"},
-                 {"hex", [](std::ostream& out) { out << std::hex; }, Says(20), "T={20};", ""},
-                 {"a null", Says(null), Says(20), "old", "type 7"},
-                 {"a zero byte", Says('\0'), Says(20), "old", "type 7"}};
+    } cases[] = {
+        {"as they are", Says("A={},"), Says("B={},\n"), "T={A={},B={},\n};", ""},
+        {"a comma is missing", Says("A={}"), Says("B={} "), "T={A={},B={} ,};", ""},
+        {"commas would change it", Says("A=f"), Says("{1},"), "T={A=f{1},};", ""},
+        {"nothing helps", Says("A={"), Says("B=1"), "T={A={B=1};", "cannot be read"},
+        {"hex", [](std::ostream& out) { out << std::hex; }, Says(20), "T={20};", ""},
+        {"a null", Says(null), Says(20), "old", "type 7"},
+        {"failed", [](std::ostream& out) { out.setstate(std::ios::failbit); }, Says(20), "old", "type 7"},
+        {"a zero byte", Says('\0'), Says(20), "old", "type 7"}};
     for (const auto& each : cases) {
         CCadGroup object;
         object.SetTechnicsString("old");
@@ -181,6 +183,31 @@ TEST_F(Manager, ViewDataOfWhatIsLeftOnTheList) {
     joint.onNotify = [](CCadObject*) { ADD_FAILURE() << "the object is off the list"; };
     manager.UpdataViewDataNotify(&objects);
     EXPECT_EQ(calls, 1);
+}
+
+// Each call deletes the next object and puts another in its place, in a long list or in a group on a short
+// one: that one is not touched any more, nor is the other one.
+TEST_F(Manager, ViewDataOfWhatIsNotDestroyed) {
+    for (const bool isGrouped : {false, true}) {
+        CCadGroup group;
+        Objects own = {&group};
+        Objects& lines = isGrouped ? group.GetObjectsList() : own = {};
+        const auto newLine = [] {
+            auto* const line = new CCadLine({0, 0}, {1, 0});
+            line->AddTechnics(new CTechnics);
+            return line;
+        };
+        for (int i = 0; i < 3000; ++i) lines.push_back(newLine());
+        auto next = lines.begin();
+        lead.onNotify = [&](CCadObject* object) {
+            ASSERT_TRUE(next != lines.end());
+            ASSERT_EQ(object, *next++);
+            delete std::exchange(*next++, newLine());
+        };
+        manager.UpdataViewDataNotify(&own);
+        EXPECT_TRUE(next == lines.end()) << isGrouped;
+        if (!isGrouped) group.GetObjectsList().swap(own);
+    }
 }
 
 // Objects that give their places to others are not touched any more: at once in a short list, soon in a long

@@ -118,9 +118,9 @@ public:
     /// Has every operator update what is shown of the leaves that carry technics, then of the groups among
     /// the given objects that do. Nothing when there is no leaf (CollectLeafNode) at all. Operators may take
     /// objects off the list or put others in their places meanwhile, and delete them: these are not touched
-    /// any more, and new ones are not updated. In a list of more than 1024 objects, one in the middle that
-    /// gives its place to another may be touched for some calls more, and must outlive this function. Throws
-    /// std::bad_alloc when memory is refused.
+    /// any more, and new ones are not updated. They may delete members of the groups as well. In a list of
+    /// more than 1024 objects, one in the middle that gives its place to another and lives on may be updated
+    /// for some calls more. Throws std::bad_alloc when memory is refused.
     void UpdataViewDataNotify(std::list<CCadObject*>* objects);
 
     /// What the host tells its plug-ins, one for the process.

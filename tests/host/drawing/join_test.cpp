@@ -50,7 +50,7 @@ TEST(Join, GoesOnWithTheNearestEnd) {
 // How long joining so many lines computes.
 double TimeToJoin(SEGMENT (*line)(int)) {
     qev::CCadGroup drawn;
-    for (int i = 0; i < 20'000; ++i) drawn.PushBack(new qev::CCadLine(line(i).ptStart, line(i).ptEnd));
+    for (int i = 0; i < 40'000; ++i) drawn.PushBack(new qev::CCadLine(line(i).ptStart, line(i).ptEnd));
     const std::clock_t start = std::clock();
     host::JoinOpenPieces(drawn, 0.01);
     return static_cast<double>(std::clock() - start);
