@@ -10,12 +10,15 @@
 
 #include <algorithm>
 #include <list>
+#include <optional>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include <qev/technics/queries.h>
 #include <qevdata/cad_object.h>
+
+#include "data/object_watch.h"
 
 namespace qev {
 namespace {
@@ -49,14 +52,17 @@ CTechnics* PickOff(CCadObject* object, Wanted wanted) {
 
 // Which of the technics that were on a list are there still. Up to kSearched of them, of which real objects
 // have some ten, the list itself is searched each time. A longer one would take quadratic time: there a set
-// is made anew when the list has changed in its length or at its end.
+// is made anew when the list has changed in its length or at its end, and what has been destroyed is told by
+// a watch.
 class StillListed {
 public:
-    explicit StillListed(const std::list<CTechnics*>& list) : m_list(list) {}
+    explicit StillListed(const std::list<CTechnics*>& list) : m_list(list) {
+        if (list.size() > kSearched) m_optWatch.emplace(std::vector<const void*>(list.begin(), list.end()));
+    }
 
     bool Has(CTechnics* technics) {
-        if (m_list.size() <= kSearched)
-            return std::find(m_list.begin(), m_list.end(), technics) != m_list.end();
+        if (!m_optWatch) return std::find(m_list.begin(), m_list.end(), technics) != m_list.end();
+        if (!m_optWatch->Lives(technics)) return false;
         if (m_setListed.size() != m_list.size() || m_pLast != m_list.back()) {
             m_setListed = {m_list.begin(), m_list.end()};
             m_pLast = m_list.back();
@@ -68,6 +74,7 @@ private:
     static constexpr std::size_t kSearched = 1024;
 
     const std::list<CTechnics*>& m_list;
+    std::optional<ObjectWatch> m_optWatch;
     std::unordered_multiset<CTechnics*> m_setListed; // a technics may stand on the list twice
     CTechnics* m_pLast = nullptr;
 };

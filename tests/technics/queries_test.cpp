@@ -87,6 +87,21 @@ TEST(Refresh, AsksNoneThatWasReplaced) {
     EXPECT_FALSE(asked);
 }
 
+// Each refresh deletes the next one of a long list and puts another in its place.
+TEST(Refresh, AsksNoneThatWasDestroyed) {
+    qev::CCadGroup object;
+    for (int i = 0; i < 3000; ++i) object.AddTechnics(new Asked(1, 0));
+    std::list<qev::CTechnics*>& list = object.GetTechnicsList();
+    auto next = list.begin();
+    for (qev::CTechnics* each : list)
+        static_cast<Asked*>(each)->onRefresh = [&, each] {
+            ASSERT_EQ(each, *next++);
+            delete std::exchange(*next++, new Asked(2, 0));
+        };
+    qev::RefreshCadObject(&object, -1, 0, nullptr);
+    EXPECT_TRUE(next == list.end());
+}
+
 TEST_F(Queries, PickOff) {
     const std::unique_ptr<qev::CTechnics> bySubType(qev::PickOffTechnics(&object, 3, 7));
     const std::unique_ptr<qev::CTechnics> byType(qev::PickOffTechnics(&object, 3));
