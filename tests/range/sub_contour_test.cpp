@@ -97,6 +97,8 @@ TEST(SubContour, BezierPiecesAreTakenWholeOrNotAtAll) {
         SCOPED_TRACE(name);
         const Cut cut(GetPolylineByRange(contour, range));
         EXPECT_EQ(cut->GetType(), types.empty() ? kCadPolyline : kCadPolylineEx);
+        const auto& [index, ratio] = range.start;
+        EXPECT_POINT_NEAR(cut->GetStartPoint(), contour->GetSegment(index).GetPoint(ratio), 1e-7);
         for (std::size_t i = 0; i < types.size(); ++i)
             EXPECT_EQ(cut->GetSegment(static_cast<int>(i)).nType, types[i]) << i;
     }

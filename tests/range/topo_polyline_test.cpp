@@ -68,8 +68,9 @@ TEST(TopoPolyline, PointsOfGroupsFollowChanges) {
             EXPECT_POINT_NEAR(topo->GetPoint(0, 0.75), expected, 1e-12) << change;
     };
     expectPoint("none", {45, 0});
-    Topo copy(*Make(*Polyline("0 0 L 1 1")));
+    Topo copy(*Make(*Polyline("5 5 L 6 6")));
     copy = *topo;
+    EXPECT_POINT_NEAR(copy.GetStartPoint(), (DPOINT2{0, 0}), 0);
     EXPECT_EQ(copy.GetTopoInfo().size(), 2u);
     copy.Translate(gp_Vec2d(0, 7));
     EXPECT_POINT_NEAR(copy.GetPoint(0, 0.75), (DPOINT2{45, 7}), 1e-12);

@@ -127,6 +127,14 @@ auto Says(Value value) {
     return [value](std::ostream& out) { out << value; };
 }
 
+// Has a stream write numbers as some languages do.
+void SayCommas(std::ostream& out) {
+    struct Comma : std::numpunct<char> {
+        char do_decimal_point() const override { return ','; }
+    };
+    out.imbue(std::locale(std::locale::classic(), new Comma));
+}
+
 // A missing comma is mended where that helps. What one technics does to its stream is its own matter: the
 // next one writes plainly, and where a text cannot be stored the old one stays.
 TEST_F(Manager, SavesWhatCanBeRead) {
@@ -141,6 +149,7 @@ TEST_F(Manager, SavesWhatCanBeRead) {
         {"commas would change it", Says("A=f"), Says("{1},"), "T={A=f{1},};", ""},
         {"nothing helps", Says("A={"), Says("B=1"), "T={A={B=1};", "cannot be read"},
         {"hex", [](std::ostream& out) { out << std::hex; }, Says(20), "T={20};", ""},
+        {"commas in numbers", SayCommas, Says(20.5), "T={20.5};", ""},
         {"a null", Says(null), Says(20), "old", "type 7"},
         {"failed", [](std::ostream& out) { out.setstate(std::ios::failbit); }, Says(20), "old", "type 7"},
         {"a zero byte", Says('\0'), Says(20), "old", "type 7"}};
