@@ -6,12 +6,10 @@
 // The height of a drawing's text is that of its capitals, so that everything is scaled by the height of the
 // letter H, which has no round top.
 //
-// A letter is read once and kept; places where it is drawn share its contours. A text of ten letters would
-// otherwise take 25 kB.
+// A glyph is read once and kept, by its number in the font, so that all letters without one share the box.
+// Places where it is drawn share its contours. A text of ten letters would otherwise take 25 kB.
 
 #include "font.h"
-
-#include <array>
 
 #include <ft2build.h>
 // after the library's settings
@@ -140,7 +138,7 @@ struct Font::File {
 
 std::unique_ptr<Font> Font::Open() {
     using namespace qev::platform;
-    const std::string folder = RemoveFileSpec(ModulePathOf(reinterpret_cast<const void*>(&kPenFunctions)));
+    const std::string folder = RemoveFileSpec(ModulePathOf(&kPenFunctions));
     for (const std::string& path : {AppendPath(folder, kInstalled),
                                     AppendPath(RemoveFileSpec(folder), kInstalled), std::string(kDebian)})
         if (auto font = Open(path)) return font;
@@ -162,10 +160,10 @@ Font::Font(std::unique_ptr<File> file) : m_pFile(std::move(file)) {}
 Font::~Font() = default;
 
 const Glyph& Font::GlyphOf(char32_t letter) {
-    const auto [found, isNew] = m_mapGlyphs.try_emplace(letter);
+    const FT_UInt index = FT_Get_Char_Index(m_pFile->face, letter);
+    const auto [found, isNew] = m_mapGlyphs.try_emplace(index);
     Glyph& glyph = found->second;
     if (!isNew) return glyph;
-    const FT_UInt index = FT_Get_Char_Index(m_pFile->face, letter);
     glyph.isLacking = index == 0; // the font's first glyph is the box
     if (!m_pFile->Load(index)) return glyph;
     FT_GlyphSlotRec& slot = *m_pFile->face->glyph;

@@ -53,7 +53,7 @@ private:
     explicit Font(std::unique_ptr<File> file);
 
     std::unique_ptr<File> m_pFile;
-    std::unordered_map<char32_t, Glyph> m_mapGlyphs;
+    std::unordered_map<unsigned, Glyph> m_mapGlyphs; // by their numbers in the font
 };
 
 } // namespace host

@@ -218,7 +218,7 @@ private:
         }
     }
 
-    // Codes of one letter that draw lines along the letters that follow.
+    // Codes of one letter that draw lines along the letters that follow; a small letter ends them.
     bool Switch(char32_t code) {
         const struct {
             char32_t letter;
@@ -226,12 +226,12 @@ private:
         } switches[] = {{'L', &LetterFormat::isUnderlined},
                         {'O', &LetterFormat::isOverlined},
                         {'K', &LetterFormat::isStruck}};
-        for (const auto& [letter, flag] : switches) {
-            if (code != letter && code != letter + ('a' - 'A')) continue;
-            m_format.*flag = code == letter;
-            return true;
-        }
-        return false;
+        const auto* found = std::find_if(std::begin(switches), std::end(switches), [code](const auto& each) {
+            return code == each.letter || code == each.letter + ('a' - 'A');
+        });
+        if (found == std::end(switches)) return false;
+        m_format.*(found->flag) = code == found->letter;
+        return true;
     }
 
     // The value of a code, up to its semicolon; the rest of the text when there is none.

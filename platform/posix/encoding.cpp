@@ -22,8 +22,8 @@ constexpr int kWestern = 1252; // which every system has
 
 Conversion Open(int codePage) {
     iconv_t conversion = iconv_open("UTF-8", ("CP" + std::to_string(codePage)).c_str());
-    if (conversion != reinterpret_cast<iconv_t>(-1))
-        return Conversion(conversion); // NOLINT: as it is defined
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): so the C library defines it
+    if (conversion != reinterpret_cast<iconv_t>(-1)) return Conversion(conversion);
     return codePage == kWestern ? nullptr : Open(kWestern);
 }
 
