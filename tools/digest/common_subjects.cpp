@@ -1,6 +1,8 @@
 // Results of what a host calls: measures, positions, cuts, hulls, zones and topology. All of them rest on the
 // maths and the objects; a line that differs here alone points at the function's own arithmetic.
 
+#include <list>
+
 #include <qev/contour.h>
 #include <qev/geometry.h>
 #include <qev/ranges.h>
@@ -115,6 +117,26 @@ void AddTopology(Sequence& random, Digest& results) {
         shape->Mirror(p, random.Uniform(-7, 7));
         for (const auto& part : shape->GetTopoInfo()) results.Add(part.dLength);
         for (int node = 0; node < shape->GetNodeCount(); ++node) results.Add(shape->GetPoint(node, 0.3));
+    }
+}
+
+// A contour is closed, and cut again by CutStretch; the objects meet each other, so that distances are 0 and
+// not.
+void AddSides(Sequence& random, Digest& results) {
+    for (int i = 0; i < 60; ++i) {
+        const auto contour = random.PolylineEx(6);
+        contour->AddLine(contour->GetStartPoint());
+        results.Add(static_cast<int>(qev::GetPointSide(contour.get(), random.Point(), 0.01)));
+        const auto object = random.Object();
+        results.Add(qev::GetClearance(contour.get(), object.get()));
+        std::list<qev::CCadObject*> both{contour.get(), object.get()};
+        std::vector<qev::ContourNesting> nesting;
+        qev::GetNesting(&both, nesting);
+        for (const auto& each : nesting) results.Add(each.nDepth);
+        const double ratio = random.Uniform(0, 1);
+        const std::unique_ptr<qev::CCadMultiSegments> cut(
+            qev::CutStretch(contour.get(), {{1, ratio}, {4, ratio}}));
+        for (int k = 0; cut && k < cut->GetSegmentCount(); ++k) results.Add(cut->GetSegment(k));
     }
 }
 

@@ -99,5 +99,7 @@ void AddHulls(Sequence& random, Digest& results);
 void AddZones(Sequence& random, Digest& results);
 /// Adds results of topological polylines, turned and mirrored.
 void AddTopology(Sequence& random, Digest& results);
+/// Adds on which side of contours points lie, how far objects are apart and which of them lies in which.
+void AddSides(Sequence& random, Digest& results);
 
 } // namespace digest

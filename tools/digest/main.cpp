@@ -22,7 +22,8 @@ int main() {
                                              {"positions", digest::AddPositions},
                                              {"hulls", digest::AddHulls},
                                              {"zones", digest::AddZones},
-                                             {"topology", digest::AddTopology}};
+                                             {"topology", digest::AddTopology},
+                                             {"sides", digest::AddSides}};
     for (const digest::Subject& subject : kSubjects) {
         digest::Sequence random;
         digest::Digest results;
