@@ -94,7 +94,7 @@ void Remove(qev::CTechnicsManager& manager, int type, const Objects& selection, 
 }
 
 // Draws what the tool paths of a contour leave of it, and answers how many such bridges there are.
-std::size_t DrawBridges(const qev::CCadObject& object, SvgPicture& picture) {
+std::size_t DrawBridges(const qev::CCadObject& object, Picture& picture) {
     if (object.GetToolPathList().empty()) return 0;
     const auto contour = qev::kit::ContourOf(object);
     const auto bridges = qev::kit::FindBridges(object, *contour);
@@ -112,7 +112,9 @@ void DrawPaths(const Objects& contours, Picture& picture, std::ostream& out) {
     double length = 0;
     for (const qev::CCadObject* contour : contours) {
         for (const qev::CCadObject* path : std::as_const(*contour).GetToolPathList()) {
-            picture.Draw(*path, "path");
+            const bool isLead = qev::kit::HasRole(*path, qev::kit::kLeadInRole)
+                                || qev::kit::HasRole(*path, qev::kit::kLeadOutRole);
+            picture.Draw(*path, isLead ? "lead" : "path");
             ++count;
             length += path->GetLength();
         }

@@ -22,7 +22,7 @@ struct SavedTechnics : HostRun {
 TEST_F(SavedTechnics, FindTheirContourByItsShape) {
     const std::string moved = "0 LWPOLYLINE 70 1 10 20 20 1 10 30 20 1 10 30 20 11 10 20 20 11 ",
                       turned = "0 LWPOLYLINE 70 1 10 30 20 0 10 30 20 10 10 20 20 10 10 20 20 0 ",
-                      path = "path' d='M35 5L30 5'";
+                      path = "lead' d='M35 5L30 5'";
     ExpectLoad(circle + square, circle + square, 0, path);
     ExpectLoad(circle + square, line + circle + square, 0, path);
     ExpectLoad(circle + square, square + circle, 0, path);

@@ -25,8 +25,8 @@ TEST_F(Technics, PathsOfLeadInsAndMicroJoints) {
     ExpectRuns({
         {line,
          0,
-         {"lead-ins added to 4 of 4", "path' d='M14 7.5L10 7.5'", "path' d='M25 14L25 10'", "L60 0'"}},
-        {arc, 0, {"lead-ins added to 1 of 1", "path' d='M23 12A2 2 0 0 1 25 10'"}},
+         {"lead-ins added to 4 of 4", "lead' d='M14 7.5L10 7.5'", "lead' d='M25 14L25 10'", "L60 0'"}},
+        {arc, 0, {"lead-ins added to 1 of 1", "lead' d='M23 12A2 2 0 0 1 25 10'"}},
         {joints,
          0,
          {"added to 4 of 4", "path' d='M6 0L10 0L10 4'", "path' d='M60 0L60 3.5'", "bridge' d='M4 0L6 0'"}},
