@@ -169,7 +169,7 @@ def joined_assertions(tests):
 
 def main():
     sources = tracked("*.h", "*.cpp")
-    texts = sources + tracked("*.py", "*.cmake", "*.txt", "*.md", "*.json", "*.in", "NOTICE", "check", "demo", "bench/*", "tools/*", "tests/consumer/*", ".ci/*")
+    texts = sources + tracked("*.py", "*.cmake", "*.txt", "*.md", "*.json", "*.in", "*.js", "*.css", "*.html", "NOTICE", "check", "demo", "bench/*", "tools/*", "tests/consumer/*", ".ci/*")
     faults = list(itertools.chain(format_faults(sources), ascii_faults(texts), include_faults(sources), share_faults(sources),
                                   leaning_comments(name for name in sources if name.endswith(".h")),
                                   joined_assertions(name for name in sources if name.startswith("tests/"))))

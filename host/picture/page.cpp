@@ -45,14 +45,15 @@ void WriteRows(std::ostream& out, const char* name, const Rows& rows, RowOf rowO
 }
 
 Json StyleRow(const Style& style) {
-    const std::array forms = {"ring", "disc", "square", "arrow"};
+    const std::array forms = {"line", "ring", "disc", "square", "arrow", "cross", "diamond"};
     return {{"name", style.name},
             {"title", style.title},
             {"light", style.light},
             {"dark", style.dark},
             {"width", style.width},
             {"dash", style.dash},
-            {"form", forms[static_cast<std::size_t>(style.form)]}};
+            {"form", forms.at(static_cast<std::size_t>(style.form))},
+            {"isFilled", IsFilled(style.form)}};
 }
 
 std::string PathOf(const qev::CCadObject& object) {
@@ -73,6 +74,7 @@ Json ObjectRow(const ObjectReport& report, const Picture::Outline& outline) {
             report.direction,
             report.corners.size(),
             report.object->GetTechnicsList().size(),
+            report.object->GetKey("Color").GetString(),
             PathOf(*report.object)};
 }
 
@@ -94,6 +96,9 @@ void WriteData(const Picture& picture, const std::vector<ObjectReport>& reports,
     });
     WriteRows(out, "spots", picture.Spots(), [](const Picture::Spot& spot) {
         return Json{spot.style, spot.at.x, spot.at.y, spot.radius, spot.along.x, spot.along.y};
+    });
+    WriteRows(out, "steps", picture.Steps(), [](const Picture::Step& step) {
+        return Json{step.object, step.start.x, step.start.y};
     });
     out << "\n}";
 }

@@ -42,8 +42,7 @@ int Picture::LayerIndex(const std::string& name) {
 
 void Picture::DrawObject(const ObjectReport& report) {
     const char* style = report.object->GetType() == qev::kCadText ? "text" : "outline";
-    m_vecOutlines.push_back(
-        {report.object, StyleIndex(style), LayerIndex(LayerOf(*report.object))});
+    m_vecOutlines.push_back({report.object, StyleIndex(style), LayerIndex(LayerOf(*report.object))});
 }
 
 void Picture::Draw(const qev::CCadObject& object, const char* style) {
@@ -76,6 +75,12 @@ void Picture::MarkPoint(const DPOINT2& p, const char* style) {
 void Picture::MarkJoints(const qev::CCadMultiSegments& contour, const char* style) {
     for (int i = 0, count = contour.GetSegmentCount(); i < count; ++i)
         m_vecSpots.push_back({StyleIndex(style), contour.GetSegment(i).ptStart, 1.5 * m_dUnit, {}});
+}
+
+void Picture::AddStep(int object, const DPOINT2& start, const DPOINT2& end) {
+    if (!m_vecSteps.empty()) m_vecCurves.push_back({StyleIndex("rapid"), TextOf("M", m_ptLeft, "L", start)});
+    m_vecSteps.push_back({object, start});
+    m_ptLeft = end;
 }
 
 } // namespace host

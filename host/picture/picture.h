@@ -33,6 +33,12 @@ public:
         math::DPOINT2 along; ///< direction of an arrow, of length 1; zero for other marks
     };
 
+    /// One step of the order of cutting.
+    struct Step {
+        int object = 0;      ///< number in the table
+        math::DPOINT2 start; ///< where the tool comes down
+    };
+
     /// A picture of a box of the drawing. A box without extent, or of a drawing without objects, gets a size
     /// of its own. The title says what is drawn; it may be in any encoding, as names of files are.
     Picture(const std::string& title, const qev::CadRect& box);
@@ -54,6 +60,10 @@ public:
     /// Marks the start of every segment of a contour.
     void MarkJoints(const qev::CCadMultiSegments& contour, const char* style);
 
+    /// Adds the next step of the order of cutting: the object of a number in the table, where the tool comes
+    /// down for it and where it leaves. The rapid move from the step before is drawn.
+    void AddStep(int object, const math::DPOINT2& start, const math::DPOINT2& end);
+
     /// What is drawn, in UTF-8.
     const std::string& Title() const { return m_strTitle; }
     /// The box of the drawing with a margin round it; it has an extent both ways.
@@ -66,6 +76,8 @@ public:
     const std::vector<std::string>& Layers() const { return m_vecLayers; }
     const std::vector<Curve>& Curves() const { return m_vecCurves; }
     const std::vector<Spot>& Spots() const { return m_vecSpots; }
+    /// The order of cutting; empty when there is none.
+    const std::vector<Step>& Steps() const { return m_vecSteps; }
 
 private:
     int LayerIndex(const std::string& name);
@@ -78,6 +90,8 @@ private:
     std::map<std::string, int> m_mapLayers; // places by the drawing's own bytes
     std::vector<Curve> m_vecCurves;
     std::vector<Spot> m_vecSpots;
+    std::vector<Step> m_vecSteps;
+    math::DPOINT2 m_ptLeft; // where the last step's cut ends
 };
 
 /// The leaves of an object of a drawing: itself, or all that a group or a text holds.

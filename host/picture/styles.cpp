@@ -27,22 +27,22 @@ constexpr const char* kVermillion = "#d55e00";
 constexpr const char* kPurple = "#cc79a7";
 
 constexpr std::array kStyles = {
-    Style{"outline", "contour", kInk, kChalk, 1.4, "", MarkForm::kRing},
-    Style{"text", "text", kGrey, kPaleGrey, 1, "", MarkForm::kRing},
-    Style{"free", "free stretch", kGreen, kGreen, 5, "", MarkForm::kRing},
-    Style{"zone", "excluded zone", kVermillion, kVermillion, 5, "2 3", MarkForm::kRing},
-    Style{"cut", "stretch cut out", kPurple, kPurple, 5, "", MarkForm::kRing},
-    Style{"converted", "lines and arcs instead", kDeepOrange, kOrange, 1.8, "8 5", MarkForm::kRing},
+    Style{"outline", "contour", kInk, kChalk, 1.4, "", MarkForm::kLine},
+    Style{"text", "text", kGrey, kPaleGrey, 1, "", MarkForm::kLine},
+    Style{"free", "free stretch", kGreen, kGreen, 5, "", MarkForm::kLine},
+    Style{"zone", "excluded zone", kVermillion, kVermillion, 5, "2 3", MarkForm::kLine},
+    Style{"cut", "stretch cut out", kPurple, kPurple, 5, "14 3", MarkForm::kLine},
+    Style{"converted", "lines and arcs instead", kDeepOrange, kOrange, 1.8, "8 5", MarkForm::kLine},
     Style{"joint", "joint of lines and arcs", kDeepOrange, kOrange, 1.2, "", MarkForm::kDisc},
-    Style{"rapid", "rapid move", kGrey, kPaleGrey, 1, "2 5", MarkForm::kRing},
-    Style{"path", "tool path", kBlue, kSkyBlue, 2.4, "", MarkForm::kRing},
-    Style{"lead", "lead-in or lead-out", kGreen, kGreen, 2.4, "7 3", MarkForm::kRing},
-    Style{"bridge", "bridge that holds the part", kVermillion, kVermillion, 6, "", MarkForm::kRing},
+    Style{"rapid", "rapid move", kGrey, kPaleGrey, 1, "2 5", MarkForm::kLine},
+    Style{"path", "tool path", kBlue, kSkyBlue, 2.4, "", MarkForm::kLine},
+    Style{"lead", "lead-in or lead-out", kGreen, kGreen, 2.4, "7 3", MarkForm::kLine},
+    Style{"bridge", "bridge that holds the part", kVermillion, kVermillion, 8, "", MarkForm::kLine},
     Style{"start", "start", kGreen, kGreen, 1.6, "", MarkForm::kRing},
     Style{"way", "direction", kBlue, kSkyBlue, 1.2, "", MarkForm::kArrow},
     Style{"corner", "sharp corner", kVermillion, kVermillion, 1.2, "", MarkForm::kSquare},
-    Style{"chosen", "chosen start", kGreen, kGreen, 1.6, "", MarkForm::kDisc},
-    Style{"pick", "picked point", kPurple, kPurple, 1.6, "", MarkForm::kDisc},
+    Style{"chosen", "chosen start", kGreen, kGreen, 1.6, "", MarkForm::kDiamond},
+    Style{"pick", "picked point", kPurple, kPurple, 2.4, "", MarkForm::kCross},
 };
 
 } // namespace

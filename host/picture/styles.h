@@ -7,8 +7,8 @@
 
 namespace host {
 
-/// What a mark at a point is drawn as.
-enum class MarkForm { kRing, kDisc, kSquare, kArrow };
+/// What a mark at a point is drawn as; kLine for the styles of lines, whose points are rings too.
+enum class MarkForm { kLine, kRing, kDisc, kSquare, kArrow, kCross, kDiamond };
 
 /// The look of one sort of things. No two sorts differ by colour alone: a dash pattern, a width or the form
 /// of a mark tells them apart as well.
@@ -21,6 +21,11 @@ struct Style {
     const char* dash;  ///< lengths of dashes and gaps in pixels, "6 4"; empty for a solid line
     MarkForm form;     ///< what a point of this style is drawn as
 };
+
+/// Whether marks of a form are filled; the others are drawn as lines.
+constexpr bool IsFilled(MarkForm form) {
+    return form == MarkForm::kDisc || form == MarkForm::kArrow || form == MarkForm::kDiamond;
+}
 
 /// All styles, those first that lie below others.
 std::span<const Style> Styles();

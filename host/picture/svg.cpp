@@ -58,15 +58,24 @@ std::string SpotText(const Picture::Spot& spot) {
     const Style& style = Styles()[spot.style];
     const DPOINT2& p = spot.at;
     const double r = spot.radius;
-    if (style.form == MarkForm::kSquare)
+    const DPOINT2 right{r, 0};
+    const DPOINT2 up{0, r};
+    switch (style.form) {
+    case MarkForm::kSquare:
         return TextOf("<rect class='", style.name, "' x='", p.x - r, "' y='", p.y - r, "' width='", 2 * r,
                       "' height='", 2 * r, "'/>\n");
-    if (style.form == MarkForm::kArrow) {
+    case MarkForm::kArrow: {
         const DPOINT2 back = p - spot.along * r;
         const DPOINT2 side = math::LeftOf(spot.along) * (r / 3);
-        return TextOf("<path class='", style.name, "' d='M", p, "L", back + side, "L", back - side, "Z'/>\n");
+        return CurveText(spot.style, TextOf("M", p, "L", back + side, "L", back - side, "Z"));
     }
-    return TextOf("<circle class='", style.name, "' cx='", p.x, "' cy='", p.y, "' r='", r, "'/>\n");
+    case MarkForm::kCross:
+        return CurveText(spot.style, TextOf("M", p - right, "L", p + right, "M", p - up, "L", p + up));
+    case MarkForm::kDiamond:
+        return CurveText(spot.style, TextOf("M", p - right, "L", p + up, "L", p + right, "L", p - up, "Z"));
+    default:
+        return TextOf("<circle class='", style.name, "' cx='", p.x, "' cy='", p.y, "' r='", r, "'/>\n");
+    }
 }
 
 // The styles that occur, in their order.
@@ -87,15 +96,14 @@ std::string ColourRules(const std::vector<int>& styles, const char* Style::*colo
                                "}text{fill:", ink, "}");
     for (const int i : styles) {
         const Style& style = Styles()[i];
-        const bool isFilled = style.form == MarkForm::kDisc || style.form == MarkForm::kArrow;
-        rules += TextOf(".", style.name, isFilled ? "{fill:" : "{stroke:", style.*colour, "}");
+        rules += TextOf(".", style.name, IsFilled(style.form) ? "{fill:" : "{stroke:", style.*colour, "}");
     }
     return rules;
 }
 
 std::string StyleSheet(const std::vector<int>& styles) {
     std::string sheet =
-        "<style>\nsvg{max-width:100%;max-height:100vh}text{font:20px sans-serif}\n"
+        "<style>\nsvg{max-width:100%;max-height:100vh}text{font:20px sans-serif}.step{text-anchor:middle}\n"
         "path,circle,rect{fill:none;stroke-linejoin:round;vector-effect:non-scaling-stroke}\n";
     for (const int i : styles) {
         const Style& style = Styles()[i];
@@ -134,6 +142,14 @@ void WriteOverlays(const Picture& picture, const std::vector<int>& styles, std::
     }
 }
 
+// The numbers of the order of cutting, where the tool comes down.
+void WriteSteps(const Picture& picture, std::ostream& out) {
+    int number = 0;
+    for (const Picture::Step& step : picture.Steps())
+        out << TextOf("<text class='step' transform='translate(", step.start,
+                      ")scale(1 -1)' style='font-size:", 14 * picture.Unit(), "px'>", ++number, "</text>\n");
+}
+
 // The longest of 1, 2 and 5 times a power of ten that is no longer than a length.
 double RoundLength(double most) {
     const double power = std::pow(10, std::floor(std::log10(most)));
@@ -151,7 +167,7 @@ std::string ScaleBar(double x, double y, double width, double pixelsPerMm) {
 
 std::string LegendEntry(int index, double x, double y) {
     const Style& style = Styles()[index];
-    const bool isSpot = index >= StyleIndex("start") || style.form != MarkForm::kRing;
+    const bool isSpot = style.form != MarkForm::kLine;
     const std::string sample =
         isSpot ? SpotText(
             {index, {x + kSampleWidth * 0.7, y}, style.form == MarkForm::kArrow ? 24. : 8., {1, 0}})
@@ -180,6 +196,7 @@ void WriteSvg(const Picture& picture, std::ostream& out) {
                   box.height, "'>\n<g transform='scale(1,-1)'>\n");
     WriteOutlines(picture, out);
     WriteOverlays(picture, styles, out);
+    WriteSteps(picture, out);
     out << "</g>\n</svg>\n" << ScaleBar(16, height + kLegendLine / 2, width, scale);
     for (std::size_t i = 0; i < styles.size(); ++i)
         out << LegendEntry(styles[i], 16 + static_cast<double>(i % columns) * kLegendEntry,

@@ -2,20 +2,22 @@
 // switches reaches the others through choose() and hover().
 
 const kReach = 12; // pixels within which an object is pointed at
+const kLeastContrast = 3; // of lines to their ground, as WCAG 2.1 asks of what is no text
 const kClickPixels = 4; // a pointer that moves farther drags the drawing
 
 const data = JSON.parse(document.getElementById('data').textContent);
 const byId = id => document.getElementById(id);
 
 // The columns of a row of data.objects.
-const [kKind, kLayer, kStyle, kSegments, kLength, kArea, kClosed, kDirection, kCorners, kTechnics, kPath] = Array(11).keys();
+const [kKind, kLayer, kStyle, kSegments, kLength, kArea, kClosed, kDirection, kCorners, kTechnics, kColour, kPath] = Array(12).keys();
 
 class Scene {
   constructor() {
     const [x, y, width, height] = data.box;
     this.box = [x, y, x + width, y + height];
     this.outlines = new Outlines();
-    this.order = data.order || [];
+    this.steps = data.steps;
+    this.order = data.steps.map(([object]) => object);
     this.spots = data.styles.map((_, style) => data.spots.filter(spot => spot[0] === style));
     this.styleShown = data.styles.map(() => true);
     this.layerShown = data.layers.map(() => true);
@@ -47,12 +49,12 @@ class Scene {
   // Outlines that are drawn alike: objects by layer and style, then curves by style.
   grouped() {
     const groups = new Map();
-    const add = (outline, layer, style) => {
-      const key = layer * 1000 + style;
-      if (!groups.has(key)) groups.set(key, { layer, style, outlines: [] });
+    const add = (outline, layer, style, colour = '') => {
+      const key = `${layer} ${style} ${colour}`;
+      if (!groups.has(key)) groups.set(key, { layer, style, colour, outlines: [] });
       groups.get(key).outlines.push(outline);
     };
-    data.objects.forEach((row, i) => add(i, row[kLayer], row[kStyle]));
+    data.objects.forEach((row, i) => add(i, row[kLayer], row[kStyle], row[kColour]));
     const objects = [...groups.values()];
     groups.clear();
     data.curves.forEach(([style], i) => add(data.objects.length + i, -1, style));
@@ -106,7 +108,7 @@ class Looks {
   get isDark() { return this.theme ? this.theme === 'dark' : this.media.matches; }
   update() {
     this.list = data.styles.map(style => ({
-      colour: this.isDark ? style.dark : style.light, width: style.width, form: style.form,
+      colour: this.isDark ? style.dark : style.light, width: style.width, form: style.form, isFilled: style.isFilled,
       dash: style.dash ? style.dash.split(' ').map(Number) : [],
     }));
     const stage = getComputedStyle(byId('stage'));
@@ -114,6 +116,26 @@ class Looks {
     this.ground = stage.backgroundColor;
   }
   of(style) { return this.list[style]; }
+
+  // A colour of the drawing, moved towards that of contours until it is seen on the ground.
+  visible(colour) {
+    const ink = channels(this.of(0).colour), ground = channels(this.isDark ? '#14181d' : '#ffffff');
+    let mixed = channels(colour);
+    for (let part = 0; part < 1 && contrast(mixed, ground) < kLeastContrast; part += 0.1)
+      mixed = channels(colour).map((value, i) => value + (ink[i] - value) * part);
+    return `rgb(${mixed.map(Math.round).join()})`;
+  }
+}
+
+// Red, green and blue of "#rrggbb", and the contrast of two colours (WCAG 2.1, relative luminance).
+function channels(colour) { return [1, 3, 5].map(i => parseInt(colour.slice(i, i + 2), 16)); }
+function luminance(colour) {
+  const [r, g, b] = colour.map(value => value / 255).map(value => value <= 0.03928 ? value / 12.92 : ((value + 0.055) / 1.055) ** 2.4);
+  return 0.2126 * r + 0.7152 * g + 0.0722 * b;
+}
+function contrast(a, b) {
+  const [dark, light] = [luminance(a), luminance(b)].sort((u, v) => u - v);
+  return (light + 0.05) / (dark + 0.05);
 }
 
 const scene = new Scene();
@@ -311,11 +333,9 @@ function drawSwatches() {
     context.lineWidth = look.width;
     context.setLineDash(look.dash);
     context.beginPath();
-    if (canvas.dataset.spot === undefined) context.moveTo(1, 8.5), context.lineTo(33, 8.5);
-    else if (look.form === 'square') context.rect(12, 3, 10, 10);
-    else if (look.form === 'arrow') context.moveTo(24, 8), context.lineTo(10, 3), context.lineTo(10, 13);
-    else context.arc(17, 8, 5.5, 0, 2 * Math.PI);
-    if (canvas.dataset.spot !== undefined && (look.form === 'disc' || look.form === 'arrow')) context.fill();
+    if (look.form === 'line') context.moveTo(1, 8.5), context.lineTo(33, 8.5);
+    else traceMark(context, look.form, look.form === 'arrow' ? 25 : 17, 8, look.form === 'arrow' ? 10 : 5.5, 1, 0);
+    if (look.isFilled) context.fill();
     else context.stroke();
   }
 }
@@ -327,9 +347,7 @@ function addSwitches() {
   for (const [style] of data.spots) ++spots[style];
   data.styles.forEach((style, i) => {
     if (lines[i] + spots[i] === 0) return;
-    const swatch = makeSwatch(i);
-    if (!lines[i]) swatch.dataset.spot = '';
-    addSwitch('styles', style.title, lines[i] + spots[i], scene.styleShown, i, swatch);
+    addSwitch('styles', style.title, lines[i] + spots[i], scene.styleShown, i, makeSwatch(i));
   });
   data.layers.forEach((name, i) => addSwitch('layers', name || '(no name)', layers[i], scene.layerShown, i));
 }
@@ -387,6 +405,11 @@ function startOrder() {
   });
 }
 
+byId('coloured-label').hidden = data.objects.every(row => !row[kColour]);
+byId('coloured').addEventListener('change', event => {
+  view.isColoured = event.target.checked;
+  view.redraw();
+});
 addSwitches();
 showSummary();
 startOrder();

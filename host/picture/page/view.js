@@ -156,8 +156,9 @@ class View {
     this.isDense = isDense;
   }
 
-  drawGroup(context, { style, outlines }) {
+  drawGroup(context, { style, colour, outlines }) {
     this.setLine(context, style);
+    if (this.isColoured && colour) context.strokeStyle = this.looks.visible(colour);
     for (let first = 0; first < outlines.length; first += kRun) {
       const end = Math.min(first + kRun, outlines.length);
       context.beginPath();
@@ -240,7 +241,7 @@ class View {
     context.setLineDash([]);
     context.beginPath();
     for (const spot of spots) this.traceSpot(context, look.form, spot);
-    if (look.form === 'disc' || look.form === 'arrow') context.fill();
+    if (look.isFilled) context.fill();
     else context.stroke();
   }
 
@@ -249,16 +250,7 @@ class View {
     if (radius < kLeastMark) return;
     const px = this.screenX(x), py = this.screenY(y);
     if (px < -radius || py < -radius || px > this.width + radius || py > this.height + radius) return;
-    if (form === 'square') return context.rect(px - radius, py - radius, 2 * radius, 2 * radius);
-    if (form !== 'arrow') {
-      context.moveTo(px + radius, py);
-      return context.arc(px, py, radius, 0, 2 * Math.PI);
-    }
-    const reach = 1.4 * radius;
-    context.moveTo(px, py);
-    context.lineTo(px - reach * (alongX - alongY / 3), py + reach * (alongY + alongX / 3));
-    context.lineTo(px - reach * (alongX + alongY / 3), py + reach * (alongY - alongX / 3));
-    context.closePath();
+    traceMark(context, form, px, py, form === 'arrow' ? 1.4 * radius : radius, alongX, alongY);
   }
 
   drawOver() {
@@ -298,12 +290,11 @@ class View {
     context.font = 'bold 12px system-ui, sans-serif';
     context.textAlign = 'center';
     context.textBaseline = 'middle';
-    order.forEach((object, place) => this.drawNumber(context, object, place));
+    this.scene.steps.forEach((step, place) => this.drawNumber(context, step, place));
   }
 
-  drawNumber(context, object, place) {
-    const i = this.scene.firsts[object] * kStride, n = this.scene.outlines.numbers;
-    const x = this.screenX(n[i + 1]), y = this.screenY(n[i + 2]);
+  drawNumber(context, [object, startX, startY], place) {
+    const x = this.screenX(startX), y = this.screenY(startY);
     const [left, bottom, right, top] = this.scene.boxOf(object);
     if (Math.max(right - left, top - bottom) * this.scale < 12) return;
     context.beginPath();
@@ -317,4 +308,22 @@ class View {
     context.fillText(place + 1, x, y + 0.5);
   }
 
+}
+
+// Adds a mark to the context's path. The direction of an arrow is one with y up.
+function traceMark(context, form, x, y, r, alongX, alongY) {
+  const polygon = points => points.forEach(([dx, dy], i) => i ? context.lineTo(x + dx, y + dy) : context.moveTo(x + dx, y + dy));
+  if (form === 'square') {
+    context.rect(x - r, y - r, 2 * r, 2 * r);
+  } else if (form === 'arrow') {
+    polygon([[0, 0], [-r * (alongX - alongY / 3), r * (alongY + alongX / 3)], [-r * (alongX + alongY / 3), r * (alongY - alongX / 3)]]);
+  } else if (form === 'diamond') {
+    polygon([[-r, 0], [0, -r], [r, 0], [0, r]]);
+  } else if (form === 'cross') {
+    polygon([[-r, 0], [r, 0]]);
+    polygon([[0, -r], [0, r]]);
+  } else {
+    context.moveTo(x + r, y);
+    context.arc(x, y, r, 0, 2 * Math.PI);
+  }
 }

@@ -1,4 +1,5 @@
 #include "host/fixture.h"
+#include "host/picture/styles.h"
 
 using namespace test;
 
@@ -13,4 +14,44 @@ TEST_F(HostRun, PictureOfEachOutline) {
         {"", 0, {"class='way' d='M0 4.95L"}, "0 LINE 10 0 20 0 11 0 21 9"},
         {"", 0, {"viewBox='-10 -410 320 420'"}, "0 LINE 10 0 20 0 11 300 21 400"},
     });
+}
+
+TEST_F(HostRun, APictureSaysWhatItShows) {
+    ExpectRuns({
+        {"",
+         0,
+         {"<title>layer a&amp;&lt;b</title>\n<path class='outline'"},
+         "0 LINE 8 a&<b 10 0 20 0 11 9 21 9"},
+        {"", 0, {">contour</text>", ">direction</text>", "50 mm</text>"}, "0 LINE 10 0 20 0 11 300 21 400"},
+        {"--start-zones 2", 0, {">excluded zone</text>", ">chosen start</text>"}, kSquareWords},
+    });
+}
+
+// Contrast as WCAG 2.1 defines it.
+double LuminanceOf(const std::string& colour) {
+    const double parts[] = {0.2126, 0.7152, 0.0722};
+    double sum = 0;
+    for (int i = 0; i < 3; ++i) {
+        const double value = std::stoi(colour.substr(1 + 2 * i, 2), nullptr, 16) / 255.0;
+        sum += parts[i] * (value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4));
+    }
+    return sum;
+}
+
+// Lines by their dashes or a width that is seen to be another one, marks by their form.
+bool AreToldApart(const host::Style& a, const host::Style& b) {
+    if (a.form != b.form) return true;
+    if (a.form != host::MarkForm::kLine) return false;
+    return std::string(a.dash) != b.dash || std::max(a.width / b.width, b.width / a.width) > 1.3;
+}
+
+TEST(Styles, AreSeenOnTheirGroundAndToldApartWithoutColour) {
+    for (const host::Style& style : host::Styles()) {
+        SCOPED_TRACE(style.name);
+        EXPECT_GE(1.05 / (LuminanceOf(style.light) + 0.05), 3);
+        EXPECT_GE((LuminanceOf(style.dark) + 0.05) / (LuminanceOf(host::kDarkGround) + 0.05), 3);
+        for (const host::Style* other = &host::Styles()[0]; other != &style; ++other)
+            EXPECT_TRUE(AreToldApart(style, *other)) << other->name;
+    }
+    EXPECT_THROW(host::StyleIndex("no such style"), std::out_of_range);
 }
