@@ -45,7 +45,7 @@ void WriteRows(std::ostream& out, const char* name, const Rows& rows, RowOf rowO
 }
 
 Json StyleRow(const Style& style) {
-    const std::array forms = {"line", "ring", "disc", "square", "arrow", "cross", "diamond"};
+    const std::array forms = {"line", "area", "ring", "disc", "square", "arrow", "cross", "diamond"};
     return {{"name", style.name},
             {"title", style.title},
             {"light", style.light},

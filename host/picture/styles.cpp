@@ -28,7 +28,7 @@ constexpr const char* kPurple = "#cc79a7";
 
 constexpr std::array kStyles = {
     Style{"outline", "contour", kInk, kChalk, 1.4, "", MarkForm::kLine},
-    Style{"text", "text", kGrey, kPaleGrey, 1, "", MarkForm::kLine},
+    Style{"text", "text", kGrey, kPaleGrey, 0.4, "", MarkForm::kArea},
     Style{"free", "free stretch", kGreen, kGreen, 5, "", MarkForm::kLine},
     Style{"zone", "excluded zone", kVermillion, kVermillion, 5, "2 3", MarkForm::kLine},
     Style{"cut", "stretch cut out", kPurple, kPurple, 5, "14 3", MarkForm::kLine},

@@ -7,8 +7,9 @@
 
 namespace host {
 
-/// What a mark at a point is drawn as; kLine for the styles of lines, whose points are rings too.
-enum class MarkForm { kLine, kRing, kDisc, kSquare, kArrow, kCross, kDiamond };
+/// What a mark at a point is drawn as. Styles of lines have kLine, those of outlines that are filled kArea;
+/// their points are rings too.
+enum class MarkForm { kLine, kArea, kRing, kDisc, kSquare, kArrow, kCross, kDiamond };
 
 /// The look of one sort of things. No two sorts differ by colour alone: a dash pattern, a width or the form
 /// of a mark tells them apart as well.
@@ -22,9 +23,10 @@ struct Style {
     MarkForm form;     ///< what a point of this style is drawn as
 };
 
-/// Whether marks of a form are filled; the others are drawn as lines.
+/// Whether what has a form is filled; the rest is drawn as lines.
 constexpr bool IsFilled(MarkForm form) {
-    return form == MarkForm::kDisc || form == MarkForm::kArrow || form == MarkForm::kDiamond;
+    return form == MarkForm::kArea || form == MarkForm::kDisc || form == MarkForm::kArrow
+           || form == MarkForm::kDiamond;
 }
 
 /// All styles, those first that lie below others.

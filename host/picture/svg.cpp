@@ -96,7 +96,8 @@ std::string ColourRules(const std::vector<int>& styles, const char* Style::*colo
                                "}text{fill:", ink, "}");
     for (const int i : styles) {
         const Style& style = Styles()[i];
-        rules += TextOf(".", style.name, IsFilled(style.form) ? "{fill:" : "{stroke:", style.*colour, "}");
+        const char* const property = IsFilled(style.form) ? "{fill:" : "{stroke:";
+        rules += TextOf(".", style.name, property, style.*colour, "}");
     }
     return rules;
 }
@@ -104,7 +105,8 @@ std::string ColourRules(const std::vector<int>& styles, const char* Style::*colo
 std::string StyleSheet(const std::vector<int>& styles) {
     std::string sheet =
         "<style>\nsvg{max-width:100%;max-height:100vh}text{font:20px sans-serif}.step{text-anchor:middle}\n"
-        "path,circle,rect{fill:none;stroke-linejoin:round;vector-effect:non-scaling-stroke}\n";
+        "path,circle,rect{fill:none;fill-rule:evenodd;stroke-linejoin:round;vector-effect:non-scaling-stroke}"
+        "\n";
     for (const int i : styles) {
         const Style& style = Styles()[i];
         sheet += TextOf(".", style.name, "{stroke-width:", style.width, "px");
@@ -116,16 +118,24 @@ std::string StyleSheet(const std::vector<int>& styles) {
            + ColourRules(styles, &Style::dark, kDarkGround, Styles()[0].dark) + "}\n</style>\n";
 }
 
+// An object is one path, so that the holes of letters stay open; the dots in it are marks.
+std::string ObjectText(const Picture::Outline& outline, double dotRadius) {
+    std::string path;
+    std::string dots;
+    for (const qev::CCadObject* leaf : LeavesOf(*outline.object))
+        if (leaf->GetType() == qev::kCadDot)
+            dots += SpotText({outline.style, leaf->GetStartPoint(), dotRadius, {}});
+        else
+            path += PathText(*leaf);
+    return path.empty() ? dots : CurveText(outline.style, path) + dots;
+}
+
 void WriteOutlines(const Picture& picture, std::ostream& out) {
     std::vector<std::vector<const Picture::Outline*>> byLayer(picture.Layers().size());
     for (const auto& outline : picture.Outlines()) byLayer[outline.layer].push_back(&outline);
     for (std::size_t layer = 0; layer < byLayer.size(); ++layer) {
         out << "<g><title>layer " << Escaped(picture.Layers()[layer]) << "</title>\n";
-        for (const auto* outline : byLayer[layer])
-            for (const qev::CCadObject* leaf : LeavesOf(*outline->object))
-                out << (leaf->GetType() == qev::kCadDot
-                            ? SpotText({outline->style, leaf->GetStartPoint(), picture.Unit(), {}})
-                            : CurveText(outline->style, PathText(*leaf)));
+        for (const auto* outline : byLayer[layer]) out << ObjectText(*outline, picture.Unit());
         out << "</g>\n";
     }
 }
@@ -167,11 +177,15 @@ std::string ScaleBar(double x, double y, double width, double pixelsPerMm) {
 
 std::string LegendEntry(int index, double x, double y) {
     const Style& style = Styles()[index];
-    const bool isSpot = style.form != MarkForm::kLine;
-    const std::string sample =
-        isSpot ? SpotText(
-            {index, {x + kSampleWidth * 0.7, y}, style.form == MarkForm::kArrow ? 24. : 8., {1, 0}})
-               : CurveText(index, TextOf("M", DPOINT2{x, y}, "h", kSampleWidth));
+    std::string sample;
+    if (style.form == MarkForm::kLine)
+        sample = CurveText(index, TextOf("M", DPOINT2{x, y}, "h", kSampleWidth));
+    else if (style.form == MarkForm::kArea)
+        sample =
+            CurveText(index, TextOf("M", DPOINT2{x, y - 7}, "h", kSampleWidth, "v14h", -kSampleWidth, "z"));
+    else
+        sample =
+            SpotText({index, {x + kSampleWidth * 0.7, y}, style.form == MarkForm::kArrow ? 24. : 8., {1, 0}});
     return TextOf(sample, "<text x='", x + kSampleWidth + 8, "' y='", y + 7, "'>", style.title, "</text>\n");
 }
 

@@ -334,6 +334,7 @@ function drawSwatches() {
     context.setLineDash(look.dash);
     context.beginPath();
     if (look.form === 'line') context.moveTo(1, 8.5), context.lineTo(33, 8.5);
+    else if (look.form === 'area') context.rect(1, 3, 32, 10);
     else traceMark(context, look.form, look.form === 'arrow' ? 25 : 17, 8, look.form === 'arrow' ? 10 : 5.5, 1, 0);
     if (look.isFilled) context.fill();
     else context.stroke();

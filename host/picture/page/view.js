@@ -7,7 +7,7 @@
 // second canvas and moves without the drawing.
 
 const kMarkPixels = 7; // the largest radius of a mark
-const kLeastMark = 2; // pixels; smaller marks would be specks
+const kLeastMark = 3; // pixels; smaller marks would be specks
 const kDense = 4000; // elements in sight from which on lines are thin
 const kChordError = 0.15; // pixels between an arc and the chords that take its place
 const kSlow = 50; // ms of a frame from which on the drawing moves as a picture
@@ -158,12 +158,14 @@ class View {
 
   drawGroup(context, { style, colour, outlines }) {
     this.setLine(context, style);
-    if (this.isColoured && colour) context.strokeStyle = this.looks.visible(colour);
-    for (let first = 0; first < outlines.length; first += kRun) {
-      const end = Math.min(first + kRun, outlines.length);
+    if (this.isColoured && colour) context.strokeStyle = context.fillStyle = this.looks.visible(colour);
+    const isFilled = this.looks.of(style).isFilled, run = isFilled ? 1 : kRun;
+    for (let first = 0; first < outlines.length; first += run) {
+      const end = Math.min(first + run, outlines.length);
       context.beginPath();
       for (let i = first; i < end; ++i) this.trace(context, outlines[i]);
-      context.stroke();
+      if (isFilled) context.fill('evenodd');
+      else context.stroke();
     }
   }
 
