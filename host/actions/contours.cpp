@@ -75,8 +75,8 @@ int DrawPick(const Drawing& drawing, const std::vector<ObjectReport>& reports, c
     return pick.object;
 }
 
-void DrawWalk(const std::vector<ObjectReport>& reports, int object, const WalkRequest& walk,
-              Picture& picture, std::ostream& out) {
+void DrawWalk(const std::vector<ObjectReport>& reports, int object, const WalkRequest& walk, Picture& picture,
+              std::ostream& out) {
     const qev::CCadObject& walked = ObjectOf(reports, object);
     math::POLYPOS end;
     math::DPOINT2 from;

@@ -46,7 +46,7 @@ int DrawPick(const Drawing& drawing, const std::vector<ObjectReport>& reports, c
 /// Walks along the object of a number in the table, draws both ends of the walk and prints where it ends and
 /// how often it came past the start of a closed contour. Throws a DrawingError when there is no such object
 /// or it has no such position.
-void DrawWalk(const std::vector<ObjectReport>& reports, int object, const WalkRequest& walk,
-              Picture& picture, std::ostream& out);
+void DrawWalk(const std::vector<ObjectReport>& reports, int object, const WalkRequest& walk, Picture& picture,
+              std::ostream& out);
 
 } // namespace host
