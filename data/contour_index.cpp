@@ -58,15 +58,25 @@ public:
     Search(const ContourIndex& index, const CCadObject& contour, const DPOINT2& p, double extent)
         : m_index(index), m_contour(contour), m_point(p), m_dExtent(extent) {}
 
-    void Run() {
+    void Run(NearSegments& near) {
         const int count = m_index.GetSegmentCount();
-        if (count <= kFew)
+        const bool hasFew = count <= kFew;
+        if (hasFew && m_index.HasOnlyLines()) return ListOfFew(near);
+        if (hasFew)
             for (int run = 0; run * kRun < count; ++run) MeasureRun(run);
         else
             m_index.m_tree.VisitNearestFirst(
                 m_point, m_dSquareBound, [this](int level, int i) { return IsStripFar(level, i); },
                 [this](int run) { MeasureRun(run); });
+        Write(near);
     }
+
+private:
+    using Squares = std::array<double, kRun>;
+    struct Candidate {
+        double square; // mm^2; of the distance
+        int segment;
+    };
 
     void Write(NearSegments& near) {
         DropFar();
@@ -78,12 +88,23 @@ public:
         if (m_nCount > 1) std::sort(near.segments.begin(), near.segments.begin() + m_nCount);
     }
 
-private:
-    using Squares = std::array<double, kRun>;
-    struct Candidate {
-        double square; // mm^2; of the distance
-        int segment;
-    };
+    // A few lines are all measured before the first is listed, so that none is listed that others then beat.
+    void ListOfFew(NearSegments& near) {
+        const int count = m_index.GetSegmentCount();
+        std::array<double, kFew> squares;
+        MeasureChords(0, count, squares.data());
+        const double least = *std::min_element(squares.begin(), squares.begin() + count);
+        Lower(std::sqrt(least));
+        near.distance = m_dLeast;
+        near.margin = MarginAt(m_dLeast);
+        near.count = 0;
+        near.isListed = true;
+        for (int i = 0; i < count && near.isListed; ++i) {
+            if (!(squares[i] <= m_dSquareBound)) continue;
+            near.isListed = near.count < NearSegments::kMost;
+            if (near.isListed) near.segments[near.count++] = i;
+        }
+    }
 
     // More than a distance near `distance` may be off by, by the rules of the callers or here. Heron's rule
     // errs by up to 1.5e-8 of the segment's length and of the distance; an arc's distance by 1e-16 of the
@@ -104,7 +125,8 @@ private:
     }
 
     void MeasureRun(int run) {
-        const Squares squares = SquaresFromChords(run);
+        Squares squares;
+        MeasureChords(run, kRun, squares.data());
         const int first = run * kRun, count = std::min(kRun, m_index.GetSegmentCount() - first);
         if (!m_index.HasOnlyLines()) return MeasureCurves(first, count, squares);
         const double least = Least(squares);
@@ -114,37 +136,43 @@ private:
             if (squares[k] <= m_dSquareBound) Keep({squares[k], first + k});
     }
 
-    // The places of the last run behind the last segment stand for its end, which is no nearer than it is.
-    Squares SquaresFromChords(int run) const {
-        Squares squares;
+    // The squares of the distances from the chords of so many places, from a run on. The places of the last
+    // run behind the last segment stand for its end, which is no nearer than it is. The ratio of a foot is
+    // kept between 0 and 1 by sums, from which a compiler makes no branches; far beyond the ends they lose no
+    // more than the last digits of the distance.
+    void MeasureChords(int run, int places, double* squares) const {
         const std::ptrdiff_t first = std::ptrdiff_t{run} * kRun;
         const double* const x = m_index.m_vecX.data() + first;
         const double* const y = m_index.m_vecY.data() + first;
         const double* const inverse = m_index.m_vecInverse.data() + first;
-        for (int k = 0; k < kRun; ++k) {
+        for (int k = 0; k < places; ++k) {
             const double alongX = x[k + 1] - x[k], alongY = y[k + 1] - y[k];
             const double fromX = m_point.x - x[k], fromY = m_point.y - y[k];
             const double ratio = (fromX * alongX + fromY * alongY) * inverse[k];
-            const double notBefore = ratio > 0 ? ratio : 0;
-            const double foot = notBefore < 1 ? notBefore : 1;
+            const double foot = (std::abs(ratio) - std::abs(ratio - 1) + 1) * 0.5; // from 0 to 1
             const double gapX = fromX - alongX * foot, gapY = fromY - alongY * foot;
             squares[k] = gapX * gapX + gapY * gapY;
         }
-        return squares;
     }
 
+    // The one with the nearest chord comes first: most others need not be measured then.
     void MeasureCurves(int first, int count, const Squares& fromChords) {
-        for (int i = first; i < first + count; ++i) {
-            const double limit = m_dBound + m_index.m_vecWidths[i], square = fromChords[i - first];
-            if (!(square <= limit * limit)) continue;
-            const Curve& curve = m_index.m_vecCurves[i];
-            if (curve.isBezier)
-                OfferBezier(i);
-            else if (curve.curvature == 0)
-                OfferLine(square, i);
-            else
-                OfferArc(i);
-        }
+        const double* const chords = fromChords.data();
+        const int nearest = static_cast<int>(std::min_element(chords, chords + count) - chords);
+        MeasureCurve(first + nearest, fromChords[nearest]);
+        for (int k = 0; k < count; ++k)
+            if (k != nearest) MeasureCurve(first + k, fromChords[k]);
+    }
+    void MeasureCurve(int i, double square) {
+        const double limit = m_dBound + m_index.m_vecWidths[i];
+        if (!(square <= limit * limit)) return;
+        const Curve& curve = m_index.m_vecCurves[i];
+        if (curve.isBezier)
+            OfferBezier(i);
+        else if (curve.curvature == 0)
+            OfferLine(square, i);
+        else
+            OfferArc(i);
     }
 
     void OfferLine(double square, int i) {
@@ -212,7 +240,7 @@ private:
 // Fills an index in one pass over the segments, and then the tree.
 class ContourIndex::Builder {
 public:
-    Builder(ContourIndex& index, const CCadObject& contour)
+    Builder(ContourIndex& index, const CCadPolylineBase& contour)
         : m_index(index), m_contour(contour), m_nCount(contour.GetSegmentCount()),
           m_vecBoxes((m_nCount + kRun - 1) / kRun) {}
 
@@ -223,7 +251,8 @@ public:
         m_index.m_vecX.resize(places + 1);
         m_index.m_vecY.resize(places + 1);
         m_index.m_vecInverse.resize(places);
-        for (int i = 0; i < m_nCount; ++i) Add(i, m_contour.GetSegment(i));
+        SetJoint(0, m_contour.GetStartPoint());
+        AddAll();
         m_index.m_bIsClosed = EndsMeet(m_contour);
         std::fill(m_index.m_vecX.begin() + m_nCount, m_index.m_vecX.end(), m_index.m_vecX[m_nCount]);
         std::fill(m_index.m_vecY.begin() + m_nCount, m_index.m_vecY.end(), m_index.m_vecY[m_nCount]);
@@ -231,29 +260,50 @@ public:
     }
 
 private:
+    // A polyline of lines and arcs hands out its nodes, so that no segment is asked for by a call.
+    void AddAll() {
+        const auto* const polyline = dynamic_cast<const CCadPolyline*>(&m_contour);
+        for (int i = 0; i < m_nCount; ++i) {
+            if (polyline && polyline->GetNodes()[i].bulge == 0)
+                AddLine(i, {polyline->GetNodes()[i].x, polyline->GetNodes()[i].y});
+            else
+                Add(i, m_contour.GetSegment(i));
+        }
+    }
+
     void Add(int i, const SEGMENT& segment) {
-        const bool isLine = segment.nType == SEGMENT::kLine;
-        const double square = SquareOfChord(segment), inverse = 1 / square;
-        const double length = isLine ? std::sqrt(square) : segment.GetLength();
-        if (i == 0) SetJoint(0, segment.ptStart);
-        SetJoint(i + 1, segment.ptEnd);
+        if (segment.nType == SEGMENT::kLine) return AddLine(i, segment.ptEnd);
+        m_vecBoxes[i / kRun].Add(segment.GetBounds());
+        AddEnd(i, segment.ptEnd, SquareOfChord(segment), segment.GetLength());
+        for (int line = GetCurveCount(); line < i; ++line) AddCurve(LineAt(line));
+        AddCurve(segment);
+    }
+
+    // A line from the end of the segment before it.
+    void AddLine(int i, const DPOINT2& end) {
+        const DPOINT2 start = m_index.GetJoint(i), along = end - start;
+        const double square = math::Dot(along, along);
+        math::Bounds& box = m_vecBoxes[i / kRun];
+        if (i % kRun == 0) box.Add(start); // else the line before has added it, or the curve
+        box.Add(end);
+        AddEnd(i, end, square, std::sqrt(square));
+        if (!m_index.HasOnlyLines()) AddCurve(LineAt(i));
+    }
+
+    void AddEnd(int i, const DPOINT2& end, double squareOfChord, double length) {
+        SetJoint(i + 1, end);
+        const double inverse = 1 / squareOfChord;
+        m_index.m_vecInverse[i] = std::isfinite(inverse) ? inverse : 0; // 0 for next to no chord
         m_index.m_vecLengths[i] = length;
         m_index.m_dLongest = std::max(m_index.m_dLongest, length);
         m_index.m_vecSums[i + 1] = m_index.m_vecSums[i] + length;
-        m_index.m_vecInverse[i] = std::isfinite(inverse) ? inverse : 0; // 0 for next to no chord
         m_index.m_bIsMeasured = m_index.m_bIsMeasured && std::isfinite(length);
-        math::Bounds& box = m_vecBoxes[i / kRun];
-        if (!isLine) box.Add(segment.GetBounds());
-        if (isLine && i % kRun == 0) box.Add(segment.ptStart); // else the end of the segment before it
-        if (isLine) box.Add(segment.ptEnd);
-        if (isLine && m_index.HasOnlyLines()) return;
-        for (int line = GetCurveCount(); line < i; ++line) AddCurve(m_contour.GetSegment(line));
-        AddCurve(segment);
     }
     void SetJoint(int i, const DPOINT2& joint) {
         m_index.m_vecX[i] = joint.x;
         m_index.m_vecY[i] = joint.y;
     }
+    SEGMENT LineAt(int i) const { return {m_index.GetJoint(i), m_index.GetJoint(i + 1)}; }
     int GetCurveCount() const { return static_cast<int>(m_index.m_vecCurves.size()); }
     static double SquareOfChord(const SEGMENT& segment) {
         return math::Dot(segment.ptEnd - segment.ptStart, segment.ptEnd - segment.ptStart);
@@ -306,28 +356,37 @@ private:
     std::vector<double> StripsOver(const std::vector<double>& parts, int size) const {
         std::vector<double> strips;
         strips.reserve(m_nCount / (size * kRun) + 1);
-        const int whole = size * kRun;
-        for (int first = 0; first < m_nCount; first += whole) {
-            const DPOINT2 start = m_index.GetJoint(first), end = JointAt(first + whole);
-            double widest = 0, before = 0; // the start is on the strip's chord
-            for (int at = first, stop = std::min(first + whole, m_nCount); at < stop; at += size) {
-                const double behind = std::sqrt(SquareFromLine(JointAt(at + size), start, end));
-                widest = std::max(widest, std::max(before, behind) + (parts.empty() ? 0 : parts[at / size]));
-                before = behind;
-            }
-            strips.push_back(widest);
-        }
+        for (int first = 0; first < m_nCount; first += size * kRun)
+            strips.push_back(parts.empty() ? StripOverLines(first) : StripOver(parts, first, size));
         return strips;
+    }
+    double StripOverLines(int first) const {
+        const DPOINT2 start = m_index.GetJoint(first), end = m_index.GetJoint(first + kRun);
+        double widest = 0;
+        for (int k = 1; k < kRun; ++k)
+            widest = std::max(widest, SquareFromLine(m_index.GetJoint(first + k), start, end));
+        return std::sqrt(widest);
+    }
+    double StripOver(const std::vector<double>& parts, int first, int size) const {
+        const int behindAll = first + size * kRun;
+        const DPOINT2 start = m_index.GetJoint(first), end = JointAt(behindAll);
+        double widest = 0, before = 0; // the start is on the strip's chord
+        for (int at = first, stop = std::min(behindAll, m_nCount); at < stop; at += size) {
+            const double behind = std::sqrt(SquareFromLine(JointAt(at + size), start, end));
+            widest = std::max(widest, std::max(before, behind) + parts[at / size]);
+            before = behind;
+        }
+        return widest;
     }
     DPOINT2 JointAt(int i) const { return m_index.GetJoint(std::min(i, m_nCount)); }
 
     ContourIndex& m_index;
-    const CCadObject& m_contour;
+    const CCadPolylineBase& m_contour;
     int m_nCount;
     std::vector<math::Bounds> m_vecBoxes;
 };
 
-ContourIndex::ContourIndex(const CCadObject& contour) {
+ContourIndex::ContourIndex(const CCadPolylineBase& contour) {
     Builder(*this, contour).Build();
 }
 
@@ -335,8 +394,7 @@ bool ContourIndex::FindNear(const CCadObject& contour, const DPOINT2& p, NearSeg
     const double extent = std::max({m_dExtent, std::abs(p.x), std::abs(p.y)});
     if (!m_bIsMeasured || !(extent < kFarthest) || !math::IsFinite(p)) return false;
     Search search(*this, contour, p, extent);
-    search.Run();
-    search.Write(near);
+    search.Run(near);
     return true;
 }
 
@@ -352,13 +410,13 @@ const math::Bounds* CCadPolylineBase::Box() const {
     if (m_boxState.compare_exchange_strong(state, BoxState::kAsked)) return nullptr;
     const bool isSecond = state == BoxState::kAsked;
     if (!isSecond || !m_boxState.compare_exchange_strong(state, BoxState::kMade)) return nullptr;
+    m_box = {};
     for (int i = 0, count = GetSegmentCount(); i < count; ++i) m_box.Add(GetSegment(i).GetBounds());
     return &m_box;
 }
 
 void CCadPolylineBase::DropIndex() {
     Drop(m_pIndex);
-    m_box = {};
     m_boxState.store(BoxState::kNotAsked, std::memory_order_relaxed);
     m_bAsked.store(false, std::memory_order_relaxed);
     ContourIndex::Forget(*this);

@@ -42,8 +42,8 @@ struct NearSegments {
 /// tree of boxes and strips along runs of them. A value that does not change.
 class ContourIndex {
 public:
-    /// Measures every segment of a contour, and keeps no reference to it. Throws when memory is refused.
-    explicit ContourIndex(const CCadObject& contour);
+    /// Measures every segment of a polyline, and keeps no reference to it. Throws when memory is refused.
+    explicit ContourIndex(const CCadPolylineBase& contour);
     /// What an object keeps at present, found without a call; null when it keeps none. Asking does not count
     /// as a question.
     static const ContourIndex* KeptBy(const CCadObject& object) {
@@ -155,6 +155,13 @@ private:
 inline const ContourIndex* IndexOf(const CCadObject& object) {
     const ContourIndex* const kept = ContourIndex::KeptBy(object);
     return kept ? kept : ContourIndex::MadeFor(object);
+}
+
+/// The segment of a contour at an index, which has to be one of its own. Where there is an index of the
+/// contour, which may be null, and all segments are straight, it is not asked for it.
+inline SEGMENT SegmentOf(const CCadObject& contour, const ContourIndex* index, int i) {
+    const bool isLine = index && index->HasOnlyLines();
+    return isLine ? SEGMENT(index->GetJoint(i), index->GetJoint(i + 1)) : contour.GetSegment(i);
 }
 
 /// The box that a CCadPolyline or a CCadPolylineEx keeps. Null the first time that it is asked for, and for

@@ -112,7 +112,7 @@ public:
         : m_contour(contour), m_index(index), m_point(p), m_dReach(reach), m_dLeastBefore(reach) {}
 
     void LookAt(int i) {
-        const SEGMENT segment = m_contour.GetSegment(i);
+        const SEGMENT segment = SegmentOf(m_contour, &m_index, i);
         const auto offer = [this, i](double distance, double ratio) {
             const bool isTaken = m_nearest.Take(distance, {i, ratio});
             m_bSure = m_bSure || (isTaken && distance + kSameLength < m_dLeastBefore);
@@ -164,9 +164,7 @@ POLYPOS NearestOnContour(const CCadObject& contour, const DPOINT2& p, const Near
     POLYPOS place = NearestSegment(contour, index, p, near);
     const int i = place.nSegIndex;
     if (i < 0) return place;
-    const bool isLine = index && index->HasOnlyLines();
-    const SEGMENT nearest =
-        isLine ? SEGMENT(index->GetJoint(i), index->GetJoint(i + 1)) : contour.GetSegment(i);
+    const SEGMENT nearest = SegmentOf(contour, index, i);
     if (nearest.nType != SEGMENT::kBezier)
         place.dRatio = CPosCalculator::GetPerpendicularFootRatio(p, nearest.ptStart, nearest.ptEnd,
                                                                  nearest.GetArc().bulge);

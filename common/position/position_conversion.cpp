@@ -49,14 +49,6 @@ Point PointOfEllipse(const Ellipse& ellipse, double ratio) {
     return point;
 }
 
-// The point of a segment of a contour. Of straight segments a contour with an index knows the ends without
-// being asked for each.
-DPOINT2 PointOnSegment(const CCadObject& contour, int i, double ratio) {
-    const ContourIndex* const kept = ContourIndex::KeptBy(contour);
-    if (!kept || !kept->HasOnlyLines()) return contour.GetSegment(i).GetPoint(ratio);
-    return math::BulgeArc{kept->GetJoint(i), kept->GetJoint(i + 1)}.PointAt(ratio);
-}
-
 // A line answers whatever the index is, the other single pieces for their only segment 0.
 Point PointAt(const CCadObject* object, int index, double ratio) {
     const auto ofFirst = [index](const auto& pointOf) { return index == 0 ? Point(pointOf()) : Point(); };
@@ -80,7 +72,8 @@ Point PointAt(const CCadObject* object, int index, double ratio) {
                [&](const CCadEllipseArc& arc) { return ofFirst([&] { return PointOfEllipse(arc, ratio); }); },
                [&](const Contour& contour) -> Point {
                    if (index < 0 || index >= contour.object.GetSegmentCount()) return std::nullopt;
-                   return PointOnSegment(contour.object, index, ratio);
+                   const ContourIndex* const kept = ContourIndex::KeptBy(contour.object);
+                   return SegmentOf(contour.object, kept, index).GetPoint(ratio);
                },
                Others<CCadDot>(Point())});
 }
