@@ -15,14 +15,23 @@
 namespace qev {
 namespace {
 
-bool MayReach(const CadRect& box, const math::DPOINT2& p, double reach) {
+// Nearly all objects of a drawing lie beside a pick: a polyline tells so by the box that it keeps.
+bool MayReach(const CCadObject& leaf, const math::DPOINT2& p, double reach) {
+    const math::Bounds* const kept = ContourIndex::BoxKeptBy(leaf);
+    const CadRect box = kept ? ToRect(*kept) : leaf.GetBoundRect();
     return p.x >= box.x - reach && p.x <= box.x + box.width + reach && p.y >= box.y - reach
            && p.y <= box.y + box.height + reach;
 }
 
-void Offer(const CCadObject& leaf, int piece, const math::DPOINT2& p, Picked& best) {
-    const math::DPOINT2 point =
-        std::visit([&](const auto& outline) { return outline.GetNearest(p); }, leaf.GetPiece(piece));
+// The nearest point of a piece of an outline. One with an index, which is null for the others, has one piece
+// for each segment, under the same number.
+math::DPOINT2 NearestOf(const CCadObject& leaf, const ContourIndex* index, int piece,
+                        const math::DPOINT2& p) {
+    if (index) return SegmentOf(leaf, index, piece).GetNearest(p);
+    return std::visit([&](const auto& outline) { return outline.GetNearest(p); }, leaf.GetPiece(piece));
+}
+
+void Offer(const math::DPOINT2& point, const math::DPOINT2& p, Picked& best) {
     const double distance = math::D2GetDistance(p, point);
     if (!(distance < best.distance)) return;
     best.distance = distance;
@@ -30,17 +39,17 @@ void Offer(const CCadObject& leaf, int piece, const math::DPOINT2& p, Picked& be
 }
 
 // Offers the pieces of an outline in their order, so that the first of equally near ones is kept. An index
-// names the few that may be the nearest, and the others need not be offered; an outline with an index has one
-// piece for each segment, under the same number.
+// names the few that may be the nearest, and the others need not be offered.
 void OfferLeaf(const CCadObject& leaf, const math::DPOINT2& p, Picked& best) {
     const ContourIndex* index = IndexOf(leaf);
     best.hasNear = index && index->FindNear(leaf, p, best.near);
+    const auto offer = [&](int i) { Offer(NearestOf(leaf, index, i, p), p, best); };
     if (!best.hasNear) {
-        for (int i = 0, count = leaf.GetPieceCount(); i < count; ++i) Offer(leaf, i, p, best);
+        for (int i = 0, count = leaf.GetPieceCount(); i < count; ++i) offer(i);
     } else if (best.near.isListed) {
-        for (int k = 0; k < best.near.count; ++k) Offer(leaf, best.near.segments[k], p, best);
+        for (int k = 0; k < best.near.count; ++k) offer(best.near.segments[k]);
     } else {
-        index->VisitWithin(p, best.near.Reach() + best.near.margin, [&](int i) { Offer(leaf, i, p, best); });
+        index->VisitWithin(p, best.near.Reach() + best.near.margin, offer);
     }
 }
 
@@ -72,8 +81,7 @@ Picked Pick(const CCadObject* root, const math::DPOINT2& p, double tolerance, bo
     double best = tolerance;
     TreeWalk walk(root, TreeWalk::PickedMembers);
     for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
-        if (step != TreeWalk::Step::kLeaf || !MayReach(walk.Object()->GetBoundRect(), p, best + kTie))
-            continue;
+        if (step != TreeWalk::Step::kLeaf || !MayReach(*walk.Object(), p, best + kTie)) continue;
         const Picked leaf = Measure(*walk.Object(), p, closedOnly);
         if (!leaf.object || !(leaf.distance <= tolerance && (!hit.object || leaf.distance <= best + kTie)))
             continue;

@@ -8,6 +8,8 @@
 #include <qevdata/cad_object.h>
 #include <qevdata/tree_walk.h>
 
+#include "contour_index.h"
+
 namespace qev {
 namespace {
 
@@ -22,7 +24,8 @@ const std::list<CCadObject*>* TreeWalk::AllMembers(const CCadObject& object) {
 }
 
 const std::list<CCadObject*>* TreeWalk::PickedMembers(const CCadObject& object) {
-    return object.GetType() == kCadText ? nullptr : object.GetMembers();
+    const bool isLeaf = ContourIndex::BoxKeptBy(object) || object.GetType() == kCadText;
+    return isLeaf ? nullptr : object.GetMembers();
 }
 
 TreeWalk::TreeWalk(const CCadObject* root, MembersOf membersOf)
@@ -32,40 +35,40 @@ TreeWalk::TreeWalk(const std::list<CCadObject*>* roots, MembersOf membersOf) : m
     if (roots) Push(nullptr, *roots);
 }
 
+// A leaf is never open, so that only containers are looked for among those that are.
 TreeWalk::Step TreeWalk::Next() {
-    if (m_pRoot) return Visit(std::exchange(m_pRoot, nullptr));
-    while (!m_vecLevels.empty()) {
-        Level& level = m_vecLevels.back();
-        if (level.next == level.end) {
-            m_pObject = level.container;
-            if (m_vecLevels.size() > kShallowLevels) m_setDeep.erase(level.container);
-            m_vecLevels.pop_back();
-            return m_pObject ? Step::kLeave : Step::kEnd;
-        }
-        CCadObject* object = *level.next++;
-        if (object && !IsOpen(object)) return Visit(object);
+    while (m_pRoot || !m_vecLevels.empty()) {
+        if (!m_pRoot && m_vecLevels.back().next == m_vecLevels.back().end) return Leave();
+        m_pObject = m_pRoot ? std::exchange(m_pRoot, nullptr) : *m_vecLevels.back().next++;
+        if (!m_pObject) continue;
+        const std::list<CCadObject*>* const members = m_pMembersOf(*m_pObject);
+        if (!members) return Step::kLeaf;
+        if (IsOpen(m_pObject)) continue;
+        Push(m_pObject, *members);
+        return Step::kEnter;
     }
     return Step::kEnd;
 }
 
-TreeWalk::Step TreeWalk::Visit(CCadObject* object) {
-    m_pObject = object;
-    const std::list<CCadObject*>* members = m_pMembersOf(*object);
-    if (!members) return Step::kLeaf;
-    Push(object, *members);
-    return Step::kEnter;
+TreeWalk::Step TreeWalk::Leave() {
+    m_pObject = m_vecLevels.back().container;
+    if (m_vecLevels.size() > kShallowLevels) m_pDeep->erase(m_pObject);
+    m_vecLevels.pop_back();
+    return m_pObject ? Step::kLeave : Step::kEnd;
 }
 
 void TreeWalk::Push(CCadObject* container, const std::list<CCadObject*>& members) {
     m_vecLevels.push_back({container, members.begin(), members.end()});
-    if (m_vecLevels.size() > kShallowLevels) m_setDeep.insert(container);
+    if (m_vecLevels.size() <= kShallowLevels) return;
+    if (!m_pDeep) m_pDeep = std::make_unique<std::unordered_set<const CCadObject*>>();
+    m_pDeep->insert(container);
 }
 
 bool TreeWalk::IsOpen(const CCadObject* container) const {
     const auto shallowEnd = m_vecLevels.begin() + std::min(m_vecLevels.size(), kShallowLevels);
     return std::any_of(m_vecLevels.begin(), shallowEnd,
                        [&](const Level& level) { return level.container == container; })
-           || (!m_setDeep.empty() && m_setDeep.contains(container));
+           || (m_pDeep && m_pDeep->contains(container));
 }
 
 } // namespace qev

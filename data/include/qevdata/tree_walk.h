@@ -3,6 +3,7 @@
 #pragma once
 
 #include <list>
+#include <memory>
 #include <unordered_set>
 #include <vector>
 
@@ -51,7 +52,7 @@ private:
         std::list<CCadObject*>::const_iterator end;
     };
 
-    Step Visit(CCadObject* object);
+    Step Leave();
     void Push(CCadObject* container, const std::list<CCadObject*>& members);
     bool IsOpen(const CCadObject* container) const;
 
@@ -59,7 +60,8 @@ private:
     CCadObject* m_pRoot = nullptr; // until it has been visited
     CCadObject* m_pObject = nullptr;
     std::vector<Level> m_vecLevels;
-    std::unordered_set<const CCadObject*> m_setDeep; // the open containers below the shallow levels
+    // The open containers below the shallow levels; null until there is one.
+    std::unique_ptr<std::unordered_set<const CCadObject*>> m_pDeep;
 };
 
 } // namespace qev
