@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <vector>
@@ -16,7 +17,9 @@ namespace qev {
 inline double Least(const std::array<double, 8>& numbers) {
     std::array<double, 4> least;
     for (int i = 0; i < 4; ++i) least[i] = numbers[i] < numbers[i + 4] ? numbers[i] : numbers[i + 4];
-    return std::min(std::min(least[0], least[1]), std::min(least[2], least[3]));
+    const double even = least[0] < least[2] ? least[0] : least[2];
+    const double odd = least[1] < least[3] ? least[1] : least[3];
+    return even < odd ? even : odd;
 }
 
 /// The boxes of a row of things, and over each eight of them one box, and so on up to one node of at most
@@ -109,8 +112,9 @@ private:
                 const double left = lowerX[i] - p.x, right = p.x - upperX[i];
                 const double below = lowerY[i] - p.y, above = p.y - upperY[i];
                 const double x = left > right ? left : right, y = below > above ? below : above;
-                const double outX = x > 0 ? x : 0, outY = y > 0 ? y : 0;
-                squares[i] = outX * outX + outY * outY;
+                // twice what p is outside, by sums, from which a compiler makes no branches
+                const double outX = x + std::abs(x), outY = y + std::abs(y);
+                squares[i] = (outX * outX + outY * outY) * 0.25;
             }
             return squares;
         }
@@ -127,7 +131,7 @@ private:
             const double least = Least(squares);
             if (!(least < bound)) return;
             int nearest = 0;
-            while (squares[nearest] != least) ++nearest;
+            for (int k = 1; k < kFan; ++k) nearest = squares[k] <= least ? k : nearest; // no branch either
             squares[nearest] = std::numeric_limits<double>::infinity();
             const int child = static_cast<int>(i) * kFan + nearest;
             if (passOver(level, child)) continue;
