@@ -41,16 +41,18 @@ inline bool IsAtAnEnd(const math::POLYPOS& pos, const math::PosRange& range) {
 }
 
 /// Whether a range does not start behind its end and lies clearly before `from` or clearly behind `to`: true
-/// of nearly all ranges of a list, whichever is asked. On which side it lies is not branched on, as it would
-/// be guessed wrong for every other range of an unsorted list.
+/// of nearly all ranges of a list, whichever is asked. On which side it lies is not branched on, and neither
+/// is whether it ends on the segment on which it starts, as both would be guessed wrong for every other range
+/// of a list.
 inline bool LiesBeside(const math::PosRange& range, const math::POLYPOS& from, const math::POLYPOS& to) {
     const auto clearlyBefore = [](const math::POLYPOS& a, const math::POLYPOS& b) {
         return (a.nSegIndex == b.nSegIndex) & (b.dRatio - a.dRatio >= kSameRatio);
     };
-    const bool onOthers = (range.end.nSegIndex < from.nSegIndex) | (to.nSegIndex < range.start.nSegIndex);
-    if (onOthers) return !IsBefore(range.end, range.start);
-    return (clearlyBefore(range.end, from) | clearlyBefore(to, range.start))
-           && !IsBefore(range.end, range.start);
+    const math::POLYPOS &start = range.start, &end = range.end;
+    const bool isTurned = (end.nSegIndex < start.nSegIndex)
+                          | ((end.nSegIndex == start.nSegIndex) & (end.dRatio < start.dRatio));
+    const bool onOthers = (end.nSegIndex < from.nSegIndex) | (to.nSegIndex < start.nSegIndex);
+    return !isTurned && (onOthers || (clearlyBefore(end, from) | clearlyBefore(to, start)));
 }
 
 /// Whether a range over the start point holds a position, ends included within kSameRatio.
