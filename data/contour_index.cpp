@@ -60,14 +60,14 @@ public:
 
     void Run(NearSegments& near) {
         const int count = m_index.GetSegmentCount();
-        const bool hasFew = count <= kFew;
-        if (hasFew && m_index.HasOnlyLines()) return ListOfFew(near);
-        if (hasFew)
-            for (int run = 0; run * kRun < count; ++run) MeasureRun(run);
-        else
+        if (count > kFew)
             m_index.m_tree.VisitNearestFirst(
                 m_point, m_dSquareBound, [this](int level, int i) { return IsStripFar(level, i); },
                 [this](int run) { MeasureRun(run); });
+        else if (m_index.HasOnlyLines())
+            return ListOfFew(near);
+        else
+            for (int run = 0; run * kRun < count; ++run) MeasureRun(run);
         Write(near);
     }
 

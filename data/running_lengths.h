@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include <qevdata/cad_object.h>
@@ -72,30 +73,45 @@ public:
     }
 
 private:
-    // Most contours have segments of like lengths, so that the mean length leads near the place. Each guess
-    // goes a little beyond what the last one missed, so that the place soon lies between two of them; where
-    // lengths are too uneven for that, the rest is halved.
-    template <class Test>
-    Place FirstOfSums(double about, const Test& isReached) const {
-        constexpr int kGuesses = 6, kClose = 8; // as many steps as halving takes from kClose up to 512
-        constexpr double kBeyond = 1.125;
+    static constexpr int kRow = 8;
+
+    // The first of a row of segments among which the contour is probably so many mm long. Most contours have
+    // segments of like lengths, so that the mean length leads near the place, and a few corrections by it to
+    // the place: past fewer sums, which lie far apart in memory, than halving goes through.
+    int GuessedRow(double length) const {
+        constexpr int kGuesses = 6;
+        constexpr double kNear = 3; // segments, less than half a row
         const std::vector<double>& sums = m_pIndex->GetSums();
         const double segmentsPerLength = m_pIndex->GetSegmentsPerLength();
-        int lower = 0, upper = m_nCount; // the place lies between these, both included
-        double guess = about * segmentsPerLength;
-        for (int k = 0; k < kGuesses && upper - lower > kClose; ++k) {
-            const int last = upper - 1;
-            const int i = guess > lower ? (guess < last ? static_cast<int>(guess) : last) : lower;
-            const double end = sums[i + 1], missed = (about - end) * segmentsPerLength;
-            if (isReached(end))
-                upper = i;
-            else
-                lower = i + 1;
-            guess = i + missed * kBeyond + (missed > 0 ? 1 : -1);
+        double guess = length * segmentsPerLength;
+        int i = 0;
+        for (int k = 0; k < kGuesses; ++k) {
+            i = guess > 0 ? (guess < m_nCount ? static_cast<int>(guess) : m_nCount) : 0;
+            const double missed = (length - sums[i]) * segmentsPerLength;
+            if (std::abs(missed) < kNear) break;
+            guess = i + missed;
         }
-        const auto place = std::partition_point(sums.begin() + lower + 1, sums.begin() + upper + 1,
-                                                [&](double sum) { return !isReached(sum); });
-        return {static_cast<int>(place - sums.begin()) - 1, *(place - 1)};
+        return std::max(i - kRow / 2, 0);
+    }
+
+    // The place is counted off in the guessed row. Where it is not there, since lengths are too uneven, all
+    // are halved.
+    template <class Test>
+    Place FirstOfSums(double about, const Test& isReached) const {
+        const std::vector<double>& sums = m_pIndex->GetSums();
+        const int first = GuessedRow(about), behind = std::min(first + kRow, m_nCount);
+        const bool isBefore = first > 0 && isReached(sums[first]);
+        if (isBefore || (behind < m_nCount && !isReached(sums[behind]))) return HalvedSums(isReached);
+        int place = first;
+        for (int k = first + 1; k <= behind; ++k) place += isReached(sums[k]) ? 0 : 1;
+        return {place, sums[place]};
+    }
+    template <class Test>
+    Place HalvedSums(const Test& isReached) const {
+        const std::vector<double>& sums = m_pIndex->GetSums();
+        const auto end =
+            std::partition_point(sums.begin() + 1, sums.end(), [&](double sum) { return !isReached(sum); });
+        return {static_cast<int>(end - sums.begin()) - 1, *(end - 1)};
     }
 
     const CCadObject& m_contour;

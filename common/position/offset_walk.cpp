@@ -174,9 +174,9 @@ int WalkSegments(const CCadObject& contour, int count, const POLYPOS& pos, doubl
     const POLYPOS& reached = arrival->place;
     const double ahead = (reached.dRatio - pos.dRatio) * (offset < 0 ? -1 : 1);
     const bool startNotReached = reached.nSegIndex == pos.nSegIndex && ahead <= -kSameRatio;
-    const std::int64_t passed = arrival->passed;
-    const std::int64_t whole = (startNotReached ? passed - 1 : passed) / count;
-    const int laps = ToLaps(passed == 0 ? 0 : static_cast<double>(whole));
+    const std::int64_t passed = startNotReached ? arrival->passed - 1 : arrival->passed;
+    const std::int64_t whole = passed < count ? 0 : passed / count;
+    const int laps = ToLaps(static_cast<double>(whole));
     if (laps != kNoWalk) out = reached;
     return laps;
 }

@@ -37,6 +37,7 @@ std::vector<double> Answers(const CCadMultiSegments& contour, const DPOINT2& p, 
     EXPECT_TRUE(PosToCoor(&contour, on.nSegIndex, on.dRatio, point));
     const double along = CPosCalculator::GetPtInMultiRatio(point, const_cast<CCadMultiSegments*>(&contour));
     return {contour.GetLength(),
+            contour.IsClose() ? 1.0 : 0.0,
             box.x,
             box.y,
             box.width,
@@ -102,6 +103,18 @@ TEST(ContourIndex, SlowlyChangingDistances) {
     }
 }
 
+// Lengths by which no segment can be guessed: of all magnitudes, and none at all.
+TEST(ContourIndex, UnevenLengths) {
+    Random random;
+    for (int k = 0; k < 20; ++k) {
+        CCadPolyline contour(false);
+        double x = 0;
+        for (int i = 0; i < 200; ++i)
+            contour.AddLine({x += random.Coin() ? 0 : std::pow(10, random.Uniform(-7, 3)), 0});
+        for (int j = 0; j < 20; ++j) ExpectSameAnswers(contour, random);
+    }
+}
+
 TEST(ContourIndex, HostileNumbers) {
     Random random;
     for (const double hostile : {kNaN, kInf, -kInf, 1e300, 1e9}) {
@@ -135,6 +148,7 @@ TEST(ContourIndex, EveryChangeDropsIt) {
         expectDropped((contour.AddArc({-500, 80}, 0.5), contour), "AddArc");
         expectDropped((contour.ReverseDir(false), contour), "ReverseDir");
         expectDropped((contour.ApplyTransform(mirror), contour), "ApplyTransform");
+        expectDropped((contour.AddLine(contour.GetStartPoint()), contour), "AddLine to the start");
     };
     changeEveryWay(*RandomPolyline(random, 40));
     const auto extended = RandomPolylineEx(random, 40);
