@@ -27,7 +27,11 @@ void Exercise(const qev::CCadObject& object) {
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     host::ErrorLog log(true); // lenient, so that damage does not hide what comes behind it
     host::Drawing drawing;
-    host::ReadDxfBytes({reinterpret_cast<const char*>(data), size}, log, drawing);
+    try {
+        host::ReadDxfBytes({reinterpret_cast<const char*>(data), size}, log, drawing);
+    } catch (const host::DrawingError&) {
+        return 0; // no DXF file
+    }
     host::JoinOpenPieces(drawing.root, 0.01);
     host::ReportOf(drawing);
     for (const qev::CCadObject* object : drawing.Objects()) Exercise(*object);

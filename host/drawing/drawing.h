@@ -10,29 +10,31 @@
 #include <qevdata/qevdata.h>
 
 #include "drawing_error.h"
+#include "names.h"
 
 namespace host {
 
 /// Who said which unit a drawing's numbers have.
 enum class UnitSource {
     kAssumed,  ///< nobody: they are taken as mm
-    kHint,     ///< the file says only whether it is metric or imperial: mm, or inches
+    kHint,     ///< the file names none but says that it is imperial: mm nevertheless, with a remark
     kFile,     ///< the file names its unit
     kSettings, ///< the settings name it, whatever the file says
 };
 
 /// The unit of the numbers that a drawing's file holds. The objects themselves are in mm.
 struct DrawingUnit {
-    std::string name = "mm"; ///< as units are listed for the settings: "mm", "inches", "feet" ...
+    std::string name = "mm"; ///< its shortest name: "mm", "in", "ft", "m" ...
     double millimetres = 1;  ///< how long one unit is
     UnitSource source = UnitSource::kAssumed;
 };
 
 /// A layer of a drawing.
 struct Layer {
-    std::string colour;  ///< "#rrggbb"; empty for the colour of the paper's opposite, black on white
-    bool isShown = true; ///< neither switched off nor frozen
-    int entities = 0;    ///< how many lie on it, taken or not; those of a block once for each insert of it
+    std::string colour;    ///< "#rrggbb"; empty for the colour of the paper's opposite, black on white
+    bool isShown = true;   ///< neither switched off nor frozen
+    bool isFrozen = false; ///< hides also what inserts on it show of other layers
+    int entities = 0;      ///< how many lie on it, taken or not; those of a block once for each insert of it
 };
 
 /// How much of a file's geometry was left out or changed when it was read.
@@ -81,8 +83,8 @@ struct Drawing {
     std::map<std::string, int> skipped; ///< how many entities the host does not draw, by type
     ReadCounts counts;                  ///< what was left out, dropped or flattened
 
-    /// The layers that the file lists or uses, by name.
-    std::map<std::string, Layer, std::less<>> layers;
+    /// The layers that the file lists or uses, by name in any case of letters.
+    std::map<std::string, Layer, NameLess> layers;
 
     /// Leaves and texts in drawing order, through all groups. They belong to the drawing and stay valid until
     /// it changes.

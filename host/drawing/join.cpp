@@ -36,6 +36,7 @@
 #include <utility>
 #include <vector>
 
+#include "leaves.h"
 #include "outline.h"
 
 namespace host {
@@ -45,7 +46,11 @@ using math::DPOINT2;
 using qev::CCadObject;
 using qev::SEGMENT;
 
-using Place = std::list<CCadObject*>::iterator;
+// A tolerance that nobody has given: as much of the diagonal of the open ends' box as drawings with three
+// digits behind the point are rounded by. A wider gap than a tenth of a mm would be seen on the part, and is
+// not closed unasked.
+constexpr double kPartOfBox = 1e-4;
+constexpr double kWidestGap = 0.1; // mm
 
 constexpr int kNoEnd = std::numeric_limits<int>::max();
 
@@ -55,10 +60,9 @@ struct End {
     int end = kNoEnd; // none any more when it is used
 };
 
-// The open pieces of one layer of a group in drawing order, by their places in the group's list, and their
-// ends.
+// The open pieces of one layer in drawing order, by their places, and their ends.
 struct Pieces {
-    std::vector<Place> places;
+    std::vector<LeafPlace> places;
     std::vector<End> ends;
 };
 
@@ -66,23 +70,36 @@ int OtherEnd(int end) {
     return end ^ 1;
 }
 
-// The open pieces of a group by their layers. A piece that is shorter than the tolerance from end to end is
-// left out: it would join itself.
-std::map<CString, Pieces> PiecesOf(qev::CCadGroup& group, double tolerance) {
+bool IsOpenPiece(const CCadObject& object) {
+    return object.GetPieceCount() > 0 && object.GetType() != qev::kCadDot && !object.IsClose();
+}
+
+double ChosenTolerance(qev::CCadGroup& root) {
+    math::Bounds box;
+    ForEachLeaf(root, [&box](const LeafPlace& place) {
+        if (!IsOpenPiece(place.Object())) return;
+        box.Add(place.Object().GetStartPoint());
+        box.Add(place.Object().GetEndPoint());
+    });
+    return box.IsEmpty() ? 0 : std::min(kWidestGap, kPartOfBox * math::Norm(box.upper - box.lower));
+}
+
+// The open pieces by their layers, or all of them. A piece that is shorter than the tolerance from end to end
+// is left out: it would join itself.
+std::map<CString, Pieces> PiecesOf(qev::CCadGroup& root, double tolerance, bool acrossLayers) {
     std::map<CString, Pieces> layers;
-    auto& objects = group.GetObjectsList();
-    for (auto place = objects.begin(); place != objects.end(); ++place) {
-        const CCadObject* object = *place;
-        if (object->GetPieceCount() == 0 || object->GetType() == qev::kCadDot || object->IsClose()) continue;
-        const DPOINT2 start = object->GetStartPoint();
-        const DPOINT2 end = object->GetEndPoint();
-        if (!(math::D2GetDistance(start, end) > tolerance)) continue;
-        auto& [places, ends] = layers[object->GetKey("Layer")];
+    ForEachLeaf(root, [&](const LeafPlace& place) {
+        const CCadObject& object = place.Object();
+        if (!IsOpenPiece(object)) return;
+        const DPOINT2 start = object.GetStartPoint();
+        const DPOINT2 end = object.GetEndPoint();
+        if (!(math::D2GetDistance(start, end) > tolerance)) return;
+        auto& [places, ends] = layers[acrossLayers ? CString() : object.GetKey("Layer")];
         const int first = static_cast<int>(ends.size());
         ends.push_back({start, first});
         ends.push_back({end, OtherEnd(first)});
         places.push_back(place);
-    }
+    });
     return layers;
 }
 
@@ -255,30 +272,31 @@ std::vector<int> ChainFrom(int first, FreeEnds& freeEnds, double tolerance) {
 }
 
 // Puts the contour of a chain in the place of the piece of it that was drawn first, and deletes the pieces.
-void Replace(qev::CCadGroup& group, const std::vector<Place>& places, int firstDrawn,
-             const std::vector<int>& chain, double tolerance) {
+void Replace(const std::vector<LeafPlace>& places, int firstDrawn, const std::vector<int>& chain,
+             double tolerance) {
     std::vector<SEGMENT> segments;
     segments.reserve(chain.size());
-    for (const int end : chain) AppendSegments(**places[end / 2], end % 2 == 1, segments);
+    for (const int end : chain) AppendSegments(places[end / 2].Object(), end % 2 == 1, segments);
     if (math::D2GetDistance(segments.back().ptEnd, segments.front().ptStart) <= tolerance)
         segments.back().ptEnd = segments.front().ptStart;
+    const LeafPlace& first = places[firstDrawn];
     auto contour = MakeContour(segments, {});
-    contour->SetKey("Layer", (*places[firstDrawn])->GetKey("Layer"));
-    group.GetObjectsList().insert(places[firstDrawn], contour.release());
-    for (const int end : chain) {
-        delete *places[end / 2];
-        group.GetObjectsList().erase(places[end / 2]);
+    for (const char* key : {"Layer", "Color"}) {
+        const CString value = first.Object().GetKey(key);
+        if (!value.IsEmpty()) contour->SetKey(key, value);
     }
+    first.group->GetObjectsList().insert(first.object, contour.release());
+    for (const int end : chain) places[end / 2].Delete();
 }
 
-int JoinLayer(qev::CCadGroup& group, Pieces pieces, double tolerance) {
+int JoinLayer(Pieces pieces, double tolerance) {
     FreeEnds freeEnds(std::move(pieces.ends));
     int joined = 0;
     for (int i = 0; i < static_cast<int>(pieces.places.size()); ++i) {
         if (!freeEnds.IsFree(2 * i)) continue;
         const std::vector<int> chain = ChainFrom(2 * i, freeEnds, tolerance);
         if (chain.size() < 2) continue;
-        Replace(group, pieces.places, i, chain, tolerance); // the pieces before it are used
+        Replace(pieces.places, i, chain, tolerance); // the pieces before it are used
         joined += static_cast<int>(chain.size());
     }
     return joined;
@@ -286,18 +304,12 @@ int JoinLayer(qev::CCadGroup& group, Pieces pieces, double tolerance) {
 
 } // namespace
 
-int JoinOpenPieces(qev::CCadGroup& root, double tolerance) {
-    if (!(tolerance > 0)) return 0;
-    std::vector<qev::CCadGroup*> groups{&root};
+int JoinOpenPieces(qev::CCadGroup& root, std::optional<double> tolerance, bool acrossLayers) {
+    const double used = tolerance ? *tolerance : ChosenTolerance(root);
+    if (!(used > 0)) return 0;
     int joined = 0;
-    while (!groups.empty()) {
-        qev::CCadGroup* group = groups.back();
-        groups.pop_back();
-        for (auto& [layer, pieces] : PiecesOf(*group, tolerance))
-            joined += JoinLayer(*group, std::move(pieces), tolerance);
-        for (CCadObject* object : group->GetObjectsList())
-            if (auto* inner = dynamic_cast<qev::CCadGroup*>(object)) groups.push_back(inner);
-    }
+    for (auto& [layer, pieces] : PiecesOf(root, used, acrossLayers))
+        joined += JoinLayer(std::move(pieces), used);
     return joined;
 }
 

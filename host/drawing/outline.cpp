@@ -36,6 +36,56 @@ SEGMENT Mapped(const SEGMENT& s, const Affine& map) {
     return moved;
 }
 
+// Segments under a map: arcs that it squeezes become Bezier pieces before they are moved, as every map takes
+// those as they are.
+std::vector<SEGMENT> MappedSegments(const std::vector<SEGMENT>& segments, const Affine& map) {
+    const bool keepsArcs = map.IsSimilarity();
+    std::vector<SEGMENT> mapped;
+    mapped.reserve(segments.size());
+    for (const SEGMENT& segment : segments) {
+        std::optional<math::CentreArc> arc; // none for an arc without a chord, which has no length
+        if (segment.nType == SEGMENT::kArc && !keepsArcs)
+            arc = math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge);
+        if (!arc) {
+            mapped.push_back(Mapped(segment, map));
+            continue;
+        }
+        const std::size_t before = mapped.size();
+        AppendBeziers({arc->centre, arc->radius, arc->radius, 0, arc->startAngle, arc->sweep}, mapped);
+        for (std::size_t i = before; i < mapped.size(); ++i) mapped[i] = Mapped(mapped[i], map);
+    }
+    return mapped;
+}
+
+// An arc is about as long as its chord, and by its bulge as often longer as that is above 1.
+bool HasLength(const SEGMENT& s) {
+    const double chord = math::D2GetDistance(s.ptStart, s.ptEnd) * (1 + std::abs(s.dBulge));
+    if (s.nType != SEGMENT::kBezier) return chord > kNoLength;
+    return std::max(
+               {chord, math::D2GetDistance(s.ptStart, s.ptCtrl1), math::D2GetDistance(s.ptStart, s.ptCtrl2)})
+           > kNoLength;
+}
+
+// Takes the segments without length out of a run of segments, and makes each begin where the one before it
+// ends. The last one that is left ends where the run ended, so that a closed one stays closed. Returns how
+// many there were.
+int DropZeroLength(std::vector<SEGMENT>& segments) {
+    if (segments.empty()) return 0;
+    const DPOINT2 end = segments.back().ptEnd;
+    DPOINT2 at = segments.front().ptStart;
+    std::size_t kept = 0;
+    for (SEGMENT segment : segments) {
+        segment.ptStart = at;
+        if (!HasLength(segment)) continue;
+        at = segment.ptEnd;
+        segments[kept++] = segment;
+    }
+    const auto dropped = static_cast<int>(segments.size() - kept);
+    segments.resize(kept);
+    if (kept > 0) segments.back().ptEnd = end;
+    return dropped;
+}
+
 } // namespace
 
 std::unique_ptr<qev::CCadObject> MakeArc(const ConjugateArc& arc, const Affine& map) {
@@ -76,35 +126,25 @@ void AppendBeziers(const math::EllipticArc& arc, std::vector<SEGMENT>& segments)
     }
 }
 
-std::unique_ptr<qev::CCadMultiSegments> MakeContour(const std::vector<SEGMENT>& segments, const Affine& map) {
-    // Bent before they are moved: round arcs become Bezier pieces, which every map takes as they are.
-    const bool keepsArcs = map.IsSimilarity();
-    std::vector<SEGMENT> bent;
-    bent.reserve(segments.size());
-    for (const SEGMENT& segment : segments) {
-        std::optional<math::CentreArc> arc; // none for an arc without a chord, which has no length
-        if (segment.nType == SEGMENT::kArc && !keepsArcs)
-            arc = math::SolveCentreArc(segment.ptStart, segment.ptEnd, segment.dBulge);
-        if (arc)
-            AppendBeziers({arc->centre, arc->radius, arc->radius, 0, arc->startAngle, arc->sweep}, bent);
-        else
-            bent.push_back(segment);
-    }
+std::unique_ptr<qev::CCadMultiSegments> MakeContour(const std::vector<SEGMENT>& segments, const Affine& map,
+                                                    int* dropped) {
+    std::vector<SEGMENT> mapped = MappedSegments(segments, map);
+    const int count = DropZeroLength(mapped);
+    if (dropped) *dropped += count;
     const auto build = [&](auto contour, const auto& addBezier) -> std::unique_ptr<qev::CCadMultiSegments> {
-        contour->SetStartPoint(map.Point(bent.empty() ? DPOINT2{} : bent.front().ptStart));
-        for (const SEGMENT& segment : bent) {
-            const SEGMENT moved = Mapped(segment, map);
-            if (moved.nType == SEGMENT::kBezier)
-                addBezier(*contour, moved);
+        if (!mapped.empty()) contour->SetStartPoint(mapped.front().ptStart);
+        for (const SEGMENT& segment : mapped) {
+            if (segment.nType == SEGMENT::kBezier)
+                addBezier(*contour, segment);
             else
-                contour->AddArc(moved.ptEnd, moved.dBulge);
+                contour->AddArc(segment.ptEnd, segment.dBulge);
         }
         return contour;
     };
-    if (std::none_of(bent.begin(), bent.end(),
+    if (std::none_of(mapped.begin(), mapped.end(),
                      [](const SEGMENT& s) { return s.nType == SEGMENT::kBezier; })) {
         auto polyline = std::make_unique<qev::CCadPolyline>();
-        polyline->Reserve(static_cast<int>(bent.size()));
+        polyline->Reserve(static_cast<int>(mapped.size()));
         return build(std::move(polyline), [](auto&, const SEGMENT&) {});
     }
     return build(std::make_unique<qev::CCadPolylineEx>(),

@@ -11,6 +11,10 @@
 
 namespace host {
 
+/// Up to this length in mm, a nanometre, a segment or an object has none: it is what rounding leaves of two
+/// equal points, and far below what any machine resolves.
+inline constexpr double kNoLength = 1e-6;
+
 /// An ellipse or a part of it, by any pair of conjugate half diameters: the points centre + cos(t)*u +
 /// sin(t)*v. Unlike half axes, conjugate half diameters stay conjugate under every affine map.
 struct ConjugateArc {
@@ -27,9 +31,10 @@ std::unique_ptr<qev::CCadObject> MakeArc(const ConjugateArc& arc, const Affine& 
 
 /// What an affine map makes of segments that join end to start: a polyline of lines and arcs, or an extended
 /// one when a Bezier piece is among them. Arcs that the map squeezes are given as Bezier pieces that deviate
-/// by less than 1e-7 of their size. No segments give a contour without segments.
+/// by less than 1e-7 of their size. Segments that have no length then (repeated points) are left out, and
+/// their number is added to `dropped`, which may be null. No segments give a contour without segments.
 std::unique_ptr<qev::CCadMultiSegments> MakeContour(const std::vector<qev::SEGMENT>& segments,
-                                                    const Affine& map);
+                                                    const Affine& map, int* dropped = nullptr);
 
 /// Appends an elliptic arc as Bezier pieces of equal sweep that deviate by less than 1e-7 of its size.
 void AppendBeziers(const math::EllipticArc& arc, std::vector<qev::SEGMENT>& segments);

@@ -13,6 +13,7 @@
 
 #include "dxf_file.h"
 
+#include <filesystem>
 #include <fstream>
 
 namespace host {
@@ -32,6 +33,13 @@ constexpr int kMostEntityGroups = 1 << 23;
 // Groups of an ordinary entity, for which memory is taken at once.
 constexpr std::size_t kFewGroups = 16;
 
+// Whether bytes begin as the binary format of the same programs does: "AC1015" and the like in its own line
+// is no group code.
+bool IsDwg(std::string_view bytes) {
+    constexpr std::size_t kMark = 6; // letters
+    return bytes.size() > kMark && bytes.starts_with("AC1") && bytes[kMark] != '\r' && bytes[kMark] != '\n';
+}
+
 } // namespace
 
 DxfFile::Section DxfFile::SectionOf(std::string_view name) {
@@ -42,6 +50,8 @@ DxfFile::Section DxfFile::SectionOf(std::string_view name) {
 }
 
 std::string DxfFile::Load(const std::string& path) {
+    std::error_code none; // what cannot be asked is no folder, and fails below
+    if (std::filesystem::is_directory(path, none)) throw DrawingError("is a folder, not a drawing");
     std::ifstream in(path, std::ios::binary | std::ios::ate);
     if (!in) throw DrawingError("cannot be opened");
     const std::streamoff size = in.tellg();
@@ -55,9 +65,12 @@ std::string DxfFile::Load(const std::string& path) {
 }
 
 DxfFile::DxfFile(std::string_view bytes, ErrorLog& log) : m_groups(bytes), m_nSize(bytes.size()) {
+    if (m_nSize > kLargestFile) throw DrawingError(kTooLarge);
+    if (IsDwg(bytes)) throw DrawingError("is a DWG drawing; it has to be saved as DXF");
     try {
         Read();
     } catch (const DrawingError& error) {
+        if (m_eSection == Section::kNone) throw; // nothing of a drawing came before it
         log.Note(error);
     }
 }
@@ -83,7 +96,6 @@ std::vector<DxfGroup> DxfFile::GroupsOf(const DxfEntity& entity) const {
 }
 
 void DxfFile::Read() {
-    if (m_nSize > kLargestFile) throw DrawingError(kTooLarge);
     bool sectionNameNext = false;
     DxfGroup group;
     for (auto begin = m_groups.Here(); m_groups.Next(group); begin = m_groups.Here()) {

@@ -10,6 +10,7 @@
 
 #include "dxf_groups.h"
 #include "host/drawing/drawing_error.h"
+#include "host/drawing/names.h"
 
 namespace host {
 
@@ -31,11 +32,13 @@ struct DxfBlock {
 /// must outlive it.
 class DxfFile {
 public:
-    /// Reads a file into memory. Throws a DrawingError when there is none, it is empty or larger than 256 MB.
+    /// Reads a file into memory. Throws a DrawingError when there is none, it is a folder, empty or larger
+    /// than 256 MB.
     static std::string Load(const std::string& path);
 
-    /// Takes the bytes of a file apart, at most 256 MB, up to its EOF mark. What is wrong goes to the log,
-    /// which throws it when it is strict; what was read before stays.
+    /// Takes the bytes of a file apart up to its EOF mark. What is wrong goes to the log, which throws it
+    /// when it is strict; what was read before stays. Bytes that are no DXF file at all (a DWG, no section in
+    /// them) or more than 256 MB throw a DrawingError whatever the log.
     DxfFile(std::string_view bytes, ErrorLog& log);
 
     /// The first group of a variable of the HEADER section ("$INSUNITS"); null when there is none.
@@ -47,7 +50,8 @@ public:
     /// The entities of the drawing itself, in the order of the file.
     const std::vector<DxfEntity>& Entities() const { return m_vecEntities; }
 
-    /// The block of a name, null when there is none. Of blocks with one name the last counts.
+    /// The block of a name in any case of letters, null when there is none. Of blocks with one name the last
+    /// counts.
     const DxfBlock* FindBlock(std::string_view name) const;
 
     /// The groups of one of the file's entities, read again; at least its group 0.
@@ -80,7 +84,7 @@ private:
     std::map<std::string_view, DxfGroup> m_mapVariables;
     std::vector<DxfEntity> m_vecRecords;
     std::vector<DxfEntity> m_vecEntities;
-    std::map<std::string, DxfBlock, std::less<>> m_mapBlocks;
+    std::map<std::string, DxfBlock, NameLess> m_mapBlocks;
 };
 
 } // namespace host

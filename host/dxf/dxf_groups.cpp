@@ -6,6 +6,10 @@
 // An ASCII value stays a text until somebody asks for a number: most numbers of a file are never looked at,
 // and of a damaged one the message can show what stands there. Nothing is copied.
 //
+// What other programs and old systems do to the lines of the ASCII form is taken as it is meant: a mark of
+// the byte order before the first line, blank lines before it, lines that end in CR alone, blanks round a
+// name.
+//
 // Numbers must be whole tokens and finite. They are bounded besides: a coordinate of 1e300 is damage, and one
 // such point would make every box, grid and picture of the drawing useless.
 
@@ -21,7 +25,9 @@ namespace host {
 namespace {
 
 constexpr std::string_view kBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
-// mm, a thousand kilometres. A number beyond it is damage, and would cost the rest of the drawing its digits.
+constexpr std::string_view kByteOrderMark("\xef\xbb\xbf"); // of UTF-8
+// A thousand kilometres, if it is in mm. A number beyond it is damage, and would cost the rest of the drawing
+// its digits.
 constexpr double kLargestNumber = 1e9;
 
 std::string_view Trimmed(std::string_view text) {
@@ -37,6 +43,11 @@ bool Parse(std::string_view text, T& value) {
     if (text.size() > 1 && text.front() == '+') text.remove_prefix(1);
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     return error == std::errc() && end == text.data() + text.size();
+}
+
+// Whether a code's text is a name, which has no blanks at its ends; those of a text that is drawn count.
+constexpr bool IsName(int code) {
+    return code == 0 || code == 2 || (code >= 5 && code <= 9) || code == 410;
 }
 
 enum class ValueType { kText, kDouble, kInt16, kInt32, kInt64, kByte, kChunk };
@@ -85,8 +96,13 @@ int DxfGroup::AsInteger() const {
 }
 
 DxfGroups::DxfGroups(std::string_view bytes) : m_bytes(bytes) {
-    if (!bytes.starts_with(kBinarySentinel)) return;
-    m_bBinary = true;
+    m_bBinary = bytes.starts_with(kBinarySentinel);
+    if (!m_bBinary) {
+        if (bytes.starts_with(kByteOrderMark)) m_nAt = kByteOrderMark.size();
+        if (bytes.find('\n') == std::string_view::npos) m_cLineEnd = '\r';
+        SkipBlankLines();
+        return;
+    }
     m_nAt = kBinarySentinel.size();
     // old files start with the code 0 in one byte, and its text at once
     if (bytes.size() > m_nAt + 1 && bytes[m_nAt] == '\0' && bytes[m_nAt + 1] != '\0') m_nCodeSize = 1;
@@ -101,12 +117,18 @@ bool DxfGroups::Next(DxfGroup& group) {
 }
 
 std::string_view DxfGroups::NextLine() {
-    const std::size_t end = std::min(m_bytes.find('\n', m_nAt), m_bytes.size());
+    const std::size_t end = std::min(m_bytes.find(m_cLineEnd, m_nAt), m_bytes.size());
     std::string_view line = m_bytes.substr(m_nAt, end - m_nAt);
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
     m_nAt = std::min(end + 1, m_bytes.size());
     ++m_nLine;
     return line;
+}
+
+void DxfGroups::SkipBlankLines() {
+    Place line = Here();
+    while (m_nAt < m_bytes.size() && Trimmed(NextLine()).empty()) line = Here();
+    GoTo(line);
 }
 
 bool DxfGroups::NextAscii(DxfGroup& group) {
@@ -115,6 +137,7 @@ bool DxfGroups::NextAscii(DxfGroup& group) {
     if (!Parse(code, group.code)) throw DrawingError(Where() + ": " + Quoted(code) + " is no group code");
     if (m_nAt >= m_bytes.size()) throw DrawingError(Where() + ": the file ends within a group");
     group.text = NextLine();
+    if (IsName(group.code)) group.text = Trimmed(group.text);
     group.place = m_nLine;
     return true;
 }

@@ -56,6 +56,7 @@ public:
 
 private:
     std::string_view NextLine();
+    void SkipBlankLines();
     bool NextAscii(DxfGroup& group);
     bool NextBinary(DxfGroup& group);
     std::string_view Take(std::size_t count);
@@ -65,6 +66,7 @@ private:
     std::size_t m_nAt = 0; // byte of the next group
     std::uint32_t m_nLine = 0;
     bool m_bBinary = false;
+    char m_cLineEnd = '\n';      // the last byte of a line's end
     std::size_t m_nCodeSize = 2; // bytes of a group code; 1 in old binary files
 };
 

@@ -13,11 +13,11 @@ namespace host {
 
 /// How a drawing is to be read. By default as its file says: its unit, its visible layers, the model alone.
 struct ReadSettings {
-    std::string drawingUnit;             ///< unit of the file's numbers, as "inches"; empty: what it says
-    bool takeAll = false;                ///< takes hidden layers, invisible entities and paper space too
-    std::vector<std::string> layers;     ///< the layers that are taken, in any case of letters; none: all
-    std::optional<double> joinTolerance; ///< mm between ends that are joined, 0: none; else it is chosen
-    bool joinAcrossLayers = false;       ///< takes all layers as one when pieces join and duplicates go
+    std::string drawingUnit{};             ///< unit of the file's numbers, as "inches"; empty: what it says
+    bool takeAll = false;                  ///< takes hidden layers, invisible entities and paper space too
+    std::vector<std::string> layers{};     ///< the layers that are taken, in any case of letters; none: all
+    std::optional<double> joinTolerance{}; ///< mm between ends that are joined, 0: none; else it is chosen
+    bool joinAcrossLayers = false;         ///< takes all layers as one when pieces join and duplicates go
 };
 
 /// Reads a DXF drawing, ASCII or binary, and adds its objects to a drawing, in mm and not yet joined. What

@@ -11,9 +11,14 @@
 
 namespace test {
 
-std::string DxfFile(const std::string& entities, const std::string& blocks) {
-    std::istringstream in("999 a_test 0 SECTION 2 BLOCKS " + blocks + " 0 ENDSEC 0 SECTION 2 ENTITIES "
-                          + entities + " 0 ENDSEC 0 EOF");
+std::string DxfFile(const std::string& entities, const std::string& blocks, const std::string& variables,
+                    const std::string& records) {
+    const auto section = [](const std::string& name, const std::string& content) {
+        return content.empty() ? "" : " 0 SECTION 2 " + name + " " + content + " 0 ENDSEC";
+    };
+    std::istringstream in("999 a_test" + section("HEADER", variables) + section("TABLES", records)
+                          + " 0 SECTION 2 BLOCKS " + blocks + " 0 ENDSEC 0 SECTION 2 ENTITIES " + entities
+                          + " 0 ENDSEC 0 EOF");
     std::string lines;
     for (std::string word; in >> word;) lines += word + "\n";
     return lines;

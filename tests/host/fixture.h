@@ -17,17 +17,19 @@ inline constexpr double kEllipseLength = 9.688448220547675;
 /// A square of side 10 with its corner at the origin, counter-clockwise, as the words of an entity.
 inline const std::string kSquareWords = "0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 ";
 
-/// An ASCII file with entities, and with blocks that they may insert. Both are given as words, "0 LINE 8 0
-/// 10 1.5 ...", each of which becomes a line; so no value has blanks.
-std::string DxfFile(const std::string& entities, const std::string& blocks = "");
+/// An ASCII file with entities, with blocks that they may insert, and with the variables and table records
+/// that say how they are drawn. All are given as words, "0 LINE 8 0 10 1.5 ...", each of which becomes a
+/// line; so no value has blanks.
+std::string DxfFile(const std::string& entities, const std::string& blocks = "",
+                    const std::string& variables = "", const std::string& records = "");
 
 /// The groups of an ASCII file as a binary file.
 std::string BinaryFile(const std::string& asciiFile);
 
 /// A drawing that is read from the bytes of a file as far as it goes.
 struct DrawingOf {
-    explicit DrawingOf(const std::string& bytes) {
-        host::ReadDxfBytes(bytes, log, drawing);
+    explicit DrawingOf(const std::string& bytes, const host::ReadSettings& settings = {}) {
+        host::ReadDxfBytes(bytes, log, drawing, settings);
         objects = drawing.Objects();
     }
     host::ErrorLog log{true};

@@ -62,6 +62,31 @@ TEST(Join, ACrowdOfEndsCostsLittleMoreThanEndsApart) {
     EXPECT_LT(TimeToJoin(crowd) / TimeToJoin(apart), 10);
 }
 
+// Two lines, one of them in a block, and one of another layer; each goes on where the one before it ends but
+// for a gap.
+TEST(Join, AcrossInsertsAndOnWishLayers) {
+    const auto file = [](const std::string& gap) {
+        return DxfFile("0 LINE 8 a 10 0 20 0 11 40 21 0 0 INSERT 8 a 2 B 10 0 20 0 "
+                       "0 LINE 8 b 10 40 20 40."
+                           + gap + " 11 0 21 0",
+                       "0 BLOCK 2 B 0 LINE 8 0 10 40 20 0." + gap + " 11 40 21 40 0 ENDBLK");
+    };
+    for (const auto& [gap, tolerance, acrossLayers, joined] :
+         Table<const char*, std::optional<double>, bool, int>{
+             {"000", 0.001, false, 2},
+             {"000", 0, false, 0},
+             {"000", 0.001, true, 3},
+             {"004", std::nullopt, false, 2}, // a ten-thousandth of the diagonal is 0.0057
+             {"007", std::nullopt, false, 0},
+             {"007", 0.01, true, 3},
+         }) {
+        DrawingOf read(file(gap));
+        EXPECT_EQ(host::JoinOpenPieces(read.drawing.root, tolerance, acrossLayers), joined) << gap;
+        const bool isClosed = read.drawing.Objects()[0]->IsClose();
+        EXPECT_EQ(isClosed, joined == 3) << gap;
+    }
+}
+
 TEST(Join, PiecesOfAllKinds) {
     DrawingOf read(DxfFile("0 LINE 8 b 10 1 20 0 11 1 21 -5 0 ARC 8 a 10 0 20 0 40 1 50 0 51 180 "
                            "0 LINE 8 a 10 1 20 -3 11 1.004 21 0 0 LWPOLYLINE 8 a 70 0 10 -1 20 0 10 -1 20 -3 "

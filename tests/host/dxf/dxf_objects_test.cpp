@@ -21,7 +21,7 @@ const Table<const char*, const char*, qev::cad_t, double, double, double, int> k
      "0 POLYLINE 0 VERTEX 10 0 20 0 42 -1 0 VERTEX 10 2 20 0 0 VERTEX 70 16 10 9 20 9 0 VERTEX 10 2 20 1",
      qev::kCadPolyline, kPi + 1, 0, 0, 1},
     {"spline of degree 1", "0 SPLINE 71 1 40 0 40 0 40 1 40 2 40 2 10 0 20 0 10 3 20 4 10 3 20 0",
-     qev::kCadPolylineEx, 9, 0, 0, 1},
+     qev::kCadPolyline, 9, 0, 0, 1},
     {"spline of degree 3",
      "0 SPLINE 71 3 40 0 40 1 40 2 40 3 40 4 40 5 40 6 40 7 10 0 20 0 10 7 20 0 10 14 20 0 10 15 20 0",
      qev::kCadPolylineEx, 6, 7, 0, 0},
