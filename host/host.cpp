@@ -10,6 +10,7 @@
 #include "host/dxf/dxf_objects.h"
 #include "host/picture/page.h"
 #include "host/picture/svg.h"
+#include "host/report/layer_table.h"
 #include "host/report/output_file.h"
 #include "host/report/progress.h"
 #include "host/report/records.h"
@@ -67,8 +68,10 @@ struct Read {
 void ReadDrawing(const std::string& name, const Options& options, const Streams& to, ErrorLog& log,
                  Read& read) {
     const Progress progress(name + ": reading", to.errors, to.isTerminal);
-    ReadDxf(name, log, read.drawing);
-    read.drawing.counts.joined = JoinOpenPieces(read.drawing.root, options.joinTolerance);
+    const ReadSettings& reading = options.reading;
+    ReadDxf(name, log, read.drawing, reading);
+    read.drawing.counts.joined =
+        JoinOpenPieces(read.drawing.root, reading.joinTolerance, reading.joinAcrossLayers);
     read.reports = ReportOf(read.drawing);
 }
 
@@ -77,6 +80,7 @@ void Show(const Options& options, const Read& read, const Streams& to, const std
         if (options.drawings.size() > 1) to.out << name << ":\n";
         PrintTable(to.out, read.reports, options.rows);
         PrintSummary(to.out, read.drawing, read.reports);
+        if (options.listLayers) PrintLayers(to.out, read.drawing);
     }
     Act(options, read.drawing, read.reports, name, to.words);
 }
@@ -93,6 +97,7 @@ Exit Work(const std::string& name, const Options& options, const Streams& to, Re
         return Exit::kRefused;
     }
     record.errors = log.Errors();
+    record.remarks = log.Remarks();
     if (log.Unkept()) record.errors.push_back("and " + std::to_string(log.Unkept()) + " more errors");
     record.drawing = &read.drawing;
     record.reports = &read.reports;
@@ -107,7 +112,8 @@ Exit Run(const std::string& name, const Options& options, const Streams& to) {
     const Exit exit = Work(name, options, to, read, record);
     if (options.form == Form::kJson) WriteJson(to.out, record);
     if (options.form == Form::kCsv) WriteCsv(to.out, record);
-    for (const std::string& error : record.errors) to.errors << name << ": " << error << "\n";
+    for (const auto* lines : {&record.remarks, &record.errors})
+        for (const std::string& line : *lines) to.errors << name << ": " << line << "\n";
     return exit;
 }
 

@@ -88,10 +88,20 @@ void AddReading(CLI::App& app, Options& to) {
     app.option_defaults()->group("Reading");
     app.add_option("drawing", to.drawings, "DXF files, ASCII or binary")->type_name("FILE")->take_all();
     app.add_flag("--lenient", to.lenient, "report what was readable of a damaged drawing");
-    app.add_option("--join", to.joinTolerance,
-                   "join open pieces whose ends lie this near (0.01; 0 joins nothing)")
+    app.add_option("--drawing-unit", to.reading.drawingUnit,
+                   "the unit of the file's numbers, as mm or inches, whatever the file says")
+        ->type_name("UNIT");
+    app.add_flag("--all", to.reading.takeAll, "take hidden layers, invisible entities and paper space too");
+    app.add_option("--layer", to.reading.layers, "take these layers alone")
+        ->type_name("NAME[,NAME]")
+        ->delimiter(',')
+        ->take_all()
+        ->allow_extra_args(false);
+    app.add_option("--join", to.reading.joinTolerance,
+                   "join open pieces whose ends lie this near (a ten-thousandth of the drawing; 0: none)")
         ->type_name("MM")
         ->check(kNotNegative);
+    app.add_flag("--join-layers", to.reading.joinAcrossLayers, "join pieces of different layers too");
 }
 
 void AddOutput(CLI::App& app, Options& to) {
@@ -102,6 +112,8 @@ void AddOutput(CLI::App& app, Options& to) {
     app.add_option("--unit", to.unit, "the unit of the tables (Metric); all else is in mm")
         ->type_name("UNIT")
         ->check(CLI::IsMember({"Metric", "Inch"}));
+    app.add_flag("--list-layers", to.listLayers,
+                 "print the layers: colour, entities, whether they are shown");
     AddForm(app, "--json", to.form, Form::kJson,
             "print an object a drawing, one line each, instead of the table");
     AddForm(app, "--csv", to.form, Form::kCsv,

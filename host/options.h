@@ -9,6 +9,7 @@
 
 #include "host/actions/contours.h"
 #include "host/actions/technics.h"
+#include "host/dxf/dxf_objects.h"
 #include "kit/stretches.h"
 
 namespace host {
@@ -29,7 +30,8 @@ struct Options {
     std::string html;                    ///< where the page goes; empty for none
     std::string unit = "Metric";         ///< display unit of the tables, "Metric" or "Inch"
     bool lenient = false;                ///< whether a damaged drawing is read as far as it goes
-    double joinTolerance = 0.01;         ///< mm between ends that are joined; 0 joins nothing
+    ReadSettings reading;                ///< what is read of a drawing, and how
+    bool listLayers = false;             ///< prints the layers of each drawing
     int rows = 40;                       ///< the most rows of the table
     std::optional<double> polylineError; ///< mm; converts every object
     std::optional<CutRequest> cut;       ///< cuts a stretch out of an object

@@ -70,10 +70,14 @@ ordered_json Corner(const math::DPOINT2& p) {
 ordered_json HeadOf(const Record& record) {
     ordered_json head{{"drawing", record.name}, {"result", record.result}, {"errors", record.errors}};
     if (!record.drawing) return head;
+    head["remarks"] = record.remarks;
     const DrawingUnit& unit = record.drawing->unit;
     const Summary sum = SummaryOf(*record.drawing, *record.reports);
     head["file_unit"] = {{"name", unit.name}, {"mm", unit.millimetres}, {"source", SourceName(unit.source)}};
     for (const ReadCountRow& row : kReadCounts) head["counts"][row.key] = record.drawing->counts.*row.count;
+    for (const auto& [name, layer] : record.drawing->layers)
+        head["layers"][name] = {
+            {"colour", layer.colour}, {"shown", layer.isShown}, {"entities", layer.entities}};
     head["not_drawn"] = record.drawing->skipped;
     head["kinds"] = sum.kinds;
     head["closed"] = sum.closed;

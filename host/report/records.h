@@ -16,6 +16,7 @@ struct Record {
     std::string name;                                   ///< of the drawing's file
     const char* result = "";                            ///< "whole", "in part" or "refused"
     std::vector<std::string> errors;                    ///< what is wrong with it, one line each
+    std::vector<std::string> remarks;                   ///< what is odd but lost nothing, one line each
     const Drawing* drawing = nullptr;                   ///< null when it was refused
     const std::vector<ObjectReport>* reports = nullptr; ///< of its objects; null when it was refused
 };

@@ -6,10 +6,26 @@ using namespace test;
 
 TEST_F(HostRun, FilesThatCannotBeUsed) {
     EXPECT_EQ(RunHost("nowhere.dxf --lenient").errors, "nowhere.dxf: cannot be opened\n");
+    EXPECT_EQ(RunHost(".").errors, ".: is a folder, not a drawing\n");
     Write("");
     ExpectRuns({{"", 1, {drawing + ": the file is empty\n"}}});
     Write(DxfFile(kSquareWords));
     ExpectRuns({{"--svg /nowhere/x.svg", 1, {"the picture /nowhere/x.svg cannot be written"}}});
+}
+
+TEST_F(HostRun, SettingsSayWhatIsReadOfADrawing) {
+    Write(DxfFile("0 LINE 8 a 10 0 20 0 11 4 21 0 0 CIRCLE 8 b 10 0 20 0 40 1 0 LWPOLYLINE 8 a 10 0 20 0", "",
+                  "9 $INSUNITS 70 1", "0 LAYER 2 b 62 -5 70 0"));
+    ExpectRuns({
+        {"", 0, {"1 objects: 1 line", " 101.600 mm of", "unit of the file: in", "1 left out: on layers"}},
+        {"", 0, {drawing + ": line "}}, // the remark on what has one point
+        {"--all --drawing-unit mm", 0, {"2 objects: 1 circle, 1 line", " 10.283 mm of contour"}},
+        {"--layer a,B --all", 0, {"2 objects"}},
+        {"--layer B --all", 0, {"1 objects: 1 circle"}},
+        {"--layer c", 1, {"has no layer 'c'"}},
+        {"--list-layers", 0, {"2  -        yes     a\n", "1  #0000ff  off     b\n"}},
+        {"--drawing-unit cubits", 1, {"there is no unit 'cubits' but unitless, inches"}},
+    });
 }
 
 TEST_F(HostRun, ALenientRunShowsTheRestOfADamagedDrawing) {
