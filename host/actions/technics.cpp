@@ -17,6 +17,7 @@
 
 #include <qevtechnics/paths.h>
 
+#include "host/drawing/unicode.h"
 #include "saved_technics.h"
 
 namespace host {
@@ -80,7 +81,7 @@ void Add(qev::CTechnicsManager& manager, const TechnicsRequest& request, const O
         manager.AddAllTechnics(&selection, request.text, request.params, &changed, &refused, message);
     if (!manager.GetLastErrorText().empty()) throw DrawingError("no technics: " + manager.GetLastErrorText());
     manager.UpdataViewDataNotify(&changed);
-    PrintMessage(message, refused, contours, out);
+    PrintMessage(FromBridge(message), refused, contours, out);
     if (!added) throw DrawingError("no technics: there is one that fits on no contour");
 }
 
@@ -90,7 +91,7 @@ void Remove(qev::CTechnicsManager& manager, int type, const Objects& selection, 
     if (!manager.RemoveTechnics(&selection, type, &changed, &refused, message))
         throw DrawingError("nothing to remove: " + message);
     manager.UpdataViewDataNotify(&changed);
-    out << "technics: " << message << "\n";
+    out << "technics: " << FromBridge(message) << "\n";
 }
 
 // Draws what the tool paths of a contour leave of it, and answers how many such bridges there are.
