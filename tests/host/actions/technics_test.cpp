@@ -63,9 +63,6 @@ TEST_F(Technics, RefusalsEndInOneLine) {
         {"--technics T={Other={}}", 1, {"there is no technics Other; loaded are LeadIn, MicroJoint"}},
         {"--technics T={LeadIn={Tpye='Arc'}}", 1, {"LeadIn.Tpye = Arc is no parameter; did you mean Type?"}},
         {"--technics T={LeadIn={},LeadIn={}}", 1, {"LeadIn is there twice"}},
-        {"--technics T={MicroJoint={Width=-1}}",
-         1,
-         {"\xE4\xB8\x8D\xE5\x9C\xA8\xE5\x90\x88\xE6\xB3\x95"}}, // in UTF-8
         {"--technics os.exit()", 1, {"no technics: technics:1: "}},
     });
 }
