@@ -26,12 +26,19 @@ struct Drawn : CCadGroup {
 };
 
 TEST(Nesting, NamedDrawings) {
+    constexpr const char* kTurned = "9.3 0.7 L 7.1 6.3 L 0.9 5.7 L 0.1 0.1 L 9.3 0.7";
     for (const auto& [name, contours, written] : Table<const char*, std::vector<const char*>, const char*>{
              {"a ring in a ring", {"circle 0 0 1", "circle 0 0 3", "circle 0 0 2"}, "3:2 -:0 2:1"},
              {"two in one", {"rectangle 0 0 9 9 0", "circle 2 2 1", "circle 6 6 1 cw"}, "-:0 1:1 1:1"},
              {"drawn twice", {"circle 0 0 1", "circle 0 0 1"}, "-:0 1:1"},
              {"drawn from another start",
               {"0 0 L 9 0 L 9 7 L 0 7 L 0 0", "9 7 L 9 0 L 0 0 L 0 7 L 9 7"},
+              "-:0 1:1"},
+             {"to the rounding of its area",
+              {"0.1 0.1 L 9.3 0.7 L 7.1 6.3 L 0.9 5.7 L 0.1 0.1", kTurned},
+              "-:0 1:1"},
+             {"and in the other order",
+              {kTurned, "0.1 0.1 L 9.3 0.7 L 7.1 6.3 L 0.9 5.7 L 0.1 0.1"},
               "-:0 1:1"},
              {"a side shared from outside", {kSquare, "10 2 L 14 2 L 14 8 L 10 8 L 10 2"}, "-:0 -:0"},
              {"a side shared from inside", {kSquare, "10 2 L 6 2 L 6 8 L 10 8 L 10 2"}, "-:0 1:1"},

@@ -52,9 +52,9 @@ QEVCOMMON_API void GetNesting(const std::list<CCadObject*>* selection, std::vect
 /// The least distance of two outlines in mm: 0 where they cross or touch, whichever surrounds the other.
 /// Containers and texts count by all that they hold. Right to about 1e-14 of the coordinates where one of the
 /// nearest pieces is a line or an arc; distances below that are 0. Between an ellipse or a Bezier piece and
-/// another one it is the distance of two of their points, at most 2e-6 mm or 2e-9 of the pieces' size,
-/// whichever is more, above the least; distances below that are 0. Infinite without an outline: for null, a
-/// group that holds nothing, and where all coordinates are no numbers or lie beyond 1e70 mm; such pieces are
+/// another one it is the distance of two of their points, above the least by 2e-6 mm at most, or by 2e-9 of
+/// the coordinates where that is more; distances below that are 0. Infinite without an outline: for null and
+/// for a group that holds nothing. Pieces with a coordinate that is not a number or lies beyond 1e70 mm are
 /// left out. From the second question on two polylines that lie apart are compared in the logarithm of their
 /// segments. Throws std::bad_alloc when memory is refused.
 QEVCOMMON_API double GetClearance(const CCadObject* a, const CCadObject* b);
