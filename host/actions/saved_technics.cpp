@@ -76,7 +76,7 @@ void WriteSaved(std::ostream& out, const Saved& saved) {
     out << '\n' << saved.text << '\n';
 }
 
-// False at the end of the file and where it is damaged.
+// False where the file is damaged.
 bool ReadSaved(std::istream& in, Saved& saved) {
     std::size_t length = 0;
     if (!(in >> saved.number >> length) || length > kLongest) return false;
@@ -137,9 +137,10 @@ void LoadTechnics(qev::CTechnicsManager& manager, const Numbered& contours, cons
     if (!file) throw DrawingError("the technics " + path + " cannot be opened");
     Finder finder(contours);
     std::list<qev::CCadObject*> loaded;
-    for (Saved saved; ReadSaved(file, saved); file >> std::ws)
+    for (Saved saved; !(file >> std::ws).eof();) {
+        if (!ReadSaved(file, saved)) throw DrawingError("the technics " + path + " are damaged");
         Put(manager, saved, *loaded.emplace_back(&finder.Find(saved)));
-    if (!file.eof()) throw DrawingError("the technics " + path + " are damaged");
+    }
     manager.UpdataViewDataNotify(&loaded); // bridges give way to lead-ins that were loaded after them
 }
 

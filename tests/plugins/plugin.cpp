@@ -31,7 +31,7 @@ struct Fault : std::runtime_error { // its code goes with the plug-in
 
 } // namespace
 
-#if WAY > 8
+#if WAY == 0 || WAY > 8 // without it, a plug-in is of the time before versions
 extern "C" QEV_EXPORT const int Qev_Interface_Version;
 const int Qev_Interface_Version = qev::kTechnicsInterface + (WAY == kOther ? 41 : 0);
 #endif

@@ -32,7 +32,7 @@ TEST_F(SavedTechnics, FindTheirContourByItsShape) {
 }
 
 TEST_F(SavedTechnics, WhatCannotBeLoadedIsNamed) {
-    const std::string shape = " 4 1 40 0 0 10 10 0 0 2.5\n";
+    const std::string shape = " 4 1 40 0 0 10 10 0 0 -2.5\n";
     struct {
         std::string file, error;
     } const cases[] = {

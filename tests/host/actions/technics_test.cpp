@@ -39,7 +39,8 @@ TEST_F(Technics, WhatHasNoRoomIsNamedByItsNumber) {
     ExpectRuns({{"--join 0 --technics T={LeadIn={},MicroJoint={}}",
                  0,
                  {"technics: lead-ins added to 2 of 4", "\n  object 2 no room: nowhere",
-                  "\n  object 3 no room", "technics: micro-joints added to 4 of 4", " bridges\n"}}});
+                  "\n  object 3 no room", "technics: micro-joints added to 3 of 4",
+                  "\n  object 4 no room: no free stretch", " bridges\n"}}});
 }
 
 TEST_F(Technics, SavingLoadingAndSavingAgainGivesOneText) {
