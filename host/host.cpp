@@ -1,5 +1,6 @@
 #include "host.h"
 
+#include <optional>
 #include <ostream>
 
 #include <qev/units.h>
@@ -8,10 +9,12 @@
 #include "host/drawing/join.h"
 #include "host/drawing/unicode.h"
 #include "host/dxf/dxf_objects.h"
+#include "host/path/path_file.h"
 #include "host/picture/page.h"
 #include "host/picture/svg.h"
 #include "host/report/layer_table.h"
 #include "host/report/output_file.h"
+#include "host/report/plan_table.h"
 #include "host/report/progress.h"
 #include "host/report/records.h"
 #include "options.h"
@@ -37,9 +40,23 @@ void WriteFile(const char* what, const std::string& path, std::ostream& words, W
     words << what << ": " << path << "\n";
 }
 
+// What was read and found out of a drawing. It stays where it is, as its reports point into it.
+struct Read {
+    Drawing drawing;
+    std::vector<ObjectReport> reports;
+    std::optional<CuttingPlan> plan;
+};
+
+void PlanIfAsked(const Options& options, Read& read, std::ostream& words) {
+    if (!options.order) return;
+    read.plan = PlanCuts(read.drawing, options.speeds);
+    if (options.form == Form::kTable) PrintPlan(words, *read.plan, options.rows);
+}
+
 // Draws in the order in which the picture is to be seen: outlines first, then what lies over them.
-void Act(const Options& options, const Drawing& drawing, const std::vector<ObjectReport>& reports,
-         const std::string& name, std::ostream& words) {
+void Act(const Options& options, Read& read, const std::string& name, std::ostream& words) {
+    const Drawing& drawing = read.drawing;
+    const std::vector<ObjectReport>& reports = read.reports;
     Picture picture(name.substr(name.find_last_of("/\\") + 1), drawing.root.GetBoundRect());
     // a picture of a large drawing takes more memory than it
     const bool isDrawn = !options.svg.empty() || !options.html.empty();
@@ -55,15 +72,15 @@ void Act(const Options& options, const Drawing& drawing, const std::vector<Objec
     const int picked = options.pick ? DrawPick(drawing, reports, *options.pick, picture, words) : 0;
     if (options.walk) DrawWalk(reports, picked, *options.walk, picture, words);
     RunTechnics(options.technics, drawing, options.pick ? reports[picked].object : nullptr, picture, words);
+    PlanIfAsked(options, read, words);
+    const CuttingPlan* const plan = read.plan ? &*read.plan : nullptr;
+    if (plan && isDrawn)
+        for (const Cut& cut : plan->cuts) picture.AddStep(cut.object, cut.start, cut.end);
+    WriteFile("tool paths", options.dxf, words,
+              [&](std::ostream& file) { WritePathFile(file, drawing, plan); });
     WriteFile("picture", options.svg, words, [&](std::ostream& file) { WriteSvg(picture, file); });
     WriteFile("page", options.html, words, [&](std::ostream& file) { WritePage(picture, reports, file); });
 }
-
-// What was read of a drawing. It stays where it is, as its reports point into it.
-struct Read {
-    Drawing drawing;
-    std::vector<ObjectReport> reports;
-};
 
 void ReadDrawing(const std::string& name, const Options& options, const Streams& to, ErrorLog& log,
                  Read& read) {
@@ -75,14 +92,14 @@ void ReadDrawing(const std::string& name, const Options& options, const Streams&
     read.reports = ReportOf(read.drawing);
 }
 
-void Show(const Options& options, const Read& read, const Streams& to, const std::string& name) {
+void Show(const Options& options, Read& read, const Streams& to, const std::string& name) {
     if (options.form == Form::kTable) {
         if (options.drawings.size() > 1) to.out << name << ":\n";
         PrintTable(to.out, read.reports, options.rows);
         PrintSummary(to.out, read.drawing, read.reports);
         if (options.listLayers) PrintLayers(to.out, read.drawing);
     }
-    Act(options, read.drawing, read.reports, name, to.words);
+    Act(options, read, name, to.words);
 }
 
 // Reads and shows a drawing; the record takes what is wrong.
@@ -101,6 +118,7 @@ Exit Work(const std::string& name, const Options& options, const Streams& to, Re
     if (log.Unkept()) record.errors.push_back("and " + std::to_string(log.Unkept()) + " more errors");
     record.drawing = &read.drawing;
     record.reports = &read.reports;
+    if (read.plan) record.plan = &*read.plan;
     record.result = record.errors.empty() ? "whole" : "in part";
     return record.errors.empty() ? Exit::kWhole : Exit::kInPart;
 }
@@ -125,7 +143,7 @@ Exit Worse(Exit a, Exit b) {
 
 Exit RunAll(const Options& options, const Streams& to) {
     UnitSystem::GetUnitSystem()->Load(options.unit);
-    if (options.form == Form::kCsv) WriteCsvHead(to.out);
+    if (options.form == Form::kCsv) WriteCsvHead(to.out, options.order);
     Exit worst = Exit::kWhole;
     for (const std::string& name : options.drawings) worst = Worse(worst, Run(name, options, to));
     return worst;
@@ -139,7 +157,10 @@ int Main(int argc, const char* const* argv, std::ostream& out, std::ostream& err
         out << options.answer;
         if (!options.answer.empty()) return static_cast<int>(Exit::kWhole);
         std::ostream& words = options.form == Form::kTable ? out : errors;
-        return static_cast<int>(RunAll(options, {out, words, errors, isTerminal}));
+        const Exit exit = RunAll(options, {out, words, errors, isTerminal});
+        if (out.flush()) return static_cast<int>(exit);
+        errors << "qev_host: the standard output cannot be written\n";
+        return static_cast<int>(Exit::kRefused);
     } catch (const UsageError& error) {
         errors << "qev_host: " << error.what() << " (--help lists the options)\n";
         return static_cast<int>(Exit::kUsage);

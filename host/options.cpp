@@ -26,6 +26,7 @@ constexpr const char* kExamples = R"(Examples:
   qev_host part.dxf --svg part.svg                  a table, and a picture of it
   qev_host *.dxf --lenient --rows 0                 the summaries of a folder, damaged drawings as far as they go
   qev_host part.dxf --pick 0,40 --walk 0:0.5:100    what is at a point, and 100 mm along it from there
+  qev_host part.dxf --order --feed 3000 --dxf path.dxf     what is cut when, and how long it takes
   qev_host *.dxf --json | jq .length_mm             the contour lengths of a folder
   qev_host part.dxf --plugin ./leadin.so --technics 'T={LeadIn={Length=4}}' --save part.technics
 
@@ -163,6 +164,27 @@ void AddTechnics(CLI::App& app, TechnicsRequest& to) {
     app.add_option("--load", to.load, "read them, before any are added")->type_name("FILE");
 }
 
+void AddCutting(CLI::App& app, Options& to) {
+    app.option_defaults()->group("Cutting");
+    CLI::Option* const order = app.add_flag(
+        "--order", to.order, "the order of cutting: inside before outside, nearest next; lengths and times");
+    app.add_option("--feed", to.speeds.feed, "mm/min while it cuts (2000)")
+        ->type_name("SPEED")
+        ->check(CLI::PositiveNumber)
+        ->needs(order);
+    app.add_option("--rapid", to.speeds.rapid, "mm/min between cuts (20000)")
+        ->type_name("SPEED")
+        ->check(CLI::PositiveNumber)
+        ->needs(order);
+    app.add_option("--pierce", to.speeds.pierce, "seconds before each cut (0.5)")
+        ->type_name("SECONDS")
+        ->check(kNotNegative)
+        ->needs(order);
+    app.add_option("--dxf", to.dxf,
+                   "write contours and tool paths as a DXF drawing, in the order of cutting if asked for")
+        ->type_name("FILE");
+}
+
 // CLI11 takes what begins with '/' for an option on Windows unless it is told not to.
 std::unique_ptr<CLI::App> Grammar(Options& to) {
     auto app = std::make_unique<CLI::App>(
@@ -176,6 +198,7 @@ std::unique_ptr<CLI::App> Grammar(Options& to) {
     AddOutput(*app, to);
     AddQuestions(*app, to);
     AddTechnics(*app, to.technics);
+    AddCutting(*app, to);
     return app;
 }
 

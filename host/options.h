@@ -10,6 +10,7 @@
 #include "host/actions/contours.h"
 #include "host/actions/technics.h"
 #include "host/dxf/dxf_objects.h"
+#include "host/path/cutting_plan.h"
 #include "kit/stretches.h"
 
 namespace host {
@@ -26,6 +27,9 @@ struct Options {
     std::string answer;                  ///< what --help or --version prints instead of work; else empty
     std::vector<std::string> drawings;   ///< the DXF files to read, one at least
     Form form = Form::kTable;            ///< of what goes to the standard output
+    bool order = false;                  ///< whether the order of cutting is planned
+    Speeds speeds;                       ///< of the machine, for that plan
+    std::string dxf;                     ///< where the tool paths go; empty for none
     std::string svg;                     ///< where the picture goes; empty for none
     std::string html;                    ///< where the page goes; empty for none
     std::string unit = "Metric";         ///< display unit of the tables, "Metric" or "Inch"

@@ -25,7 +25,7 @@ TESTED = r'"(\.\./)+(math|data|common)/[\w/]+\.h"'  # a private header that a te
 
 # Rooms in the order in which they know each other: each uses those before it, none those behind it.
 COMMON_ROOMS = ("kinds", "measure", "position", "range")
-HOST_ROOMS = ("drawing", "dxf", "report", "picture", "actions")
+HOST_ROOMS = ("drawing", "dxf", "path", "report", "picture", "actions")
 
 
 def up_to(rooms, room):

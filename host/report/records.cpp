@@ -6,6 +6,7 @@
 
 #include <array>
 #include <ostream>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -20,6 +21,7 @@ using nlohmann::ordered_json;
 struct Row {
     int number;
     const ObjectReport& report;
+    const Cut* cut; // null when it is not cut
 };
 
 enum class Unit { kNone, kLength, kArea };
@@ -52,6 +54,15 @@ constexpr std::array kColumns{
     Column{"corners", Unit::kNone, [](const Row& row) { return ordered_json(row.report.corners.size()); }},
 };
 
+// What a plan adds. Its columns are null for an object that is not cut.
+constexpr std::array kPlanColumns{
+    Column{"cut_number", Unit::kNone, [](const Row& row) { return ordered_json(row.cut->number); }},
+    Column{"rapid", Unit::kLength, [](const Row& row) { return ordered_json(ShownLength(row.cut->rapid)); }},
+    Column{"cut", Unit::kLength, [](const Row& row) { return ordered_json(ShownLength(row.cut->length)); }},
+    Column{"pierces", Unit::kNone, [](const Row& row) { return ordered_json(row.cut->pierces); }},
+    Column{"time_s", Unit::kNone, [](const Row& row) { return ordered_json(row.cut->seconds); }},
+};
+
 // A name with the unit that its values are shown in.
 std::string Key(const char* name, Unit unit = Unit::kLength) {
     if (unit == Unit::kNone) return name;
@@ -60,6 +71,37 @@ std::string Key(const char* name, Unit unit = Unit::kLength) {
 
 std::string TextOf(const ordered_json& value) {
     return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+// Hands the name and the value of each column of a row over.
+template <class Take>
+void ForEachField(const Row& row, bool hasPlan, Take take) {
+    for (const Column& column : kColumns) take(Key(column.name, column.unit), column.value(row));
+    if (!hasPlan) return;
+    for (const Column& column : kPlanColumns)
+        take(Key(column.name, column.unit), row.cut ? column.value(row) : ordered_json());
+}
+
+// Hands the rows of a record over.
+template <class Take>
+void ForEachRow(const Record& record, Take take) {
+    std::vector<const Cut*> cuts(record.reports->size());
+    if (record.plan)
+        for (const Cut& cut : record.plan->cuts) cuts[cut.object] = &cut;
+    for (std::size_t i = 0; i < cuts.size(); ++i)
+        take(Row{static_cast<int>(i), (*record.reports)[i], cuts[i]});
+}
+
+ordered_json TotalsOf(const CuttingPlan& plan) {
+    return {{"feed_mm_per_min", plan.speeds.feed},
+            {"rapid_mm_per_min", plan.speeds.rapid},
+            {"pierce_s", plan.speeds.pierce},
+            {"cuts", plan.cuts.size()},
+            {"not_cut", plan.uncut},
+            {Key("cut"), ShownLength(plan.length)},
+            {Key("rapid"), ShownLength(plan.rapid)},
+            {"pierces", plan.pierces},
+            {"time_s", plan.seconds}};
 }
 
 ordered_json Corner(const math::DPOINT2& p) {
@@ -85,6 +127,7 @@ ordered_json HeadOf(const Record& record) {
     head[Key("length")] = ShownLength(sum.length);
     head[Key("low")] = Corner(sum.low);
     head[Key("high")] = Corner(sum.high);
+    if (record.plan) head["plan"] = TotalsOf(*record.plan);
     return head;
 }
 
@@ -109,33 +152,33 @@ void WriteJson(std::ostream& out, const Record& record) {
     out << head;
     if (record.reports) {
         out << ",\"objects\":[";
-        int number = 0;
-        for (const ObjectReport& report : *record.reports) {
+        ForEachRow(record, [&](const Row& row) {
             ordered_json fields;
-            for (const Column& column : kColumns)
-                fields[Key(column.name, column.unit)] = column.value({number, report});
-            out << (number++ > 0 ? "," : "") << TextOf(fields);
-        }
+            ForEachField(row, record.plan,
+                         [&](const std::string& key, ordered_json value) { fields[key] = std::move(value); });
+            out << (row.number > 0 ? "," : "") << TextOf(fields);
+        });
         out << "]";
     }
     out << "}\n";
 }
 
-void WriteCsvHead(std::ostream& out) {
+void WriteCsvHead(std::ostream& out, bool hasPlans) {
     out << "drawing";
     for (const Column& column : kColumns) out << "," << Key(column.name, column.unit);
+    if (hasPlans)
+        for (const Column& column : kPlanColumns) out << "," << Key(column.name, column.unit);
     out << "\n";
 }
 
 void WriteCsv(std::ostream& out, const Record& record) {
     if (!record.reports) return;
-    int number = 0;
-    for (const ObjectReport& report : *record.reports) {
+    ForEachRow(record, [&](const Row& row) {
         out << Quoted(record.name);
-        for (const Column& column : kColumns) out << "," << Field(column.value({number, report}));
+        ForEachField(row, record.plan,
+                     [&](const std::string&, const ordered_json& value) { out << "," << Field(value); });
         out << "\n";
-        ++number;
-    }
+    });
 }
 
 } // namespace host

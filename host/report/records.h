@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/path/cutting_plan.h"
 #include "report.h"
 
 namespace host {
@@ -19,16 +20,18 @@ struct Record {
     std::vector<std::string> remarks;                   ///< what is odd but lost nothing, one line each
     const Drawing* drawing = nullptr;                   ///< null when it was refused
     const std::vector<ObjectReport>* reports = nullptr; ///< of its objects; null when it was refused
+    const CuttingPlan* plan = nullptr;                  ///< of the drawing; null when none was asked for
 };
 
 /// Writes one line with a JSON object: the drawing, its unit, what was left out, what its objects come to,
 /// and the objects, with the fields of the table each. Bytes that are no UTF-8 become U+FFFD.
 void WriteJson(std::ostream& out, const Record& record);
 
-/// Writes the line with the names of the columns, which stands once before all drawings.
-void WriteCsvHead(std::ostream& out);
+/// Writes the line with the names of the columns, which stands once before all drawings; those of a cutting
+/// plan when there are plans.
+void WriteCsvHead(std::ostream& out, bool hasPlans);
 
-/// Writes a line for each object of a drawing: the drawing, and then what the table shows. Texts are written
+/// Writes a line for each object of a drawing: the drawing, and then what the tables show. Texts are written
 /// as they are, in quotes where they need them.
 void WriteCsv(std::ostream& out, const Record& record);
 

@@ -17,6 +17,9 @@ inline constexpr double kEllipseLength = 9.688448220547675;
 /// A square of side 10 with its corner at the origin, counter-clockwise, as the words of an entity.
 inline const std::string kSquareWords = "0 LWPOLYLINE 70 1 10 0 20 0 10 10 20 0 10 10 20 10 10 0 20 10 ";
 
+/// The options that load the plug-ins, in one order for all tests: the process keeps them.
+inline const std::string kPlugIns = " --plugin '" LEADIN "' --plugin '" MICROJOINT "' ";
+
 /// An ASCII file with entities, with blocks that they may insert, and with the variables and table records
 /// that say how they are drawn. All are given as words, "0 LINE 8 0 10 1.5 ...", each of which becomes a
 /// line; so no value has blanks.

@@ -7,7 +7,7 @@ namespace {
 // Two squares, one run counter-clockwise from the lower left, one clockwise; a circle, a line and a dot.
 struct Technics : HostRun {
     static void SetUpTestSuite() { // the process's technics manager keeps the plug-ins
-        const Ran ran = RunHost("'" FLANGE "' --rows 0 --plugin '" LEADIN "' --plugin '" MICROJOINT "'");
+        const Ran ran = RunHost("'" FLANGE "' --rows 0" + kPlugIns);
         ASSERT_EQ(ran.code, 0) << ran.errors;
     }
     Technics() {
