@@ -31,6 +31,11 @@ void Write(std::ostream& out, const Json& value) {
             out << c;
 }
 
+void WriteMember(std::ostream& out, const char* name, const Json& value) {
+    out << "\"" << name << "\":";
+    Write(out, value);
+}
+
 // A member of the data whose value is a list, one row a line.
 template <class Rows, class RowOf>
 void WriteRows(std::ostream& out, const char* name, const Rows& rows, RowOf rowOf) {
@@ -80,12 +85,16 @@ Json ObjectRow(const ObjectReport& report, const Picture::Outline& outline) {
 
 void WriteData(const Picture& picture, const std::vector<ObjectReport>& reports, std::ostream& out) {
     const qev::CadRect& box = picture.Box();
-    out << "{\"name\":";
-    Write(out, picture.Title());
-    out << ",\"unit\":\"" << UnitName() << "\",\"digits\":" << UnitDigits() << ",\"perMm\":";
-    Write(out, ShownLength(1));
-    out << ",\"box\":";
-    Write(out, {box.x, box.y, box.width, box.height});
+    out << "{";
+    WriteMember(out, "name", picture.Title());
+    out << ",";
+    WriteMember(out, "unit", UnitName());
+    out << ",";
+    WriteMember(out, "digits", UnitDigits());
+    out << ",";
+    WriteMember(out, "perMm", ShownLength(1));
+    out << ",";
+    WriteMember(out, "box", {box.x, box.y, box.width, box.height});
     WriteRows(out, "styles", Styles(), StyleRow);
     WriteRows(out, "layers", picture.Layers(), [](const std::string& layer) { return Json(layer); });
     const auto* outline = picture.Outlines().data();

@@ -2,6 +2,7 @@
 // switches reaches the others through choose() and hover().
 
 const kReach = 12; // pixels within which an object is pointed at
+const kHint = 'Drag to move, turn the wheel to zoom, point at a contour or click it';
 const kLeastContrast = 3; // of lines to their ground, as WCAG 2.1 asks of what is no text
 const kClickPixels = 4; // a pointer that moves farther drags the drawing
 
@@ -186,7 +187,7 @@ function choose(object, isFromDrawing) {
   view.redrawOver();
   table.choose(object, isFromDrawing);
   if (object >= 0 && !isFromDrawing) view.reveal(object);
-  byId('chosen').textContent = object >= 0 ? describe(object) : '';
+  byId('chosen').textContent = object >= 0 ? describe(object) : kHint;
 }
 
 function hover(object, point = null) {
@@ -399,6 +400,11 @@ function startOrder() {
   byId('cutting').hidden = scene.order.length === 0;
   byId('step').max = scene.order.length;
   byId('step-text').textContent = `0 of ${scene.order.length}`;
+  view.isNumbered = scene.order.length > 0;
+  byId('numbers').addEventListener('change', event => {
+    view.isNumbered = event.target.checked;
+    view.redrawOver();
+  });
   byId('step').addEventListener('input', event => showStep(Number(event.target.value)));
   byId('play').addEventListener('click', () => {
     if (!player && Number(byId('step').value) >= scene.order.length) showStep(0);
@@ -411,6 +417,7 @@ byId('coloured').addEventListener('change', event => {
   view.isColoured = event.target.checked;
   view.redraw();
 });
+byId('chosen').textContent = kHint;
 addSwitches();
 showSummary();
 startOrder();

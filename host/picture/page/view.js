@@ -260,6 +260,7 @@ class View {
     if (this.cut !== null) this.drawCut(context);
     if (this.hovered >= 0 && this.hovered !== this.chosen) this.light(context, this.hovered, 1.5, 5);
     if (this.chosen >= 0) this.light(context, this.chosen, 3, 10);
+    if (this.isNumbered) this.drawNumbers(context);
     if (!this.spot) return;
     context.beginPath();
     context.arc(this.screenX(this.spot[0]), this.screenY(this.spot[1]), 4, 0, 2 * Math.PI);
@@ -280,7 +281,7 @@ class View {
     context.globalAlpha = 1;
   }
 
-  // The objects that are cut already, the one at work, and the number of each at its start.
+  // The objects that are cut already and the one at work.
   drawCut(context) {
     const order = this.scene.order;
     context.beginPath();
@@ -289,6 +290,10 @@ class View {
     for (const object of order.slice(0, this.cut)) this.trace(context, object);
     context.stroke();
     if (this.cut > 0) this.light(context, order[this.cut - 1], 3, 8);
+  }
+
+  // The number of each object of the order where the tool comes down.
+  drawNumbers(context) {
     context.font = 'bold 12px system-ui, sans-serif';
     context.textAlign = 'center';
     context.textBaseline = 'middle';

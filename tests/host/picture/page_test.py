@@ -198,6 +198,22 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.colour_at("lines", 0, 60)[3], 0)
         self.assertIsNone(self.js("return scene.pick(0, 60, 5)"))
 
+    def test_the_order_of_cutting_is_walked_step_by_step(self):
+        page = page_of(PLATE)
+        page.write_text(page.read_text().replace('"steps":[]', '"steps":[[13,291,45],[5,100,100],[0,16,0]]'))
+        self.open(page)
+        self.assertEqual(self.js("return [...document.querySelectorAll('tr[id] td:nth-child(2)')].slice(0, 6).map(cell => cell.textContent)"),
+                         ["3", "", "", "", "", "2"])
+        self.element("#step").send_keys(Keys.ARROW_RIGHT, Keys.ARROW_RIGHT)
+        self.frame()
+        self.assertEqual(self.element("#step-text").text, "2 of 3")
+        self.assertEqual(self.selected_rows(), ["row-5"])
+        for object_at, opaque in (((285 - 6, 60), 255), ((70, 130), 255), ((0, 100), 0)):  # cut, being cut, not yet cut
+            self.assertEqual(self.colour_at("drawing", *object_at)[3], opaque)
+        self.element("#play").click()
+        self.browser.execute_async_script("setTimeout(arguments[0], 1500)")
+        self.assertEqual(self.element("#step-text").text, "3 of 3")
+
     def test_light_and_dark_are_told_apart_from_their_ground(self):
         page = page_of(FLANGE, "--polyline", "0.05", "--start-zones", "5")
         contrast = """const parts = colour => colour[0] === '#' ? [1, 3, 5].map(i => parseInt(colour.slice(i, i + 2), 16))
