@@ -98,8 +98,9 @@ void AddReading(CLI::App& app, Options& to) {
         ->delimiter(',')
         ->take_all()
         ->allow_extra_args(false);
-    app.add_option("--join", to.reading.joinTolerance,
-                   "join open pieces whose ends lie this near (a ten-thousandth of the drawing; 0: none)")
+    app.add_option(
+           "--join", to.reading.joinTolerance,
+           "join open pieces whose ends lie this near (1/10000 of the drawing, at most 0.01; 0: none)")
         ->type_name("MM")
         ->check(kNotNegative);
     app.add_flag("--join-layers", to.reading.joinAcrossLayers, "join pieces of different layers too");

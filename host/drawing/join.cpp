@@ -46,11 +46,11 @@ using math::DPOINT2;
 using qev::CCadObject;
 using qev::SEGMENT;
 
-// A tolerance that nobody has given: as much of the diagonal of the open ends' box as drawings with three
-// digits behind the point are rounded by. A wider gap than a tenth of a mm would be seen on the part, and is
-// not closed unasked.
+// A tolerance that nobody has given: a part of the diagonal of the open ends' box, as large as what drawings
+// of few digits are rounded by, and at most so many mm, as a piece that is shorter than the tolerance is not
+// joined: small letters on a large sheet are made of such pieces.
 constexpr double kPartOfBox = 1e-4;
-constexpr double kWidestGap = 0.1; // mm
+constexpr double kWidestGap = 0.01;
 
 constexpr int kNoEnd = std::numeric_limits<int>::max();
 
