@@ -20,6 +20,7 @@
 #include <cmath>
 
 #include "host/drawing/glyph_contour.h"
+#include "host/drawing/outline.h"
 #include "host/drawing/text_layout.h"
 #include "host/drawing/unicode.h"
 #include "platform/encoding.h"
@@ -139,6 +140,19 @@ Affine ParagraphsPlace(const Fields& f, const TextLayout& layout, double height,
     return Affine{along, math::LeftOf(along) * up, f.Point(kPoint)} * Affine::Translation({0, -y});
 }
 
+// A bar as a closed contour, like those of the letters, in text heights.
+std::vector<qev::SEGMENT> OutlineOf(const PlacedBar& bar) {
+    constexpr double kHalfHeight = 0.03; // half of what the font has for a line under letters
+    const DPOINT2 way = bar.to - bar.from;
+    const double length = math::Norm(way);
+    const DPOINT2 side = length > 0 ? math::LeftOf(way) * (kHalfHeight / length) : DPOINT2{};
+    const std::array<DPOINT2, 4> corners{bar.from - side, bar.to - side, bar.to + side, bar.from + side};
+    std::vector<qev::SEGMENT> segments;
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        segments.emplace_back(corners[i], corners[(i + 1) % corners.size()]);
+    return segments;
+}
+
 } // namespace
 
 // What the file declares, and the font, at the first text.
@@ -236,8 +250,7 @@ void DxfTexts::Draw(const TextLayout& layout, const Affine& place, qev::CCadGrou
         for (const auto& contour : letter.glyph->contours)
             group.PushBack(new GlyphContour(contour, place * letter.place));
     }
-    for (const PlacedBar& bar : layout.bars)
-        group.PushBack(new qev::CCadLine(place.Point(bar.from), place.Point(bar.to)));
+    for (const PlacedBar& bar : layout.bars) group.PushBack(MakeContour(OutlineOf(bar), place).release());
 }
 
 } // namespace host

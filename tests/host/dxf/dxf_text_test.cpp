@@ -120,6 +120,16 @@ TEST(DxfTexts, AttachmentsOfParagraphs) {
     EXPECT_NEAR(BoxOf(larger + "73 2").lower.y, -2 * (1 + 5 / 3.0), 1e-9);
 }
 
+TEST(DxfTexts, LinesUnderLettersAreClosedContours) {
+    const DrawingOf plain = TextsOf("0 TEXT 10 0 20 0 40 2 1 Hp"),
+                    read = TextsOf("0 TEXT 10 0 20 0 40 2 1 %%uHp");
+    EXPECT_EQ(read.objects.at(0)->GetMembers()->size(), plain.objects.at(0)->GetMembers()->size() + 1);
+    const qev::CCadObject& bar = *read.objects[0]->GetMembers()->back();
+    EXPECT_TRUE(bar.IsClose());
+    EXPECT_NEAR(bar.GetBoundRect().width, 2 * kWidth, 1e-9);
+    EXPECT_LT(bar.GetBoundRect().y + bar.GetBoundRect().height, 0);
+}
+
 TEST(DxfTexts, OneLetterInAllEncodings) {
     const std::string text = "0 TEXT 10 0 20 0 40 1 1 ";
     const struct {
