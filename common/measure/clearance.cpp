@@ -12,8 +12,8 @@
 // distance of two points of the curves themselves, at most twice that above the least.
 //
 // Rejected: a queue of all pairs that wait, the nearest on top, which asks for memory and saves little;
-// sampling; and halving both curves until their boxes part, which takes the square root of the accuracy
-// wanted many steps where the curves run along each other.
+// sampling; and halving both curves until their boxes part: where the curves run along each other the number
+// of boxes grows with the inverse of the accuracy.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -33,7 +33,7 @@ namespace {
 using math::Bounds;
 using math::DPOINT2;
 
-// Of the coordinates: distances below are what rounding leaves where outlines meet.
+// A part of the coordinates: distances below are what rounding leaves where outlines meet.
 constexpr double kRounding = 1e-14;
 
 double Between(const Bounds& a, const Bounds& b) {
