@@ -12,10 +12,10 @@
 // keeps Clearance from all other contours and from its own, but for the place where the two meet. Where this
 // cannot be had in the middle of the longest stretch that keeps clear of sharp corners by Zone, other places
 // on the free stretches are tried, then half the size, a quarter and an eighth; full size elsewhere is
-// preferred to less here, as a lead is as long as the material asks. Where the mouse is, only the size is
-// changed. An open contour is entered at its start and left at its end, on its left unless Side says
+// preferred to less here, as a lead is as long as the material asks; the lead-out takes the size that it has
+// room for. Where the mouse is, only the size is changed. Side, when it is given, overrides what is known of
+// the scrap. An open contour is entered at its start and left at its end, on its left unless Side says
 // otherwise, and nothing is looked at: what it meets there is mostly the next piece of the same outline.
-// Side, when it is given, overrides what is known of the scrap.
 //
 // How near a lead may come to its own contour is a question of the place on the lead: at the meeting point
 // the two touch. The lead is cut into pieces that halve towards that point, and of each piece the distance
@@ -25,8 +25,8 @@
 // at some piece. After kHalvings the rest is a hundredth of the lead, along which a contour that has no
 // corner within Zone is as good as straight.
 //
-// What was found is saved: position, side and scale are parameters, so that a drawing that is loaded gets its
-// paths where they were.
+// What was found is saved: position, side and scales are parameters, so that a drawing that is loaded gets
+// its paths where they were.
 
 #include <algorithm>
 #include <array>
@@ -107,7 +107,7 @@ private:
     bool ReadMouse(qev::CLuaAccess& cursor, const kit::Site& site);
     void Place(const kit::Site& site, bool isFixed);
     std::vector<POLYPOS> FindPlaces(const qev::CCadMultiSegments& contour) const;
-    bool Fits(const kit::Site& site, bool inScrap) const;
+    bool Fits(const kit::Site& site, bool inScrap, double largestOut);
     bool IsClear(const kit::Site& site, const Lead& lead, bool inScrap) const;
     Lead LeadAt(const qev::CCadMultiSegments& contour, const POLYPOS& pos, bool isIn) const;
     POLYPOS LeavingPos(const qev::CCadMultiSegments& contour) const;
@@ -121,9 +121,10 @@ private:
     int m_nOut = kNone;
     double m_dOverlap = 0; // mm
     int m_nSide = kScrap;
-    double m_dScale = 1;  // of length and radius
-    int m_nSegment = -1;  // of the meeting position on the contour that stands for the object; -1: none yet
-    double m_dRatio = -1; // of the meeting position; -1: none yet
+    double m_dScale = 1;    // of the lead-in's length or radius
+    double m_dOutScale = 1; // of the lead-out's
+    int m_nSegment = -1;    // of the meeting position on the contour that stands for the object; -1: none yet
+    double m_dRatio = -1;   // of the meeting position; -1: none yet
 };
 
 const kit::ParameterTable<LeadIn>& LeadIn::Parameters() {
@@ -138,6 +139,7 @@ const kit::ParameterTable<LeadIn>& LeadIn::Parameters() {
                                                     {"Overlap", &LeadIn::m_dOverlap, 0, 100, "mm"},
                                                     {"Side", &LeadIn::m_nSide, {"Scrap", "Left", "Right"}},
                                                     {"Scale", &LeadIn::m_dScale, 0.01, 1},
+                                                    {"OutScale", &LeadIn::m_dOutScale, 0.01, 1},
                                                     {"Segment", &LeadIn::m_nSegment, 0, 1'000'000'000},
                                                     {"Ratio", &LeadIn::m_dRatio, 0, 1}});
     return table;
@@ -178,7 +180,7 @@ bool LeadIn::ReadMouse(qev::CLuaAccess& cursor, const kit::Site& site) {
 // Finds position, side and scale.
 void LeadIn::Place(const kit::Site& site, bool isFixed) {
     const auto places = isFixed ? std::vector<POLYPOS>{Meet()} : FindPlaces(site.contour);
-    const double largest = m_dScale;
+    const double largest = m_dScale, largestOut = m_dOutScale;
     const bool inScrap = m_nSide == kScrap;
     const auto sides = inScrap ? std::vector<int>{kLeft, kRight} : std::vector<int>{m_nSide};
     for (const double scale : kScales)
@@ -187,7 +189,7 @@ void LeadIn::Place(const kit::Site& site, bool isFixed) {
                 SetMeet(place);
                 m_nSide = side;
                 m_dScale = largest * scale;
-                if (Fits(site, inScrap)) return;
+                if (Fits(site, inScrap, largestOut)) return;
             }
     if (places.empty()) throw kit::NoRoom("no room: its sharp corners leave no free stretch");
     throw kit::NoRoom("no room: nowhere in the scrap does a lead keep " + kit::ShortestText(m_dClearance)
@@ -215,9 +217,14 @@ std::vector<POLYPOS> LeadIn::FindPlaces(const qev::CCadMultiSegments& contour) c
     return places;
 }
 
-bool LeadIn::Fits(const kit::Site& site, bool inScrap) const {
+// Whether there is room as position, side and scale are; finds the scale of the lead-out.
+bool LeadIn::Fits(const kit::Site& site, bool inScrap, double largestOut) {
     if (!IsClear(site, LeadAt(site.contour, Meet(), true), inScrap)) return false;
-    return m_nOut == kNone || IsClear(site, LeadAt(site.contour, LeavingPos(site.contour), false), inScrap);
+    const POLYPOS leaving = LeavingPos(site.contour);
+    return m_nOut == kNone || std::any_of(kScales.begin(), kScales.end(), [&](double scale) {
+               m_dOutScale = largestOut * scale;
+               return IsClear(site, LeadAt(site.contour, leaving, false), inScrap);
+           });
 }
 
 bool LeadIn::IsClear(const kit::Site& site, const Lead& lead, bool inScrap) const {
@@ -244,7 +251,7 @@ Lead LeadIn::LeadAt(const qev::CCadMultiSegments& contour, const POLYPOS& pos, b
     lead.ahead = along * (mirror / math::Norm(along));
     lead.turn = m_nSide == kRight ? -mirror : mirror;
     lead.isArc = (isIn ? m_nKind : m_nOut) == kArc;
-    lead.size = m_dScale * (lead.isArc ? m_dRadius : m_dLength);
+    lead.size = (isIn ? m_dScale : m_dOutScale) * (lead.isArc ? m_dRadius : m_dLength);
     lead.angle = m_dAngle * kDegree;
     return lead;
 }

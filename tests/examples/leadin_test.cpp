@@ -40,7 +40,7 @@ bool IsInMaterial(const std::vector<std::vector<math::DPOINT2>>& outlines, const
 TEST_F(LeadIn, StaysInTheScrapAndKeepsClear) {
     constexpr int kSamples = 1000;
     Random random;
-    int placed = 0, refused = 0;
+    int placed = 0;
     while (random.Rounds(40)) {
         Sheet sheet(RandomObjects(random));
         const char* const kind = random.Coin() ? "Line" : "Arc";
@@ -52,7 +52,7 @@ TEST_F(LeadIn, StaysInTheScrapAndKeepsClear) {
                 samples.push_back(outline(static_cast<double>(samples.size()) / kSamples));
         }
         for (qev::CCadObject* each : sheet.root.GetObjectsList()) {
-            ++(each->GetToolPathList().empty() ? refused : placed);
+            placed += !each->GetToolPathList().empty();
             for (const char* role : {qev::kit::kLeadInRole, qev::kit::kLeadOutRole})
                 for (const qev::CCadObject* path : Sheet::Paths(*each, role)) {
                     const bool isIn = role == qev::kit::kLeadInRole;
@@ -72,7 +72,6 @@ TEST_F(LeadIn, StaysInTheScrapAndKeepsClear) {
         }
     }
     EXPECT_GT(placed, 100) << "what is refused proves nothing";
-    EXPECT_GT(refused, 0);
 }
 
 TEST_F(LeadIn, PlacesAndMeasures) {

@@ -37,7 +37,7 @@ TEST_F(SavedTechnics, WhatCannotBeLoadedIsNamed) {
         std::string file, error;
     } const cases[] = {
         {"0 3" + shape + "T={\n", "the technics of object 0: technics:1:"},
-        {"0 11" + shape + "T={Other={}}", "there is no technics Other; loaded are LeadIn"},
+        {"0 12" + shape + "T={Other={}}", "there is no technics Other; loaded are LeadIn"},
         {"0 18" + shape + "T={LeadIn={Foo=1}}", "LeadIn.Foo = 1 is no parameter"},
         {"0 99" + shape + "T={}", "are damaged"},
         {"0 99999999999" + shape, "are damaged"},

@@ -49,7 +49,7 @@ TEST_F(Technics, SavingLoadingAndSavingAgainGivesOneText) {
                 {load + " --technics T={LeadIn={}}", 0, {}}});
     const std::string text = BytesOf(saved);
     ExpectContains(text, {"\nT={LeadIn={Type=\"Line\",Length=5,Angle=90,Radius=2,Zone=1,Clearance=0.5,"
-                          "LeadOut=\"None\",Overlap=0,Side=\"Right\",Scale=1,Segment=1,Ratio=0.5},"
+                          "LeadOut=\"None\",Overlap=0,Side=\"Right\",Scale=1,OutScale=1,Segment=1,Ratio=0.5},"
                           "MicroJoint={Width=2,Spacing=5,Zone=1},};\n"});
     ExpectRuns({{load, 0, {}}});
     EXPECT_EQ(BytesOf(saved), text);
