@@ -16,6 +16,8 @@
 namespace host {
 namespace {
 
+using qev::kit::HasRole;
+
 // The tool paths of an object by what they are for.
 struct Paths {
     explicit Paths(const qev::CCadObject& object) {

@@ -17,6 +17,8 @@
 namespace host {
 namespace {
 
+using qev::kit::HasRole;
+
 struct RoleLayer {
     const char* role; // of a tool path
     DxfLayer layer;
