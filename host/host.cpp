@@ -32,12 +32,15 @@ struct Streams {
 
 // Writes a file with what `write` puts into it, and says so. Without a path nothing is asked for.
 template <class Write>
-void WriteFile(const char* what, const std::string& path, std::ostream& words, Write write) {
+void WriteFile(const char* what, const std::string& path, const Streams& to, Write write) {
     if (path.empty()) return;
-    OutputFile file(path, what);
-    write(file.Stream());
-    file.Keep();
-    words << what << ": " << path << "\n";
+    {
+        const Progress progress(path + ": writing", to.errors, to.isTerminal);
+        OutputFile file(path, what);
+        write(file.Stream());
+        file.Keep();
+    }
+    to.words << what << ": " << path << "\n";
 }
 
 // What was read and found out of a drawing. It stays where it is, as its reports point into it.
@@ -47,14 +50,18 @@ struct Read {
     std::optional<CuttingPlan> plan;
 };
 
-void PlanIfAsked(const Options& options, Read& read, std::ostream& words) {
+void PlanIfAsked(const Options& options, Read& read, const std::string& name, const Streams& to) {
     if (!options.order) return;
-    read.plan = PlanCuts(read.drawing, options.speeds);
-    if (options.form == Form::kTable) PrintPlan(words, *read.plan, options.rows);
+    {
+        const Progress progress(name + ": planning", to.errors, to.isTerminal);
+        read.plan = PlanCuts(read.drawing, options.speeds);
+    }
+    if (options.form == Form::kTable) PrintPlan(to.out, *read.plan, options.rows);
 }
 
 // Draws in the order in which the picture is to be seen: outlines first, then what lies over them.
-void Act(const Options& options, Read& read, const std::string& name, std::ostream& words) {
+void Act(const Options& options, Read& read, const std::string& name, const Streams& to) {
+    std::ostream& words = to.words;
     const Drawing& drawing = read.drawing;
     const std::vector<ObjectReport>& reports = read.reports;
     Picture picture(name.substr(name.find_last_of("/\\") + 1), drawing.root.GetBoundRect());
@@ -72,14 +79,13 @@ void Act(const Options& options, Read& read, const std::string& name, std::ostre
     const int picked = options.pick ? DrawPick(drawing, reports, *options.pick, picture, words) : 0;
     if (options.walk) DrawWalk(reports, picked, *options.walk, picture, words);
     RunTechnics(options.technics, drawing, options.pick ? reports[picked].object : nullptr, picture, words);
-    PlanIfAsked(options, read, words);
+    PlanIfAsked(options, read, name, to);
     const CuttingPlan* const plan = read.plan ? &*read.plan : nullptr;
     if (plan && isDrawn)
         for (const Cut& cut : plan->cuts) picture.AddStep(cut.object, cut.start, cut.end);
-    WriteFile("tool paths", options.dxf, words,
-              [&](std::ostream& file) { WritePathFile(file, drawing, plan); });
-    WriteFile("picture", options.svg, words, [&](std::ostream& file) { WriteSvg(picture, file); });
-    WriteFile("page", options.html, words, [&](std::ostream& file) { WritePage(picture, reports, file); });
+    WriteFile("tool paths", options.dxf, to, [&](std::ostream& file) { WritePathFile(file, drawing, plan); });
+    WriteFile("picture", options.svg, to, [&](std::ostream& file) { WriteSvg(picture, file); });
+    WriteFile("page", options.html, to, [&](std::ostream& file) { WritePage(picture, reports, file); });
 }
 
 void ReadDrawing(const std::string& name, const Options& options, const Streams& to, ErrorLog& log,
@@ -99,7 +105,7 @@ void Show(const Options& options, Read& read, const Streams& to, const std::stri
         PrintSummary(to.out, read.drawing, read.reports);
         if (options.listLayers) PrintLayers(to.out, read.drawing);
     }
-    Act(options, read, name, to.words);
+    Act(options, read, name, to);
 }
 
 // Reads and shows a drawing; the record takes what is wrong.
@@ -135,6 +141,17 @@ Exit Run(const std::string& name, const Options& options, const Streams& to) {
     return exit;
 }
 
+// The options for one of the drawings: "{}" in the names of files that are written or loaded stands for the
+// drawing's path without its extension.
+Options OptionsFor(const std::string& name, Options options) {
+    const std::size_t dot = name.find_last_of("./\\");
+    const bool hasExtension = dot != std::string::npos && name[dot] == '.';
+    for (std::string* path : options.PathsOfDrawings())
+        if (const std::size_t place = path->find("{}"); place != std::string::npos)
+            path->replace(place, 2, name.substr(0, hasExtension ? dot : name.size()));
+    return options;
+}
+
 Exit Worse(Exit a, Exit b) {
     const auto either = [a, b](Exit exit) { return a == exit || b == exit; };
     if (either(Exit::kRefused)) return Exit::kRefused;
@@ -145,7 +162,8 @@ Exit RunAll(const Options& options, const Streams& to) {
     UnitSystem::GetUnitSystem()->Load(options.unit);
     if (options.form == Form::kCsv) WriteCsvHead(to.out, options.order);
     Exit worst = Exit::kWhole;
-    for (const std::string& name : options.drawings) worst = Worse(worst, Run(name, options, to));
+    for (const std::string& name : options.drawings)
+        worst = Worse(worst, Run(name, OptionsFor(name, options), to));
     return worst;
 }
 

@@ -24,6 +24,7 @@ namespace {
 
 constexpr const char* kExamples = R"(Examples:
   qev_host part.dxf --svg part.svg                  a table, and a picture of it
+  qev_host *.dxf --svg {}.svg                       pictures beside the drawings; {} is a drawing without its .dxf
   qev_host *.dxf --lenient --rows 0                 the summaries of a folder, damaged drawings as far as they go
   qev_host part.dxf --pick 0,40 --walk 0:0.5:100    what is at a point, and 100 mm along it from there
   qev_host part.dxf --order --feed 3000 --dxf path.dxf     what is cut when, and how long it takes
@@ -218,6 +219,10 @@ Options ParseOptions(int argc, const char* const* argv) {
         throw UsageError(error.what());
     }
     if (options.answer.empty() && options.drawings.empty()) throw UsageError("no drawing is named");
+    if (options.drawings.size() > 1)
+        for (const std::string* path : options.PathsOfDrawings())
+            if (!path->empty() && path->find("{}") == std::string::npos)
+                throw UsageError("several drawings would share " + *path + ", which needs {} in its name");
     return options;
 }
 

@@ -46,6 +46,11 @@ struct Options {
 
     /// The least turn, in degrees, of a sharp corner for the start zones.
     double cornerDegrees = kit::kSharpCornerDegrees;
+
+    /// The names of files that each drawing has its own of. They stay the options'.
+    std::vector<std::string*> PathsOfDrawings() {
+        return {&svg, &html, &dxf, &technics.save, &technics.load};
+    }
 };
 
 /// The command line cannot be used; the text says why, in one line.

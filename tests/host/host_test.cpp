@@ -49,6 +49,16 @@ TEST_F(HostRun, SeveralDrawingsAreOneRunAndTheWorstCodeCounts) {
                    {drawing + ":\n", "1 objects: 1 polyline", "\n" + other + ":\n", "1 objects: 1 line"});
 }
 
+TEST_F(HostRun, EachOfSeveralDrawingsHasItsOwnFiles) {
+    Write(DxfFile(kSquareWords));
+    const std::string twice = drawing + " " + drawing + " --svg ";
+    EXPECT_EQ(RunHost(twice + picture).code, 64);
+    const std::string own = drawing.substr(0, drawing.size() - 4) + "_own";
+    EXPECT_EQ(RunHost(twice + "{}_own").code, 0);
+    ExpectContains(BytesOf(own), {"</svg>"});
+    std::remove(own.c_str());
+}
+
 TEST_F(HostRun, RefusedOptionsNameWhatTheyTake) {
     EXPECT_EQ(RunHost("").errors, "qev_host: no drawing is named (--help lists the options)\n");
     ExpectRuns({
