@@ -53,7 +53,7 @@ private:
 void LoadPlugIns(qev::CTechnicsManager& manager, const std::vector<std::string>& paths) {
     static std::set<std::string> loaded;
     for (const std::string& path : paths) {
-        if (loaded.count(path) > 0) continue;
+        if (loaded.contains(path)) continue;
         if (!manager.LoadTechnicsPlugIn(path)) throw DrawingError(manager.GetLastErrorText());
         loaded.insert(path);
     }
