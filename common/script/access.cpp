@@ -97,18 +97,18 @@ bool CLuaAccess::EnterGlobal(const char* name) {
 
 // lua_next raises nothing on a table that does not change. What the walk leaves is cut off when memory for
 // the list is refused.
-void CLuaAccess::CollectFields(std::vector<FieldInfo>& found) {
-    found.clear();
-    const LuaFields fields(*this, 2);
-    if (!fields.IsTableOnTop()) return;
-    const int top = lua_gettop(fields.L);
+void CLuaAccess::CollectFields(std::vector<FieldInfo>& fields) {
+    fields.clear();
+    const LuaFields table(*this, 2);
+    if (!table.IsTableOnTop()) return;
+    const int top = lua_gettop(table.L);
     try {
-        CollectFromTop(fields.L, found);
+        CollectFromTop(table.L, fields);
     } catch (const std::bad_alloc&) {
-        lua_settop(fields.L, top);
+        lua_settop(table.L, top);
         throw;
     }
-    std::sort(found.begin(), found.end(),
+    std::sort(fields.begin(), fields.end(),
               [](const FieldInfo& a, const FieldInfo& b) { return a.name < b.name; });
 }
 
