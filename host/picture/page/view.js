@@ -7,7 +7,7 @@
 // second canvas and moves without the drawing.
 
 const kMarkPixels = 7; // the largest radius of a mark
-const kLeastMark = 3; // pixels; smaller marks would be specks
+const kLeastMark = 2.5; // pixels; smaller marks would be specks
 const kDense = 4000; // elements in sight from which on lines are thin
 const kChordError = 0.15; // pixels between an arc and the chords that take its place
 const kSlow = 50; // ms of a frame from which on the drawing moves as a picture
