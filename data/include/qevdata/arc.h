@@ -32,6 +32,7 @@ public:
     CContourDirection::ContourDirection_T GetDirection() const override;
 
 protected:
+    /// For Clone: copies the outline and what every object copies, the id included.
     CCadCircle(const CCadCircle&) = default;
 
 private:
@@ -46,6 +47,7 @@ public:
     /// centralAngle: radians, at most 2*pi (more counts as 2*pi); a negative one is turned into [0, 2*pi).
     CCadArc(const math::DPOINT2& centre, double radius, double startAngle, double centralAngle,
             bool counterClockwise, bool newId = true);
+    /// For Clone: copies the outline and what every object copies, the id included.
     CCadArc(const CCadArc&) = default;
 
     const math::DPOINT2& GetCenterPoint() const { return m_ptCenter; } ///< mm; of the arc's circle

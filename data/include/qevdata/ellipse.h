@@ -61,6 +61,7 @@ public:
     CCadObject* Clone(bool newId) const override;
 
 protected:
+    /// For Clone: copies the outline and what every object copies, the id included.
     CCadEllipse(const CCadEllipse&) = default;
 };
 
@@ -79,6 +80,7 @@ public:
     CCadObject* Clone(bool newId) const override;
 
 protected:
+    /// For Clone: copies the outline and what every object copies, the id included.
     CCadEllipseArc(const CCadEllipseArc&) = default;
 };
 

@@ -80,6 +80,7 @@ public:
     const std::list<CCadObject*>* GetMembers() const override { return &m_listPaths; }
 
 protected:
+    /// For Clone: copies the outline and what every object copies, the id included.
     CCadRelationGroup(const CCadRelationGroup&) = default;
 
 private:

@@ -24,6 +24,7 @@ public:
     OutlinePiece GetPiece(int index) const override;
 
 protected:
+    /// For Clone: copies the outline and what every object copies, the id included.
     CCadDot(const CCadDot&) = default;
 
 private:
@@ -49,6 +50,7 @@ public:
     OutlinePiece GetPiece(int index) const override;
 
 protected:
+    /// For Clone: copies the outline and what every object copies, the id included.
     CCadLine(const CCadLine&) = default;
 
 private:

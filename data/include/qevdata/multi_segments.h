@@ -20,6 +20,7 @@ public:
 protected:
     /// With a fresh id or with the id 0.
     explicit CCadMultiSegments(bool newId = true) : CCadObject(newId) {}
+    /// For Clone: copies the outline and what every object copies, the id included.
     CCadMultiSegments(const CCadMultiSegments&) = default;
 };
 

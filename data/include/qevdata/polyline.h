@@ -50,6 +50,7 @@ public:
     CCadObject* Clone(bool newId) const override;
 
 protected:
+    /// For Clone: copies the outline and what every object copies, the id included.
     CCadPolyline(const CCadPolyline&) = default;
 
 private:

@@ -42,6 +42,7 @@ public:
     CCadObject* Clone(bool newId) const override;
 
 protected:
+    /// For Clone: copies the outline and what every object copies, the id included.
     CCadPolylineEx(const CCadPolylineEx&) = default;
 
 private:

@@ -26,6 +26,7 @@ public:
     CCadObject* Clone(bool newId) const override;
 
 protected:
+    /// For Clone: copies the outline and what every object copies, the id included.
     CCadRectangle(const CCadRectangle&) = default;
 
 private:
