@@ -1,5 +1,9 @@
 # Lua 5.2, built as C, as the imported target Lua52::lua: the distribution's package, or a lua52.dll with its import
 # library under a prefix of CMAKE_PREFIX_PATH.
+if(PACKAGE_PREFIX_DIR) # what was installed with the libraries comes first
+  find_path(Lua52_INCLUDE_DIR lua.h PATHS ${PACKAGE_PREFIX_DIR}/include/lua5.2 NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+  find_library(Lua52_LIBRARY NAMES lua52 PATHS ${PACKAGE_PREFIX_DIR}/lib NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+endif()
 find_path(Lua52_INCLUDE_DIR lua.h PATH_SUFFIXES lua5.2 lua-5.2 lua52)
 find_library(Lua52_LIBRARY NAMES lua5.2 lua-5.2 lua52)
 mark_as_advanced(Lua52_INCLUDE_DIR Lua52_LIBRARY)

@@ -8,15 +8,17 @@ target_compile_options(qev_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wold-style-cast -Wnon-virtual-dtor
   -Woverloaded-virtual -ffp-contract=off -fno-math-errno -fno-trapping-math -fno-plt
   $<$<BOOL:${QEV_WARNINGS_AS_ERRORS}>:-Werror>
+  # what is built does not tell where, so that two builds of one commit are equal
+  -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
   # a unique symbol (of a template of the standard library) would keep a library from unloading
   $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 
 # qev_install(NAME): what is installed and exported of a library.
 function(qev_install name)
   install(TARGETS ${name} EXPORT QevCommonTargets
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 endfunction()
 
 # qev_use_options(NAME): compiles a library with the options above and links nothing for them, so that an exported
@@ -34,6 +36,7 @@ function(qev_shared_names name)
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}) # before 1.0 the second number counts
   if(WIN32)
     set_target_properties(${name} PROPERTIES PREFIX "" OUTPUT_NAME ${name})
+    target_link_options(${name} PRIVATE -Wl,--no-insert-timestamp)
   else()
     set(map ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     target_link_options(${name} PRIVATE -Wl,--version-script=${map})
@@ -63,7 +66,22 @@ function(qev_library name headers)
     $<BUILD_INTERFACE:${headers}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   if(QEV_INSTALL)
-    install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+    install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
     qev_install(${name})
   endif()
+endfunction()
+
+# qev_install_tool(NAME FOLDER): installs a program or a plug-in in a folder under the prefix, from where it finds the
+# libraries wherever the whole has been moved to.
+function(qev_install_tool name folder)
+  if(NOT QEV_INSTALL)
+    return()
+  endif()
+  file(RELATIVE_PATH to_libraries ${CMAKE_INSTALL_PREFIX}/${folder} ${CMAKE_INSTALL_FULL_LIBDIR})
+  set_target_properties(${name} PROPERTIES INSTALL_RPATH $ORIGIN/${to_libraries})
+  if(WIN32)
+    target_link_options(${name} PRIVATE -Wl,--no-insert-timestamp)
+  endif()
+  install(TARGETS ${name} COMPONENT tools RUNTIME DESTINATION ${folder} LIBRARY DESTINATION ${folder}
+    ARCHIVE EXCLUDE_FROM_ALL DESTINATION ${CMAKE_INSTALL_LIBDIR})
 endfunction()

@@ -8,11 +8,11 @@
 #define QEV_VERSION_MAJOR 0
 /// Second number of the version of these headers. Before 1.0, libraries with another one are not
 /// interchangeable.
-#define QEV_VERSION_MINOR 1
+#define QEV_VERSION_MINOR 2
 /// Third number of the version of these headers: corrections that need no new compilation of the callers.
 #define QEV_VERSION_PATCH 0
 /// Version of these headers as a text, "major.minor.patch".
-#define QEV_VERSION_STRING "0.1.0"
+#define QEV_VERSION_STRING "0.2.0"
 
 namespace qev {
 

@@ -1,0 +1,23 @@
+# cmake -DMANIFEST=FILE -P uninstall.cmake: removes the files that an installation has listed, and the folders that it
+# leaves empty and that bear this project's name.
+if(NOT EXISTS ${MANIFEST})
+  message(FATAL_ERROR "nothing was installed from this build folder: there is no ${MANIFEST}")
+endif()
+file(STRINGS ${MANIFEST} files)
+foreach(file ${files})
+  file(REMOVE $ENV{DESTDIR}${file})
+  cmake_path(GET file PARENT_PATH folder)
+  list(APPEND folders $ENV{DESTDIR}${folder})
+endforeach()
+list(REMOVE_DUPLICATES folders)
+list(SORT folders ORDER DESCENDING) # inner ones first
+foreach(folder ${folders})
+  while(folder MATCHES "/(qev|Qev)[a-zA-Z]*(/|$)")
+    file(GLOB rest ${folder}/*)
+    if(rest)
+      break()
+    endif()
+    file(REMOVE_RECURSE ${folder})
+    cmake_path(GET folder PARENT_PATH folder)
+  endwhile()
+endforeach()
