@@ -94,13 +94,12 @@ private:
             return IsNear(a.GetCenter(), b.GetCenter())
                    && ((isSameAxis(a.GetAxisA(), b.GetAxisA()) && isSameAxis(a.GetAxisB(), b.GetAxisB()))
                        || (isSameAxis(a.GetAxisA(), b.GetAxisB()) && isSameAxis(a.GetAxisB(), b.GetAxisA())));
-        for (const double part : {0.0, 0.25, 0.5, 0.75, 1.0}) {
+        constexpr std::array kParts{0.0, 0.25, 0.5, 0.75, 1.0};
+        return std::all_of(kParts.begin(), kParts.end(), [&](double part) {
             const double other = backwards ? 1 - part : part;
-            if (!IsNear(a.PointAt(a.GetStart() + part * a.GetSweep()),
-                        b.PointAt(b.GetStart() + other * b.GetSweep())))
-                return false;
-        }
-        return true;
+            return IsNear(a.PointAt(a.GetStart() + part * a.GetSweep()),
+                          b.PointAt(b.GetStart() + other * b.GetSweep()));
+        });
     }
 
     bool m_bClosed;

@@ -154,14 +154,16 @@ public:
     std::vector<SEGMENT> Segments() {
         const auto count = static_cast<double>(m_vecSpans.size());
         std::vector<SEGMENT> segments;
+        double from = 0;
         double step = 1;
         double smoothUntil = 0;
-        for (double from = 0; from < count; from += step) {
+        while (from < count) {
             if (from >= smoothUntil) smoothUntil = EndOfRun(from);
             if (segments.size() > kMostPieces) step = std::min(std::floor(from) + 1, smoothUntil) - from;
             const CubicBezier piece = segments.size() > kMostPieces ? Straight(from, from + step)
                                                                     : Longest(from, smoothUntil, step);
             segments.emplace_back(piece.start, piece.ctrl1, piece.ctrl2, piece.end);
+            from += step;
         }
         return segments;
     }
@@ -199,7 +201,7 @@ private:
     }
 
     // The span that a place lies in; a place between two of them ends the first.
-    std::size_t SpanBefore(double place) const { return static_cast<std::size_t>(std::ceil(place)) - 1; }
+    static std::size_t SpanBefore(double place) { return static_cast<std::size_t>(std::ceil(place)) - 1; }
 
     DPOINT2 PointAt(double place) const {
         const auto span = std::min(static_cast<std::size_t>(place), m_vecSpans.size() - 1);

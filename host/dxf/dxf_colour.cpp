@@ -25,7 +25,8 @@ double Channel(double hue) {
 
 int HueColour(int index) {
     constexpr std::array kBrightness = {1.0, 0.65, 0.5, 0.3, 0.15};
-    const double hue = (index / 10 - 1) * 15;
+    const int hues = index / 10 - 1; // from red on
+    const double hue = 15.0 * hues;
     const double brightness = 255 * kBrightness[index % 10 / 2];
     int colour = 0;
     for (const double own : {0, 120, 240}) {

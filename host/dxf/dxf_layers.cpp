@@ -83,7 +83,7 @@ DxfLayers::Look DxfLayers::LookOf(const Fields& entity, const Look* insert) {
     return {&layer, insert ? insert->colour : std::string()};
 }
 
-bool DxfLayers::IsShown(const Fields& entity, const Layer& layer) const {
+bool DxfLayers::IsShown(const Fields& entity, const Layer& layer) {
     return IsInsert(entity) ? !layer.isFrozen : layer.isShown;
 }
 

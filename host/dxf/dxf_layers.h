@@ -45,7 +45,7 @@ public:
 
 private:
     Entry& Find(const Fields& fields, std::string_view name);
-    bool IsShown(const Fields& entity, const Layer& layer) const;
+    static bool IsShown(const Fields& entity, const Layer& layer);
 
     const ReadSettings& m_settings;
     Drawing& m_drawing;

@@ -212,9 +212,12 @@ void WriteSvg(const Picture& picture, std::ostream& out) {
     WriteOverlays(picture, styles, out);
     WriteSteps(picture, out);
     out << "</g>\n</svg>\n" << ScaleBar(16, height + kLegendLine / 2, width, scale);
-    for (std::size_t i = 0; i < styles.size(); ++i)
-        out << LegendEntry(styles[i], 16 + static_cast<double>(i % columns) * kLegendEntry,
-                           height + static_cast<double>(i / columns + 1) * kLegendLine + kLegendLine / 2);
+    for (std::size_t i = 0; i < styles.size(); ++i) {
+        const std::size_t row = i / columns;
+        const std::size_t column = i % columns;
+        out << LegendEntry(styles[i], 16 + static_cast<double>(column) * kLegendEntry,
+                           height + (static_cast<double>(row) + 1.5) * kLegendLine);
+    }
     out << "</svg>\n";
 }
 

@@ -40,7 +40,7 @@ struct Decoder {
 
 // Looks every function up; false when one is missing, which then is not called either.
 bool Find(Decoder& decoder) {
-    const HMODULE library = LoadDynamicLibrary("libgdk_pixbuf-2.0.so.0");
+    void* const library = LoadDynamicLibrary("libgdk_pixbuf-2.0.so.0");
     const auto find = [library](auto& function, const char* name) {
         function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(FindSymbol(library, name));
         return function != nullptr;
