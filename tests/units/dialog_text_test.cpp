@@ -31,7 +31,8 @@ TEST(DialogText, ShownAndStored) {
         EXPECT_EQ(stored("-0x1.8p1 mm"), inch ? "-76.1999999999999886" : "-3.0000000000000000");
         for (const char* sign : {"+-1", "--1", "0x-1", "0xg"})
             EXPECT_EQ(std::abs(std::atof(stored(sign))), 0) << sign;
-        EXPECT_EQ(stored((std::string(5000, '0') + ".5").c_str()), stored("0.5"));
+        const std::string longNumber = std::string(5000, '0').append(".5");
+        EXPECT_EQ(stored(longNumber.c_str()), stored("0.5"));
         test::Random random;
         for (int i = 0; i < 300; ++i) {
             const CString first = shown(ToStringPrecision(random.Uniform(-1e6, 1e6), random.Int(-1, 12)));

@@ -5,7 +5,7 @@ using namespace test;
 TEST_F(HostRun, ActionsOnASquareACircleAndAText) {
     Write(DxfFile(kSquareWords + "0 CIRCLE 10 5 20 5 40 2 0 TEXT 10 1 20 1 40 1 1 A 0 HATCH 10 1"));
     ExpectRuns({
-        {"--rows 1", 0, {"    4  \n        ... and 2 more\n3 objects: 1 circle,", "\nnot drawn: 1 HATCH\n"}},
+        {"--rows 1", 0, {"    4  0\n        ... and 2 more\n3 objects: 1 circle,", "\nnot drawn: 1 HATCH\n"}},
         {"--polyline 0.01", 0, {"2 objects converted within 0.01 mm: 6 lines and arcs", "class='converted'"}},
         {"--cut 0:3.5:1.25", 0, {"3 segments, 17.5 mm of 40 mm", "class='cut' d='M0 5L0 0L10 0L10 2.5'"}},
         {"--pick 10.5,4",

@@ -11,7 +11,6 @@ namespace {
 // One object of every kind, those without length too; each by itself, as its words.
 const std::vector<std::string> kObjects{
     "0 LINE 10 -90 20 3 11 70 21 40",
-    "0 LINE 10 5 20 5 11 5 21 5",
     "0 ARC 10 0 20 0 40 50 50 100 51 20",
     "0 CIRCLE 10 10 20 -20 40 60 230 -1",
     "0 ELLIPSE 10 0 20 0 11 50 21 30 40 0.4",

@@ -28,7 +28,9 @@ TEST_F(SavedTechnics, FindTheirContourByItsShape) {
     ExpectLoad(circle + square, square + circle, 0, path);
     ExpectLoad(circle + square, circle + moved, 1, "the technics of object 1: no contour has its shape");
     ExpectLoad(circle + square, circle + turned, 1, "the technics of object 1: no contour has its shape");
-    ExpectLoad(circle + square, square + circle + square, 1, "object 1: several contours have its shape");
+    std::string onLayer = square; // on the same layer one of them would be dropped
+    onLayer.insert(onLayer.find(" 70"), " 8 A");
+    ExpectLoad(circle + square, square + circle + onLayer, 1, "object 1: several contours have its shape");
 }
 
 TEST_F(SavedTechnics, WhatCannotBeLoadedIsNamed) {

@@ -37,7 +37,7 @@ TEST_F(CuttingPlan, DataHasItTooAndNothingForWhatIsNotCut) {
                     R"("cut_number":null,"rapid_mm":null,"cut_mm":null,"pierces":null,"time_s":null}]})"});
     ExpectContains(
         RunHost(drawing + " --csv --order").out,
-        {"corners,cut_number,rapid_mm,cut_mm,pierces,time_s\n", ",5,line,,1,80.0,false,,,0,,,,,\n"});
+        {"corners,cut_number,rapid_mm,cut_mm,pierces,time_s\n", ",5,line,0,1,80.0,false,,,0,,,,,\n"});
 }
 
 // The contour is cut from the end of the lead-in, and in pieces between the bridges; what is open comes

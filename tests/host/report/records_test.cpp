@@ -15,7 +15,7 @@ TEST_F(HostRun, JsonIsALineADrawingWithTheFieldsOfTheTable) {
                              R"("length_in":0.1968503937007874,"closed":false,"direction":null,)"
                              R"("area_in2":null,"corners":0})";
     ExpectContains(ran.out,
-                   {R"({"drawing":")" + drawing + R"(","result":"whole","errors":[],)",
+                   {R"(_host.dxf","result":"whole","errors":[],)",
                     R"("kinds":{"circle":1,"line":1},"closed":1,)", line, "\"layer\":\"\xef\xbf\xbd\"",
                     "}]}\n{\"drawing\":\"nowhere.dxf\",\"result\":\"refused\",\"errors\":["});
     EXPECT_EQ(std::count(ran.out.begin(), ran.out.end(), '\n'), 2);
