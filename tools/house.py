@@ -52,6 +52,7 @@ MAY_INCLUDE = {
     "examples": (STANDARD, PUBLIC, LAYERS, KIT),
     "examples/dialog": (STANDARD, PUBLIC, r"<windows\.h>"),
     "examples/settings": (STANDARD, LUA, PUBLIC),
+    "docs/guides": (STANDARD, LUA, PUBLIC, LAYERS),
     "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|by_hand|peers|message)/\w+\.h"', r'"host/[\w/]+\.h"'),
     "bench/growth": (STANDARD, OCCT, PUBLIC, r"<malloc\.h>", r'"support/\w+\.h"'),
     "bench/peers": (STANDARD, LUA, PUBLIC, r"<(boost|CGAL|geos|sigc\+\+)/[\w/+]+\.(hpp|h)>", r"<\w+\.hxx>"),
@@ -96,7 +97,7 @@ def format_faults(sources):
 
 
 def ascii_faults(names):
-    for name in names:
+    for name in (name for name in names if not name.endswith(".xz")):
         for number, line in enumerate((ROOT / name).read_bytes().splitlines(), 1):
             if not line.isascii():
                 yield f"{name}:{number}: not ASCII"

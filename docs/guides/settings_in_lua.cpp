@@ -35,12 +35,13 @@ void Print(qev::CLuaScriptEngine& engine, const char* script) {
         std::printf("the script does not run: %s\n", lua_tostring(L, -1));
         return;
     }
-    lua_getglobal(L, "Machine"); // the cursor works in the table on top of the stack
+    cursor.EnterGlobal("Machine");
     cursor.Enter("Tools");
     Tool tool;
     for (int i = 1; ReadTool(cursor, i, tool); ++i, tool = {})
         std::printf("tool %d: mode %d, %g mm/min%s\n", i, tool.mode, tool.speed,
                     tool.coolant ? ", coolant" : "");
+    cursor.Leave();
     cursor.Leave();
 }
 //! [read]
@@ -55,7 +56,7 @@ int main() {
         Print(engine, "Machine = { Tools = { { Speed = 'quick' } } }"); // another type: the default stays
         Print(engine, "Machine = { Tools = { { Speed = 5000 } } }");
     } catch (const char* text) { // the keys, the key, the value; then the message, in code page 936
-        std::printf("wrong setting: %.24s\n", text);
+        std::printf("wrong setting: %.30s\n", text);
     }
 }
 //! [errors]

@@ -26,7 +26,7 @@ public:
 
 /// An object on which a technics is put.
 struct Site {
-    const CCadObject& object;
+    const CCadObject& object;         ///< what was drawn; stays with its group
     const CCadMultiSegments& contour; ///< stands for the object (ContourOf), with a segment at least
     const Surroundings& around;       ///< of the manager's drawing
     bool isPicked = false;            ///< whether the mouse's position is one on this object
