@@ -18,7 +18,7 @@
 
 namespace host {
 
-static_assert(kit::kSharpCornerDegrees == 30, "the help names the default of --corner");
+static_assert(qev::kit::kSharpCornerDegrees == 30, "the help names the default of --corner");
 
 namespace {
 

@@ -7,11 +7,12 @@
 #include <string>
 #include <vector>
 
+#include <qevtechnics/stretches.h>
+
 #include "host/actions/contours.h"
 #include "host/actions/technics.h"
 #include "host/dxf/dxf_objects.h"
 #include "host/path/cutting_plan.h"
-#include "kit/stretches.h"
 
 namespace host {
 
@@ -45,7 +46,7 @@ struct Options {
     TechnicsRequest technics;            ///< on the picked contour, else on all
 
     /// The least turn, in degrees, of a sharp corner for the start zones.
-    double cornerDegrees = kit::kSharpCornerDegrees;
+    double cornerDegrees = qev::kit::kSharpCornerDegrees;
 
     /// The names of files that each drawing has its own of. They stay the options'.
     std::vector<std::string*> PathsOfDrawings() {

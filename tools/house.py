@@ -48,7 +48,7 @@ MAY_INCLUDE = {
     "common/technics": (STANDARD, LUA, BASE, r"<qev/(technics|script|measure)/\w+\.h>", r"<qevdata/\w+\.h>",
                         r'"\.\./script/(protect|texts)\.h"', r'"platform/\w+\.h"'),
     "kit": (STANDARD, PUBLIC, LAYERS, KIT),
-    "host": (STANDARD, PUBLIC, LAYERS, KIT, r"<CLI/CLI\.hpp>", r'"platform/terminal\.h"', r'"kit/\w+\.h"', r'"host/[\w/]+\.h"'),
+    "host": (STANDARD, PUBLIC, LAYERS, KIT, r"<CLI/CLI\.hpp>", r'"platform/terminal\.h"', r'"host/[\w/]+\.h"'),
     "examples": (STANDARD, PUBLIC, LAYERS, KIT),
     "examples/dialog": (STANDARD, PUBLIC, r"<windows\.h>"),
     "examples/settings": (STANDARD, LUA, PUBLIC),
@@ -59,8 +59,8 @@ MAY_INCLUDE = {
     "fuzz": (STANDARD, LUA, PUBLIC, LAYERS, r'"host/[\w/]+\.h"'),
     "tools/digest": (STANDARD, OCCT, PUBLIC, LAYERS),
     "tools/instructions": (STANDARD, LUA, PUBLIC, r"<gnu/libc-version\.h>"),
-    "tests": (STANDARD, OCCT, PUBLIC, LAYERS, KIT, r"<gtest/gtest\.h>", r'"(examples|host|kit|measure|support|platform|technics)/[\w/]+\.h"', TESTED),
-    "tests/host": (STANDARD, FREETYPE, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|kit|support)/[\w/]+\.h"'),
+    "tests": (STANDARD, OCCT, PUBLIC, LAYERS, KIT, r"<gtest/gtest\.h>", r'"(examples|host|measure|support|platform|technics)/[\w/]+\.h"', TESTED),
+    "tests/host": (STANDARD, FREETYPE, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|support)/[\w/]+\.h"'),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"(script|support)/\w+\.h"'),
     "tests/technics": (STANDARD, LUA, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(technics|script|support|platform)/\w+\.h"'),
     "tests/host/report": (STANDARD, r'"(host|platform)/[\w/]+\.h"', r"<sys/resource\.h>"),
@@ -77,7 +77,7 @@ MAY_INCLUDE["common/technics"] += (r'"data/object_watch\.h"',) # what plug-ins h
 for room in ("script", "technics", "units", "support"):
     MAY_INCLUDE[f"include/qev/{room}"] = (STANDARD, BASE, LAYERS, rf"<qev/{room}/\w+\.h>")
 for room in HOST_ROOMS:
-    MAY_INCLUDE[f"host/{room}"] = (STANDARD, PUBLIC, LAYERS, KIT, r'"kit/\w+\.h"', rf'"host/({up_to(HOST_ROOMS, room)})/\w+\.h"')
+    MAY_INCLUDE[f"host/{room}"] = (STANDARD, PUBLIC, LAYERS, KIT, rf'"host/({up_to(HOST_ROOMS, room)})/\w+\.h"')
 MAY_INCLUDE["host/drawing"] += (FREETYPE, r'"platform/(dynamic_library|encoding|path)\.h"')
 MAY_INCLUDE["host/dxf"] += (r'"platform/encoding\.h"',)
 MAY_INCLUDE["host/report"] += (r"<nlohmann/json\.hpp>", r'"platform/(held_interrupts|output_path)\.h"')

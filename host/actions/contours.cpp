@@ -8,8 +8,9 @@
 #include <sstream>
 #include <string>
 
+#include <qevtechnics/stretches.h>
+
 #include "host/report/print.h"
-#include "kit/stretches.h"
 #include "pick.h"
 
 namespace host {
@@ -53,7 +54,7 @@ void DrawConverted(const std::vector<ObjectReport>& reports, double error, Pictu
 void DrawCut(const std::vector<ObjectReport>& reports, const CutRequest& cut, Picture& picture,
              std::ostream& out) {
     // The numbers of a command line become positions on the contour of segments that stands for the object.
-    const auto contour = kit::ContourOf(ObjectOf(reports, cut.object));
+    const auto contour = qev::kit::ContourOf(ObjectOf(reports, cut.object));
     if (!contour) throw DrawingError("object " + std::to_string(cut.object) + " cannot be cut");
     const math::PosRange range(qev::DoubleToPolyPos(contour.get(), cut.from),
                                qev::DoubleToPolyPos(contour.get(), cut.to));

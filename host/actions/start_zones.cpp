@@ -1,19 +1,21 @@
 // Only closed contours are asked: an open one is entered at its end. The zones are found on the contour of
-// segments that stands for an object (kit/stretches.h), and every range and position here belongs to that.
+// segments that stands for an object (qevtechnics/stretches.h), and every range and position here belongs to
+// that.
 
 #include "start_zones.h"
 
 #include <memory>
 #include <ostream>
 
+#include <qevtechnics/stretches.h>
+
 #include "host/report/print.h"
-#include "kit/stretches.h"
 
 namespace host {
 namespace {
 
-using kit::StartZones;
 using math::PosRange;
+using qev::kit::StartZones;
 
 // A range of a contour is drawn as the contour that the library cuts out there.
 void DrawRange(const qev::CCadMultiSegments& contour, const PosRange& range, const char* style,
@@ -38,9 +40,9 @@ void DrawStartZones(const std::vector<ObjectReport>& reports, double length, dou
     out << "object  zones   free   longest " << UnitName() << "  start at\n";
     for (std::size_t i = 0; i < reports.size(); ++i) {
         if (!reports[i].object->IsClose()) continue;
-        const auto contour = kit::ContourOf(*reports[i].object);
+        const auto contour = qev::kit::ContourOf(*reports[i].object);
         if (!contour) continue;
-        const StartZones found = kit::FindStartZones(*contour, length, cornerDegrees);
+        const StartZones found = qev::kit::FindStartZones(*contour, length, cornerDegrees);
         for (const PosRange& zone : found.zones) DrawRange(*contour, zone, "zone", picture);
         for (const auto& stretch : found.freeStretches) DrawRange(*contour, stretch.range, "free", picture);
         math::DPOINT2 start;

@@ -17,7 +17,8 @@
 #include <memory>
 #include <string>
 
-#include "kit/stretches.h"
+#include <qevtechnics/stretches.h>
+
 #include "print.h"
 
 namespace host {
@@ -61,7 +62,7 @@ namespace {
 
 // The joints that turn sharply. An open polyline has none at its start, where nothing comes before.
 void CollectCorners(const qev::CCadPolyline& polyline, std::vector<math::DPOINT2>& corners) {
-    const double sharp = math::AngleToRadian(kit::kSharpCornerDegrees);
+    const double sharp = math::AngleToRadian(qev::kit::kSharpCornerDegrees);
     const int count = polyline.GetSegmentCount();
     for (int i = polyline.IsClose() ? 0 : 1; i < count; ++i)
         if (std::abs(qev::GetCornerAngle(&polyline, i)) >= sharp)
@@ -75,7 +76,8 @@ ObjectReport ReportOfObject(const qev::CCadObject* object) {
     report.length = qev::GetCadLength(object);
     report.closed = qev::IsClose(object);
     report.direction = qev::GetCadOBjectDir(object);
-    const std::unique_ptr<qev::CCadPolyline> polyline(qev::Convert2Polyline(object, kit::kConversionError));
+    const std::unique_ptr<qev::CCadPolyline> polyline(
+        qev::Convert2Polyline(object, qev::kit::kConversionError));
     if (!polyline) return report;
     if (object->IsClose()) report.area = qev::GetCadPolylineArea(polyline.get(), false);
     CollectCorners(*polyline, report.corners);
