@@ -19,6 +19,10 @@ TEST(Duplicates, AreFoundWhicheverWayTheyRun) {
              {"halves of a circle", "0 ARC 10 0 20 0 40 1 50 0 51 180 0 ARC 10 0 20 0 40 1 50 180 51 0", 0,
               0},
              {"ellipses", "0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 0 ELLIPSE 10 0 20 0 11 -2 21 0 40 0.5", 1, 0},
+             {"parts of an ellipse, to and fro",
+              "0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 0 42 1 0 ELLIPSE 10 0 20 0 11 2 21 0 40 0.5 41 "
+              "5.283185307179586 42 6.283185307179586 230 -1",
+              1, 0},
              {"squares", square + "0 LWPOLYLINE 70 1 10 2 20 1 10 2 20 0 10 0 20 0 10 0 20 1", 1, 0},
              {"a square as it looks", square + "0 LWPOLYLINE 70 1 10 0 20 0 10 2 20 1 10 2 20 0 10 0 20 1", 0,
               0},
