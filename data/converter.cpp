@@ -28,7 +28,7 @@ constexpr double kSmallestError = 1e-6;
 // More pieces than this are refused: a plain polyline of them fills 24 MB.
 constexpr std::size_t kMaxPieces = 1'000'000;
 // mm. Farther out the products overflow that bound the deviation from curves.
-constexpr double kFarthest = 1e70;
+constexpr double kFarthestNode = 1e70;
 // Radians, half the angle of a chord: however large the error, a circle does not fall below a triangle's
 // chords.
 constexpr double kWidestChord = math::kPi / 3;
@@ -44,7 +44,7 @@ bool IsFinite(const math::EllipticArc& arc) {
 }
 
 bool IsNear(const math::DPOINT2& p) {
-    return math::Norm(p) < kFarthest;
+    return math::Norm(p) < kFarthestNode;
 }
 
 // Appends the approximation of one outline piece after another; false when one cannot be made.

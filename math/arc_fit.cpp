@@ -238,8 +238,8 @@ private:
 };
 
 template <class Curve>
-bool Fit(const Curve& curve, double from, double to, const FitSettings& settings,
-         std::vector<FitNode>& nodes) {
+bool FitByArcs(const Curve& curve, double from, double to, const FitSettings& settings,
+               std::vector<FitNode>& nodes) {
     const std::size_t first = nodes.size();
     if (Chain(curve, from, to, settings, nodes).Fit()) return true;
     if (nodes.size() + 2 > settings.maxNodes) return false; // other biarcs would be more
@@ -251,12 +251,12 @@ bool Fit(const Curve& curve, double from, double to, const FitSettings& settings
 
 bool FitArcs(const EllipticArc& arc, double from, double to, const FitSettings& settings,
              std::vector<FitNode>& nodes) {
-    return Fit(EllipseCurve(arc), from, to, settings, nodes);
+    return FitByArcs(EllipseCurve(arc), from, to, settings, nodes);
 }
 
 bool FitArcs(const CubicBezier& bezier, double from, double to, const FitSettings& settings,
              std::vector<FitNode>& nodes) {
-    return Fit(BezierCurve(bezier), from, to, settings, nodes);
+    return FitByArcs(BezierCurve(bezier), from, to, settings, nodes);
 }
 
 } // namespace math

@@ -11,7 +11,7 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-TEST_SHARE = (0.22, 0.28)  # lines of tests and fuzz programs among all lines of code, benchmarks aside
+TEST_SHARE = (0.25, 0.38)  # lines of tests and fuzz programs for each line of other code, benchmarks aside
 
 STANDARD = r"<[a-z_0-9]+>"
 OCCT = r"<gp_\w+\.hxx>"
@@ -138,8 +138,8 @@ def share_faults(sources):
     for name in sources:
         if not name.startswith("bench/"):
             counts[name.startswith(("tests/", "fuzz/"))] += lines_of_code(name)
-    share = counts[True] / (counts[True] + counts[False])
-    print(f"tests: {counts[True]} lines, other code: {counts[False]} lines, share {share:.3f}")
+    share = counts[True] / counts[False]
+    print(f"tests: {counts[True]} lines, other code: {counts[False]} lines, {share:.3f} to one")
     if not TEST_SHARE[0] <= share <= TEST_SHARE[1]:
         yield f"the share of tests is outside {TEST_SHARE[0]} to {TEST_SHARE[1]}"
 

@@ -10,9 +10,10 @@ need() {
     [ "$(id -u)" -eq 0 ] || as_root=sudo
     local log
     log=$(mktemp)
-    if ! { $as_root apt-get update && $as_root env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
-        echo "cannot install: apt-get install ${missing[*]} ($(grep -m1 '^E:' "$log" || tail -n 1 "$log"))" >&2
+    local install=($as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}")
+    # lists that were fetched before mostly serve
+    if ! { "${install[@]}" || { $as_root apt-get update && "${install[@]}"; }; } >"$log" 2>&1; then
+        echo "cannot install: apt-get install ${missing[*]} ($(grep '^E:' "$log" | tail -n 1))" >&2
         rm -f "$log"
         exit 1
     fi

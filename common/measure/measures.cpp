@@ -48,7 +48,7 @@ math::DPOINT2 EndOfLeaf(const CCadObject* leaf, End end) {
 // one is renewed after 1, 2, 4, ... steps (R. P. Brent's cycle search, 1980), so that some time it lies on
 // the cycle and is met again within one round. It needs no memory, where a set of all containers would,
 // however deep the nesting.
-math::DPOINT2 EndOf(const CCadObject* object, End end) {
+math::DPOINT2 EndOfObject(const CCadObject* object, End end) {
     const CCadObject* remembered = nullptr;
     for (std::size_t step = 0, renewal = 1; object; ++step) {
         const std::list<CCadObject*>* members = ContainerMembers(*object);
@@ -86,11 +86,11 @@ double Trapezoid(const math::DPOINT2& from, const math::DPOINT2& to) {
 } // namespace
 
 math::DPOINT2 GetStartPoint(const CCadObject* object) {
-    return EndOf(object, End::kStart);
+    return EndOfObject(object, End::kStart);
 }
 
 math::DPOINT2 GetEndPoint(const CCadObject* object) {
-    return EndOf(object, End::kEnd);
+    return EndOfObject(object, End::kEnd);
 }
 
 math::DPOINT2 GetCadStartPoint(const CCadObject* object) {

@@ -74,7 +74,7 @@ DPOINT2 End(const EllipticArc& arc) {
 } // namespace
 
 bool IsMeasurable(const OutlinePiece& piece) {
-    return std::visit([](const auto& of) { return Extent(of) <= kFarthest; }, piece);
+    return std::visit([](const auto& of) { return Extent(of) <= kFarthestOutline; }, piece);
 }
 
 const ContourIndex* UsableIndexOf(const CCadObject& contour) {

@@ -17,17 +17,17 @@ namespace qev {
 
 /// mm. Pieces with a coordinate beyond are left out: the products of their coordinates would leave the range
 /// of numbers, in the conversion of a curve first.
-inline constexpr double kFarthest = 1e70;
+inline constexpr double kFarthestOutline = 1e70;
 
-/// Whether all coordinates of a point are numbers within kFarthest.
+/// Whether all coordinates of a point are numbers within kFarthestOutline.
 inline bool IsMeasurable(const math::DPOINT2& p) {
-    return std::abs(p.x) <= kFarthest && std::abs(p.y) <= kFarthest;
+    return std::abs(p.x) <= kFarthestOutline && std::abs(p.y) <= kFarthestOutline;
 }
-/// Whether a piece has a bulge, axes and parameters that are numbers, and lies within kFarthest.
+/// Whether a piece has a bulge, axes and parameters that are numbers, and lies within kFarthestOutline.
 bool IsMeasurable(const OutlinePiece& piece);
 
-/// The index of a contour, when it has one that can be searched and lies within kFarthest; else null, and for
-/// contours of a few segments, over which to go is as fast.
+/// The index of a contour, when it has one that can be searched and lies within kFarthestOutline; else null,
+/// and for contours of a few segments, over which to go is as fast.
 const ContourIndex* UsableIndexOf(const CCadObject& contour);
 
 /// A box that holds a measurable piece, a little larger than need be, without a root or an angle: round a

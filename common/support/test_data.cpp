@@ -20,13 +20,13 @@ constexpr char kTestName[] = "TestName";
 
 // True from the end of the ignore list on. Plug-ins that unload late may still call, and a bool has no
 // destructor, so that it may be read even then.
-bool s_isOver = false;
+bool s_isUnloaded = false;
 struct AtUnload {
-    ~AtUnload() { s_isOver = true; }
+    ~AtUnload() { s_isUnloaded = true; }
 };
 
 bool IsIgnored(const CString& test, const std::list<CString>& ignored) {
-    return test.IsEmpty() || (!s_isOver && std::ranges::find(ignored, test) != ignored.end());
+    return test.IsEmpty() || (!s_isUnloaded && std::ranges::find(ignored, test) != ignored.end());
 }
 
 CCadGroup* GroupOfTest(const std::list<CCadObject*>& objects, const CString& test) {
@@ -43,7 +43,7 @@ std::list<CString> CTestDataHandle::ms_BlackList;
 static const AtUnload s_atUnload; // behind the list, and so destroyed before it
 
 void CTestDataHandle::SetIgnoreList(const std::list<CString>& names) {
-    if (!s_isOver) ms_BlackList = std::list<CString>(names); // all of them or, without memory, none
+    if (!s_isUnloaded) ms_BlackList = std::list<CString>(names); // all of them or, without memory, none
 }
 
 void CTestDataHandle::AddToZoneManager(CCadGroup* group, CZoneManager* zones) {

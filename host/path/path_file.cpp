@@ -34,7 +34,7 @@ constexpr std::array kRoles{
     RoleLayer{qev::kit::kOverlapRole, {"OVERLAP", 6}},
 };
 
-std::string_view LayerOf(const qev::CCadObject& path) {
+std::string_view PathLayerOf(const qev::CCadObject& path) {
     for (const RoleLayer& each : kRoles)
         if (HasRole(path, each.role)) return each.layer.name;
     return kCuts.name;
@@ -52,7 +52,7 @@ void AddBridges(DxfWriter& writer, const qev::CCadObject& object) {
 void Add(DxfWriter& writer, const qev::CCadObject& object) {
     writer.Add(object, object.GetType() == qev::kCadText ? kTexts.name : kContours.name);
     if (object.GetToolPathList().empty()) return;
-    for (const qev::CCadObject* path : object.GetToolPathList()) writer.Add(*path, LayerOf(*path));
+    for (const qev::CCadObject* path : object.GetToolPathList()) writer.Add(*path, PathLayerOf(*path));
     AddBridges(writer, object);
 }
 
