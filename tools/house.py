@@ -39,7 +39,7 @@ MAY_INCLUDE = {
     "data": (STANDARD, OCCT, LAYERS, BASE),
     "platform": (STANDARD, r"<qev/platform\.h>", r'"\.\./\w+\.h"'),
     "platform/win32": (STANDARD, r"<(windows|shlwapi|gdiplus)\.h>", r'"\.\./\w+\.h"'),
-    "platform/posix": (STANDARD, r"<(dlfcn|gdk-pixbuf/gdk-pixbuf|iconv|sys/stat|unistd)\.h>", r'"\.\./\w+\.h"'),
+    "platform/posix": (STANDARD, r"<(dlfcn|gdk-pixbuf/gdk-pixbuf|iconv|link|sys/auxv|sys/stat|unistd)\.h>", r'"\.\./\w+\.h"'),
     "include": (STANDARD, BASE, PUBLIC, LAYERS),
     "common/message": (STANDARD, r"<qev/message\.h>"),
     "common/units": (STANDARD, r"<qev/units/\w+\.h>", r'"platform/dialog\.h"'),
@@ -79,6 +79,7 @@ for room in ("script", "technics", "units", "support"):
 for room in HOST_ROOMS:
     MAY_INCLUDE[f"host/{room}"] = (STANDARD, PUBLIC, LAYERS, KIT, rf'"host/({up_to(HOST_ROOMS, room)})/\w+\.h"')
 MAY_INCLUDE["host/drawing"] += (FREETYPE, r'"platform/(dynamic_library|encoding|path)\.h"')
+MAY_INCLUDE["host/actions"] += (r'"platform/(dynamic_library|path)\.h"',)
 MAY_INCLUDE["host/dxf"] += (r'"platform/encoding\.h"',)
 MAY_INCLUDE["host/report"] += (r"<nlohmann/json\.hpp>", r'"platform/(held_interrupts|output_path)\.h"')
 MAY_INCLUDE["host/picture"] += (r"<nlohmann/json\.hpp>",)
