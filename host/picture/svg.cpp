@@ -1,7 +1,9 @@
 // The document's own coordinates are pixels. The drawing is a document within it, whose box is the drawing's:
 // the legend and the scale bar beside it so keep a size that can be read, whatever is drawn. Lines are as
 // wide on the screen at any zoom (vector-effect), since a width in mm is right for one zoom only; marks grow
-// with the drawing.
+// with the drawing. Programs that know no vector-effect (librsvg is one) would take the pixels for mm and
+// paint a small part over; so the widths in mm that are right at first come first, and the others stand under
+// a condition (@supports) that such programs pass over.
 //
 // The drawing's y axis points up and SVG's down. One group turns the whole drawing over, rather than every
 // coordinate: so the numbers in the file are the drawing's.
@@ -15,6 +17,7 @@
 #include <array>
 #include <cmath>
 #include <ostream>
+#include <sstream>
 
 #include "host/report/print.h"
 #include "path_text.h"
@@ -102,18 +105,32 @@ std::string ColourRules(const std::vector<int>& styles, const char* Style::*colo
     return rules;
 }
 
-std::string StyleSheet(const std::vector<int>& styles) {
-    std::string sheet =
-        "<style>\nsvg{max-width:100%;max-height:100vh}text{font:20px sans-serif}.step{text-anchor:middle}\n"
-        "path,circle,rect{fill:none;fill-rule:evenodd;stroke-linejoin:round;vector-effect:non-scaling-stroke}"
-        "\n";
+// The widths and the dashes of lines within a part of the document, times a factor.
+std::string StrokeRules(const std::vector<int>& styles, const char* within, double factor) {
+    std::string rules;
     for (const int i : styles) {
         const Style& style = Styles()[i];
-        sheet += TextOf(".", style.name, "{stroke-width:", style.width, "px");
-        if (*style.dash) sheet += TextOf(";stroke-dasharray:", style.dash);
-        sheet += "}";
+        rules += TextOf(within, ".", style.name, "{stroke-width:", style.width * factor, "px");
+        std::istringstream dashes(style.dash);
+        const char* before = ";stroke-dasharray:";
+        double dash = 0;
+        while (dashes >> dash) {
+            rules += TextOf(before, dash * factor);
+            before = " ";
+        }
+        rules += "}";
     }
-    return sheet + "\n" + ColourRules(styles, &Style::light, kLightGround, Styles()[0].light)
+    return rules + "\n";
+}
+
+std::string StyleSheet(const std::vector<int>& styles, double mmPerPixel) {
+    return "<style>\nsvg{max-width:100%;max-height:100vh}text{font:20px "
+           "sans-serif}.step{text-anchor:middle}\n"
+           "path,circle,rect{fill:none;fill-rule:evenodd;stroke-linejoin:round}\n"
+           + StrokeRules(styles, "", 1) + StrokeRules(styles, ".drawing ", mmPerPixel)
+           + "@supports(vector-effect:non-scaling-stroke){.drawing *{vector-effect:non-scaling-stroke}\n"
+           + StrokeRules(styles, ".drawing ", 1) + "}\n"
+           + ColourRules(styles, &Style::light, kLightGround, Styles()[0].light)
            + "\n@media(prefers-color-scheme:dark){\n"
            + ColourRules(styles, &Style::dark, kDarkGround, Styles()[0].dark) + "}\n</style>\n";
 }
@@ -204,10 +221,10 @@ void WriteSvg(const Picture& picture, std::ostream& out) {
                   width, "' height='", whole, "' viewBox='0 0 ", width, " ", whole, "'>\n<title id='title'>",
                   Escaped(picture.Title()), "</title>\n<desc id='desc'>");
     out << picture.Outlines().size() << " objects on " << picture.Layers().size() << " layers</desc>\n"
-        << StyleSheet(styles)
+        << StyleSheet(styles, 1 / scale)
         << TextOf("<rect class='ground' width='", width, "' height='", whole, "'/>\n<svg width='", width,
                   "' height='", height, "' viewBox='", box.x, " ", -box.y - box.height, " ", box.width, " ",
-                  box.height, "'>\n<g transform='scale(1,-1)'>\n");
+                  box.height, "'>\n<g class='drawing' transform='scale(1,-1)'>\n");
     WriteOutlines(picture, out);
     WriteOverlays(picture, styles, out);
     WriteSteps(picture, out);
