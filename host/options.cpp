@@ -29,7 +29,7 @@ constexpr const char* kExamples = R"(Examples:
   qev_host part.dxf --pick 0,40 --walk 0:0.5:100    what is at a point, and 100 mm along it from there
   qev_host part.dxf --order --feed 3000 --dxf path.dxf     what is cut when, and how long it takes
   qev_host *.dxf --json | jq .length_mm             the contour lengths of a folder
-  qev_host part.dxf --plugin ./leadin.so --technics 'T={LeadIn={Length=4}}' --save part.technics
+  qev_host part.dxf --plugin leadin --technics 'T={LeadIn={Length=4}}' --svg part.svg    a picture with lead-ins
 
 Exit codes: 0 all drawings were read whole, 2 one was read in part (--lenient), 1 one was refused,
 64 the command line cannot be used.
@@ -151,8 +151,10 @@ void AddQuestions(CLI::App& app, Options& to) {
 
 void AddTechnics(CLI::App& app, TechnicsRequest& to) {
     app.option_defaults()->group("Technics");
-    app.add_option("--plugin", to.plugIns, "load a technics plug-in; may come several times")
-        ->type_name("FILE")
+    app.add_option(
+           "--plugin", to.plugIns,
+           "load a technics plug-in, by its file or the name of an installed one; may come several times")
+        ->type_name("NAME")
         ->take_all()
         ->allow_extra_args(false);
     app.add_option("--technics", to.text,
@@ -160,8 +162,8 @@ void AddTechnics(CLI::App& app, TechnicsRequest& to) {
         ->type_name("TEXT");
     app.add_option("--params", to.params, "where the mouse is: 'MouseSegment=2;MouseRatio=0.5;'")
         ->type_name("TEXT");
-    app.add_option("--remove", to.remove, "remove technics of a type from the same objects")
-        ->type_name("TYPE");
+    app.add_option("--remove", to.remove, "remove technics of a name, as LeadIn, from the same objects")
+        ->type_name("NAME");
     app.add_option("--save", to.save, "write the technics of all objects")->type_name("FILE");
     app.add_option("--load", to.load, "read them, before any are added")->type_name("FILE");
 }

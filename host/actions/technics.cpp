@@ -10,7 +10,6 @@
 #include <map>
 #include <memory>
 #include <ostream>
-#include <set>
 #include <sstream>
 
 #include <qev/qev.h>
@@ -18,6 +17,7 @@
 #include <qevtechnics/paths.h>
 
 #include "host/drawing/unicode.h"
+#include "plug_ins.h"
 #include "saved_technics.h"
 
 namespace host {
@@ -49,16 +49,6 @@ private:
     qev::CTechnicsManager& m_rManager;
 };
 
-// A run over several drawings asks with each of them. What is loaded stays as long as the process.
-void LoadPlugIns(qev::CTechnicsManager& manager, const std::vector<std::string>& paths) {
-    static std::set<std::string> loaded;
-    for (const std::string& path : paths) {
-        if (loaded.contains(path)) continue;
-        if (!manager.LoadTechnicsPlugIn(path)) throw DrawingError(manager.GetLastErrorText());
-        loaded.insert(path);
-    }
-}
-
 // Prints what operators say of an addition. A line that begins with a blank is about the next refused object.
 void PrintMessage(const std::string& message, const Objects& refused, const Numbered& contours,
                   std::ostream& out) {
@@ -85,10 +75,19 @@ void Add(qev::CTechnicsManager& manager, const TechnicsRequest& request, const O
     if (!added) throw DrawingError("no technics: there is one that fits on no contour");
 }
 
-void Remove(qev::CTechnicsManager& manager, int type, const Objects& selection, std::ostream& out) {
+// The type of technics that a user names: by its name, or by the type's number.
+int TypeOf(qev::CTechnicsManager& manager, const std::string& name) {
+    for (qev::CITechnicsOperator* each : *manager.GetTehcnisItemVector())
+        if (name == each->GetTechnicsName() || name == std::to_string(each->GetTechnicsType()))
+            return each->GetTechnicsType();
+    throw DrawingError("nothing to remove: no plug-in knows technics " + name);
+}
+
+void Remove(qev::CTechnicsManager& manager, const std::string& name, const Objects& selection,
+            std::ostream& out) {
     Objects changed, refused;
-    std::string message = "no operator";
-    if (!manager.RemoveTechnics(&selection, type, &changed, &refused, message))
+    std::string message;
+    if (!manager.RemoveTechnics(&selection, TypeOf(manager, name), &changed, &refused, message))
         throw DrawingError("nothing to remove: " + message);
     manager.UpdataViewDataNotify(&changed);
     out << "technics: " << FromBridge(message) << "\n";
@@ -132,7 +131,7 @@ void RunTechnics(const TechnicsRequest& request, const Drawing& drawing, const q
     manager.SetDataOnly(true); // technics come with drawings, from anywhere
     LoadPlugIns(manager, request.plugIns);
     const bool isAsked =
-        request.remove || !request.load.empty() || !request.text.empty() || !request.save.empty();
+        !request.remove.empty() || !request.load.empty() || !request.text.empty() || !request.save.empty();
     if (!isAsked) return;
     Objects contours;
     qev::CollectLeafNode(&drawing.root.GetObjectsList(), &contours);
@@ -142,7 +141,7 @@ void RunTechnics(const TechnicsRequest& request, const Drawing& drawing, const q
     const Lent lent(manager, drawing);
     if (!request.load.empty()) LoadTechnics(manager, objects, request.load);
     if (!request.text.empty()) Add(manager, request, selection, objects, out);
-    if (request.remove) Remove(manager, *request.remove, selection, out);
+    if (!request.remove.empty()) Remove(manager, request.remove, selection, out);
     if (!request.save.empty()) SaveTechnics(manager, objects, request.save);
     DrawPaths(contours, picture, out);
 } catch (const char* text) { // from the Lua cursor: a parameter out of bounds

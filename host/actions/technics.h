@@ -3,7 +3,6 @@
 #pragma once
 
 #include <iosfwd>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,11 +13,11 @@ namespace host {
 
 /// What is to be done about technics, in the order of its members.
 struct TechnicsRequest {
-    std::vector<std::string> plugIns; ///< files to load; those of earlier requests stay loaded
+    std::vector<std::string> plugIns; ///< files or names to load; those of earlier requests stay loaded
     std::string load;                 ///< file with technics of the contours; empty for none
     std::string text;                 ///< Lua text of technics to add; empty for none
     std::string params;               ///< where the mouse is, handed on with the text
-    std::optional<int> remove;        ///< type of technics to remove
+    std::string remove;               ///< name or type of technics to remove; empty for none
     std::string save;                 ///< file that takes the technics of all contours; empty for none
 };
 

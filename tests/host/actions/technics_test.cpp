@@ -53,7 +53,7 @@ TEST_F(Technics, SavingLoadingAndSavingAgainGivesOneText) {
                           "MicroJoint={Width=2,Spacing=5,Zone=1},};\n"});
     ExpectRuns({{load, 0, {}}});
     EXPECT_EQ(BytesOf(saved), text);
-    ExpectRuns({{load + " --remove 1", 0, {"lead-ins removed from 4 of 4"}},
+    ExpectRuns({{load + " --remove LeadIn", 0, {"lead-ins removed from 4 of 4"}},
                 {load + " --remove 2", 0, {"micro-joints removed from 4 of 4"}}});
     EXPECT_EQ(BytesOf(saved), "");
 }
