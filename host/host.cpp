@@ -74,6 +74,7 @@ void Act(const Options& options, Read& read, const std::string& name, const Stre
         if (isDrawn) picture.Mark(report);
     if (options.startZones)
         DrawStartZones(reports, *options.startZones, options.cornerDegrees, picture, words);
+    if (options.groups) DrawGroups(reports, picture, words);
     if (options.cut) DrawCut(reports, *options.cut, picture, words);
     // without a pick the walk is on the first object, and technics are on all
     const int picked = options.pick ? DrawPick(drawing, reports, *options.pick, picture, words) : 0;

@@ -134,6 +134,8 @@ void AddQuestions(CLI::App& app, Options& to) {
                    "convert every object to lines and arcs within MM, draw them over it")
         ->type_name("MM")
         ->check(kNotNegative);
+    app.add_flag("--groups", to.groups,
+                 "group the segments of polylines: lines in a row, arcs of one circle, flattened curves");
     AddRequest(app, "--cut", "OBJ:FROM:TO", to.cut,
                "cut a stretch out of object OBJ; positions are segment index + ratio");
     AddRequest(app, "--pick", "X,Y", to.pick,

@@ -39,6 +39,7 @@ struct Options {
     bool listLayers = false;             ///< prints the layers of each drawing
     int rows = 40;                       ///< the most rows of the table
     std::optional<double> polylineError; ///< mm; converts every object
+    bool groups = false;                 ///< finds the segments that a machine treats as one
     std::optional<CutRequest> cut;       ///< cuts a stretch out of an object
     std::optional<math::DPOINT2> pick;   ///< picks the object nearest to a point
     std::optional<double> startZones;    ///< mm round each sharp corner; finds places to start at

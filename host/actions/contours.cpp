@@ -3,6 +3,7 @@
 
 #include "contours.h"
 
+#include <array>
 #include <memory>
 #include <ostream>
 #include <sstream>
@@ -49,6 +50,30 @@ void DrawConverted(const std::vector<ObjectReport>& reports, double error, Pictu
         picture.MarkJoints(*polyline, "joint");
     }
     out << converted << " objects converted within " << error << " mm: " << segments << " lines and arcs\n";
+}
+
+void DrawGroups(const std::vector<ObjectReport>& reports, Picture& picture, std::ostream& out) {
+    using Groups = qev::CTopoMultiPolyline;
+    std::array<int, Groups::kCurve + 1> counts{};
+    for (const ObjectReport& report : reports) {
+        const auto* const polyline = dynamic_cast<const qev::CCadPolyline*>(report.object);
+        const std::unique_ptr<Groups> groups(Groups::CreateTopoMultiPolyline(polyline));
+        if (!groups) continue;
+        for (const Groups::TopoInfo& group : groups->GetTopoInfo()) {
+            ++counts[group.nKind];
+            picture.MarkPoint(polyline->GetSegment(group.nFirst).ptStart, "joint");
+            if (group.nFirst == group.nLast) continue;
+            math::PosRange range({group.nFirst, 0}, {group.nLast, 1});
+            qev::NormalizePos(polyline, range.end);
+            const std::unique_ptr<qev::CCadMultiSegments> part(qev::CutStretch(polyline, range));
+            // a whole closed contour is no range, as its start and end are one position
+            const qev::CCadMultiSegments* const shown = part ? part.get() : polyline;
+            picture.Draw(*shown, "group");
+        }
+    }
+    out << "groups: " << counts[Groups::kLine] << " lines, " << counts[Groups::kArc] << " arcs, "
+        << counts[Groups::kLines] << " runs of lines, " << counts[Groups::kArcs] << " runs of arcs, "
+        << counts[Groups::kCurve] << " curves\n";
 }
 
 void DrawCut(const std::vector<ObjectReport>& reports, const CutRequest& cut, Picture& picture,

@@ -33,6 +33,10 @@ struct WalkRequest {
 void DrawConverted(const std::vector<ObjectReport>& reports, double error, Picture& picture,
                    std::ostream& out);
 
+/// Draws the groups of segments that a machine treats as one in the polylines of lines and arcs, marks where
+/// each group starts, and prints how many there are of each kind. Other objects are passed over.
+void DrawGroups(const std::vector<ObjectReport>& reports, Picture& picture, std::ostream& out);
+
 /// Cuts a stretch out of an object, draws it and prints its length. What is no contour of segments is cut out
 /// of its polyline. Throws a DrawingError when there is no such object or it has no such stretch.
 void DrawCut(const std::vector<ObjectReport>& reports, const CutRequest& cut, Picture& picture,

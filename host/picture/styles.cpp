@@ -32,6 +32,7 @@ constexpr std::array kStyles = {
     Style{"free", "free stretch", kGreen, kGreen, 5, "", MarkForm::kLine},
     Style{"zone", "excluded zone", kVermillion, kVermillion, 5, "2 3", MarkForm::kLine},
     Style{"cut", "stretch cut out", kPurple, kPurple, 5, "14 3", MarkForm::kLine},
+    Style{"group", "segments as one group", kBlue, kSkyBlue, 5, "20 4", MarkForm::kLine},
     Style{"converted", "lines and arcs instead", kDeepOrange, kOrange, 1.8, "8 5", MarkForm::kLine},
     Style{"joint", "joint of lines and arcs", kDeepOrange, kOrange, 1.2, "", MarkForm::kDisc},
     Style{"rapid", "rapid move", kGrey, kPaleGrey, 1, "2 5", MarkForm::kLine},

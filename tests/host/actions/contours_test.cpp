@@ -20,6 +20,14 @@ TEST_F(HostRun, ActionsOnASquareACircleAndAText) {
     });
 }
 
+TEST_F(HostRun, LinesInARowAreOneGroup) {
+    Write(DxfFile("0 LWPOLYLINE 70 1 10 0 20 0 10 15 20 0 10 30 20 0 42 1 10 30 20 20 10 0 20 20"));
+    ExpectRuns({{"--groups",
+                 0,
+                 {"2 lines, 1 arcs, 1 runs of lines, 0 runs of arcs, 0 curves",
+                  "class='group' d='M0 0L15 0L30 0'"}}});
+}
+
 TEST_F(HostRun, ClosedContoursAreEnteredAwayFromTheirCorners) {
     Write(DxfFile(kSquareWords + "0 CIRCLE 10 5 20 5 40 2 0 LINE 10 20 20 0 11 30 21 0"));
     const std::string square =
