@@ -392,7 +392,7 @@ bool CTechnicsManager::KnowsTechnics(const std::string& luaText) {
 bool CTechnicsManager::HasOperatorsFor(CLuaAccess& cursor) {
     std::vector<CLuaAccess::FieldInfo> fields;
     cursor.CollectFields(fields);
-    if (fields.empty()) m_strLastError = "the text holds no technics";
+    if (fields.empty()) m_strLastError = "the text holds no technics, as T={Name={}} does";
     std::string loaded;
     for (CITechnicsOperator* each : m_vecOperators) {
         std::erase_if(fields, [&](const auto& field) { return field.name == each->GetTechnicsName(); });

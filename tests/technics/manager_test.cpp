@@ -57,7 +57,7 @@ TEST_F(Manager, NothingInATextIsPassedOver) {
         {"T={Joint={},Laed={}}", "there is no technics Laed; loaded are Lead, Joint"},
         {"T={Joint={},Joint={}}", "technics: Joint is there twice"},
         {"T={Joint={}} T={Lead={}}", "technics: T is there twice"},
-        {"T={}", "the text holds no technics"},
+        {"T={}", "the text holds no technics, as T={Name={}} does"},
     };
     for (const auto& [text, expected] : cases) EXPECT_EQ(answer(text), expected) << text;
     lead.onAdd = [](CLuaAccess&) { return false; };
