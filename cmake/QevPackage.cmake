@@ -6,8 +6,9 @@ endif()
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/QevCommon)
+set(plug_in_dir ${CMAKE_INSTALL_LIBDIR}/qevcommon/plugins)
 configure_package_config_file(cmake/QevCommonConfig.cmake.in ${PROJECT_BINARY_DIR}/QevCommonConfig.cmake
-  INSTALL_DESTINATION ${package_dir})
+  INSTALL_DESTINATION ${package_dir} PATH_VARS plug_in_dir)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/QevCommonConfigVersion.cmake
   COMPATIBILITY SameMinorVersion) # before 1.0 a new second number may break callers
 set(package_files QevCommonConfig.cmake QevCommonConfigVersion.cmake FindLua52.cmake)
@@ -23,10 +24,25 @@ if(BUILD_SHARED_LIBS) # what plug-ins are built with
   install(FILES cmake/QevPlugin.cmake cmake/qev_new_plugin.cmake DESTINATION ${package_dir} COMPONENT development)
   install(DIRECTORY kit/template DESTINATION ${package_dir} COMPONENT development)
   file(RELATIVE_PATH to_package_dir ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_PREFIX}/${package_dir})
-  configure_file(cmake/qev_new_plugin.in ${PROJECT_BINARY_DIR}/qev_new_plugin @ONLY NO_SOURCE_PERMISSIONS)
-  install(PROGRAMS ${PROJECT_BINARY_DIR}/qev_new_plugin DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT development)
+  set(new_plugin qev_new_plugin)
+  set(newlines LF)
+  if(WIN32)
+    set(new_plugin qev_new_plugin.cmd)
+    set(newlines CRLF)
+  else()
+    install(FILES cmake/qev_new_plugin.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT development)
+  endif()
+  configure_file(cmake/${new_plugin}.in ${PROJECT_BINARY_DIR}/${new_plugin} @ONLY NO_SOURCE_PERMISSIONS NEWLINE_STYLE ${newlines})
+  install(PROGRAMS ${PROJECT_BINARY_DIR}/${new_plugin} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT development)
 endif()
 install(FILES NOTICE README.md CHANGELOG.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
+install(FILES docs/plate.svg DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT runtime) # where README.md shows it
+install(FILES docs/technics.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT tools)
+set(examples_dir ${CMAKE_INSTALL_DOCDIR}/examples)
+install(DIRECTORY examples/drawings DESTINATION ${examples_dir} COMPONENT tools)
+install(DIRECTORY docs/guides examples/plugins DESTINATION ${examples_dir} COMPONENT development)
+install(FILES tests/consumer/CMakeLists.txt tests/consumer/main.cpp tests/consumer/build_with_pkg_config
+  DESTINATION ${examples_dir}/host COMPONENT development)
 install(EXPORT QevCommonTargets NAMESPACE QevCommon:: DESTINATION ${package_dir} COMPONENT development)
 export(EXPORT QevCommonTargets NAMESPACE QevCommon:: FILE ${PROJECT_BINARY_DIR}/QevCommonTargets.cmake)
 
@@ -75,6 +91,21 @@ if(WIN32 AND BUILD_SHARED_LIBS AND PROJECT_IS_TOP_LEVEL)
   install(PROGRAMS ${dlls} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
   install(FILES ${Lua52_LIBRARY} DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
   install(DIRECTORY ${Lua52_INCLUDE_DIR}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/lua5.2 COMPONENT development)
+endif()
+
+# The terms of what is compiled into the program, and on Windows of what stands beside it, go along with it, as the
+# building system's packages state them.
+if(QEV_BUILD_EXAMPLES)
+  set(works libcli11-dev nlohmann-json3-dev fonts-dejavu-core)
+  if(WIN32)
+    list(APPEND works libfreetype-dev liblua5.2-dev libocct-foundation-dev gcc-mingw-w64-base mingw-w64-common)
+    install(FILES /usr/share/common-licenses/GPL-3 /usr/share/common-licenses/LGPL-2.1
+      DESTINATION ${CMAKE_INSTALL_DOCDIR}/licences COMPONENT tools OPTIONAL)
+  endif()
+  foreach(work ${works})
+    install(FILES /usr/share/doc/${work}/copyright RENAME ${work}.txt
+      DESTINATION ${CMAKE_INSTALL_DOCDIR}/licences COMPONENT tools OPTIONAL)
+  endforeach()
 endif()
 
 if(PROJECT_IS_TOP_LEVEL)
