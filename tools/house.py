@@ -62,9 +62,11 @@ MAY_INCLUDE = {
     "tests": (STANDARD, OCCT, PUBLIC, LAYERS, KIT, r"<gtest/gtest\.h>", r'"(examples|host|measure|support|platform|technics)/[\w/]+\.h"', TESTED),
     "tests/host": (STANDARD, FREETYPE, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(host|support)/[\w/]+\.h"'),
     "tests/script": (STANDARD, LUA, r"<iconv\.h>", PUBLIC, r"<gtest/gtest\.h>", r'"(script|support)/\w+\.h"'),
+    "tests/hostile": (STANDARD, OCCT, r'"(hostile|support|platform)/\w+\.h"'),
     "tests/technics": (STANDARD, LUA, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"(technics|script|support|platform)/\w+\.h"'),
     "tests/host/report": (STANDARD, r'"(host|platform)/[\w/]+\.h"', r"<sys/resource\.h>"),
     "tests/lifetime": (STANDARD, LUA, PUBLIC, r"<gtest/gtest\.h>", r'"platform/\w+\.h"'),
+    "tests/limits": (STANDARD, PUBLIC, LAYERS, r"<sys/resource\.h>", r'"(technics|support)/\w+\.h"'),
     "tests/support/win32": (STANDARD, r"<windows\.h>", r'"support/\w+\.h"'),
 }
 for room in COMMON_ROOMS:
