@@ -40,19 +40,25 @@ inline bool IsAtAnEnd(const math::POLYPOS& pos, const math::PosRange& range) {
     return IsSamePos(pos, range.start) || IsSamePos(pos, range.end);
 }
 
-/// Whether a range does not start behind its end and lies clearly before `from` or clearly behind `to`: true
-/// of nearly all ranges of a list, whichever is asked. On which side it lies is not branched on, and neither
-/// is whether it ends on the segment on which it starts, as both would be guessed wrong for every other range
-/// of a list.
+/// Whether a range ends before it starts, compared exactly: true of all that run over the start point.
+/// Whether it ends on the segment on which it starts is not branched on, as that would be guessed wrong for
+/// every other range of a list.
+inline bool IsTurned(const math::PosRange& range) {
+    const math::POLYPOS &start = range.start, &end = range.end;
+    return (end.nSegIndex < start.nSegIndex)
+           | ((end.nSegIndex == start.nSegIndex) & (end.dRatio < start.dRatio));
+}
+
+/// Whether a range is not turned and lies clearly before `from` or clearly behind `to`: true of nearly all
+/// ranges of a list, whichever is asked. On which side it lies is not branched on, as it would be guessed
+/// wrong for every other range of a list.
 inline bool LiesBeside(const math::PosRange& range, const math::POLYPOS& from, const math::POLYPOS& to) {
     const auto clearlyBefore = [](const math::POLYPOS& a, const math::POLYPOS& b) {
         return (a.nSegIndex == b.nSegIndex) & (b.dRatio - a.dRatio >= kSameRatio);
     };
     const math::POLYPOS &start = range.start, &end = range.end;
-    const bool isTurned = (end.nSegIndex < start.nSegIndex)
-                          | ((end.nSegIndex == start.nSegIndex) & (end.dRatio < start.dRatio));
     const bool onOthers = (end.nSegIndex < from.nSegIndex) | (to.nSegIndex < start.nSegIndex);
-    return !isTurned && (onOthers || (clearlyBefore(end, from) | clearlyBefore(to, start)));
+    return !IsTurned(range) && (onOthers || (clearlyBefore(end, from) | clearlyBefore(to, start)));
 }
 
 /// Whether a range over the start point holds a position, ends included within kSameRatio.

@@ -3,8 +3,8 @@
 // A range whose start lies after its end runs over the contour's start point. Every function treats such a
 // range as what it is, two pieces: one up to the contour's end and one from its start. Merging goes once over
 // the ranges in the order of their starts, where a range can only touch the one merged last. The pieces
-// behind the start point are merged first, since all of them begin at (0, 0); when anything is left of them
-// in front, it belongs to the last range, which then runs over the start point again.
+// behind the start point, all of which begin at (0, 0), are one; the merged ranges that it reaches are merged
+// with it at the end, and what it is then belongs to the last range, which runs over the start point again.
 //
 // Positions are compared exactly where ranges are merged, so that merging is an order and its answer does not
 // depend on what was merged before; they are compared within kSameRatio where a position is asked against an
@@ -226,6 +226,19 @@ void Arrange(std::vector<PosRange>& ranges, Starts starts) {
     }
 }
 
+// Merges the piece behind the start point, of which something was found, with merged ranges: those that it
+// reaches go into it, and what it is then belongs to the last range.
+void PutInFront(PosRange front, std::vector<PosRange>& merged) {
+    auto apart = merged.begin();
+    for (; apart != merged.end() && !IsBefore(front.end, apart->start); ++apart)
+        if (!IsBefore(apart->end, front.end)) front.end = apart->end;
+    if (apart == merged.end())
+        *--apart = front;
+    else
+        merged.back().end = front.end;
+    merged.erase(merged.begin(), apart);
+}
+
 bool AreUsable(const PosRange& a, const PosRange& b) {
     return IsWellFormed(a) && IsWellFormed(b);
 }
@@ -283,28 +296,25 @@ void CombineRange(std::vector<PosRange>* ranges, int nSegments) {
     if (!ranges || ranges->size() < 2 || nSegments == 0) return;
     PosRange front; // all pieces behind the start point, which merge as they all begin there
     bool split = false;
-    for (const PosRange& range : *ranges) {
-        if (!RunsOverStart(range)) continue;
-        if (!split || IsBefore(front.end, range.end)) front.end = range.end;
-        split = true;
-    }
-    PosRange* last = split ? &front : nullptr; // the range that was merged last
-    auto merged = ranges->begin();             // behind all that were merged but the front
-    for (const PosRange& range : *ranges) {
-        const POLYPOS end = split && RunsOverStart(range) ? POLYPOS{nSegments, 0.0} : range.end;
-        if (!last || IsBefore(last->end, range.start)) {
-            last = &*merged++;
-            if (last != &range) *last = range;
+    auto last = ranges->begin(); // the range that was merged last
+    for (auto range = ranges->begin(); range != ranges->end(); ++range) {
+        POLYPOS end = range->end;
+        if (IsTurned(*range) && RunsOverStart(*range)) {
+            if (!split || IsBefore(front.end, end)) front.end = end;
+            split = true;
+            end = {nSegments, 0.0};
+        }
+        if (range == last) {
+            last->end = end;
+        } else if (IsBefore(last->end, range->start)) {
+            if (++last != range) *last = *range;
             last->end = end;
         } else if (!IsBefore(end, last->end)) {
             last->end = end;
         }
     }
-    if (split && merged == ranges->begin())
-        *merged++ = front;
-    else if (split)
-        last->end = front.end;
-    ranges->erase(merged, ranges->end());
+    ranges->erase(last + 1, ranges->end());
+    if (split) PutInFront(front, *ranges);
 }
 
 bool IsRangeIntersected(const PosRange& range, const POLYPOS& pos) {
