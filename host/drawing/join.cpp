@@ -16,14 +16,15 @@
 // alone. A node knows its box and which of its free ends was drawn first, and so bounds what a search can
 // find in it, by distance and, among equal distances, by the order of drawing. A search begins in
 // the leaf of the end that it goes on from and looks at the other halves on the way up, since the nearest end
-// is mostly near in the tree too. A node that cannot beat what was found is left out. The distance from a box
-// is rounded as the distance from a point is and never exceeds that of an end in it, so that the answer is
-// exactly that of a search through all ends. An end that is used goes out of its leaf and of the nodes above
-// it. Building and joining take n log n steps for n pieces, also where all of them end in one point or lie
-// closer together than the tolerance. A grid of cells as wide as the tolerance was rejected: a cell that
-// holds all ends makes the work quadratic. A tree whose leaves are single ends was rejected too: it is no
-// faster, and takes more memory than the pieces. A layer has a tree of its own, as ends of other layers in
-// one point would cost as much.
+// is mostly near in the tree too, until it comes to a node in whose box lies all that is as near as what was
+// found: every end of another node lies beside that box, as each half was cut off by a line. A node that
+// cannot beat what was found is left out. The distance from a box is rounded as the distance from a point is
+// and never exceeds that of an end in it, so that the answer is exactly that of a search through all ends. An
+// end that is used goes out of its leaf and of the nodes above it. Building and joining take n log n steps
+// for n pieces, also where all of them end in one point or lie closer together than the tolerance. A grid of
+// cells as wide as the tolerance was rejected: a cell that holds all ends makes the work quadratic. A tree
+// whose leaves are single ends was rejected too: it is no faster, and takes more memory than the pieces. A
+// layer has a tree of its own, as ends of other layers in one point would cost as much.
 
 #include "join.h"
 
@@ -125,7 +126,8 @@ public:
         Candidate best{tolerance, kNoEnd};
         std::size_t node = LeafOf(end);
         Search(node, BoundOf(node, p), p, best);
-        for (; node != kRoot; node /= 2) Search(node ^ 1, BoundOf(node ^ 1, p), p, best);
+        for (; node != kRoot && !HoldsRound(m_vecNodes[node].box, p, best.distance); node /= 2)
+            Search(node ^ 1, BoundOf(node ^ 1, p), p, best);
         return best.end;
     }
 
@@ -194,6 +196,12 @@ private:
                          [along](const End& a, const End& b) { return a.point.*along < b.point.*along; });
         Build(2 * node, leaf, leaves / 2);
         Build(2 * node + 1, leaf + leaves / 2, leaves / 2);
+    }
+
+    // Whether all that is no farther from p than a distance lies in a box, not on its border.
+    static bool HoldsRound(const math::Bounds& box, const DPOINT2& p, double distance) {
+        return p.x - box.lower.x > distance && box.upper.x - p.x > distance && p.y - box.lower.y > distance
+               && box.upper.y - p.y > distance;
     }
 
     Candidate BoundOf(std::size_t node, const DPOINT2& p) const {
@@ -271,32 +279,58 @@ std::vector<int> ChainFrom(int first, FreeEnds& freeEnds, double tolerance) {
     return chain;
 }
 
-// Puts the contour of a chain in the place of the piece of it that was drawn first, and deletes the pieces.
-void Replace(const std::vector<LeafPlace>& places, int firstDrawn, const std::vector<int>& chain,
-             double tolerance) {
+// The contour of a chain, which takes the layer and the colour of a piece.
+std::unique_ptr<CCadObject> ContourOf(const std::vector<LeafPlace>& places, const std::vector<int>& chain,
+                                      const CCadObject& like, double tolerance) {
     std::vector<SEGMENT> segments;
     segments.reserve(chain.size());
     for (const int end : chain) AppendSegments(places[end / 2].Object(), end % 2 == 1, segments);
     if (math::D2GetDistance(segments.back().ptEnd, segments.front().ptStart) <= tolerance)
         segments.back().ptEnd = segments.front().ptStart;
-    const LeafPlace& first = places[firstDrawn];
     auto contour = MakeContour(segments, {});
     for (const char* key : {"Layer", "Color"}) {
-        const CString value = first.Object().GetKey(key);
+        const CString value = like.GetKey(key);
         if (!value.IsEmpty()) contour->SetKey(key, value);
     }
-    first.group->GetObjectsList().insert(first.object, contour.release());
-    for (const int end : chain) places[end / 2].Delete();
+    return contour;
 }
+
+// Puts contours in the place of pieces. The pieces are deleted at the end, from the first to the last: most
+// lie in memory as they were drawn, so that this is several times as fast as to delete them by their
+// contours.
+class Replaced {
+public:
+    explicit Replaced(const std::vector<LeafPlace>& places) : m_places(places), m_vecUsed(places.size()) {}
+    Replaced(const Replaced&) = delete;
+    Replaced& operator=(const Replaced&) = delete;
+    ~Replaced() {
+        for (std::size_t i = 0; i < m_places.size(); ++i)
+            if (m_vecUsed[i]) m_places[i].Delete();
+    }
+
+    // Puts the contour of a chain before the piece of it that was drawn first.
+    void Put(const std::vector<int>& chain, int firstDrawn, double tolerance) {
+        const LeafPlace& first = m_places[firstDrawn];
+        auto contour = ContourOf(m_places, chain, first.Object(), tolerance);
+        first.group->GetObjectsList().insert(first.object, contour.get());
+        contour.release(); // the group's now
+        for (const int end : chain) m_vecUsed[end / 2] = true;
+    }
+
+private:
+    const std::vector<LeafPlace>& m_places;
+    std::vector<bool> m_vecUsed;
+};
 
 int JoinLayer(Pieces pieces, double tolerance) {
     FreeEnds freeEnds(std::move(pieces.ends));
+    Replaced replaced(pieces.places);
     int joined = 0;
     for (int i = 0; i < static_cast<int>(pieces.places.size()); ++i) {
         if (!freeEnds.IsFree(2 * i)) continue;
         const std::vector<int> chain = ChainFrom(2 * i, freeEnds, tolerance);
         if (chain.size() < 2) continue;
-        Replace(pieces.places, i, chain, tolerance); // the pieces before it are used
+        replaced.Put(chain, i, tolerance); // the pieces before it are used
         joined += static_cast<int>(chain.size());
     }
     return joined;
