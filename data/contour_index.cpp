@@ -12,8 +12,10 @@
 //     | k (t^2 + n^2) - 2 n | / (1 + sqrt((k t)^2 + (1 - k n)^2))
 // where t and n are the point's coordinates along the tangent at the start and to its left, and k is the
 // curvature. That is the distance from the circle, | rho - 1/k |, multiplied out, so that no far centre takes
-// the digits: for k = 0 it is the distance from the line. Whether the foot lies on the arc is seen from the
-// two tangents at its ends. Both are off by some 1e-16 of the coordinates. Every segment is kept whose
+// the digits: for k = 0 it is the distance from the line, so that one formula serves lines and arcs, without
+// a branch. Whether the foot lies on the arc is seen from the two tangents at its ends: up to a half turn it
+// lies ahead of the start and behind the end, on a wider arc it does one of the two. Both are off by some
+// 1e-16 of the coordinates. Every segment is kept whose
 // distance is within the margins of the least, the margin being more than a distance by the callers' rules
 // may be off; what is left out then is farther away than what is kept, by anybody's rule.
 //
@@ -47,8 +49,6 @@ namespace {
 using math::DPOINT2;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-// mm. Coordinates beyond are not searched: their squares and the margins would leave the range of numbers.
-constexpr double kFarthest = 1e100;
 
 } // namespace
 
@@ -64,7 +64,7 @@ public:
             m_index.m_tree.VisitNearestFirst(
                 m_point, m_dSquareBound, [this](int level, int i) { return IsStripFar(level, i); },
                 [this](int run) { MeasureRun(run); });
-        else if (m_index.HasOnlyLines())
+        else if (m_index.HasNoBezier())
             return ListOfFew(near);
         else
             for (int run = 0; run * kRun < count; ++run) MeasureRun(run);
@@ -88,21 +88,25 @@ private:
         if (m_nCount > 1) std::sort(near.segments.begin(), near.segments.begin() + m_nCount);
     }
 
-    // A few lines are all measured before the first is listed, so that none is listed that others then beat.
+    // Of a few lines and arcs all are measured before the first is listed, so that none is listed that others
+    // then beat. They are measured by twos; a place behind an odd number stands for the contour's end.
     void ListOfFew(NearSegments& near) {
         const int count = m_index.GetSegmentCount();
         std::array<double, kFew> squares;
-        MeasureChords(0, count, squares.data());
-        const double least = *std::min_element(squares.begin(), squares.begin() + count);
-        Lower(std::sqrt(least));
+        Measure(0, count + count % 2, squares.data());
+        double even = kInfinity, odd = kInfinity;
+        for (int i = 0; i < count; i += 2) {
+            even = squares[i] < even ? squares[i] : even;
+            odd = squares[i + 1] < odd ? squares[i + 1] : odd;
+        }
+        Lower(std::sqrt(std::min(even, odd)));
         near.distance = m_dLeast;
         near.margin = MarginAt(m_dLeast);
-        near.count = 0;
         near.isListed = true;
-        for (int i = 0; i < count && near.isListed; ++i) {
-            if (!(squares[i] <= m_dSquareBound)) continue;
-            near.isListed = near.count < NearSegments::kMost;
-            if (near.isListed) near.segments[near.count++] = i;
+        near.count = 0;
+        for (int i = 0; i < count; ++i) {
+            near.segments[near.count] = i;
+            near.count += squares[i] <= m_dSquareBound ? 1 : 0;
         }
     }
 
@@ -126,9 +130,9 @@ private:
 
     void MeasureRun(int run) {
         Squares squares;
-        MeasureChords(run, kRun, squares.data());
+        Measure(run, kRun, squares.data());
         const int first = run * kRun, count = std::min(kRun, m_index.GetSegmentCount() - first);
-        if (!m_index.HasOnlyLines()) return MeasureCurves(first, count, squares);
+        if (!m_index.HasNoBezier()) return MeasurePieces(first, count, squares);
         const double least = Least(squares);
         if (!(least <= m_dSquareBound)) return;
         Lower(std::sqrt(least));
@@ -136,10 +140,17 @@ private:
             if (squares[k] <= m_dSquareBound) Keep({squares[k], first + k});
     }
 
-    // The squares of the distances from the chords of so many places, from a run on. The places of the last
-    // run behind the last segment stand for its end, which is no nearer than it is. The ratio of a foot is
-    // kept between 0 and 1 by sums, from which a compiler makes no branches; far beyond the ends they lose no
-    // more than the last digits of the distance.
+    // The squares of the distances of so many places, from a run on; for a Bezier piece that from its chord.
+    // The places of the last run behind the last segment stand for its end, which is no nearer than it is.
+    void Measure(int run, int places, double* squares) const {
+        if (m_index.HasOnlyLines())
+            MeasureChords(run, places, squares);
+        else
+            MeasureArcs(run, places, squares);
+    }
+
+    // The ratio of a foot is kept between 0 and 1 by sums, from which a compiler makes no branches; far
+    // beyond the ends they lose no more than the last digits of the distance.
     void MeasureChords(int run, int places, double* squares) const {
         const std::ptrdiff_t first = std::ptrdiff_t{run} * kRun;
         const double* const x = m_index.m_vecX.data() + first;
@@ -155,40 +166,48 @@ private:
         }
     }
 
-    // The one with the nearest chord comes first: most others need not be measured then.
-    void MeasureCurves(int first, int count, const Squares& fromChords) {
-        const double* const chords = fromChords.data();
-        const int nearest = static_cast<int>(std::min_element(chords, chords + count) - chords);
-        MeasureCurve(first + nearest, fromChords[nearest]);
+    // Lines are arcs without curvature here.
+    void MeasureArcs(int run, int places, double* squares) const {
+        const std::ptrdiff_t first = std::ptrdiff_t{run} * kRun;
+        const double* const x = m_index.m_vecX.data() + first;
+        const double* const y = m_index.m_vecY.data() + first;
+        const double* const leavingX = m_index.m_arcs.leavingX.data() + first;
+        const double* const leavingY = m_index.m_arcs.leavingY.data() + first;
+        const double* const arrivingX = m_index.m_arcs.arrivingX.data() + first;
+        const double* const arrivingY = m_index.m_arcs.arrivingY.data() + first;
+        const double* const curvature = m_index.m_arcs.curvature.data() + first;
+        const double* const wideness = m_index.m_arcs.wideness.data() + first;
+        for (int k = 0; k < places; ++k) {
+            const DPOINT2 fromStart{m_point.x - x[k], m_point.y - y[k]};
+            const DPOINT2 fromEnd{m_point.x - x[k + 1], m_point.y - y[k + 1]};
+            const double ahead = fromStart.x * leavingX[k] + fromStart.y * leavingY[k];
+            const double left = leavingX[k] * fromStart.y - leavingY[k] * fromStart.x;
+            const double behind = -(fromEnd.x * arrivingX[k] + fromEnd.y * arrivingY[k]);
+            const double toStart = math::Dot(fromStart, fromStart), toEnd = math::Dot(fromEnd, fromEnd);
+            const double nearerEnd = toStart < toEnd ? toStart : toEnd;
+            const DPOINT2 fromCentre{curvature[k] * ahead, 1 - curvature[k] * left}; // times the curvature
+            const double gap = (curvature[k] * toStart - 2 * left) / (1 + math::Norm(fromCentre));
+            // twice the greater of the two on a wide arc, twice the smaller on the others
+            const double beside = ahead + behind + wideness[k] * std::abs(ahead - behind);
+            squares[k] = beside > 0 ? gap * gap : nearerEnd;
+        }
+    }
+
+    // The one with the nearest chord comes first: most Bezier pieces need not be measured then.
+    void MeasurePieces(int first, int count, const Squares& squares) {
+        const int nearest =
+            static_cast<int>(std::min_element(squares.data(), squares.data() + count) - squares.data());
+        MeasurePiece(first + nearest, squares[nearest]);
         for (int k = 0; k < count; ++k)
-            if (k != nearest) MeasureCurve(first + k, fromChords[k]);
+            if (k != nearest) MeasurePiece(first + k, squares[k]);
     }
-    void MeasureCurve(int i, double square) {
+    void MeasurePiece(int i, double square) {
+        if (!m_index.m_vecIsBezier[i]) {
+            if (square <= m_dSquareBound) Offer(std::sqrt(square), 0, i);
+            return;
+        }
         const double limit = m_dBound + m_index.m_vecWidths[i];
-        if (!(square <= limit * limit)) return;
-        const Curve& curve = m_index.m_vecCurves[i];
-        if (curve.isBezier)
-            OfferBezier(i);
-        else if (curve.curvature == 0)
-            OfferLine(square, i);
-        else
-            OfferArc(i);
-    }
-
-    void OfferLine(double square, int i) {
-        if (square <= m_dSquareBound) Offer(std::sqrt(square), 0, i);
-    }
-
-    void OfferArc(int i) {
-        const Curve& arc = m_index.m_vecCurves[i];
-        const DPOINT2 fromStart = m_point - m_index.GetJoint(i), fromEnd = m_point - m_index.GetJoint(i + 1);
-        const double ahead = math::Dot(fromStart, arc.leaving), behind = -math::Dot(fromEnd, arc.arriving);
-        const double toStart = math::Dot(fromStart, fromStart), toEnd = math::Dot(fromEnd, fromEnd);
-        const bool isBeside = arc.isWide ? ahead > 0 || behind > 0 : ahead > 0 && behind > 0;
-        if (!isBeside) return OfferLine(std::min(toStart, toEnd), i);
-        const double left = math::Cross(arc.leaving, fromStart);
-        const DPOINT2 fromCentre{arc.curvature * ahead, 1 - arc.curvature * left}; // times the curvature
-        Offer(std::abs(arc.curvature * toStart - 2 * left) / (1 + math::Norm(fromCentre)), 0, i);
+        if (square <= limit * limit) OfferBezier(i);
     }
 
     // The nearest point of the piece, of which the nearest sample is at most half a step away.
@@ -236,159 +255,6 @@ private:
     int m_nCount = 0;
     bool m_bOverflow = false;
 };
-
-// Fills an index in one pass over the segments, and then the tree.
-class ContourIndex::Builder {
-public:
-    Builder(ContourIndex& index, const CCadPolylineBase& contour)
-        : m_index(index), m_contour(contour), m_nCount(contour.GetSegmentCount()),
-          m_vecBoxes((m_nCount + kRun - 1) / kRun) {}
-
-    void Build() {
-        const std::size_t places = m_vecBoxes.size() * kRun;
-        m_index.m_vecLengths.resize(m_nCount);
-        m_index.m_vecSums.resize(m_nCount + 1);
-        m_index.m_vecX.resize(places + 1);
-        m_index.m_vecY.resize(places + 1);
-        m_index.m_vecInverse.resize(places);
-        SetJoint(0, m_contour.GetStartPoint());
-        AddAll();
-        m_index.m_bIsClosed = EndsMeet(m_contour);
-        std::fill(m_index.m_vecX.begin() + m_nCount, m_index.m_vecX.end(), m_index.m_vecX[m_nCount]);
-        std::fill(m_index.m_vecY.begin() + m_nCount, m_index.m_vecY.end(), m_index.m_vecY[m_nCount]);
-        MeasureBoxes();
-    }
-
-private:
-    // A polyline of lines and arcs hands out its nodes, so that no segment is asked for by a call.
-    void AddAll() {
-        const auto* const polyline = dynamic_cast<const CCadPolyline*>(&m_contour);
-        for (int i = 0; i < m_nCount; ++i) {
-            if (polyline && polyline->GetNodes()[i].bulge == 0)
-                AddLine(i, {polyline->GetNodes()[i].x, polyline->GetNodes()[i].y});
-            else
-                Add(i, m_contour.GetSegment(i));
-        }
-    }
-
-    void Add(int i, const SEGMENT& segment) {
-        if (segment.nType == SEGMENT::kLine) return AddLine(i, segment.ptEnd);
-        m_vecBoxes[i / kRun].Add(segment.GetBounds());
-        AddEnd(i, segment.ptEnd, SquareOfChord(segment), segment.GetLength());
-        for (int line = GetCurveCount(); line < i; ++line) AddCurve(LineAt(line));
-        AddCurve(segment);
-    }
-
-    // A line from the end of the segment before it.
-    void AddLine(int i, const DPOINT2& end) {
-        const DPOINT2 start = m_index.GetJoint(i), along = end - start;
-        const double square = math::Dot(along, along);
-        math::Bounds& box = m_vecBoxes[i / kRun];
-        if (i % kRun == 0) box.Add(start); // else the line before has added it, or the curve
-        box.Add(end);
-        AddEnd(i, end, square, std::sqrt(square));
-        if (!m_index.HasOnlyLines()) AddCurve(LineAt(i));
-    }
-
-    void AddEnd(int i, const DPOINT2& end, double squareOfChord, double length) {
-        SetJoint(i + 1, end);
-        const double inverse = 1 / squareOfChord;
-        m_index.m_vecInverse[i] = std::isfinite(inverse) ? inverse : 0; // 0 for next to no chord
-        m_index.m_vecLengths[i] = length;
-        m_index.m_dLongest = std::max(m_index.m_dLongest, length);
-        m_index.m_vecSums[i + 1] = m_index.m_vecSums[i] + length;
-        m_index.m_bIsMeasured = m_index.m_bIsMeasured && std::isfinite(length);
-    }
-    void SetJoint(int i, const DPOINT2& joint) {
-        m_index.m_vecX[i] = joint.x;
-        m_index.m_vecY[i] = joint.y;
-    }
-    SEGMENT LineAt(int i) const { return {m_index.GetJoint(i), m_index.GetJoint(i + 1)}; }
-    int GetCurveCount() const { return static_cast<int>(m_index.m_vecCurves.size()); }
-    static double SquareOfChord(const SEGMENT& segment) {
-        return math::Dot(segment.ptEnd - segment.ptStart, segment.ptEnd - segment.ptStart);
-    }
-
-    void AddCurve(const SEGMENT& segment) {
-        const math::BulgeArc arc = segment.GetArc();
-        Curve curve;
-        curve.isBezier = segment.nType == SEGMENT::kBezier;
-        m_index.m_bHasNoBezier = m_index.m_bHasNoBezier && !curve.isBezier;
-        if (!curve.isBezier && !arc.IsStraight()) {
-            // An arc without a chord to speak of is a point by some rules and a circle by others.
-            const bool hasChord = math::Norm(arc.end - arc.start) >= math::kZeroLength;
-            curve = {arc.DirectionAt(0), arc.DirectionAt(1), arc.GetCurvature(), std::abs(arc.bulge) > 1,
-                     false};
-            m_index.m_bIsMeasured = m_index.m_bIsMeasured && hasChord && std::isfinite(curve.curvature)
-                                    && math::IsFinite(curve.leaving);
-        }
-        m_index.m_vecCurves.push_back(curve);
-        m_index.m_vecWidths.push_back(WidthOf(segment));
-    }
-
-    // The arc's height over its chord, from which no point of it is farther, or how far the control points of
-    // a Bezier piece are from its chord, inside of whose hull the piece lies.
-    static double WidthOf(const SEGMENT& segment) {
-        if (segment.nType != SEGMENT::kBezier)
-            return std::sqrt(SquareOfChord(segment)) * std::abs(segment.GetArc().bulge) / 2;
-        const DPOINT2 &start = segment.ptStart, &end = segment.ptEnd;
-        return std::sqrt(std::max(SquareFromLine(segment.ptCtrl1, start, end),
-                                  SquareFromLine(segment.ptCtrl2, start, end)));
-    }
-
-    void MeasureBoxes() {
-        for (const math::Bounds& run : m_vecBoxes) m_index.m_bounds.Add(run);
-        const math::Bounds& all = m_index.m_bounds;
-        for (const double coordinate : {all.lower.x, all.lower.y, all.upper.x, all.upper.y})
-            m_index.m_dExtent = std::max(m_index.m_dExtent, std::abs(coordinate));
-        m_index.m_bIsMeasured = m_index.m_bIsMeasured && m_index.m_dExtent < kFarthest;
-        if (!m_index.m_bIsMeasured) return; // nobody will search
-        m_index.m_tree = BoxTree(m_vecBoxes);
-        const std::vector<double>* parts = &m_index.m_vecWidths;
-        m_index.m_vecStrips.reserve(m_index.m_tree.GetLevelCount());
-        for (int level = 0, size = 1; level < m_index.m_tree.GetLevelCount(); ++level, size *= kRun) {
-            m_index.m_vecStrips.push_back(StripsOver(*parts, size));
-            parts = &m_index.m_vecStrips.back();
-        }
-    }
-
-    // The widths of the strips over each eight parts of `size` segments; no widths stand for straight parts.
-    std::vector<double> StripsOver(const std::vector<double>& parts, int size) const {
-        std::vector<double> strips;
-        strips.reserve(m_nCount / (size * kRun) + 1);
-        for (int first = 0; first < m_nCount; first += size * kRun)
-            strips.push_back(parts.empty() ? StripOverLines(first) : StripOver(parts, first, size));
-        return strips;
-    }
-    double StripOverLines(int first) const {
-        const DPOINT2 start = m_index.GetJoint(first), end = m_index.GetJoint(first + kRun);
-        double widest = 0;
-        for (int k = 1; k < kRun; ++k)
-            widest = std::max(widest, SquareFromLine(m_index.GetJoint(first + k), start, end));
-        return std::sqrt(widest);
-    }
-    double StripOver(const std::vector<double>& parts, int first, int size) const {
-        const int behindAll = first + size * kRun;
-        const DPOINT2 start = m_index.GetJoint(first), end = JointAt(behindAll);
-        double widest = 0, before = 0; // the start is on the strip's chord
-        for (int at = first, stop = std::min(behindAll, m_nCount); at < stop; at += size) {
-            const double behind = std::sqrt(SquareFromLine(JointAt(at + size), start, end));
-            widest = std::max(widest, std::max(before, behind) + parts[at / size]);
-            before = behind;
-        }
-        return widest;
-    }
-    DPOINT2 JointAt(int i) const { return m_index.GetJoint(std::min(i, m_nCount)); }
-
-    ContourIndex& m_index;
-    const CCadPolylineBase& m_contour;
-    int m_nCount;
-    std::vector<math::Bounds> m_vecBoxes;
-};
-
-ContourIndex::ContourIndex(const CCadPolylineBase& contour) {
-    Builder(*this, contour).Build();
-}
 
 bool ContourIndex::FindNear(const CCadObject& contour, const DPOINT2& p, NearSegments& near) const {
     const double extent = std::max({m_dExtent, std::abs(p.x), std::abs(p.y)});

@@ -26,7 +26,7 @@ inline double SquareFromLine(const math::DPOINT2& p, const math::DPOINT2& a, con
 /// The segments of a contour that may be the nearest to a point.
 struct NearSegments {
     /// So many are listed at most; on ordinary contours one or two are near.
-    static constexpr int kMost = 24;
+    static constexpr int kMost = 32;
 
     double distance = 0;             ///< mm; of the nearest one, to `margin`
     double margin = 0;               ///< mm; more than such a distance may be off, however it is computed
@@ -64,6 +64,7 @@ public:
     static void Forget(const CCadObject& object);
     /// Number of segments up to which a search by the tree costs as much as one without.
     static constexpr int kFew = 32;
+    static_assert(kFew <= NearSegments::kMost); // all of a few may be near
 
     /// Number of neighbouring segments that share a box of the tree.
     static constexpr int kRun = BoxTree::kFan;
@@ -71,7 +72,8 @@ public:
     /// Whether all lengths and coordinates are numbers that can be searched and summed. Where this is false,
     /// callers ask every segment.
     bool IsMeasured() const { return m_bIsMeasured; }
-    /// The exact bounding box of the whole contour.
+    /// A box that holds the whole contour: the exact one where it has no arcs; round an arc it may be a
+    /// little larger.
     const math::Bounds& GetBounds() const { return m_bounds; }
     /// Number of segments that the contour had.
     int GetSegmentCount() const { return static_cast<int>(m_vecLengths.size()); }
@@ -83,13 +85,13 @@ public:
     /// Length in mm of the whole contour.
     double GetTotal() const { return m_vecSums.back(); }
     /// How many segments there are to a mm of the contour; infinite when it has no length.
-    double GetSegmentsPerLength() const { return GetSegmentCount() / GetTotal(); }
+    double GetSegmentsPerLength() const { return m_dSegmentsPerLength; }
     /// Whether the contour ends where it starts.
     bool IsClosed() const { return m_bIsClosed; }
     /// Whether all segments are straight.
-    bool HasOnlyLines() const { return m_vecCurves.empty(); }
+    bool HasOnlyLines() const { return m_arcs.curvature.empty(); }
     /// Whether all segments are lines and arcs.
-    bool HasNoBezier() const { return m_bHasNoBezier; }
+    bool HasNoBezier() const { return m_vecIsBezier.empty(); }
     /// Where the segment at an index starts; at the number of segments, where the last one ends.
     math::DPOINT2 GetJoint(int index) const { return {m_vecX[index], m_vecY[index]}; }
 
@@ -121,30 +123,35 @@ public:
     }
 
 private:
-    // What tells how far a segment is that is not straight; lines among arcs have one too.
-    struct Curve {
-        math::DPOINT2 leaving;  // unit vector of travel at the start, (0, 0) without a chord
-        math::DPOINT2 arriving; // that at the end
-        double curvature = 0;   // 1/mm, positive counter-clockwise
-        bool isWide = false;    // more than a half turn
-        bool isBezier = false;
+    // What tells how far a segment is where not all are straight, each number in a row of its own, so that a
+    // compiler works on several segments at once. A line is an arc without curvature, and so is the chord of
+    // a Bezier piece, as which it stands here. For each place of a run; none when all segments are lines.
+    struct Arcs {
+        std::vector<double> leavingX, leavingY; // unit vector of travel at the start, (0, 0) without a chord
+        std::vector<double> arrivingX, arrivingY; // that at the end
+        std::vector<double> curvature;            // 1/mm, positive counter-clockwise
+        std::vector<double> wideness;             // 1 for more than a half turn, else -1
     };
     class Builder;
     class Search;
+    // mm. Coordinates beyond are not searched: their squares and the margins would leave the range of
+    // numbers.
+    static constexpr double kFarthest = 1e100;
 
     std::vector<double> m_vecLengths;
     std::vector<double> m_vecSums;
-    std::vector<Curve> m_vecCurves;     // one for each segment, none when all are lines
+    Arcs m_arcs;
+    std::vector<bool> m_vecIsBezier;    // for each segment; none when there is no Bezier piece
     std::vector<double> m_vecX, m_vecY; // the joints, the last one repeated to the end of the last run
     std::vector<double> m_vecInverse; // 1 / (square of the chord), 0 without a chord; for each place of a run
     std::vector<double> m_vecWidths;  // mm; how far a segment's points may be from its chord, as the curves
     std::vector<std::vector<double>> m_vecStrips; // mm; so for the chords over the boxes of each level
     BoxTree m_tree;                               // of the runs
     math::Bounds m_bounds;
-    double m_dExtent = 0;  // mm; the largest magnitude of a coordinate
-    double m_dLongest = 0; // mm; the greatest length of a segment
+    double m_dExtent = 0;            // mm; the largest magnitude of a coordinate
+    double m_dLongest = 0;           // mm; the greatest length of a segment
+    double m_dSegmentsPerLength = 0; // 1/mm
     bool m_bIsMeasured = true;
-    bool m_bHasNoBezier = true;
     bool m_bIsClosed = false;
 };
 
@@ -162,6 +169,16 @@ inline const ContourIndex* IndexOf(const CCadObject& object) {
 inline SEGMENT SegmentOf(const CCadObject& contour, const ContourIndex* index, int i) {
     const bool isLine = index && index->HasOnlyLines();
     return isLine ? SEGMENT(index->GetJoint(i), index->GetJoint(i + 1)) : contour.GetSegment(i);
+}
+
+/// The point at a fraction from 0 to 1 of the length of a contour's segment, whose index has to be one of its
+/// own. Where there is an index of the contour, which may be null, and all segments are straight, the contour
+/// is not asked for the segment.
+inline math::DPOINT2 PointOf(const CCadObject& contour, const ContourIndex* index, int i, double ratio) {
+    if (!index || !index->HasOnlyLines()) return contour.GetSegment(i).GetPoint(ratio);
+    const math::DPOINT2 start = index->GetJoint(i), end = index->GetJoint(i + 1);
+    const bool isPoint = start.x == end.x && start.y == end.y; // also where it lies at infinity
+    return isPoint ? start : math::Interpolate(start, end, ratio);
 }
 
 /// The box that a CCadPolyline or a CCadPolylineEx keeps. Null the first time that it is asked for, and for

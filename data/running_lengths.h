@@ -73,15 +73,16 @@ public:
     }
 
 private:
-    static constexpr int kRow = 8;
+    static constexpr int kRow = 8; // a power of 2
 
-    // The first of a row of segments among which the contour is probably so many mm long. Most contours have
-    // segments of like lengths, so that the mean length leads near the place, and a few corrections by it to
-    // the place: past fewer sums, which lie far apart in memory, than halving goes through.
+    // The first of a row of segments among which the contour is probably so many mm long; there are as many
+    // segments at least. Most contours have segments of like lengths, so that the mean length leads near the
+    // place, and a few corrections by it to the place: past fewer sums, which lie far apart in memory, than
+    // halving goes through.
     int GuessedRow(double length) const {
         constexpr int kGuesses = 6;
         constexpr double kNear = 3; // segments, less than half a row
-        const std::vector<double>& sums = m_pIndex->GetSums();
+        const double* const sums = m_pIndex->GetSums().data();
         const double segmentsPerLength = m_pIndex->GetSegmentsPerLength();
         double guess = length * segmentsPerLength;
         int i = 0;
@@ -91,19 +92,19 @@ private:
             if (std::abs(missed) < kNear) break;
             guess = i + missed;
         }
-        return std::max(i - kRow / 2, 0);
+        return std::clamp(i - kRow / 2, 0, m_nCount - kRow);
     }
 
-    // The place is counted off in the guessed row. Where it is not there, since lengths are too uneven, all
-    // are halved.
+    // The guessed row is halved, without a branch that would be guessed wrong. Where the place is not there,
+    // since lengths are too uneven, all are halved.
     template <class Test>
     Place FirstOfSums(double about, const Test& isReached) const {
-        const std::vector<double>& sums = m_pIndex->GetSums();
-        const int first = GuessedRow(about), behind = std::min(first + kRow, m_nCount);
-        const bool isBefore = first > 0 && isReached(sums[first]);
-        if (isBefore || (behind < m_nCount && !isReached(sums[behind]))) return HalvedSums(isReached);
-        int place = first;
-        for (int k = first + 1; k <= behind; ++k) place += isReached(sums[k]) ? 0 : 1;
+        if (m_nCount < kRow) return HalvedSums(isReached);
+        const double* const sums = m_pIndex->GetSums().data();
+        int place = GuessedRow(about);
+        const bool isBefore = place > 0 && isReached(sums[place]);
+        if (isBefore || !isReached(sums[place + kRow])) return HalvedSums(isReached);
+        for (int step = kRow / 2; step > 0; step /= 2) place += isReached(sums[place + step]) ? 0 : step;
         return {place, sums[place]};
     }
     template <class Test>

@@ -10,7 +10,7 @@
 namespace math {
 
 double RegularizeRadian(double radian) {
-    double angle = std::fmod(radian, kTwoPi);
+    double angle = std::abs(radian) < kTwoPi ? radian : std::fmod(radian, kTwoPi); // most need no call
     if (angle < 0) angle += kTwoPi;
     return angle >= kTwoPi ? 0 : angle; // the sum rounds up to 2*pi for a tiny negative angle
 }

@@ -132,12 +132,12 @@ double BulgeArc::GetChordArea() const {
 // angle comes from the chord's direction, which a far centre would blur.
 std::optional<CentreArc> SolveCentreArc(const DPOINT2& start, const DPOINT2& end, double bulge) {
     const DPOINT2 chord = end - start;
-    const double sweep = 4 * Atan(bulge);
+    const double half = HalfAngle(bulge), sweep = 2 * half;
     if (!(Norm(chord) >= kZeroLength && std::abs(sweep) >= kZeroAngle)) return std::nullopt;
     CentreArc arc;
     arc.centre = (start + end) * 0.5 + LeftOf(chord) * ((1 / bulge - bulge) / 4);
     arc.radius = Norm(chord) / 2 / std::abs(HalfAngleSine(bulge));
-    const double entry = Atan2(chord.y, chord.x) - HalfAngle(bulge) - std::copysign(kHalfPi, bulge);
+    const double entry = Atan2(chord.y, chord.x) - half - std::copysign(kHalfPi, bulge);
     arc.startAngle = RegularizeRadian(entry);
     arc.sweep = sweep;
     return arc;

@@ -226,8 +226,10 @@ std::optional<POLYPOS> NearestOnEllipse(const CCadPolyline* polyline, bool close
 }
 
 // Where a point lies on an object; none for a kind without positions. `near` is null, or the segments of the
-// object that a search for it has found near.
+// object that a search for it has found near. Both kinds that keep an index are picked, and need not be asked
+// what they are.
 std::optional<POLYPOS> NearestPlace(const CCadObject* object, const DPOINT2& p, const NearSegments* near) {
+    if (ContourIndex::KeptBy(*object)) return NearestOnContour(*object, p, near);
     return VisitCad(
         object, kPickedContours,
         Handle{

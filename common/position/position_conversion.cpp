@@ -49,8 +49,18 @@ Point PointOfEllipse(const Ellipse& ellipse, double ratio) {
     return point;
 }
 
-// A line answers whatever the index is, the other single pieces for their only segment 0.
+// `kept` is the index that the contour keeps, or null.
+Point PointOnContour(const CCadObject& contour, const ContourIndex* kept, int index, double ratio) {
+    const int count = kept ? kept->GetSegmentCount() : contour.GetSegmentCount();
+    if (index < 0 || index >= count) return std::nullopt;
+    return PointOf(contour, kept, index, ratio);
+}
+
+// A line answers whatever the index is, the other single pieces for their only segment 0. Both kinds that
+// keep an index are served, and need not be asked what they are.
 Point PointAt(const CCadObject* object, int index, double ratio) {
+    const ContourIndex* const kept = object ? ContourIndex::KeptBy(*object) : nullptr;
+    if (kept) return PointOnContour(*object, kept, index, ratio);
     const auto ofFirst = [index](const auto& pointOf) { return index == 0 ? Point(pointOf()) : Point(); };
     return VisitCad(
         object, kPointContours,
@@ -70,11 +80,7 @@ Point PointAt(const CCadObject* object, int index, double ratio) {
                    return ofFirst([&] { return PointOfEllipse(ellipse, ratio); });
                },
                [&](const CCadEllipseArc& arc) { return ofFirst([&] { return PointOfEllipse(arc, ratio); }); },
-               [&](const Contour& contour) -> Point {
-                   if (index < 0 || index >= contour.object.GetSegmentCount()) return std::nullopt;
-                   const ContourIndex* const kept = ContourIndex::KeptBy(contour.object);
-                   return SegmentOf(contour.object, kept, index).GetPoint(ratio);
-               },
+               [&](const Contour& contour) { return PointOnContour(contour.object, nullptr, index, ratio); },
                Others<CCadDot>(Point())});
 }
 
