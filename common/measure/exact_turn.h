@@ -72,10 +72,10 @@ inline double CertainTurn(const math::DPOINT2& a, const math::DPOINT2& b, const 
 }
 
 /// Above 0 when the way from a over b to c turns left, below 0 when it turns right, and 0 when the three lie
-/// on a line, exactly.
-inline double ExactTurn(const math::DPOINT2& a, const math::DPOINT2& b, const math::DPOINT2& c) {
-    const double turn = CertainTurn(a, b, c);
-    if (turn != 0) return turn;
+/// on a line, exactly, by the products without rounding. It is called and not put in line: hardly any turn
+/// needs it, and its arrays would take the registers of loops over turns.
+[[gnu::noinline]] inline double SumOfTurn(const math::DPOINT2& a, const math::DPOINT2& b,
+                                          const math::DPOINT2& c) {
     ExactSum sum;
     sum.AddProduct(a.x, b.y);
     sum.AddProduct(-a.y, b.x);
@@ -84,6 +84,13 @@ inline double ExactTurn(const math::DPOINT2& a, const math::DPOINT2& b, const ma
     sum.AddProduct(c.x, a.y);
     sum.AddProduct(-c.y, a.x);
     return sum.Sign();
+}
+
+/// Above 0 when the way from a over b to c turns left, below 0 when it turns right, and 0 when the three lie
+/// on a line, exactly.
+inline double ExactTurn(const math::DPOINT2& a, const math::DPOINT2& b, const math::DPOINT2& c) {
+    const double turn = CertainTurn(a, b, c);
+    return turn != 0 ? turn : SumOfTurn(a, b, c);
 }
 
 /// Whether the way from a over b to c turns left, exactly: not when the three lie on a line.

@@ -94,7 +94,8 @@ Candidate Turned(const Candidate& p) {
 }
 
 bool ComesBefore(const Candidate& p, const Candidate& q) {
-    if (p.x != q.x) return p.x < q.x;
+    if (p.x < q.x) return true;
+    if (p.x > q.x) return false;
     return p.y != q.y ? p.y < q.y : p.nPlace < q.nPlace;
 }
 
@@ -153,9 +154,9 @@ public:
                                std::min(m_candidates[i].high, right.high)};
     }
     std::size_t GetColumns() const { return m_columns.GetCount(); }
-    std::size_t ColumnOf(const Candidate& p) const { return m_columns.Of(p.x); }
-    bool IsLower(const Candidate& p, std::size_t column) const { return p.y <= m_candidates[column].low; }
-    bool IsUpper(const Candidate& p, std::size_t column) const { return p.y >= m_candidates[column].high; }
+    std::size_t ColumnOf(const DPOINT2& p) const { return m_columns.Of(p.x); }
+    bool IsLower(const DPOINT2& p, std::size_t column) const { return p.y <= m_candidates[column].low; }
+    bool IsUpper(const DPOINT2& p, std::size_t column) const { return p.y >= m_candidates[column].high; }
 
 private:
     Columns m_columns;
@@ -208,9 +209,14 @@ Candidate CandidateOf(const std::vector<Point>& points, std::size_t place) {
     return {p.x, p.y, p.nTag, static_cast<std::uint32_t>(place)};
 }
 
-// Fills and sorts the halves, in a store with room for the points twice; halvesOf tells whether a point may
-// be a corner of the lower half, and of the upper one. There is no branch on that, as it would be guessed
-// wrong for every other point of a contour.
+// 1 for each half of which a point may be a corner, else 0: numbers, as two bools would share a register.
+struct Counts {
+    std::size_t lower, upper;
+};
+
+// Fills and sorts the halves, in a store with room for the points twice; halvesOf tells of which half a point
+// may be a corner. There is no branch on that, as it would be guessed wrong for every other point of a
+// contour.
 template <class HalvesOf>
 Halves Split(const std::vector<Point>& points, Candidates store, Candidate* scratch,
              const HalvesOf& halvesOf) {
@@ -218,12 +224,13 @@ Halves Split(const std::vector<Point>& points, Candidates store, Candidate* scra
     std::size_t lower = 0;
     std::size_t upper = n;
     for (std::size_t i = 0; i < n; ++i) {
-        const Candidate p = CandidateOf(points, i);
-        const auto [isLower, isUpper] = halvesOf(p);
-        store[lower] = p;
-        store[upper] = Turned(p);
-        lower += isLower;
-        upper += isUpper;
+        const Point& p = points[i];
+        const Counts counts = halvesOf(DPOINT2{p.x, p.y});
+        const auto place = static_cast<std::uint32_t>(i);
+        store[lower] = {p.x, p.y, p.nTag, place};
+        store[upper] = {-p.x, -p.y, p.nTag, place};
+        lower += counts.lower;
+        upper += counts.upper;
     }
     const Halves halves{store.first(lower), store.subspan(n, upper - n)};
     std::vector<std::size_t> columns;
@@ -237,9 +244,9 @@ Halves SplitByLine(const std::vector<Point>& points, Candidates store) {
     const auto ends = std::minmax_element(points.begin(), points.end(), before);
     const DPOINT2 left{ends.first->x, ends.first->y};
     const DPOINT2 right{ends.second->x, ends.second->y};
-    return Split(points, store, nullptr, [&](const Candidate& p) {
-        const double turn = CertainTurn(left, right, At(p));
-        return std::pair(turn <= 0, turn >= 0);
+    return Split(points, store, nullptr, [&](const DPOINT2& p) {
+        const double turn = CertainTurn(left, right, p);
+        return Counts{turn <= 0, turn >= 0};
     });
 }
 
@@ -247,9 +254,9 @@ Halves SplitBySieve(const std::vector<Point>& points, std::unique_ptr<Candidate[
     const Sieve sieve(points);
     const std::size_t n = points.size();
     store = std::make_unique_for_overwrite<Candidate[]>(3 * n);
-    return Split(points, {store.get(), 2 * n}, &store[2 * n], [&sieve](const Candidate& p) {
+    return Split(points, {store.get(), 2 * n}, &store[2 * n], [&sieve](const DPOINT2& p) {
         const std::size_t column = sieve.ColumnOf(p);
-        return std::pair(sieve.IsLower(p, column), sieve.IsUpper(p, column));
+        return Counts{sieve.IsLower(p, column), sieve.IsUpper(p, column)};
     });
 }
 
@@ -262,9 +269,9 @@ Halves SplitIntoColumns(const std::vector<Point>& points, std::unique_ptr<Candid
     const auto visit = [&](const auto& take) {
         for (std::size_t i = 0; i < points.size(); ++i) {
             const Candidate p = CandidateOf(points, i);
-            const std::size_t column = sieve.ColumnOf(p);
-            take(p, ends[column], sieve.IsLower(p, column));
-            take(Turned(p), ends[last - column], sieve.IsUpper(p, column));
+            const std::size_t column = sieve.ColumnOf(At(p));
+            take(p, ends[column], sieve.IsLower(At(p), column));
+            take(Turned(p), ends[last - column], sieve.IsUpper(At(p), column));
         }
     };
     visit([](const Candidate&, std::size_t& count, bool isCandidate) { count += isCandidate; });
