@@ -65,8 +65,7 @@ public:
     template <class PassOver, class Visit>
     void VisitNearestFirst(const math::DPOINT2& p, const double& bound, PassOver&& passOver,
                            Visit&& visit) const {
-        if (!m_vecNodes.empty() && math::IsFinite(p))
-            Descend(GetLevelCount() - 1, 0, p, bound, passOver, visit);
+        if (!m_vecNodes.empty() && math::IsFinite(p)) Descend(p, bound, passOver, visit);
     }
 
     /// Calls visit(item), in the order of the row, for the things whose box fulfils test(lower x, lower y,
@@ -105,8 +104,9 @@ private:
             for (int i = 0; i < kFan; ++i) whole.Add(BoxOf(i));
             return whole;
         }
-        // Squares of the distances of p from the boxes; infinity for an empty one.
-        std::array<double, kFan> SquaresFrom(const math::DPOINT2& p) const {
+        // Squares of the distances of p from the boxes; infinity for an empty one. A function that is called:
+        // put into a loop it is no longer worked on several boxes at once.
+        [[gnu::noinline]] std::array<double, kFan> SquaresFrom(const math::DPOINT2& p) const {
             std::array<double, kFan> squares;
             for (int i = 0; i < kFan; ++i) {
                 const double left = lowerX[i] - p.x, right = p.x - upperX[i];
@@ -123,22 +123,36 @@ private:
     Node& NodeAt(int level, std::size_t i) { return m_vecNodes[m_vecLevelStarts[level] + i]; }
     const Node& NodeAt(int level, std::size_t i) const { return m_vecNodes[m_vecLevelStarts[level] + i]; }
 
+    // A node on the way down: how far the children are that are left, infinitely far those that are done.
+    struct Open {
+        std::array<double, kFan> squares; // mm^2
+        std::size_t node;
+    };
+    // Eight to this power is more than there can be things.
+    static constexpr int kMostLevels = 11;
+
     template <class PassOver, class Visit>
-    void Descend(int level, std::size_t i, const math::DPOINT2& p, const double& bound, PassOver& passOver,
-                 Visit& visit) const {
-        std::array<double, kFan> squares = NodeAt(level, i).SquaresFrom(p);
-        while (true) {
+    void Descend(const math::DPOINT2& p, const double& bound, PassOver& passOver, Visit& visit) const {
+        std::array<Open, kMostLevels> open;
+        const int top = GetLevelCount() - 1;
+        int level = top;
+        open[top] = {NodeAt(top, 0).SquaresFrom(p), 0};
+        while (level <= top) {
+            auto& [squares, node] = open[level];
             const double least = Least(squares);
-            if (!(least < bound)) return;
+            if (!(least < bound)) {
+                ++level;
+                continue;
+            }
             int nearest = 0;
             for (int k = 1; k < kFan; ++k) nearest = squares[k] <= least ? k : nearest; // no branch either
             squares[nearest] = std::numeric_limits<double>::infinity();
-            const int child = static_cast<int>(i) * kFan + nearest;
-            if (passOver(level, child)) continue;
-            if (level > 0)
-                Descend(level - 1, static_cast<std::size_t>(child), p, bound, passOver, visit);
+            const std::size_t child = node * kFan + nearest;
+            if (passOver(level, static_cast<int>(child))) continue;
+            if (level == 0)
+                visit(static_cast<int>(child));
             else
-                visit(child);
+                --level, open[level] = {NodeAt(level, child).SquaresFrom(p), child};
         }
     }
 

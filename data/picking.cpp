@@ -15,24 +15,40 @@
 namespace qev {
 namespace {
 
-// Nearly all objects of a drawing lie beside a pick: a polyline tells so by the box that it keeps.
-bool MayReach(const CCadObject& leaf, const math::DPOINT2& p, double reach) {
-    const math::Bounds* const kept = ContourIndex::BoxKeptBy(leaf);
-    const CadRect box = kept ? ToRect(*kept) : leaf.GetBoundRect();
-    return p.x >= box.x - reach && p.x <= box.x + box.width + reach && p.y >= box.y - reach
-           && p.y <= box.y + box.height + reach;
+math::Bounds BoundsOf(const CadRect& box) {
+    return {{box.x, box.y}, {box.x + box.width, box.y + box.height}};
+}
+
+bool IsNear(const math::Bounds& box, const math::DPOINT2& p, double reach) {
+    return p.x >= box.lower.x - reach && p.x <= box.upper.x + reach && p.y >= box.lower.y - reach
+           && p.y <= box.upper.y + reach;
+}
+
+// What SEGMENT::GetNearest answers for a line, to the bit, without a call.
+math::DPOINT2 NearestOnLine(const math::DPOINT2& a, const math::DPOINT2& b, const math::DPOINT2& p) {
+    const auto isSame = [](const math::DPOINT2& q, const math::DPOINT2& r) {
+        return q.x == r.x && q.y == r.y;
+    };
+    if (isSame(a, b)) return a;
+    if (isSame(p, b)) return math::Interpolate(a, b, 1);
+    const math::DPOINT2 along = b - a;
+    const double square = math::Dot(along, along);
+    const double ratio = square > 0 ? math::Dot(p - a, along) / square : 0;
+    return math::Interpolate(a, b, ratio > 0 ? std::min(ratio, 1.0) : 0);
 }
 
 // The nearest point of a piece of an outline. One with an index, which is null for the others, has one piece
 // for each segment, under the same number.
 math::DPOINT2 NearestOf(const CCadObject& leaf, const ContourIndex* index, int piece,
                         const math::DPOINT2& p) {
-    if (index) return SegmentOf(leaf, index, piece).GetNearest(p);
+    if (index && index->HasOnlyLines())
+        return NearestOnLine(index->GetJoint(piece), index->GetJoint(piece + 1), p);
+    if (index) return leaf.GetSegment(piece).GetNearest(p);
     return std::visit([&](const auto& outline) { return outline.GetNearest(p); }, leaf.GetPiece(piece));
 }
 
 void Offer(const math::DPOINT2& point, const math::DPOINT2& p, Picked& best) {
-    const double distance = math::D2GetDistance(p, point);
+    const double distance = math::Norm(point - p);
     if (!(distance < best.distance)) return;
     best.distance = distance;
     best.nearest = point;
@@ -79,9 +95,15 @@ double GetMinDistance(const CCadObject* object, const math::DPOINT2& p, math::DP
 Picked Pick(const CCadObject* root, const math::DPOINT2& p, double tolerance, bool closedOnly) {
     Picked hit;
     double best = tolerance;
+    // Nearly all objects of a drawing lie beside a pick: a polyline tells so by the box that it keeps.
+    const auto isBeside = [&](const CCadObject& object) {
+        const math::Bounds* const kept = ContourIndex::BoxKeptBy(object);
+        return kept && !IsNear(*kept, p, best + kTie);
+    };
     TreeWalk walk(root, TreeWalk::PickedMembers);
-    for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
-        if (step != TreeWalk::Step::kLeaf || !MayReach(*walk.Object(), p, best + kTie)) continue;
+    for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; walk.PassOver(isBeside), step = walk.Next()) {
+        if (step != TreeWalk::Step::kLeaf || !IsNear(BoundsOf(walk.Object()->GetBoundRect()), p, best + kTie))
+            continue;
         const Picked leaf = Measure(*walk.Object(), p, closedOnly);
         if (!leaf.object || !(leaf.distance <= tolerance && (!hit.object || leaf.distance <= best + kTie)))
             continue;

@@ -279,6 +279,19 @@ std::vector<int> ChainFrom(int first, FreeEnds& freeEnds, double tolerance) {
     return chain;
 }
 
+// The chains of two pieces and more, in the order of their first pieces.
+std::vector<std::vector<int>> ChainsOf(std::vector<End> ends, double tolerance) {
+    const int count = static_cast<int>(ends.size());
+    FreeEnds freeEnds(std::move(ends));
+    std::vector<std::vector<int>> chains;
+    for (int end = 0; end < count; end += 2) {
+        if (!freeEnds.IsFree(end)) continue;
+        std::vector<int> chain = ChainFrom(end, freeEnds, tolerance);
+        if (chain.size() > 1) chains.push_back(std::move(chain));
+    }
+    return chains;
+}
+
 // The contour of a chain, which takes the layer and the colour of a piece.
 std::unique_ptr<CCadObject> ContourOf(const std::vector<LeafPlace>& places, const std::vector<int>& chain,
                                       const CCadObject& like, double tolerance) {
@@ -309,8 +322,8 @@ public:
     }
 
     // Puts the contour of a chain before the piece of it that was drawn first.
-    void Put(const std::vector<int>& chain, int firstDrawn, double tolerance) {
-        const LeafPlace& first = m_places[firstDrawn];
+    void Put(const std::vector<int>& chain, double tolerance) {
+        const LeafPlace& first = m_places[*std::min_element(chain.begin(), chain.end()) / 2];
         auto contour = ContourOf(m_places, chain, first.Object(), tolerance);
         first.group->GetObjectsList().insert(first.object, contour.get());
         contour.release(); // the group's now
@@ -323,17 +336,15 @@ private:
 };
 
 int JoinLayer(Pieces pieces, double tolerance) {
-    FreeEnds freeEnds(std::move(pieces.ends));
+    // the tree has gone when the contours come
+    const std::vector<std::vector<int>> chains = ChainsOf(std::move(pieces.ends), tolerance);
     Replaced replaced(pieces.places);
-    int joined = 0;
-    for (int i = 0; i < static_cast<int>(pieces.places.size()); ++i) {
-        if (!freeEnds.IsFree(2 * i)) continue;
-        const std::vector<int> chain = ChainFrom(2 * i, freeEnds, tolerance);
-        if (chain.size() < 2) continue;
-        replaced.Put(chain, i, tolerance); // the pieces before it are used
-        joined += static_cast<int>(chain.size());
+    std::size_t joined = 0;
+    for (const std::vector<int>& chain : chains) {
+        replaced.Put(chain, tolerance);
+        joined += chain.size();
     }
-    return joined;
+    return static_cast<int>(joined);
 }
 
 } // namespace

@@ -41,6 +41,15 @@ public:
     /// Goes one step on. kEnd comes again and again from the end on. Throws std::bad_alloc when memory is
     /// refused.
     Step Next();
+    /// Passes over the objects that follow in the list at hand, up to the first for which skip(object) is
+    /// false. They are no steps, and nothing below them is: skip has to be false for what is to be descended
+    /// into. Nothing before the first step.
+    template <class Skip>
+    void PassOver(const Skip& skip) {
+        if (m_vecLevels.empty()) return;
+        Level& level = m_vecLevels.back();
+        while (level.next != level.end && *level.next && skip(**level.next)) ++level.next;
+    }
     /// The object of the last step, without meaning before the first and after kEnd. It is handed out as the
     /// lists hold it; only the root may be constant.
     CCadObject* Object() const { return m_pObject; }
