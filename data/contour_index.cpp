@@ -96,18 +96,20 @@ private:
         Measure(0, count + count % 2, squares.data());
         double even = kInfinity, odd = kInfinity;
         for (int i = 0; i < count; i += 2) {
-            even = squares[i] < even ? squares[i] : even;
-            odd = squares[i + 1] < odd ? squares[i + 1] : odd;
+            even = even < squares[i] ? even : squares[i];
+            odd = odd < squares[i + 1] ? odd : squares[i + 1];
         }
         Lower(std::sqrt(std::min(even, odd)));
         near.distance = m_dLeast;
         near.margin = MarginAt(m_dLeast);
         near.isListed = true;
-        near.count = 0;
+        const double bound = m_dSquareBound;
+        int listed = 0;
         for (int i = 0; i < count; ++i) {
-            near.segments[near.count] = i;
-            near.count += squares[i] <= m_dSquareBound ? 1 : 0;
+            near.segments[listed] = i;
+            listed += squares[i] <= bound ? 1 : 0;
         }
+        near.count = listed;
     }
 
     // More than a distance near `distance` may be off by, by the rules of the callers or here. Heron's rule
@@ -257,8 +259,9 @@ private:
 };
 
 bool ContourIndex::FindNear(const CCadObject& contour, const DPOINT2& p, NearSegments& near) const {
+    const bool isMeasurable = std::abs(p.x) < kFarthest && std::abs(p.y) < kFarthest; // not one that is none
+    if (!m_bIsMeasured || !isMeasurable) return false;
     const double extent = std::max({m_dExtent, std::abs(p.x), std::abs(p.y)});
-    if (!m_bIsMeasured || !(extent < kFarthest) || !math::IsFinite(p)) return false;
     Search search(*this, contour, p, extent);
     search.Run(near);
     return true;

@@ -95,6 +95,12 @@ public:
     /// Where the segment at an index starts; at the number of segments, where the last one ends.
     math::DPOINT2 GetJoint(int index) const { return {m_vecX[index], m_vecY[index]}; }
 
+    /// The centre form of the segment at an index, all zeros of one that has none. Null where the contour has
+    /// more than kFew segments, of which most are never the nearest, or only straight ones.
+    const math::CentreArc* FindSolved(int index) const {
+        return m_vecSolved.empty() ? nullptr : &m_vecSolved[static_cast<std::size_t>(index)];
+    }
+
     /// The boxes of the runs of kRun segments, in the order of the contour; of nothing where IsMeasured is
     /// false.
     const BoxTree& GetTree() const { return m_tree; }
@@ -141,8 +147,9 @@ private:
     std::vector<double> m_vecLengths;
     std::vector<double> m_vecSums;
     Arcs m_arcs;
-    std::vector<bool> m_vecIsBezier;    // for each segment; none when there is no Bezier piece
-    std::vector<double> m_vecX, m_vecY; // the joints, the last one repeated to the end of the last run
+    std::vector<char> m_vecIsBezier;          // for each segment; none when there is no Bezier piece
+    std::vector<math::CentreArc> m_vecSolved; // for each of a few segments; none for many and for lines only
+    std::vector<double> m_vecX, m_vecY;       // the joints, the last one repeated to the end of the last run
     std::vector<double> m_vecInverse; // 1 / (square of the chord), 0 without a chord; for each place of a run
     std::vector<double> m_vecWidths;  // mm; how far a segment's points may be from its chord, as the curves
     std::vector<std::vector<double>> m_vecStrips; // mm; so for the chords over the boxes of each level
@@ -177,8 +184,9 @@ inline SEGMENT SegmentOf(const CCadObject& contour, const ContourIndex* index, i
 inline math::DPOINT2 PointOf(const CCadObject& contour, const ContourIndex* index, int i, double ratio) {
     if (!index || !index->HasOnlyLines()) return contour.GetSegment(i).GetPoint(ratio);
     const math::DPOINT2 start = index->GetJoint(i), end = index->GetJoint(i + 1);
-    const bool isPoint = start.x == end.x && start.y == end.y; // also where it lies at infinity
-    return isPoint ? start : math::Interpolate(start, end, ratio);
+    if (start.x == end.x && start.y == end.y) return start; // also where it lies at infinity
+    const int nearer = ratio < 0.5 ? 0 : 1; // math::Interpolate without its branch, to the bit
+    return index->GetJoint(i + nearer) + (end - start) * (ratio - nearer);
 }
 
 /// The box that a CCadPolyline or a CCadPolylineEx keeps. Null the first time that it is asked for, and for

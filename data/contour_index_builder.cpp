@@ -106,6 +106,7 @@ private:
                                 &arcs.curvature, &arcs.wideness})
             row->resize(places);
         m_index.m_vecWidths.reserve(m_nCount);
+        if (m_nCount <= kFew) m_index.m_vecSolved.resize(m_nCount);
         for (int i = 0; i < m_nCount; ++i) AddCurve(i, m_contour.GetSegment(i));
     }
 
@@ -115,9 +116,14 @@ private:
         if (segment.nType == SEGMENT::kLine) return;
         m_vecBoxes[i / kRun].Add(BoxOf(segment));
         m_index.m_vecLengths[i] = segment.GetLength();
+        if (m_nCount <= kFew) m_index.m_vecSolved[i] = SolvedOf(segment.GetArc());
         if (segment.nType != SEGMENT::kBezier) return;
         m_index.m_vecIsBezier.resize(m_nCount);
         m_index.m_vecIsBezier[i] = true;
+    }
+
+    static math::CentreArc SolvedOf(const math::BulgeArc& arc) {
+        return math::SolveCentreArc(arc.start, arc.end, arc.bulge).value_or(math::CentreArc{});
     }
 
     // The tangents at the ends are the chord's direction turned by half the included angle, whose sine and

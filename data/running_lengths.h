@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <vector>
 
 #include <qevdata/cad_object.h>
@@ -73,7 +74,7 @@ public:
     }
 
 private:
-    static constexpr int kRow = 8; // a power of 2
+    static constexpr int kRow = 8;
 
     // The first of a row of segments among which the contour is probably so many mm long; there are as many
     // segments at least. Most contours have segments of like lengths, so that the mean length leads near the
@@ -95,17 +96,18 @@ private:
         return std::clamp(i - kRow / 2, 0, m_nCount - kRow);
     }
 
-    // The guessed row is halved, without a branch that would be guessed wrong. Where the place is not there,
-    // since lengths are too uneven, all are halved.
+    // The place is counted off in the guessed row, of which all sums are looked at, without a branch that
+    // would be guessed wrong. Where it is not there, since lengths are too uneven, all are halved.
     template <class Test>
     Place FirstOfSums(double about, const Test& isReached) const {
         if (m_nCount < kRow) return HalvedSums(isReached);
-        const double* const sums = m_pIndex->GetSums().data();
-        int place = GuessedRow(about);
-        const bool isBefore = place > 0 && isReached(sums[place]);
-        if (isBefore || !isReached(sums[place + kRow])) return HalvedSums(isReached);
-        for (int step = kRow / 2; step > 0; step /= 2) place += isReached(sums[place + step]) ? 0 : step;
-        return {place, sums[place]};
+        const int first = GuessedRow(about);
+        const double* const row = m_pIndex->GetSums().data() + first;
+        const bool isBefore = first > 0 && isReached(row[0]);
+        if (isBefore || !isReached(row[kRow])) return HalvedSums(isReached);
+        std::ptrdiff_t passed = 0;
+        for (int k = 1; k < kRow; ++k) passed += isReached(row[k]) ? 0 : 1;
+        return {first + static_cast<int>(passed), row[passed]};
     }
     template <class Test>
     Place HalvedSums(const Test& isReached) const {

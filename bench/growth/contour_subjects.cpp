@@ -1,5 +1,7 @@
 #include <iterator>
+#include <map>
 
+#include <gp_Trsf2d.hxx>
 #include <gp_Vec2d.hxx>
 
 #include "subject.h"
@@ -45,6 +47,12 @@ CTopoMultiPolyline& Curve(Input& in) {
     auto& curve = kept[in.n];
     if (!curve) curve = Regrouped(in.curve);
     return *curve;
+}
+
+// The set of the zones, put together once for each size.
+const CRangeSet& Zones(Input& in) {
+    static std::map<int, CRangeSet> kept;
+    return kept.try_emplace(in.n, &in.closed, in.zones).first->second;
 }
 
 constexpr Kind kWhole = Kind::kWhole, kQuestion = Kind::kQuestion;
@@ -116,6 +124,22 @@ const Subject kSubjects[] = {
          for (int i = 1; i <= in.n; ++i) made.AddLine({1.0 * i, 0});
          return Blend(made.GetEndPoint());
      }},
+    {"AddArc to a contour", kWhole,
+     [](Input& in, int) {
+         CCadPolyline made(false);
+         for (int i = 1; i <= in.n; ++i) made.AddArc({1.0 * i, 0}, 0.1);
+         return Blend(made.GetEndPoint());
+     }},
+    {"AddBezier to a contour", kWhole,
+     [](Input& in, int) {
+         CCadPolylineEx made(false);
+         for (const SEGMENT& piece : in.beziers.GetNodes())
+             made.AddBezier(piece.ptCtrl1, piece.ptCtrl2, piece.ptEnd);
+         return Blend(made.GetEndPoint());
+     }},
+    {"ApplyTransform", kWhole, [](Input& in, int) { return in.closed.ApplyTransform({}), 0.0; }},
+    {"ApplyTransform2D", kWhole, [](Input& in, int) { return in.beziers.ApplyTransform2D({}), 0.0; }},
+    {"GetDirection of a contour", kWhole, [](Input& in, int) { return Number(in.closed.GetDirection()); }},
     // positions
     {"PosToCoor", kQuestion,
      [](Input& in, int i) {
@@ -206,6 +230,11 @@ const Subject kSubjects[] = {
          return static_cast<double>(joints.size() + second.size());
      }},
     {"Convert2Polyline", kWhole, [](Input& in, int) { return CountOf(Convert2Polyline(&in.open, 1, 0.01)); }},
+    {"Convert2Polyline with a map", kWhole,
+     [](Input& in, int) {
+         std::vector<int> map;
+         return CountOf(Convert2Polyline(&in.open, map, 0.01));
+     }},
     {"Convert2Polyline of Beziers", kWhole,
      [](Input& in, int) { return CountOf(Convert2Polyline(&in.beziers, 0.01)); }},
     {"operator() of the converter", kWhole,
@@ -283,6 +312,9 @@ const Subject kSubjects[] = {
          CRangeSet(&in.closed, in.zones).GetFree(free);
          return Number(free.size());
      }},
+    {"Holds", kQuestion, [](Input& in, int i) { return Number(Zones(in).Holds(in.positions[i])); }},
+    {"Meets", kQuestion, [](Input& in, int i) { return Number(Zones(in).Meets(in.gaps[i])); }},
+    {"IsWhole", kQuestion, [](Input& in, int) { return Number(Zones(in).IsWhole()); }},
     {"SortRange", kWhole,
      [](Input& in, int) {
          Ranges ranges = in.shuffled;
@@ -319,6 +351,12 @@ const Subject kSubjects[] = {
      [](Input& in, int) { return Blend(Curve(in).GetEndPoint()); }},
     {"CTopoMultiPolyline copied", kWhole,
      [](Input& in, int) { return Number(CTopoMultiPolyline(Curve(in)).GetNodeCount()); }},
+    {"operator= of a regrouped curve", kWhole,
+     [](Input& in, int) {
+         static CTopoMultiPolyline copy(Curve(in));
+         copy = Curve(in);
+         return Number(copy.GetNodeCount());
+     }},
     {"ReverseDir of a regrouped curve", kWhole, [](Input& in, int) { return Curve(in).ReverseDir(), 0.0; }},
     {"Translate of a regrouped curve", kWhole,
      [](Input& in, int) { return Curve(in).Translate(gp_Vec2d(1, 0)), 0.0; }},

@@ -72,6 +72,14 @@ const Subject kSubjects[] = {
      [](Input& in, int) {
          return TakenBy([&](CCadGroup* into) { Selecting::_SelectObject(&in.group, into); });
      }},
+    {"_SelectObject of a list", kWhole,
+     [](Input& in, int) {
+         return TakenBy([&](CCadGroup* into) { Selecting::_SelectObject(&in.members, into); });
+     }},
+    {"_SelectClosedObject of a list", kWhole,
+     [](Input& in, int) {
+         return TakenBy([&](CCadGroup* into) { Selecting::_SelectClosedObject(&in.members, into); });
+     }},
     {"_SelectClosedObject", kWhole,
      [](Input& in, int) {
          return TakenBy([&](CCadGroup* into) { Selecting::_SelectClosedObject(&in.group, into); });
@@ -80,6 +88,8 @@ const Subject kSubjects[] = {
      [](Input& in, int) { return Number(CAdobeHelper::IsSameProjectContour(&in.group, &in.outlines)); }},
     // picks
     {"CGroupIndex", kWhole, [](Input& in, int) { return Number(CGroupIndex(&in.group).GetCount()); }},
+    {"Build", kWhole, [](Input& in, int) { return in.index->Build(), 0.0; }},
+    {"GetCount of an index", kQuestion, [](Input& in, int) { return Number(in.index->GetCount()); }},
     {"Hit on an index", kQuestion,
      [](Input& in, int i) { return in.index->Hit(in.picks[i], 2) ? 1.0 : 0.0; }},
     {"Collect", kQuestion,
@@ -107,6 +117,15 @@ const Subject kSubjects[] = {
          calculator.Init(&in.group, &in.picks[i], 2);
          return Number(calculator.CalculatePosition(&info, true));
      }},
+    {"CalculatePosition by an index", kQuestion,
+     [](Input& in, int i) {
+         CPosCalculator calculator;
+         PosInfo info;
+         calculator.Init(*in.index, &in.picks[i], 2);
+         return Number(calculator.CalculatePosition(&info, true));
+     }},
+    {"Hit among closed objects", kWhole,
+     [](Input& in, int i) { return Hit(&in.group, in.picks[i], 2, true) ? 1.0 : 0.0; }},
     {"CoorToPos of a group", kWhole,
      [](Input& in, int i) {
          math::POLYPOS pos;
@@ -125,7 +144,13 @@ const Subject kSubjects[] = {
          const std::unique_ptr<CCadObject> clone(in.group.Clone(false));
          return clone->GetBoundRect().width;
      }},
-    {"PushBack and PopBack", kWhole,
+    {"PushBack", kWhole,
+     [](Input& in, int) {
+         return TakenBy([&](CCadGroup* into) {
+             for (CCadObject* object : in.members) into->PushBack(object);
+         });
+     }},
+    {"PopBack after PushBack", kWhole,
      [](Input& in, int) {
          CCadGroup made(false);
          for (CCadObject* object : in.members) made.PushBack(object);
@@ -140,9 +165,14 @@ const Subject kSubjects[] = {
      }},
     // technics
     {"HasTechnics", kWhole, [](Input& in, int) { return Number(HasTechnics(&in.laden, 1, true)); }},
+    {"HasTechnics of any type", kWhole, [](Input& in, int) { return Number(HasTechnics(&in.laden)); }},
+    {"HasTechnics of a sub-type", kWhole,
+     [](Input& in, int) { return Number(HasTechnics(&in.laden, 1, 1)); }},
     {"GetTechnics", kWhole, [](Input& in, int) { return Number(GetTechnics(&in.laden, 1, 1) != nullptr); }},
     {"PickOffTechnics", kWhole,
      [](Input& in, int) { return Number(PickOffTechnics(&in.laden, 1) != nullptr); }},
+    {"PickOffTechnics of a sub-type", kWhole,
+     [](Input& in, int) { return Number(PickOffTechnics(&in.laden, 1, 1) != nullptr); }},
     {"RefreshCadObject", kWhole,
      [](Input& in, int) { return Number(RefreshCadObject(&in.laden, -1, 1, nullptr)); }},
     {"LoadTechnics", kWhole, [](Input& in, int) { return TheManager().LoadTechnics(&in.laden), 0.0; }},
@@ -160,6 +190,13 @@ const Subject kSubjects[] = {
          std::string message;
          return Number(
              TheManager().AddTechnics(&in.members, "T={Lead={Speed=12}};", "", &out1, &out2, message));
+     }},
+    {"AddAllTechnics", kWhole,
+     [](Input& in, int) {
+         Objects out1, out2;
+         std::string message;
+         return Number(
+             TheManager().AddAllTechnics(&in.members, "T={Lead={Speed=12}};", "", &out1, &out2, message));
      }},
     {"RemoveTechnics", kWhole,
      [](Input& in, int) {

@@ -30,6 +30,7 @@
 #include "../kinds/tolerance.h"
 #include "data/picked.h"
 #include "data/running_lengths.h"
+#include "segment_distance.h"
 
 namespace qev {
 namespace {
@@ -72,9 +73,9 @@ void SearchSamples(const SEGMENT& piece, const DPOINT2& p, double length, double
     }
 }
 
-// Only an arc has a bulge, whatever the field of a line says.
-double SegmentDistance(const SEGMENT& segment, const DPOINT2& p) {
-    return CPosCalculator::GetMinDistance(p, segment.ptStart, segment.ptEnd, segment.GetArc().bulge);
+// Only an arc has a bulge, whatever the field of a line says. `solved` is its centre form, or null.
+double DistanceTo(const SEGMENT& segment, const math::CentreArc* solved, const DPOINT2& p) {
+    return SegmentDistance(p, segment.ptStart, segment.ptEnd, segment.GetArc().bulge, solved);
 }
 
 // The search of all segments, which is what a nearest segment is by definition.
@@ -88,7 +89,7 @@ POLYPOS NearestOfAll(const CCadObject& contour, const DPOINT2& p) {
                 nearest.Take(distance, {i, ratio});
             });
         else
-            nearest.Take(SegmentDistance(segment, p), {i, 0.0});
+            nearest.Take(DistanceTo(segment, nullptr, p), {i, 0.0});
     }
     return nearest.place;
 }
@@ -121,7 +122,7 @@ public:
         if (segment.nType == SEGMENT::kBezier)
             SearchSamples(segment, m_point, m_index.GetSegmentLength(i), m_dReach, offer);
         else
-            offer(SegmentDistance(segment, m_point), 0);
+            offer(DistanceTo(segment, m_index.FindSolved(i), m_point), 0);
     }
     std::optional<POLYPOS> Answer() const { return m_bSure ? std::optional(m_nearest.place) : std::nullopt; }
 
@@ -166,8 +167,8 @@ POLYPOS NearestOnContour(const CCadObject& contour, const DPOINT2& p, const Near
     if (i < 0) return place;
     const SEGMENT nearest = SegmentOf(contour, index, i);
     if (nearest.nType != SEGMENT::kBezier)
-        place.dRatio = CPosCalculator::GetPerpendicularFootRatio(p, nearest.ptStart, nearest.ptEnd,
-                                                                 nearest.GetArc().bulge);
+        place.dRatio = SegmentFootRatio(p, nearest.ptStart, nearest.ptEnd, nearest.GetArc().bulge,
+                                        index ? index->FindSolved(i) : nullptr);
     if (!IsSameRatio(place.dRatio, 1)) return place;
     const int count = contour.GetSegmentCount();
     if (i + 1 != count || contour.IsClose()) place = {i + 1 < count ? i + 1 : 0, 0.0};

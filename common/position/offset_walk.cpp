@@ -25,6 +25,7 @@
 #include "../kinds/cad_kinds.h"
 #include "../kinds/position_order.h"
 #include "../kinds/tolerance.h"
+#include "data/contour_index.h"
 #include "data/running_lengths.h"
 
 namespace qev {
@@ -89,11 +90,13 @@ public:
         if (!(available < std::abs(m_dOffset))) return WithinSegment(own);
         const double total = m_lengths.Total();
         if (!(total > 0) || !std::isfinite(total)) return std::nullopt;
+        double left = m_dOffset, laps = 0;
+        if (!(std::abs(m_dOffset) < total)) {
+            left = std::fmod(m_dOffset, total); // exact
+            laps = std::round((m_dOffset - left) / total);
+            if (!(std::abs(laps) < std::numeric_limits<int>::max())) return std::nullopt;
+        }
         const double from = m_lengths.Before(m_pos.nSegIndex) + own * m_pos.dRatio;
-        if (std::abs(m_dOffset) < total) return AtLength(from + m_dOffset, 0, total);
-        const double left = std::fmod(m_dOffset, total); // exact
-        const double laps = std::round((m_dOffset - left) / total);
-        if (!(std::abs(laps) < std::numeric_limits<int>::max())) return std::nullopt;
         return AtLength(from + left, static_cast<std::int64_t>(laps), total);
     }
 
@@ -177,7 +180,10 @@ int WalkSegments(const CCadObject& contour, int count, const POLYPOS& pos, doubl
     const std::int64_t passed = startNotReached ? arrival->passed - 1 : arrival->passed;
     const std::int64_t whole = passed < count ? 0 : passed / count;
     const int laps = ToLaps(static_cast<double>(whole));
-    if (laps != kNoWalk) out = reached;
+    if (laps != kNoWalk) {
+        out.nSegIndex = reached.nSegIndex; // one by one, so that who reads them next does not wait for both
+        out.dRatio = reached.dRatio;
+    }
     return laps;
 }
 
@@ -192,7 +198,8 @@ bool IsWalkedAsPiece(const CCadObject& object) {
 } // namespace
 
 int GetPosByOffset(const CCadObject* object, const POLYPOS& pos, double dOffset, POLYPOS& out) {
-    const int count = GetCadSegments(object);
+    const ContourIndex* const kept = object ? ContourIndex::KeptBy(*object) : nullptr;
+    const int count = kept ? kept->GetSegmentCount() : GetCadSegments(object);
     if (!IsPosOn(object, count, pos) || !std::isfinite(dOffset)) return kNoWalk;
     if (std::abs(dOffset) < kZeroLength) {
         out = pos;

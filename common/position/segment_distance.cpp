@@ -13,6 +13,8 @@
 // length would be right to 1e-16 for lines and was rejected: these distances decide which of nearly equal
 // segments a pick answers, and hosts have stored the answers.
 
+#include "segment_distance.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -112,8 +114,8 @@ double LineFootRatio(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b) {
 
 } // namespace
 
-double CPosCalculator::GetMinDistance(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b,
-                                      const double& bulge) {
+double SegmentDistance(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b, double bulge,
+                       const CentreArc* solved) {
     const double da = Distance(p, a);
     const double db = Distance(p, b);
     const double length = Distance(a, b);
@@ -122,11 +124,11 @@ double CPosCalculator::GetMinDistance(const DPOINT2& p, const DPOINT2& a, const 
     if (IsStraight(bulge)) return LineDistance(da, db, length);
     const math::BulgeArc arc{a, b, bulge};
     if (IsFlat(bulge)) return Distance(p, arc.PointAt(arc.GetFootRatio(p)));
-    return ArcDistance(p, ArcBetween(a, b, bulge), std::min(da, db));
+    return ArcDistance(p, solved ? *solved : ArcBetween(a, b, bulge), std::min(da, db));
 }
 
-double CPosCalculator::GetPerpendicularFootRatio(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b,
-                                                 const double& bulge) {
+double SegmentFootRatio(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b, double bulge,
+                        const CentreArc* solved) {
     if (Distance(p, a) < kZeroLength) return 0;
     if (Distance(p, b) < kZeroLength) return 1;
     double ratio = 0;
@@ -135,9 +137,19 @@ double CPosCalculator::GetPerpendicularFootRatio(const DPOINT2& p, const DPOINT2
     else if (IsFlat(bulge))
         ratio = math::BulgeArc{a, b, bulge}.GetFootRatio(p);
     else
-        ratio = ArcFootRatio(p, ArcBetween(a, b, bulge));
+        ratio = ArcFootRatio(p, solved ? *solved : ArcBetween(a, b, bulge));
     if (ratio >= 1) return 1;
     return ratio > 0 ? ratio : 0;
+}
+
+double CPosCalculator::GetMinDistance(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b,
+                                      const double& bulge) {
+    return SegmentDistance(p, a, b, bulge, nullptr);
+}
+
+double CPosCalculator::GetPerpendicularFootRatio(const DPOINT2& p, const DPOINT2& a, const DPOINT2& b,
+                                                 const double& bulge) {
+    return SegmentFootRatio(p, a, b, bulge, nullptr);
 }
 
 } // namespace qev
