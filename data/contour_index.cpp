@@ -96,8 +96,8 @@ private:
         Measure(0, count + count % 2, squares.data());
         double even = kInfinity, odd = kInfinity;
         for (int i = 0; i < count; i += 2) {
-            even = even < squares[i] ? even : squares[i];
-            odd = odd < squares[i + 1] ? odd : squares[i + 1];
+            even = std::min(even, squares[i]);
+            odd = std::min(odd, squares[i + 1]);
         }
         Lower(std::sqrt(std::min(even, odd)));
         near.distance = m_dLeast;
