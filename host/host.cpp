@@ -1,12 +1,18 @@
 #include "host.h"
 
+#include <algorithm>
+#include <cmath>
 #include <optional>
 #include <ostream>
+#include <span>
 
 #include <qev/units.h>
 
+#include <qevtechnics/parameters.h>
+
 #include "host/actions/start_zones.h"
 #include "host/drawing/join.h"
+#include "host/drawing/overlaps.h"
 #include "host/drawing/unicode.h"
 #include "host/dxf/dxf_objects.h"
 #include "host/path/path_file.h"
@@ -18,6 +24,7 @@
 #include "host/report/progress.h"
 #include "host/report/records.h"
 #include "options.h"
+#include "platform/held_interrupts.h"
 
 namespace host {
 namespace {
@@ -89,6 +96,19 @@ void Act(const Options& options, Read& read, const std::string& name, const Stre
     WriteFile("page", options.html, to, [&](std::ostream& file) { WritePage(picture, reports, file); });
 }
 
+// Counts what would be cut twice, and names the first of it.
+void RemarkOverlaps(Drawing& drawing, bool acrossLayers, ErrorLog& log) {
+    constexpr std::size_t kMostNamed = 5;
+    const std::vector<Overlap> overlaps = FindOverlaps(drawing, acrossLayers);
+    drawing.counts.overlaps = static_cast<int>(overlaps.size());
+    for (const Overlap& each : std::span(overlaps).first(std::min(kMostNamed, overlaps.size())))
+        log.Remark("objects " + std::to_string(each.first) + " and " + std::to_string(each.second) + " share "
+                   + qev::kit::ShortestText(std::round(each.length * 1e3) / 1e3)
+                   + " mm of straight sides, which would be cut twice");
+    if (overlaps.size() > kMostNamed)
+        log.Remark("and " + std::to_string(overlaps.size() - kMostNamed) + " more pairs of objects");
+}
+
 void ReadDrawing(const std::string& name, const Options& options, const Streams& to, ErrorLog& log,
                  Read& read) {
     const Progress progress(name + ": reading", to.errors, to.isTerminal);
@@ -96,6 +116,7 @@ void ReadDrawing(const std::string& name, const Options& options, const Streams&
     ReadDxf(name, log, read.drawing, reading);
     read.drawing.counts.joined =
         JoinOpenPieces(read.drawing.root, reading.joinTolerance, reading.joinAcrossLayers);
+    RemarkOverlaps(read.drawing, reading.joinAcrossLayers, log);
     read.reports = ReportOf(read.drawing);
 }
 
@@ -135,8 +156,12 @@ Exit Run(const std::string& name, const Options& options, const Streams& to) {
     Record record;
     record.name = name;
     const Exit exit = Work(name, options, to, read, record);
-    if (options.form == Form::kJson) WriteJson(to.out, record);
-    if (options.form == Form::kCsv) WriteCsv(to.out, record);
+    if (options.form != Form::kTable) {
+        const qev::platform::HeldInterrupts held; // data end with whole lines
+        if (options.form == Form::kJson) WriteJson(to.out, record);
+        if (options.form == Form::kCsv) WriteCsv(to.out, record);
+        to.out.flush();
+    }
     for (const auto* lines : {&record.remarks, &record.errors})
         for (const std::string& line : *lines) to.errors << name << ": " << line << "\n";
     return exit;

@@ -45,11 +45,13 @@ struct ReadCounts {
     int otherLayers = 0; ///< entities left out because only other layers were asked for
     int zeroLength = 0;  ///< segments and objects without length (repeated vertices) that were dropped
     int duplicates = 0;  ///< objects dropped because the layer holds the same one already
+    int covered = 0;     ///< lines dropped because they lie on a longer side of another object of the layer
     int doubled = 0;     ///< objects kept although another layer holds the same one: both would be cut
     int sloped = 0;      ///< entities whose height changes along them, drawn as seen from above
     int elevated = 0;    ///< entities above or below the plane, or with a thickness, drawn in the plane
     int wide = 0;        ///< polylines with a width, drawn as their middle line
     int joined = 0;      ///< open pieces that were joined into contours
+    int overlaps = 0;    ///< pairs of objects that share a straight stretch, which would be cut twice
 };
 
 /// A number of ReadCounts with the words that a summary and a table of data have for it.
@@ -67,11 +69,14 @@ inline constexpr std::array kReadCounts{
     ReadCountRow{&ReadCounts::otherLayers, "other_layers", "left out: on layers that were not asked for"},
     ReadCountRow{&ReadCounts::zeroLength, "zero_length", "dropped: segments without length"},
     ReadCountRow{&ReadCounts::duplicates, "duplicates", "dropped: drawn twice"},
+    ReadCountRow{&ReadCounts::covered, "covered", "dropped: lines drawn over longer ones"},
     ReadCountRow{&ReadCounts::doubled, "doubled", "warning: drawn on two layers, both kept"},
     ReadCountRow{&ReadCounts::sloped, "sloped", "warning: sloped in space, flattened"},
     ReadCountRow{&ReadCounts::elevated, "elevated", "warning: elevated or thick, flattened"},
     ReadCountRow{&ReadCounts::wide, "wide", "warning: with a width, drawn as their middle line"},
     ReadCountRow{&ReadCounts::joined, "joined", "joined: open pieces, into contours"},
+    ReadCountRow{&ReadCounts::overlaps, "overlaps",
+                 "warning: pairs of objects that share a stretch, cut twice"},
 };
 
 /// The objects of a drawing, in mm. An insert of a block is a group with the attribute "Block", a text holds

@@ -8,7 +8,7 @@
 // tolerance. Every piece is used once. Where more than two ends meet, the nearest one wins, and of equally
 // near ones the piece that was drawn first: a rule that depends on nothing but the drawing. A search for the
 // best way through such places was rejected: the drawing does not say what is best, and the search is
-// exponential.
+// exponential. What comes back to a point on its way is taken apart there (loops.h).
 //
 // The free ends are found through a binary tree over them: its root holds all of them, and each node halves
 // its ends at the middle one along the longer side of their box, until a few are left. The ends lie in the
@@ -38,6 +38,7 @@
 #include <vector>
 
 #include "leaves.h"
+#include "loops.h"
 #include "outline.h"
 
 namespace host {
@@ -279,15 +280,29 @@ std::vector<int> ChainFrom(int first, FreeEnds& freeEnds, double tolerance) {
     return chain;
 }
 
-// The chains of two pieces and more, in the order of their first pieces.
+// The chain as pieces with both their ends.
+std::vector<ChainStep> StepsOf(const std::vector<int>& chain, const FreeEnds& freeEnds) {
+    std::vector<ChainStep> steps;
+    steps.reserve(chain.size());
+    for (const int end : chain)
+        steps.push_back({end, freeEnds.PointOf(end), freeEnds.PointOf(OtherEnd(end))});
+    return steps;
+}
+
+// The chains of two pieces and more, loops apart, in the order in which they were found.
 std::vector<std::vector<int>> ChainsOf(std::vector<End> ends, double tolerance) {
     const int count = static_cast<int>(ends.size());
     FreeEnds freeEnds(std::move(ends));
     std::vector<std::vector<int>> chains;
     for (int end = 0; end < count; end += 2) {
         if (!freeEnds.IsFree(end)) continue;
-        std::vector<int> chain = ChainFrom(end, freeEnds, tolerance);
-        if (chain.size() > 1) chains.push_back(std::move(chain));
+        const std::vector<int> chain = ChainFrom(end, freeEnds, tolerance);
+        if (chain.size() < 2) continue;
+        for (const std::vector<ChainStep>& part : SplitLoops(StepsOf(chain, freeEnds), tolerance)) {
+            if (part.size() < 2) continue;
+            std::vector<int>& pieces = chains.emplace_back();
+            for (const ChainStep& step : part) pieces.push_back(step.piece);
+        }
     }
     return chains;
 }

@@ -38,6 +38,13 @@ bool IsInPaperSpace(const Fields& entity) {
     return !layout.empty() && !IsSameName(layout, "Model");
 }
 
+// The value of an attribute of an insert may be hidden by a flag of its own.
+bool IsInvisible(const Fields& entity) {
+    constexpr int kHidden = 1; // among the flags of an attribute
+    return entity.Integer(kInvisible, 0) == 1
+           || (entity.Type() == "ATTRIB" && (entity.Integer(70, 0) & kHidden) != 0);
+}
+
 // The colour that an entity or a layer gives itself.
 std::string OwnColour(const Fields& fields, int index) {
     return fields.Find(kTrueColour) ? TrueColour(fields.Integer(kTrueColour, 0)) : PaletteColour(index);
@@ -46,7 +53,8 @@ std::string OwnColour(const Fields& fields, int index) {
 } // namespace
 
 DxfLayers::DxfLayers(const DxfFile& file, const ReadSettings& settings, ErrorLog& log, Drawing& drawing)
-    : m_settings(settings), m_drawing(drawing), m_setWanted(settings.layers.begin(), settings.layers.end()) {
+    : m_settings(settings), m_drawing(drawing), m_encoding(file),
+      m_setWanted(settings.layers.begin(), settings.layers.end()) {
     for (const DxfEntity& record : file.TableRecords()) {
         const std::vector<DxfGroup> groups = file.GroupsOf(record);
         const Fields fields(groups);
@@ -64,7 +72,8 @@ DxfLayers::DxfLayers(const DxfFile& file, const ReadSettings& settings, ErrorLog
     }
 }
 
-DxfLayers::Entry& DxfLayers::Find(const Fields& fields, std::string_view name) {
+DxfLayers::Entry& DxfLayers::Find(const Fields& fields, std::string_view bytes) {
+    const std::string name = m_encoding.NameOf(bytes);
     const auto found = m_drawing.layers.find(name);
     if (found != m_drawing.layers.end()) return *found;
     if (m_drawing.layers.size() >= kMostLayers) fields.Fail("names one layer too many");
@@ -96,7 +105,7 @@ bool DxfLayers::Takes(const Fields& entity, const Look& look) {
     const bool hides = !m_settings.takeAll;
     if (hides && IsInPaperSpace(entity)) return leftOut(counts.paperSpace);
     if (!IsInsert(entity)) ++look.layer->second.entities;
-    if (hides && entity.Integer(kInvisible, 0) == 1) return leftOut(counts.invisible);
+    if (hides && IsInvisible(entity)) return leftOut(counts.invisible);
     if (hides && !IsShown(entity, look.layer->second)) return leftOut(counts.hidden);
     const bool isWanted = m_setWanted.empty() || IsInsert(entity) || m_setWanted.contains(look.layer->first);
     return isWanted || leftOut(counts.otherLayers);

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "dxf_encoding.h"
 #include "dxf_fields.h"
 #include "dxf_file.h"
 #include "dxf_objects.h"
@@ -14,7 +15,7 @@
 namespace host {
 
 /// Decides for each entity of a file whether it is taken, on which layer it lies and which colour it has. It
-/// fills the drawing's layers and counts what is left out.
+/// fills the drawing's layers, by their names in UTF-8, and counts what is left out.
 class DxfLayers {
 public:
     /// A layer of the drawing with its name.
@@ -44,11 +45,12 @@ public:
     void CheckWanted() const;
 
 private:
-    Entry& Find(const Fields& fields, std::string_view name);
+    Entry& Find(const Fields& fields, std::string_view bytes);
     static bool IsShown(const Fields& entity, const Layer& layer);
 
     const ReadSettings& m_settings;
     Drawing& m_drawing;
+    const DxfEncoding m_encoding;
     std::set<std::string, NameLess> m_setWanted;
 };
 

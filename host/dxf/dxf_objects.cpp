@@ -32,6 +32,7 @@
 #include "dxf_units.h"
 #include "host/drawing/affine.h"
 #include "host/drawing/duplicates.h"
+#include "host/drawing/overlaps.h"
 
 namespace host {
 namespace {
@@ -69,8 +70,8 @@ public:
     };
 
     Builder(const DxfFile& file, DxfLayers& layers, ErrorLog& log, Drawing& drawing)
-        : m_file(file), m_texts(file), m_layers(layers), m_log(log), m_drawing(drawing),
-          m_nMostBytes(kFreeBytes + kGrowth * file.Size()) {}
+        : m_file(file), m_encoding(file), m_texts(file, m_encoding), m_layers(layers), m_log(log),
+          m_drawing(drawing), m_nMostBytes(kFreeBytes + kGrowth * file.Size()) {}
 
     void AddAll(const std::vector<DxfEntity>& entities, const Target& target) {
         for (const DxfEntity& entity : entities) {
@@ -117,6 +118,7 @@ private:
             Row{"SPLINE", false, &MakeSpline, nullptr},
             Row{"TEXT", true, nullptr, &Builder::AddText},
             Row{"MTEXT", false, nullptr, &Builder::AddText},
+            Row{"ATTRIB", true, nullptr, &Builder::AddText},
             Row{"INSERT", true, nullptr, &Builder::AddInsert},
         };
         const auto* row =
@@ -201,7 +203,7 @@ private:
                 const Affine placed = target.map * Affine::Translation(f.Point(kPoint)) * turn
                                       * Affine::Translation(cell) * fit;
                 if (!placed.IsUsable()) f.Fail("scales or moves its block out of range");
-                const std::string name(f.Text(2));
+                const std::string name = m_encoding.NameOf(f.Text(2));
                 Charge(f, kObjectBytes + name.size(), m_nObjectBytes, kMakesMore);
                 auto group = std::make_unique<qev::CCadGroup>();
                 qev::CCadGroup& members = *group;
@@ -212,6 +214,7 @@ private:
     }
 
     const DxfFile& m_file;
+    const DxfEncoding m_encoding;
     DxfTexts m_texts;
     DxfLayers& m_layers;
     ErrorLog& m_log;
@@ -237,6 +240,7 @@ void ReadDxfBytes(std::string_view bytes, ErrorLog& log, Drawing& drawing, const
     }
     layers.CheckWanted();
     DropDuplicates(drawing, settings.joinAcrossLayers);
+    DropCovered(drawing, settings.joinAcrossLayers);
 }
 
 void ReadDxf(const std::string& path, ErrorLog& log, Drawing& drawing, const ReadSettings& settings) {

@@ -6,9 +6,6 @@
 // across it. Two of them go by two points: "aligned" makes the whole text as large as fits between them,
 // "fit" makes its letters as wide. An MTEXT is wrapped, and hangs by one of nine places of its box.
 //
-// Texts of files since 2007 are UTF-8; older ones are in the code page that the header names. Of a file that
-// does not say, what is UTF-8 is taken for it, as no other text looks like it by chance.
-//
 // A style gives what a text leaves open: an MTEXT's width factor and slant, and the height of a text
 // that has none. A TEXT has its own width factor and slant, 1 and 0 when it does not say.
 
@@ -22,8 +19,6 @@
 #include "host/drawing/glyph_contour.h"
 #include "host/drawing/outline.h"
 #include "host/drawing/text_layout.h"
-#include "host/drawing/unicode.h"
-#include "platform/encoding.h"
 
 namespace host {
 namespace {
@@ -31,7 +26,6 @@ namespace {
 using math::DPOINT2;
 
 constexpr std::size_t kLongestText = 10'000; // bytes
-constexpr int kWestern = 1252;               // the code page of a file that names none
 constexpr int kEmbedded = 101;               // the group before a second form of the same entity
 constexpr int kBackwards = 2;                // among the flags of texts and styles
 constexpr int kUpsideDown = 4;
@@ -40,22 +34,6 @@ std::string InCapitals(std::string_view name) {
     std::string capitals(name);
     for (char& c : capitals) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
     return capitals;
-}
-
-// The number of a code page by its name, "ANSI_1252" or "DOS850".
-int CodePageOf(std::string_view name) {
-    const struct {
-        std::string_view name;
-        int number;
-    } named[] = {{"GB2312", 936}, {"GBK", 936}, {"BIG5", 950}, {"KSC5601", 949}, {"JOHAB", 1361}};
-    const std::string capitals = InCapitals(name);
-    for (const auto& row : named)
-        if (capitals == row.name) return row.number;
-    const bool isNumbered = capitals.starts_with("ANSI") || capitals.starts_with("DOS");
-    int number = 0;
-    for (const char c : capitals)
-        if (c >= '0' && c <= '9' && number < 100'000) number = number * 10 + (c - '0');
-    return isNumbered && number > 0 ? number : kWestern;
 }
 
 // Factors of nought and below, which some programs write, mean nothing.
@@ -75,7 +53,9 @@ struct Alignment {
     int along;
     int across;
 
-    explicit Alignment(const Fields& f) : along(f.Integer(72, kLeft)), across(f.Integer(73, kBaseLine)) {}
+    // an ATTRIB has its length in the group 73
+    explicit Alignment(const Fields& f)
+        : along(f.Integer(72, kLeft)), across(f.Integer(f.Type() == "ATTRIB" ? 74 : 73, kBaseLine)) {}
 
     bool IsBetweenPoints() const { return along == kAligned || along == kFit; }
     bool IsByFirstPoint() const { return along == kLeft && across == kBaseLine; }
@@ -160,10 +140,6 @@ bool DxfTexts::Open() {
     if (m_bOpen) return m_pFont != nullptr;
     m_bOpen = true;
     m_pFont = Font::Open();
-    const DxfGroup* version = m_file.FindVariable("$ACADVER");
-    const DxfGroup* codePage = m_file.FindVariable("$DWGCODEPAGE");
-    m_bIsUtf8 = !codePage || (version && version->text >= "AC1021");
-    m_nCodePage = codePage ? CodePageOf(codePage->text) : kWestern;
     for (const DxfEntity& record : m_file.TableRecords()) {
         const std::vector<DxfGroup> groups = m_file.GroupsOf(record);
         const Fields fields(groups);
@@ -191,10 +167,7 @@ std::string DxfTexts::TextOf(const Fields& fields) const {
     }
     if (text.size() > kLongestText)
         fields.Fail("has a text of " + std::to_string(text.size()) + " characters");
-    const bool isAscii =
-        std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
-    if (isAscii || (m_bIsUtf8 && IsUtf8(text))) return text;
-    return qev::platform::ToUtf8(text, m_nCodePage);
+    return m_encoding.TextOf(text);
 }
 
 double DxfTexts::HeightOf(const Fields& fields) const {

@@ -8,6 +8,7 @@
 
 #include <qevdata/qevdata.h>
 
+#include "dxf_encoding.h"
 #include "dxf_fields.h"
 #include "dxf_file.h"
 #include "host/drawing/affine.h"
@@ -16,15 +17,15 @@
 
 namespace host {
 
-/// Makes the texts of one file, by the encoding and the styles that the file declares.
+/// Makes the texts of one file, by its encoding and the styles that it declares.
 class DxfTexts {
 public:
-    /// Nothing is read before the first text. The file must outlive this.
-    explicit DxfTexts(const DxfFile& file) : m_file(file) {}
+    /// Nothing is read before the first text. The file and its encoding must outlive this.
+    DxfTexts(const DxfFile& file, const DxfEncoding& encoding) : m_file(file), m_encoding(encoding) {}
 
-    /// The text of a TEXT or MTEXT under an affine map, in UTF-8 and without its codes, with the contours
-    /// that draw it in its group; they have no attributes. Null when there is no font. Throws a DrawingError
-    /// when the entity lacks something or its text is longer than 10,000 bytes.
+    /// The text of a TEXT, MTEXT or ATTRIB under an affine map, in UTF-8 and without its codes, with the
+    /// contours that draw it in its group; they have no attributes. Null when there is no font. Throws a
+    /// DrawingError when the entity lacks something or its text is longer than 10,000 bytes.
     std::unique_ptr<qev::CCadText> Make(const Fields& fields, const Affine& map);
 
     /// How many letters the font did not have so far; each is drawn as a box.
@@ -47,10 +48,9 @@ private:
     void Draw(const TextLayout& layout, const Affine& place, qev::CCadGroup& group);
 
     const DxfFile& m_file;
+    const DxfEncoding& m_encoding;
     bool m_bOpen = false;
     std::unique_ptr<Font> m_pFont;
-    int m_nCodePage = 0;    // of texts that are not UTF-8
-    bool m_bIsUtf8 = false; // whether texts are UTF-8 as far as they can be read so
     int m_nLacking = 0;
     std::map<std::string, DxfEntity> m_mapStyles; // by their names in capitals
 };

@@ -27,6 +27,7 @@ TEST(DxfLayers, WhatIsNotShownIsLeftOutAndCounted) {
         {"off", "0 LINE 8 OFF" + kEnds, 0, &ReadCounts::hidden},
         {"frozen", "0 LINE 8 frozen" + kEnds, 0, &ReadCounts::hidden},
         {"invisible", "0 LINE 8 red 60 1" + kEnds, 0, &ReadCounts::invisible},
+        {"a hidden attribute", "0 ATTRIB 8 red 40 1 1 x 70 1" + kEnds, 0, &ReadCounts::invisible},
         {"paper", "0 LINE 8 red 67 1" + kEnds, 0, &ReadCounts::paperSpace},
         {"a sheet", "0 LINE 8 red 410 Layout1" + kEnds, 0, &ReadCounts::paperSpace},
         {"the model", "0 LINE 8 red 67 0 410 Model" + kEnds, 1},

@@ -79,6 +79,8 @@ TEST(DxfTexts, WhatChangesATextChangesItsBox) {
     } cases[] = {
         {line + "41 2", Affine::Scale(2, 1)},
         {line + "41 0", {}},
+        {"0 ATTRIB 10 0 20 0 40 2 1 Hp 2 TAG 73 3", {}},
+        {"0 ATTRIB 10 9 20 9 11 0 21 2 40 2 1 Hp 73 0 74 3", {}},
         {line + "71 2", Affine::Scale(-1, 1)},
         {line + "71 4", Affine::Scale(1, -1)},
         {line + "230 -1", Affine::Scale(-1, 1)},
@@ -146,8 +148,9 @@ TEST(DxfTexts, OneLetterInAllEncodings) {
         {"", "\xC4", "\xC3\x84"},
     };
     for (const auto& [header, bytes, utf8] : cases) {
-        const DrawingOf read = TextsOf(text + bytes, header), plain = TextsOf(text + utf8);
+        const DrawingOf read = TextsOf(text + bytes + " 8 " + bytes, header), plain = TextsOf(text + utf8);
         EXPECT_STREQ(dynamic_cast<const qev::CCadText&>(*read.objects.at(0)).GetText(), utf8) << header;
+        EXPECT_STREQ(read.objects[0]->GetKey("Layer"), utf8) << header;
         EXPECT_EQ(read.objects[0]->GetBoundRect().width, plain.objects[0]->GetBoundRect().width) << header;
     }
 }
