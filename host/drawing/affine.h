@@ -35,6 +35,16 @@ struct Affine {
         return {Vector(inner.x), Vector(inner.y), Point(inner.shift)};
     }
 
+    /// Whether two maps do the same to vectors, to the bit.
+    bool HasSameVectors(const Affine& other) const {
+        return x.x == other.x.x && x.y == other.x.y && y.x == other.y.x && y.y == other.y.y;
+    }
+
+    /// Whether two maps are the same, to the bit.
+    bool operator==(const Affine& other) const {
+        return HasSameVectors(other) && shift.x == other.shift.x && shift.y == other.shift.y;
+    }
+
     /// Whether the map turns counter-clockwise into clockwise.
     bool IsMirrored() const { return math::Cross(x, y) < 0; }
 

@@ -79,7 +79,7 @@ Json ObjectRow(const ObjectReport& report, const Picture::Outline& outline) {
             report.direction,
             report.corners.size(),
             report.object->GetTechnicsList().size(),
-            report.object->GetKey("Color").GetString(),
+            outline.colour,
             PathOf(*report.object)};
 }
 
@@ -95,6 +95,12 @@ void WriteData(const Picture& picture, const std::vector<ObjectReport>& reports,
     WriteMember(out, "perMm", ShownLength(1));
     out << ",";
     WriteMember(out, "box", {box.x, box.y, box.width, box.height});
+    out << ",";
+    Json colours = Json::object(); // as they are seen on a light and on a dark ground
+    for (const std::string& colour : picture.Colours())
+        colours[colour] = {SeenOn(colour, kLightGround, Styles()[0].light),
+                           SeenOn(colour, kDarkGround, Styles()[0].dark)};
+    WriteMember(out, "colours", colours);
     WriteRows(out, "styles", Styles(), StyleRow);
     WriteRows(out, "layers", picture.Layers(), [](const std::string& layer) { return Json(layer); });
     const auto* outline = picture.Outlines().data();

@@ -84,6 +84,12 @@ std::string PathText(const qev::CCadObject& leaf) {
     return path;
 }
 
+std::string PathText(const std::vector<SEGMENT>& segments) {
+    std::string path = segments.empty() ? "" : TextOf("M", segments.front().ptStart);
+    for (const SEGMENT& segment : segments) path += PathOf(segment);
+    return path;
+}
+
 // The writer of JSON knows UTF-8, so that a text that has gone through it is whole.
 std::string CleanText(const std::string& text) {
     using nlohmann::json;

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <qev/qev.h>
 
@@ -27,6 +28,9 @@ std::string TextOf(const Parts&... parts) {
 /// each segment. An elliptic arc of more than half a turn, which is one piece, takes two "A". Empty for what
 /// has no outline.
 std::string PathText(const qev::CCadObject& leaf);
+
+/// Segments that join end to start as path data: "M" once, then "L", "A" or "C" for each. Empty for none.
+std::string PathText(const std::vector<qev::SEGMENT>& segments);
 
 /// A text from a drawing in UTF-8 without control characters: what is not UTF-8 becomes the replacement
 /// character.

@@ -42,7 +42,15 @@ int Picture::LayerIndex(const std::string& name) {
 
 void Picture::DrawObject(const ObjectReport& report) {
     const char* style = report.object->GetType() == qev::kCadText ? "text" : "outline";
-    m_vecOutlines.push_back({report.object, StyleIndex(style), LayerIndex(LayerOf(*report.object))});
+    m_vecOutlines.push_back({report.object, StyleIndex(style), LayerIndex(LayerOf(*report.object)),
+                             report.object->GetKey("Color").GetString()});
+}
+
+std::set<std::string> Picture::Colours() const {
+    std::set<std::string> colours;
+    for (const Outline& outline : m_vecOutlines)
+        if (!outline.colour.empty()) colours.insert(outline.colour);
+    return colours;
 }
 
 void Picture::Draw(const qev::CCadObject& object, const char* style) {

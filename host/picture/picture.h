@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,8 @@ public:
     struct Outline {
         const qev::CCadObject* object = nullptr;
         int style = 0;
-        int layer = 0; ///< place in Layers()
+        int layer = 0;      ///< place in Layers()
+        std::string colour; ///< the drawing's own, "#rrggbb"; empty for that of the style
     };
     /// A curve that lies over the drawing.
     struct Curve {
@@ -72,6 +74,8 @@ public:
     /// picture of any drawing.
     double Unit() const { return m_dUnit; }
     const std::vector<Outline>& Outlines() const { return m_vecOutlines; }
+    /// The colours of the outlines, each once.
+    std::set<std::string> Colours() const;
     /// The layers of the objects, in UTF-8, in the order in which they were met first.
     const std::vector<std::string>& Layers() const { return m_vecLayers; }
     const std::vector<Curve>& Curves() const { return m_vecCurves; }

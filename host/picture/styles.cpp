@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdio>
 #include <stdexcept>
 #include <string>
 
@@ -46,7 +48,46 @@ constexpr std::array kStyles = {
     Style{"pick", "picked point", kPurple, kPurple, 2.4, "", MarkForm::kCross},
 };
 
+using Channels = std::array<double, 3>; // red, green and blue, 0 to 255
+
+Channels ChannelsOf(const std::string& colour) {
+    Channels channels{};
+    for (std::size_t i = 0; i < channels.size(); ++i)
+        channels[i] = std::stoi(colour.substr(1 + 2 * i, 2), nullptr, 16);
+    return channels;
+}
+
+// Relative luminance as WCAG 2.1 defines it.
+double LuminanceOf(const Channels& channels) {
+    constexpr Channels kParts{0.2126, 0.7152, 0.0722};
+    double sum = 0;
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+        const double value = channels[i] / 255;
+        sum += kParts[i] * (value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4));
+    }
+    return sum;
+}
+
+double ContrastOf(const Channels& a, const Channels& b) {
+    const auto [dark, light] = std::minmax({LuminanceOf(a), LuminanceOf(b)});
+    return (light + 0.05) / (dark + 0.05);
+}
+
 } // namespace
+
+std::string SeenOn(const std::string& colour, const std::string& ground, const std::string& towards) {
+    constexpr double kLeastContrast = 3; // that WCAG 2.1 asks of what is no text
+    constexpr int kSteps = 10;
+    const Channels own = ChannelsOf(colour), back = ChannelsOf(ground), seen = ChannelsOf(towards);
+    Channels mixed = own;
+    for (int step = 1; step <= kSteps && ContrastOf(mixed, back) < kLeastContrast; ++step)
+        for (std::size_t i = 0; i < mixed.size(); ++i)
+            mixed[i] = std::round(own[i] + (seen[i] - own[i]) * step / kSteps);
+    std::array<char, 8> text{};
+    std::snprintf(text.data(), text.size(), "#%02x%02x%02x", static_cast<unsigned>(mixed[0]),
+                  static_cast<unsigned>(mixed[1]), static_cast<unsigned>(mixed[2]));
+    return text.data();
+}
 
 std::span<const Style> Styles() {
     return kStyles;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace host {
@@ -34,6 +35,10 @@ std::span<const Style> Styles();
 
 /// The place of a style in Styles(). Throws std::out_of_range with the name when there is no such style.
 int StyleIndex(std::string_view name);
+
+/// A colour of a drawing as it is shown on a ground: moved towards another colour, which is seen there, until
+/// its contrast with the ground is 3:1 or more (WCAG 2.1). All are "#rrggbb".
+std::string SeenOn(const std::string& colour, const std::string& ground, const std::string& towards);
 
 /// The grounds that the colours are made for, "#rrggbb".
 inline constexpr const char* kLightGround = "#ffffff";

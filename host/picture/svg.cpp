@@ -8,6 +8,9 @@
 // The drawing's y axis points up and SVG's down. One group turns the whole drawing over, rather than every
 // coordinate: so the numbers in the file are the drawing's.
 //
+// A letter's outline is written once and referred to wherever it stands: a drawing of 100,000 texts is 70 MB
+// so, and not a gigabyte. The old name of the attribute that refers is the one that every program knows.
+//
 // Colours are given twice, for a light and for a dark ground, and a media query chooses. Variables of style
 // sheets would say it once, but many programs that show SVG do not know them.
 
@@ -16,9 +19,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 #include <ostream>
+#include <set>
 #include <sstream>
 
+#include "host/drawing/glyph_contour.h"
 #include "host/report/print.h"
 #include "path_text.h"
 #include "styles.h"
@@ -53,11 +59,16 @@ std::string Escaped(const std::string& text) {
     return escaped;
 }
 
-std::string CurveText(int style, const std::string& path) {
-    return TextOf("<path class='", Styles()[style].name, "' d='", path, "'/>\n");
+// An element's class: its style, and its colour if it has one of its own. The colour's digits name it.
+std::string ClassOf(int style, const std::string& colour = "") {
+    return TextOf("class='", Styles()[style].name, colour.empty() ? "" : " c" + colour.substr(1), "'");
 }
 
-std::string SpotText(const Picture::Spot& spot) {
+std::string CurveText(int style, const std::string& path, const std::string& colour = "") {
+    return TextOf("<path ", ClassOf(style, colour), " d='", path, "'/>\n");
+}
+
+std::string SpotText(const Picture::Spot& spot, const std::string& colour = "") {
     const Style& style = Styles()[spot.style];
     const DPOINT2& p = spot.at;
     const double r = spot.radius;
@@ -77,7 +88,8 @@ std::string SpotText(const Picture::Spot& spot) {
     case MarkForm::kDiamond:
         return CurveText(spot.style, TextOf("M", p - right, "L", p + up, "L", p + right, "L", p - up, "Z"));
     default:
-        return TextOf("<circle class='", style.name, "' cx='", p.x, "' cy='", p.y, "' r='", r, "'/>\n");
+        return TextOf("<circle ", ClassOf(spot.style, colour), " cx='", p.x, "' cy='", p.y, "' r='", r,
+                      "'/>\n");
     }
 }
 
@@ -93,14 +105,19 @@ std::vector<int> UsedStyles(const Picture& picture) {
     return used;
 }
 
-std::string ColourRules(const std::vector<int>& styles, const char* Style::*colour, const char* ground,
-                        const char* ink) {
+// Of the elements with a colour of their own those are filled that are letters.
+std::string ColourRules(const std::vector<int>& styles, const std::set<std::string>& own,
+                        const char* Style::*colour, const char* ground, const char* ink) {
     std::string rules = TextOf(":root{background:", ground, "}.ground{fill:", ground, "}.ink{stroke:", ink,
                                "}text{fill:", ink, "}");
     for (const int i : styles) {
         const Style& style = Styles()[i];
         const char* const property = IsFilled(style.form) ? "{fill:" : "{stroke:";
         rules += TextOf(".", style.name, property, style.*colour, "}");
+    }
+    for (const std::string& each : own) {
+        const std::string name = each.substr(1), seen = SeenOn(each, ground, ink);
+        rules += TextOf("\n.c", name, "{stroke:", seen, "}.text.c", name, "{stroke:none;fill:", seen, "}");
     }
     return rules;
 }
@@ -123,38 +140,97 @@ std::string StrokeRules(const std::vector<int>& styles, const char* within, doub
     return rules + "\n";
 }
 
-std::string StyleSheet(const std::vector<int>& styles, double mmPerPixel) {
+std::string StyleSheet(const std::vector<int>& styles, const std::set<std::string>& own, double mmPerPixel) {
     return "<style>\nsvg{max-width:100%;max-height:100vh}text{font:20px "
            "sans-serif}.step{text-anchor:middle}\n"
-           "path,circle,rect{fill:none;fill-rule:evenodd;stroke-linejoin:round}\n"
+           "path,circle,rect{fill:none;fill-rule:evenodd;stroke-linejoin:round}\n.glyph{fill:inherit}\n"
            + StrokeRules(styles, "", 1) + StrokeRules(styles, ".drawing ", mmPerPixel)
-           + "@supports(vector-effect:non-scaling-stroke){.drawing *{vector-effect:non-scaling-stroke}\n"
+           + "@supports(vector-effect:non-scaling-stroke){.drawing "
+             "*,.glyph{vector-effect:non-scaling-stroke}\n"
            + StrokeRules(styles, ".drawing ", 1) + "}\n"
-           + ColourRules(styles, &Style::light, kLightGround, Styles()[0].light)
+           + ColourRules(styles, own, &Style::light, kLightGround, Styles()[0].light)
            + "\n@media(prefers-color-scheme:dark){\n"
-           + ColourRules(styles, &Style::dark, kDarkGround, Styles()[0].dark) + "}\n</style>\n";
+           + ColourRules(styles, own, &Style::dark, kDarkGround, Styles()[0].dark) + "}\n</style>\n";
 }
 
-// An object is one path, so that the holes of letters stay open; the dots in it are marks.
-std::string ObjectText(const Picture::Outline& outline, double dotRadius) {
+// The letters of a picture, each of which is written once. A letter is known by the font's outlines of it.
+class Glyphs {
+public:
+    using Outlines = std::vector<const GlyphOutline*>;
+
+    // A letter is one path, so that its holes stay open.
+    int NumberOf(const Outlines& outlines) {
+        const auto [place, isNew] = m_mapNumbers.try_emplace(outlines, static_cast<int>(m_mapNumbers.size()));
+        if (isNew) {
+            m_strPaths += TextOf("<path id='g", place->second, "' class='glyph' d='");
+            for (const GlyphOutline* outline : outlines) m_strPaths += PathText(outline->segments);
+            m_strPaths += "'/>\n";
+        }
+        return place->second;
+    }
+
+    std::string Definitions() const {
+        return m_strPaths.empty() ? "" : "<defs>\n" + m_strPaths + "</defs>\n";
+    }
+
+private:
+    std::map<Outlines, int> m_mapNumbers;
+    std::string m_strPaths; // in the order of their numbers, which is that of the drawing
+};
+
+// The letters of a text, from contours that follow each other letter by letter: a group for each run of one
+// height and direction, with the map of its first letter, in which the others are moved by letter heights.
+std::string LettersText(const std::vector<const GlyphContour*>& contours, const std::string& classOf,
+                        Glyphs& glyphs) {
+    std::string text;
+    Affine run;
+    for (auto first = contours.begin(); first != contours.end();) {
+        const Affine& place = (*first)->Place();
+        Glyphs::Outlines outlines;
+        for (; first != contours.end() && (*first)->Place() == place; ++first)
+            outlines.push_back(&(*first)->Outline());
+        const double size = math::Cross(run.x, run.y);
+        if (text.empty() || !place.HasSameVectors(run) || size == 0) {
+            run = place;
+            text += TextOf(text.empty() ? "" : "</g>\n", "<g ", classOf, " transform='matrix(", run.x, " ",
+                           run.y, " ", run.shift, ")'>");
+        }
+        const DPOINT2 way = place.shift - run.shift;
+        text += TextOf("<use xlink:href='#g", glyphs.NumberOf(outlines), "'");
+        if (math::Norm(way) > 0)
+            text +=
+                TextOf(" x='", math::Cross(way, run.y) / size, "' y='", math::Cross(run.x, way) / size, "'");
+        text += "/>";
+    }
+    return text.empty() ? text : text + "</g>\n";
+}
+
+// An object is a path; the dots in it are marks, and the letters references.
+std::string ObjectText(const Picture::Outline& outline, double dotRadius, Glyphs& glyphs) {
     std::string path;
     std::string dots;
+    std::vector<const GlyphContour*> letters;
     for (const qev::CCadObject* leaf : LeavesOf(*outline.object))
         if (leaf->GetType() == qev::kCadDot)
-            dots += SpotText({outline.style, leaf->GetStartPoint(), dotRadius, {}});
+            dots += SpotText({outline.style, leaf->GetStartPoint(), dotRadius, {}}, outline.colour);
+        else if (const auto* contour = dynamic_cast<const GlyphContour*>(leaf))
+            letters.push_back(contour);
         else
             path += PathText(*leaf);
-    return path.empty() ? dots : CurveText(outline.style, path) + dots;
+    return (path.empty() ? "" : CurveText(outline.style, path, outline.colour)) + dots
+           + LettersText(letters, ClassOf(outline.style, outline.colour), glyphs);
 }
 
 void WriteOutlines(const Picture& picture, std::ostream& out) {
     std::vector<std::vector<const Picture::Outline*>> byLayer(picture.Layers().size());
     for (const auto& outline : picture.Outlines()) byLayer[outline.layer].push_back(&outline);
+    Glyphs glyphs;
     for (std::size_t layer = 0; layer < byLayer.size(); ++layer) {
         out << "<g><title>layer " << Escaped(picture.Layers()[layer]) << "</title>\n";
-        for (const auto* outline : byLayer[layer]) out << ObjectText(*outline, picture.Unit());
+        for (const auto* outline : byLayer[layer]) out << ObjectText(*outline, picture.Unit(), glyphs);
         out << "</g>\n";
     }
+    out << glyphs.Definitions();
 }
 
 void WriteOverlays(const Picture& picture, const std::vector<int>& styles, std::ostream& out) {
@@ -217,11 +293,13 @@ void WriteSvg(const Picture& picture, std::ostream& out) {
     const int columns = static_cast<int>(width / kLegendEntry);
     const int rows = (static_cast<int>(styles.size()) + columns - 1) / columns;
     const double whole = height + (rows + 2) * kLegendLine;
-    out << TextOf("<svg xmlns='http://www.w3.org/2000/svg' role='img' aria-labelledby='title desc' width='",
-                  width, "' height='", whole, "' viewBox='0 0 ", width, " ", whole, "'>\n<title id='title'>",
-                  Escaped(picture.Title()), "</title>\n<desc id='desc'>");
+    out << TextOf(
+        "<svg xmlns='http://www.w3.org/2000/svg' "
+        "xmlns:xlink='http://www.w3.org/1999/xlink' role='img' aria-labelledby='title desc' width='",
+        width, "' height='", whole, "' viewBox='0 0 ", width, " ", whole, "'>\n<title id='title'>",
+        Escaped(picture.Title()), "</title>\n<desc id='desc'>");
     out << picture.Outlines().size() << " objects on " << picture.Layers().size() << " layers</desc>\n"
-        << StyleSheet(styles, 1 / scale)
+        << StyleSheet(styles, picture.Colours(), 1 / scale)
         << TextOf("<rect class='ground' width='", width, "' height='", whole, "'/>\n<svg width='", width,
                   "' height='", height, "' viewBox='", box.x, " ", -box.y - box.height, " ", box.width, " ",
                   box.height, "'>\n<g class='drawing' transform='scale(1,-1)'>\n");

@@ -3,7 +3,6 @@
 
 const kReach = 12; // pixels within which an object is pointed at
 const kHint = 'Drag to move, turn the wheel to zoom, point at a contour or click it';
-const kLeastContrast = 3; // of lines to their ground, as WCAG 2.1 asks of what is no text
 const kClickPixels = 4; // a pointer that moves farther drags the drawing
 
 const data = JSON.parse(document.getElementById('data').textContent);
@@ -118,25 +117,8 @@ class Looks {
   }
   of(style) { return this.list[style]; }
 
-  // A colour of the drawing, moved towards that of contours until it is seen on the ground.
-  visible(colour) {
-    const ink = channels(this.of(0).colour), ground = channels(this.isDark ? '#14181d' : '#ffffff');
-    let mixed = channels(colour);
-    for (let part = 0; part < 1 && contrast(mixed, ground) < kLeastContrast; part += 0.1)
-      mixed = channels(colour).map((value, i) => value + (ink[i] - value) * part);
-    return `rgb(${mixed.map(Math.round).join()})`;
-  }
-}
-
-// Red, green and blue of "#rrggbb", and the contrast of two colours (WCAG 2.1, relative luminance).
-function channels(colour) { return [1, 3, 5].map(i => parseInt(colour.slice(i, i + 2), 16)); }
-function luminance(colour) {
-  const [r, g, b] = colour.map(value => value / 255).map(value => value <= 0.03928 ? value / 12.92 : ((value + 0.055) / 1.055) ** 2.4);
-  return 0.2126 * r + 0.7152 * g + 0.0722 * b;
-}
-function contrast(a, b) {
-  const [dark, light] = [luminance(a), luminance(b)].sort((u, v) => u - v);
-  return (light + 0.05) / (dark + 0.05);
+  // A colour of the drawing as it is seen on the ground.
+  visible(colour) { return data.colours[colour][this.isDark ? 1 : 0]; }
 }
 
 const scene = new Scene();
@@ -413,6 +395,7 @@ function startOrder() {
 }
 
 byId('coloured-label').hidden = data.objects.every(row => !row[kColour]);
+view.isColoured = byId('coloured').checked;
 byId('coloured').addEventListener('change', event => {
   view.isColoured = event.target.checked;
   view.redraw();

@@ -1,3 +1,4 @@
+#include "host/dxf/dxf_colour.h"
 #include "host/fixture.h"
 #include "host/picture/styles.h"
 
@@ -26,8 +27,23 @@ TEST_F(HostRun, APictureSaysWhatItShows) {
          {"<title>layer a&amp;&lt;b</title>\n<path class='outline'"},
          "0 LINE 8 a&<b 10 0 20 0 11 9 21 9"},
         {"", 0, {">contour</text>", ">direction</text>", "50 mm</text>"}, "0 LINE 10 0 20 0 11 300 21 400"},
+        {"",
+         0,
+         {"<path class='outline cffff00' d='M0 0L9 9'/>", "@media", ".cffff00{stroke:#ffff00}"},
+         "0 LINE 62 2 10 0 20 0 11 9 21 9"},
         {"--start-zones 2", 0, {">excluded zone</text>", ">chosen start</text>"}, kSquareWords},
     });
+}
+
+// A letter is written once; where it stands it is referred to, in heights of letters from the first one.
+TEST_F(HostRun, LettersOfAPicture) {
+    Write(DxfFile("0 TEXT 8 a 62 1 10 10 20 20 40 3 1 oHo 0 TEXT 8 a 10 10 20 40 40 3 50 90 1 H"));
+    RunHost(drawing + " --svg " + picture);
+    const std::string svg = BytesOf(picture);
+    ExpectContains(svg, {"<g class='text cff0000' transform='matrix(3 0 0 3 10 20)'>",
+                         "<use xlink:href='#g0'/><use xlink:href='#g1' x='", "<use xlink:href='#g0' x='",
+                         "<use xlink:href='#g1'/>", ".text.cff0000{stroke:none;fill:#ff0000}"});
+    EXPECT_EQ(svg.find("id='g2'"), std::string::npos);
 }
 
 // Contrast as WCAG 2.1 defines it.
@@ -56,5 +72,17 @@ TEST(Styles, AreSeenOnTheirGroundAndToldApartWithoutColour) {
         for (const host::Style* other = &host::Styles()[0]; other != &style; ++other)
             EXPECT_TRUE(AreToldApart(style, *other)) << other->name;
     }
+    for (Random random; random.Rounds(200);) {
+        const std::string own = host::PaletteColour(random.Int(1, 255)),
+                          colour = own.empty() ? "#000000" : own;
+        const auto seen = [&](const char* ground, const char* towards) {
+            return host::SeenOn(colour, ground, towards);
+        };
+        const double light = LuminanceOf(seen(host::kLightGround, host::Styles()[0].light));
+        const double dark = LuminanceOf(seen(host::kDarkGround, host::Styles()[0].dark));
+        EXPECT_GE(1.05 / (light + 0.05), 3) << colour;
+        EXPECT_GE((dark + 0.05) / (LuminanceOf(host::kDarkGround) + 0.05), 3) << colour;
+    }
+    EXPECT_EQ(host::SeenOn("#0000ff", host::kLightGround, "#000000"), "#0000ff") << "it is seen as it is";
     EXPECT_THROW(host::StyleIndex("no such style"), std::out_of_range);
 }
