@@ -54,12 +54,14 @@ std::unique_ptr<PathTechnics> PathOperator::Make(CCadObject& object, CLuaAccess&
     auto technics = Read(cursor, {object, *contour, around, isPicked});
     technics->RenewPaths(object, *contour);
     RemoveFrom(object);
+    SetLostPaths(object, m_szName, "");
     return technics;
 }
 
 bool PathOperator::RemoveFrom(CCadObject& object) const {
     const std::unique_ptr<CTechnics> technics(PickOffTechnics(&object, m_nType));
     if (auto* own = dynamic_cast<PathTechnics*>(technics.get())) own->RemovePaths(object);
+    if (technics) SetLostPaths(object, m_szName, "");
     return technics != nullptr;
 }
 
@@ -116,8 +118,10 @@ void PathOperator::UpdateViewData(CCadObject* object) {
     if (!contour || contour->GetSegmentCount() == 0) return;
     try {
         technics->RenewPaths(*object, *contour);
-    } catch (const NoRoom&) {
+        SetLostPaths(*object, m_szName, "");
+    } catch (const NoRoom& why) {
         technics->RemovePaths(*object);
+        SetLostPaths(*object, m_szName, why.what());
     }
 }
 

@@ -16,7 +16,21 @@ void AddRange(std::vector<math::PosRange>& ranges, const CCadMultiSegments& cont
     if (CoorToPos(&contour, from, range.start) && CoorToPos(&contour, to, range.end)) ranges.push_back(range);
 }
 
+// The attribute of an object that holds why its technics of a name have no paths.
+std::string LostKey(const char* technics) {
+    return std::string("LostPaths.") + technics;
+}
+
 } // namespace
+
+void SetLostPaths(CCadObject& object, const char* technics, const std::string& why) {
+    if (!why.empty() || !WhyLostPaths(object, technics).empty())
+        object.SetKey(LostKey(technics).c_str(), why.c_str());
+}
+
+std::string WhyLostPaths(const CCadObject& object, const char* technics) {
+    return object.GetKey(LostKey(technics).c_str()).GetString();
+}
 
 void AddPath(Paths& paths, std::unique_ptr<CCadObject> path, const char* role) {
     if (!path) return;

@@ -388,14 +388,20 @@ bool CTechnicsManager::KnowsTechnics(const std::string& luaText) {
     return request.Run(luaText.c_str()) && HasOperatorsFor(request.NewCursor());
 }
 
-// Looks at the table in which the cursor stands. Says of the first entry that no operator is called as.
+// Looks at the table in which the cursor stands. Says of the first entry that no operator is called as, or of
+// the last one that is no table.
 bool CTechnicsManager::HasOperatorsFor(CLuaAccess& cursor) {
     std::vector<CLuaAccess::FieldInfo> fields;
     cursor.CollectFields(fields);
     if (fields.empty()) m_strLastError = "the text holds no technics, as T={Name={}} does";
     std::string loaded;
     for (CITechnicsOperator* each : m_vecOperators) {
-        std::erase_if(fields, [&](const auto& field) { return field.name == each->GetTechnicsName(); });
+        std::erase_if(fields, [&](const auto& field) {
+            const bool isOwn = field.name == each->GetTechnicsName();
+            if (isOwn && field.value != "table")
+                m_strLastError = field.name + " = " + field.value + " is not a table of parameters";
+            return isOwn;
+        });
         loaded += (loaded.empty() ? "" : ", ") + std::string(each->GetTechnicsName());
     }
     if (!fields.empty())

@@ -93,6 +93,17 @@ void Remove(qev::CTechnicsManager& manager, const std::string& name, const Objec
     out << "technics: " << FromBridge(message) << "\n";
 }
 
+// Says of each object whose technics have lost their tool paths, as others took their room.
+void PrintLostPaths(qev::CTechnicsManager& manager, const Numbered& contours, std::ostream& out) {
+    for (const auto& [number, contour] : contours)
+        for (qev::CITechnicsOperator* each : *manager.GetTehcnisItemVector()) {
+            const std::string why = qev::kit::WhyLostPaths(*contour, each->GetTechnicsName());
+            if (!why.empty())
+                out << "warning: object " << number << " is left without its " << each->GetTechnicsName()
+                    << ": " << why << "\n";
+        }
+}
+
 // Draws what the tool paths of a contour leave of it, and answers how many such bridges there are.
 std::size_t DrawBridges(const qev::CCadObject& object, Picture& picture) {
     if (object.GetToolPathList().empty()) return 0;
@@ -143,6 +154,7 @@ void RunTechnics(const TechnicsRequest& request, const Drawing& drawing, const q
     if (!request.text.empty()) Add(manager, request, selection, objects, out);
     if (!request.remove.empty()) Remove(manager, request.remove, selection, out);
     if (!request.save.empty()) SaveTechnics(manager, objects, request.save);
+    PrintLostPaths(manager, objects, out);
     DrawPaths(contours, picture, out);
 } catch (const char* text) { // from the Lua cursor: a parameter out of bounds
     throw DrawingError(std::string("technics: ") + text);

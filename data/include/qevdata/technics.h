@@ -18,7 +18,8 @@ public:
 
     /// Rebuilds what depends on the object's geometry; false, which is the default, when nothing was done.
     virtual bool Refresh(const CCadObject* object, void* data);
-    /// Writes the technics' text form; nothing by default.
+    /// Writes the technics' entry of a technics text, `Name={...},`: the operator's name, the table of its
+    /// parameters, and a comma behind it. Nothing by default.
     virtual void Write(std::ostream& out) const;
     virtual ~CTechnics();
 };

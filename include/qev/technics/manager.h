@@ -100,9 +100,9 @@ public:
     bool AddAllTechnics(const std::list<CCadObject*>* objects, const std::string& luaText,
                         const std::string& params, std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
                         std::string& message);
-    /// Whether a technics text can be run and each entry of its table T is called as an operator, so that
-    /// nothing in it is passed over. False, with the reason in GetLastErrorText, which names the entry that
-    /// is not and the operators there are. Throws std::bad_alloc when memory is refused.
+    /// Whether a technics text can be run and each entry of its table T is a table that is called as an
+    /// operator, so that nothing in it is passed over. False, with the reason in GetLastErrorText, which
+    /// names the entry that is not and its value or the operators there are. Throws std::bad_alloc when memory is refused.
     bool KnowsTechnics(const std::string& luaText);
     /// Has the operator of a type remove its technics. True when it says so and out1 holds an object
     /// afterwards; never for a null out1. The operator gets null objects as well. Throws std::bad_alloc when

@@ -85,7 +85,8 @@ public:
                           std::string& message) override;
 
     /// Makes the tool paths of an object anew, after its contour or the paths of its other technics have
-    /// changed. Where they do not fit any more, the technics is left without.
+    /// changed. Where they do not fit any more, the technics is left without, and the object says why
+    /// (WhyLostPaths).
     void UpdateViewData(CCadObject* object) override;
 
     /// Does nothing: an edited copy of an object brings its technics text along, which the host loads.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <qevtechnics/stretches.h>
@@ -23,6 +24,14 @@ using Paths = std::vector<std::unique_ptr<CCadObject>>;
 
 /// Gives a path its role and appends it; null is left out.
 void AddPath(Paths& paths, std::unique_ptr<CCadObject> path, const char* role);
+
+/// Says on an object why technics of a name, as "MicroJoint", have no tool paths there any more; an empty
+/// text says that they have.
+void SetLostPaths(CCadObject& object, const char* technics, const std::string& why);
+
+/// Why the technics of a name, as "MicroJoint", have no tool paths on an object any more, in the words of
+/// whoever makes them; empty when nothing was said.
+std::string WhyLostPaths(const CCadObject& object, const char* technics);
 
 /// Whether a tool path has a role.
 bool HasRole(const CCadObject& path, const char* role);

@@ -58,11 +58,21 @@ TEST_F(Technics, SavingLoadingAndSavingAgainGivesOneText) {
     EXPECT_EQ(BytesOf(saved), "");
 }
 
+TEST_F(Technics, BridgesThatALeadInTakesTheRoomOfAreTold) {
+    const std::string circle = "0 CIRCLE 10 50 20 5 40 5",
+                      lost = "object 0 is left without its MicroJoint: no room";
+    ExpectRuns({{"--technics T={MicroJoint={Width=2,Zone=15}} --save " + saved, 0, {"1 bridges"}, circle},
+                {"--load " + saved + " --technics T={LeadIn={}}", 0, {lost}},
+                {"--load " + saved + " --technics T={LeadIn={},MicroJoint={}}", 0, {"1 bridges"}}});
+    EXPECT_EQ(RunHost(drawing + " --load " + saved).out.find("is left without"), std::string::npos);
+}
+
 TEST_F(Technics, RefusalsEndInOneLine) {
     ExpectRuns({
         {"--plugin nowhere.so", 1, {"nowhere.so: "}},
         {"--technics T={Other={}}", 1, {"there is no technics Other; loaded are LeadIn, MicroJoint"}},
         {"--technics T={LeadIn={Tpye='Arc'}}", 1, {"LeadIn.Tpye = Arc is no parameter; did you mean Type?"}},
+        {"--technics T={LeadIn=5}", 1, {"no technics: LeadIn = 5 is not a table of parameters"}},
         {"--technics T={LeadIn={},LeadIn={}}", 1, {"LeadIn is there twice"}},
         {"--technics os.exit()", 1, {"no technics: technics:1: "}},
     });
