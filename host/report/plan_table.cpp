@@ -15,7 +15,7 @@ namespace {
 std::string Duration(double seconds) {
     std::array<char, 64> text{};
     const long whole = std::lround(seconds);
-    if (seconds < 60)
+    if (seconds < 59.95) // which is shown as 60.0
         std::snprintf(text.data(), text.size(), "%.1f s", seconds);
     else if (whole < 3600)
         std::snprintf(text.data(), text.size(), "%ld min %ld s", whole / 60, whole % 60);
