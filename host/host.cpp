@@ -24,7 +24,6 @@
 #include "host/report/progress.h"
 #include "host/report/records.h"
 #include "options.h"
-#include "platform/held_interrupts.h"
 
 namespace host {
 namespace {
@@ -156,12 +155,8 @@ Exit Run(const std::string& name, const Options& options, const Streams& to) {
     Record record;
     record.name = name;
     const Exit exit = Work(name, options, to, read, record);
-    if (options.form != Form::kTable) {
-        const qev::platform::HeldInterrupts held; // data end with whole lines
-        if (options.form == Form::kJson) WriteJson(to.out, record);
-        if (options.form == Form::kCsv) WriteCsv(to.out, record);
-        to.out.flush();
-    }
+    if (options.form == Form::kJson) WriteJson(to.out, record);
+    if (options.form == Form::kCsv) WriteCsv(to.out, record);
     for (const auto* lines : {&record.remarks, &record.errors})
         for (const std::string& line : *lines) to.errors << name << ": " << line << "\n";
     return exit;

@@ -10,6 +10,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "platform/held_interrupts.h"
 #include "print.h"
 
 namespace host {
@@ -147,6 +148,7 @@ std::string Field(const ordered_json& value) {
 } // namespace
 
 void WriteJson(std::ostream& out, const Record& record) {
+    const qev::platform::HeldInterrupts held;
     std::string head = TextOf(HeadOf(record));
     head.pop_back(); // the brace, which comes after the objects
     out << head;
@@ -160,7 +162,7 @@ void WriteJson(std::ostream& out, const Record& record) {
         });
         out << "]";
     }
-    out << "}\n";
+    out << "}" << std::endl;
 }
 
 void WriteCsvHead(std::ostream& out, bool hasPlans) {
@@ -173,12 +175,14 @@ void WriteCsvHead(std::ostream& out, bool hasPlans) {
 
 void WriteCsv(std::ostream& out, const Record& record) {
     if (!record.reports) return;
+    const qev::platform::HeldInterrupts held;
     ForEachRow(record, [&](const Row& row) {
         out << Quoted(record.name);
         ForEachField(row, record.plan,
                      [&](const std::string&, const ordered_json& value) { out << "," << Field(value); });
         out << "\n";
     });
+    out.flush();
 }
 
 } // namespace host

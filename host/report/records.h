@@ -24,7 +24,8 @@ struct Record {
 };
 
 /// Writes one line with a JSON object: the drawing, its unit, what was left out, what its objects come to,
-/// and the objects, with the fields of the table each. Bytes that are no UTF-8 become U+FFFD.
+/// and the objects, with the fields of the table each. Bytes that are no UTF-8 become U+FFFD. An interrupt
+/// waits until the line is whole.
 void WriteJson(std::ostream& out, const Record& record);
 
 /// Writes the line with the names of the columns, which stands once before all drawings; those of a cutting
@@ -32,7 +33,7 @@ void WriteJson(std::ostream& out, const Record& record);
 void WriteCsvHead(std::ostream& out, bool hasPlans);
 
 /// Writes a line for each object of a drawing: the drawing, and then what the tables show. Texts are written
-/// as they are, in quotes where they need them.
+/// as they are, in quotes where they need them. An interrupt waits until the last line is whole.
 void WriteCsv(std::ostream& out, const Record& record);
 
 } // namespace host

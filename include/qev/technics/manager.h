@@ -102,7 +102,8 @@ public:
                         std::string& message);
     /// Whether a technics text can be run and each entry of its table T is a table that is called as an
     /// operator, so that nothing in it is passed over. False, with the reason in GetLastErrorText, which
-    /// names the entry that is not and its value or the operators there are. Throws std::bad_alloc when memory is refused.
+    /// names the entry that is not and its value or the operators there are. Throws std::bad_alloc when
+    /// memory is refused.
     bool KnowsTechnics(const std::string& luaText);
     /// Has the operator of a type remove its technics. True when it says so and out1 holds an object
     /// afterwards; never for a null out1. The operator gets null objects as well. Throws std::bad_alloc when

@@ -14,7 +14,7 @@ bool PassesAJointTwice(const qev::CCadObject& contour) {
     std::set<std::pair<double, double>> joints;
     if (contour.GetPieceCount() == 1) return false; // a line without length, which does not join
     for (int i = 0; i < contour.GetPieceCount(); ++i) {
-        const auto& p = std::get<SEGMENT>(contour.GetPiece(i)).ptStart;
+        const math::DPOINT2 p = std::get<SEGMENT>(contour.GetPiece(i)).ptStart;
         if (!joints.emplace(p.x, p.y).second) return true;
     }
     return !contour.IsClose() && joints.contains({contour.GetEndPoint().x, contour.GetEndPoint().y});
