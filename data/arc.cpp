@@ -86,7 +86,7 @@ int CCadArc::GetPieceCount() const {
 
 OutlinePiece CCadArc::GetPiece(int index) const {
     const double pieceAngle = m_dCentralAngle / GetPieceCount();
-    return SEGMENT(GetPoint(index * pieceAngle), GetPoint((index + 1) * pieceAngle),
+    return SEGMENT(GetPoint(index * pieceAngle), GetPoint((index + 1.0) * pieceAngle),
                    Sign() * math::Tan(pieceAngle / 4));
 }
 

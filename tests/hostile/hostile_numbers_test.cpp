@@ -37,8 +37,7 @@ std::vector<Try> TriesOf(const Row& row) {
     return tries;
 }
 
-double SecondsOf(const Row& row, const Try& one) {
-    const double start = qev::platform::ThreadSeconds();
+void Run(const Row& row, const Try& one) {
     try {
         Feed feed(one.place, one.value, one.variant);
         row.call(feed);
@@ -46,28 +45,33 @@ double SecondsOf(const Row& row, const Try& one) {
         ADD_FAILURE() << "throws " << error.what() << " at place " << one.place << ", value " << one.value
                       << ", variant " << one.variant;
     }
-    return qev::platform::ThreadSeconds() - start;
 }
 
 // Only where all tries together have taken long is each of them looked at.
-void ExpectQuick(const Row& row, const std::vector<Try>& tries, std::size_t first, std::size_t last) {
+void ExpectQuick(const Row& row, const std::vector<Try>& tries) {
     const double most =
         std::string_view(row.name).find("Convert") != std::string_view::npos ? kMostConverted : kMost;
-    const double start = qev::platform::ThreadSeconds();
-    for (std::size_t i = first; i < last; ++i) SecondsOf(row, tries[i]);
-    if (qev::platform::ThreadSeconds() - start < most) return;
-    for (std::size_t i = first; i < last; ++i)
-        EXPECT_LT(SecondsOf(row, tries[i]), most)
-            << "place " << tries[i].place << ", value " << tries[i].value << ", variant " << tries[i].variant;
+    const auto secondsOf = [&](const std::vector<Try>& some) {
+        const double start = qev::platform::ThreadSeconds();
+        for (const Try& one : some) Run(row, one);
+        return qev::platform::ThreadSeconds() - start;
+    };
+    if (secondsOf(tries) < most) return;
+    for (const Try& one : tries)
+        EXPECT_LT(secondsOf({one}), most)
+            << "place " << one.place << ", value " << one.value << ", variant " << one.variant;
 }
 
 TEST(HostileNumbers, NoCallThrowsOrTakesLong) {
-    constexpr std::size_t kBatch = 500;
+    constexpr std::ptrdiff_t kBatch = 500;
     for (const Row& row : hostile::Rows()) {
         SCOPED_TRACE(row.name);
         const std::vector<Try> tries = TriesOf(row);
-        for (std::size_t i = 0; i < tries.size(); i += kBatch)
-            ExpectQuick(row, tries, i, std::min(i + kBatch, tries.size()));
+        for (auto batch = tries.begin(); batch != tries.end();) {
+            const auto end = batch + std::min(kBatch, tries.end() - batch);
+            ExpectQuick(row, {batch, end});
+            batch = end;
+        }
     }
 }
 

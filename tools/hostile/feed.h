@@ -1,5 +1,5 @@
 /// \file
-/// Numbers and objects for calls that tools/hostile_calls.py writes: hostile ones in chosen places.
+/// Numbers and objects for calls that tools/hostile/hostile_calls.py writes: hostile ones in chosen places.
 #pragma once
 
 #include <array>

@@ -1,10 +1,9 @@
 #!/usr/bin/env python3
 """hostile_calls.py OUTPUT HEADER...: writes a C++ table of calls of every function that the headers export.
 
-Each row names a function and makes its arguments, and the object that it is a member of, of what a Feed
-(tests/hostile/feed.h) hands out, which puts hostile numbers into each of their places. A function with an
-argument that is not known below stops the build. So a new function is either called, or stands below with the
-reason why not.
+Each row names a function and makes its arguments, and the object that it is a member of, of what a Feed (feed.h)
+hands out, which puts hostile numbers into each of their places. A function with an argument that is not known
+below stops the build. So a new function is either called, or stands below with the reason why not.
 
 The headers are read as the house writes them: one declaration at a time, without macros but the export ones,
 and templates are nobody's exports."""
@@ -255,7 +254,7 @@ def main():
     includes = "".join(f"#include <{re.sub(r'.*include/', '', header)}>\n" for header in headers)
     opens = "".join(f"struct Open{owner} : {owner} {{ {' '.join(uses)} }};\n" for owner, uses in opened.items())
     kinds = "".join(f"    []([[maybe_unused]] Feed& feed) -> CCadObject* {{ return {kind}; }},\n" for kind in KINDS)
-    text = (f"// Written by tools/hostile_calls.py at build time.\n{includes}\n#include <gp_Trsf2d.hxx>\n#include <gp_Vec2d.hxx>\n\n#include \"hostile/feed.h\"\n\n"
+    text = (f"// Written by tools/hostile/hostile_calls.py at build time.\n{includes}\n#include <gp_Trsf2d.hxx>\n#include <gp_Vec2d.hxx>\n\n#include \"hostile/feed.h\"\n\n"
             f"namespace hostile {{\nusing namespace math;\nusing namespace qev;\n{opens}\n"
             f"const std::vector<Maker>& Makers() {{\n    static const std::vector<Maker> makers{{\n{kinds}    }};\n    return makers;\n}}\n\n"
             f"const std::vector<Row>& Rows() {{\n    static const std::vector<Row> rows{{\n{''.join(f.row() for f in called)}    }};\n    return rows;\n}}\n\n}} // namespace hostile\n")
