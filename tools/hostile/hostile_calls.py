@@ -235,6 +235,8 @@ class Function:
             call = f"delete {call}"
         elif not self.is_constructor and self.answer != "void":
             call = f"(void){call}"
+        # an object that is answered by way of an argument is the caller's, unless it is constant
+        call += "".join(f"; delete a{number}" for number, text in enumerate(self.arguments) if text == "CCadPolyline*&")
         lines = "".join(f"         {make}\n" for make, _ in made if make)
         return f'    {{"{self.signature()}", []([[maybe_unused]] Feed& feed) {{\n{lines}         {call};\n     }}}},\n'
 
