@@ -15,9 +15,9 @@
 // the digits: for k = 0 it is the distance from the line, so that one formula serves lines and arcs, without
 // a branch. Whether the foot lies on the arc is seen from the two tangents at its ends: up to a half turn it
 // lies ahead of the start and behind the end, on a wider arc it does one of the two. Both are off by some
-// 1e-16 of the coordinates. Every segment is kept whose
-// distance is within the margins of the least, the margin being more than a distance by the callers' rules
-// may be off; what is left out then is farther away than what is kept, by anybody's rule.
+// 1e-16 of the coordinates. Every segment is kept whose distance is within the margins of the least, the
+// margin being more than a distance by the callers' rules may be off; what is left out then is farther away
+// than what is kept, by anybody's rule.
 //
 // A box is a poor bound where a contour runs across the axes: among 1e5 segments of a circle a search by
 // boxes alone looks at some hundred. So each box of the tree also stands for a strip, the chord from its

@@ -1,5 +1,5 @@
 /// \file
-/// The foot on one line or arc, for those who know its centre form already. Private to the positions.
+/// The distance from one line or arc and the foot on it, for those who know its centre form already. Private to the positions.
 #pragma once
 
 #include <qevmath/arc.h>
