@@ -133,26 +133,27 @@ int NextWithEntries(const std::vector<int>& map, int from, int count) {
 }
 
 // Several destination segments come from the source segment of `pos`. Their lengths are laid behind each
-// other, and the source segment's length up to `pos` ends on one of them: that place is the answer. False,
-// with nothing written, when together they are shorter than that. The sum of the lengths is rounded, so that
-// a segment shorter than its rounding can end before the place that lies on it: its end is the answer then.
-bool SpreadOver(const CCadObject* source, const CCadObject* destination, const std::vector<int>& map,
+// other, and the source segment's length up to `pos` ends on one of them: that place is the answer. Nothing
+// is written when together they are shorter than that by kSameLength or more. The sum of the lengths is
+// rounded, so that the last of them can end before the end of the source segment, and one shorter than the
+// rounding before the place that lies on it: its end is the answer then.
+void SpreadOver(const CCadObject* source, const CCadObject* destination, const std::vector<int>& map,
                 const math::POLYPOS& pos, math::POLYPOS& out) {
     const double target = GetSegLength(source, pos.nSegIndex) * pos.dRatio;
+    const auto answer = [&](int j, double ratio) {
+        out = {j, ratio <= 1 ? ratio : 1.0};
+        if (IsInvalidPos(destination, out)) NormalizePos(destination, out);
+    };
     double sum = 0;
+    int last = -1;
     for (int j = 0, size = static_cast<int>(map.size()); j < size; ++j) {
         if (map[j] != pos.nSegIndex) continue;
         const double length = GetSegLength(destination, j);
-        if (!(sum + length >= target)) {
-            sum += length;
-            continue;
-        }
-        const double ratio = length > 0 ? (target - sum) / length : 0;
-        out = {j, ratio <= 1 ? ratio : 1.0};
-        if (IsInvalidPos(destination, out)) NormalizePos(destination, out);
-        return true;
+        if (sum + length >= target) return answer(j, length > 0 ? (target - sum) / length : 0);
+        sum += length;
+        last = j;
     }
-    return false;
+    if (last >= 0 && target - sum < kSameLength) answer(last, 1);
 }
 
 } // namespace

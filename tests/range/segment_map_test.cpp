@@ -63,7 +63,8 @@ TEST(SegmentMap, PositionsByPoint) {
 // The answers are segment index + ratio, -8 where nothing is written.
 TEST(SegmentMap, PositionsByLength) {
     const auto source = Polyline("0 0 L 5 0 L 9 0 L 14 0");
-    const char *const four = "0 0 L 5 0 L 8 0 L 9 0 L 14 0", *const line = "line 0 0 14 0";
+    const char *const four = "0 0 L 5 0 L 8 0 L 9 0 L 14 0", *const line = "line 0 0 14 0",
+                      *const parts = "0 0 L 0.4 0 L 1.7 0 L 4.2 0 L 5 0 L 14 0";
     for (const auto& [name, destination, pos, map, mapped] :
          Table<const char*, const char*, POLYPOS, Map, double>{
              {"between the two", four, {1, 0.75}, {0, 1, 1, 2}, 2},
@@ -72,6 +73,7 @@ TEST(SegmentMap, PositionsByLength) {
              {"behind the last segment", four, {INT_MAX, 0.5}, {7, 0}, 1},
              {"nothing but -1: at most the last", four, {2, 0.5}, {-1, -1}, 1.5},
              {"an empty map", four, {1, 0.5}, {}, -8},
+             {"the end, of parts shorter by rounding", parts, {0, 1}, {0, 0, 0, 0, 1}, 4},
              {"on a line", line, {1, 0.5}, {1}, 0.5},
              {"on no segment", four, {0, 0.5}, {77, -5}, 0}}) {
         POLYPOS out{-8, 0};
