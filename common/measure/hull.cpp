@@ -63,6 +63,10 @@ constexpr double kOnEdge = 1e-9; // sine of an angle: a corner flatter than this
 // two of them overflows, as exact turns need.
 constexpr double kFarthest = 1e100;
 
+// mm. Coordinates nearer to 0 than this count as 0: otherwise a product of two differences can be too small
+// for a double, and a turn that is taken for none drops a corner that lies far off.
+constexpr double kNearest = 1e-100;
+
 // Up to so many points, insertion sorts sooner than any other way, and a line halves sooner than columns.
 constexpr std::size_t kFewPoints = 24;
 
@@ -376,9 +380,14 @@ void WriteHull(const std::vector<Point>& points, std::vector<Point>& hull) {
     WriteSharp(Join(halves), hull);
 }
 
-// A function object, which is inlined where a function is called.
-constexpr auto kIsPlace = [](const Point& p) {
-    return std::abs(p.x) <= kFarthest && std::abs(p.y) <= kFarthest; // not for NaN
+// Function objects, which are inlined where functions are called.
+
+// Whether a coordinate is one of a place. Not for NaN.
+constexpr auto kIsPlace = [](double coordinate) { return std::abs(coordinate) <= kFarthest; };
+
+// Whether exact turns can do with a coordinate as it is.
+constexpr auto kIsPlain = [](double coordinate) {
+    return kIsPlace(coordinate) && (std::abs(coordinate) >= kNearest || coordinate == 0);
 };
 
 } // namespace
@@ -388,9 +397,12 @@ void CConvexHelper::ConvexGrahamScan(const std::vector<Point>& input, std::vecto
         output = input;
         return;
     }
-    if (std::all_of(input.begin(), input.end(), kIsPlace)) return WriteHull(input, output);
+    const auto isPlain = [](const Point& p) { return kIsPlain(p.x) && kIsPlain(p.y); };
+    if (std::all_of(input.begin(), input.end(), isPlain)) return WriteHull(input, output);
+    const auto rounded = [](double coordinate) { return kIsPlain(coordinate) ? coordinate : 0; };
     std::vector<Point> places;
-    std::copy_if(input.begin(), input.end(), std::back_inserter(places), kIsPlace);
+    for (const Point& p : input)
+        if (kIsPlace(p.x) && kIsPlace(p.y)) places.push_back({rounded(p.x), rounded(p.y), p.nTag});
     WriteHull(places, output);
 }
 
