@@ -31,6 +31,13 @@ QEVDATA_API Picked Pick(const CGroupIndex& index, const math::DPOINT2& p, double
 /// How far in mm outlines may be from each other and still count as equally far away from a point.
 inline constexpr double kTie = 1e-9;
 
+/// How far in mm from a point a box is looked into for outlines as near as a distance: beyond ties, and a
+/// little for the rounding of boxes that lie far out.
+inline double ReachFor(double distance) {
+    constexpr double kRounding = 1e-12;
+    return (distance + kTie) * (1 + kRounding);
+}
+
 /// The nearest point of an object's outline, members included. Nothing is picked where it has none, and where
 /// closedOnly is set and the object is open.
 Picked Measure(CCadObject& object, const math::DPOINT2& p, bool closedOnly);

@@ -95,20 +95,22 @@ double GetMinDistance(const CCadObject* object, const math::DPOINT2& p, math::DP
 Picked Pick(const CCadObject* root, const math::DPOINT2& p, double tolerance, bool closedOnly) {
     Picked hit;
     double best = tolerance;
+    double reach = ReachFor(best);
     // Nearly all objects of a drawing lie beside a pick: a polyline tells so by the box that it keeps.
     const auto isBeside = [&](const CCadObject& object) {
         const math::Bounds* const kept = ContourIndex::BoxKeptBy(object);
-        return kept && !IsNear(*kept, p, best + kTie);
+        return kept && !IsNear(*kept, p, reach);
     };
     TreeWalk walk(root, TreeWalk::PickedMembers);
     for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; walk.PassOver(isBeside), step = walk.Next()) {
-        if (step != TreeWalk::Step::kLeaf || !IsNear(BoundsOf(walk.Object()->GetBoundRect()), p, best + kTie))
+        if (step != TreeWalk::Step::kLeaf || !IsNear(BoundsOf(walk.Object()->GetBoundRect()), p, reach))
             continue;
         const Picked leaf = Measure(*walk.Object(), p, closedOnly);
         if (!leaf.object || !(leaf.distance <= tolerance && (!hit.object || leaf.distance <= best + kTie)))
             continue;
         hit = leaf;
         best = std::min(best, leaf.distance);
+        reach = ReachFor(best);
     }
     return hit;
 }

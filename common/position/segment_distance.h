@@ -1,5 +1,6 @@
 /// \file
-/// The distance from one line or arc and the foot on it, for those who know its centre form already. Private to the positions.
+/// The distance from one line or arc and the foot on it, for those who know its centre form already. Private
+/// to the positions.
 #pragma once
 
 #include <qevmath/arc.h>

@@ -75,3 +75,9 @@ TEST(Hit, FindsAHostsKindWithoutABoxAndMayAnswerIntoItsInput) {
     EXPECT_POINT_NEAR(p, (DPOINT2{15, 10}), 0);
     EXPECT_EQ(group.GetBoundRect().y, 10);
 }
+
+TEST(Hit, TakesTheLastOfTwoThatLieFarOut) {
+    CCadGroup group;
+    for (int i = 0; i < 2; ++i) group.PushBack(new CCadLine({1e100, 0}, {1e100, 1}));
+    EXPECT_EQ(Hit(&group, {-100, 0}, kInf), group.GetBack());
+}
