@@ -56,7 +56,7 @@ MAY_INCLUDE = {
     "bench": (STANDARD, LUA, PUBLIC, r"<benchmark/benchmark\.h>", r'"(support|by_hand|peers|message)/\w+\.h"', r'"host/[\w/]+\.h"'),
     "bench/growth": (STANDARD, OCCT, PUBLIC, r"<malloc\.h>", r'"support/\w+\.h"'),
     "bench/peers": (STANDARD, LUA, PUBLIC, r"<(boost|CGAL|geos|sigc\+\+)/[\w/+]+\.(hpp|h)>", r"<\w+\.hxx>"),
-    "fuzz": (STANDARD, LUA, PUBLIC, LAYERS, r'"host/[\w/]+\.h"'),
+    "fuzz": (STANDARD, OCCT, LUA, PUBLIC, LAYERS, r"<gtest/gtest\.h>", r'"((host|support|technics)/[\w/]+|targets)\.h"'),
     "tools/digest": (STANDARD, OCCT, PUBLIC, LAYERS),
     "tools/instructions": (STANDARD, LUA, PUBLIC, r"<gnu/libc-version\.h>"),
     "tools/hostile": (STANDARD, r'"support/\w+\.h"'),

@@ -1,0 +1,159 @@
+// A contour that is changed and asked in turn: with its index it answers as a search of all segments does, to
+// the bit, and walks and lengths are those of the summed segments.
+#include <bit>
+#include <vector>
+
+#include <gp_Trsf2d.hxx>
+
+#include "input.h"
+
+namespace {
+
+using namespace qev;
+using namespace fuzz;
+
+// A host's kind with the segments of another contour, of which no index is kept.
+class Plain : public CCadMultiSegments {
+public:
+    explicit Plain(const CCadObject& contour) : CCadMultiSegments(false), m_contour(contour) {}
+    cad_t GetType() const override { return m_contour.GetType(); }
+    int GetSegmentCount() const override { return m_contour.GetSegmentCount(); }
+    SEGMENT GetSegment(int index) const override { return m_contour.GetSegment(index); }
+
+private:
+    const CCadObject& m_contour;
+};
+
+struct Calculator : CPosCalculator {
+    using CPosCalculator::_RetrieveNearestPos;
+};
+
+struct Question {
+    DPOINT2 p;
+    POLYPOS on;
+    double offset;
+};
+
+// What an index has a part in.
+std::vector<double> Answers(CCadMultiSegments& contour, const Question& q) {
+    std::vector<double> answers;
+    const auto add = [&](auto... each) { (answers.push_back(each), ...); };
+    const CadRect box = contour.GetBoundRect();
+    DPOINT2 nearest, at = q.p;
+    POLYPOS pos, end;
+    PosInfo picked;
+    Calculator calculator;
+    double upTo = 0, between = 0, before = 0;
+    calculator.Init(nullptr, &q.p, 0);
+    calculator._RetrieveNearestPos(&contour, &picked, false);
+    add(contour.GetLength(), box.x, box.y, box.width, box.height, picked.nIndex, picked.dRatio);
+    add(GetMinDistance(&contour, q.p, nearest), CoorToPos(&contour, q.p, pos, 1e4), contour.IsClose());
+    add(nearest.x, nearest.y, PolyPosToDouble(pos), GetPosByOffset(&contour, q.on, q.offset, end));
+    GetLengthStartToPos(&contour, q.on, upTo);
+    GetLineLength_Dot2Dot2(&contour, q.on, pos, between);
+    add(PolyPosToDouble(end), upTo, between, static_cast<int>(GetPointSide(&contour, q.p, 0)));
+    add(FindSegmentIndexByRate(&contour, upTo / contour.GetLength(), 0, 0, before));
+    PosToCoor(&contour, q.on.nSegIndex, q.on.dRatio, at);
+    add(before, at.x, at.y, CPosCalculator::GetPtInMultiRatio(at, &contour));
+    return answers;
+}
+
+bool AreSame(double a, double b) {
+    return std::bit_cast<long long>(a) == std::bit_cast<long long>(b) || (std::isnan(a) && std::isnan(b));
+}
+
+void ExpectSums(const CCadMultiSegments& contour, const Question& q) {
+    const double total = contour.GetLength(), from = LengthTo(contour, q.on), slack = 1e-12 * (1 + total);
+    const auto off = [&](double length) { return std::abs(std::remainder(length, total)); };
+    if (total < 1e-3) return;
+    POLYPOS out;
+    const int laps = GetPosByOffset(&contour, q.on, q.offset, out);
+    Expect(!IsInvalidPos(&contour, out), "a walk ends on the contour");
+    Expect(off(LengthTo(contour, out) - from - q.offset) < 1e-9 + slack + 1e-12 * std::abs(q.offset),
+           "a walk is as long as it should be");
+    Expect(std::abs(laps - std::abs(q.offset) / total) < 1 + 1e-9, "a walk counts its laps");
+    if (contour.GetType() != kCadPolyline) return;
+    DPOINT2 nearest, picked;
+    POLYPOS pos;
+    const double least = GetMinDistance(&contour, q.p, nearest);
+    Expect(CoorToPos(&contour, q.p, pos, 1e9) && !IsInvalidPos(&contour, pos), "a position that is nearest");
+    PosToCoor(&contour, pos.nSegIndex, pos.dRatio, picked);
+    Expect(math::D2GetDistance(q.p, picked) < least + 1e-4, "as near as the outline");
+    double between = 0, upTo = 0;
+    GetLengthStartToPos(&contour, q.on, upTo);
+    Expect(std::abs(upTo - from) < slack, "the length to a position is that of its segments");
+    GetLineLength_Dot2Dot2(&contour, q.on, out, between);
+    const double ahead = LengthTo(contour, out) - from;
+    const bool isEqual = PolyPosToDouble(q.on) == PolyPosToDouble(out);
+    const bool isBack = ahead < 0 || (isEqual && contour.IsClose());
+    Expect(std::abs(between - (isBack && contour.IsClose() ? ahead + total : ahead)) < 2e-9 * (1 + total)
+               || off(ahead) < 2e-9 * (1 + total),
+           "the length between two positions");
+}
+
+// Bumps of all turns round a circle, seen from near its centre nearly equally far; lengths of all magnitudes
+// along a line; or any segments.
+template <class Contour>
+std::unique_ptr<Contour> Shape(Input& in) {
+    const int kind = in.Int(0, 5), count = in.Int(20, 400);
+    if (kind > 1) return in.Polyline<Contour>(kind == 2 ? 60 : 6);
+    const double rough = std::pow(10, -in.Int(0, 9)), turn = kind == 0 ? 0 : std::pow(10, in.Int(-8, 2));
+    auto contour = std::make_unique<Contour>();
+    DPOINT2 p{0, 0};
+    const bool isLine = in.Coin();
+    for (int i = 0; i <= count; ++i) {
+        p = isLine ? p + DPOINT2{std::pow(10, in.Int(-9, 2)), 0}
+                   : math::Rotated({1 + rough * in.Share(), 0}, math::kTwoPi * i / count);
+        i == 0 ? contour->SetStartPoint(p) : contour->AddArc(p, turn * in.Share());
+    }
+    return contour;
+}
+
+// Turned round, and moved by a similarity, it has each of its points where it should.
+template <class Contour>
+void ExpectMoved(Contour& contour, const gp_Trsf2d& similarity, double ratio) {
+    const std::unique_ptr<CCadObject> before(contour.Clone(false));
+    contour.ReverseDir(true);
+    contour.ApplyTransform(similarity);
+    for (int i = 0, last = contour.GetSegmentCount() - 1; i <= last; ++i) {
+        DPOINT2 expected = before->GetSegment(last - i).GetPoint(1 - ratio);
+        similarity.Transforms(expected.x, expected.y);
+        Expect(math::D2GetDistance(contour.GetSegment(i).GetPoint(ratio), expected) < 1e-6,
+               "moved as it should be");
+    }
+    contour.ReverseDir(true);
+    contour.ApplyTransform2D(similarity.Inverted());
+    Expect(contour.IsNormalDir(), "turned round twice");
+}
+
+template <class Contour>
+void Run(Input& in) {
+    const auto contour = Shape<Contour>(in);
+    Plain plain(*contour);
+    gp_Trsf2d similarity, mirror;
+    similarity.SetRotation({1, 2}, in.Int(-4, 4));
+    mirror.SetMirror(gp_Ax2d({1, 2}, {3, 1}));
+    if (in.Coin()) similarity.Multiply(mirror);
+    do {
+        const int change = in.Int(0, 9);
+        if (change == 0) contour->SetStartPoint(in.Point());
+        if (change == 1) contour->ReverseDir(false);
+        if (change == 2) in.AddSegment(*contour);
+        if (change == 3) contour->ApplyTransform(similarity);
+        if (change == 4 && !in.IsHostile()) ExpectMoved(*contour, similarity, in.Share());
+        const DPOINT2 p = in.Point() * (in.Coin() ? 1 : 1e-7);
+        const POLYPOS on = in.Pos(*contour);
+        const Question q{p, on, in.Number(1000)};
+        const std::vector<double> answers = Answers(*contour, q), expected = Answers(plain, q);
+        Expect(std::equal(answers.begin(), answers.end(), expected.begin(), AreSame), "indexed = plain");
+        if (!in.IsHostile()) ExpectSums(*contour, q);
+    } while (!in.IsEmpty());
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+    Input in(data, size);
+    in.Coin() ? Run<CCadPolyline>(in) : Run<CCadPolylineEx>(in);
+    return 0;
+}

@@ -1,0 +1,1 @@
+n=(n or 0)+1 T={Lead={Count=n,f=math.sin(1)}} _ENV={}

@@ -1,0 +1,1 @@
+T={Lead={Length=5,Angle=0.5,Name='a lead',List={1,2,3,{4,'x'}}},Joint={Depth=-2,Wide=true}};
