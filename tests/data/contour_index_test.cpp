@@ -1,5 +1,4 @@
-#include <gp_Trsf2d.hxx>
-
+// Contours of many levels of boxes; the fuzz program of contours asks smaller ones after every change.
 #include "../../data/contour_index.h"
 #include "support/support.h"
 
@@ -64,15 +63,6 @@ void ExpectSameAnswers(const CCadMultiSegments& contour, Random& random) {
     EXPECT_EQ(Answers(contour, p, on, offset), Answers(Plain(contour), p, on, offset));
 }
 
-TEST(ContourIndex, AnswersAsAllSegmentsDo) {
-    for (Random random; random.Rounds(300);) {
-        const int size = random.Coin() ? 60 : 600;
-        std::unique_ptr<CCadMultiSegments> contour = RandomPolyline(random, size);
-        if (size == 60 && random.Coin()) contour = RandomPolylineEx(random, size);
-        ExpectSameAnswers(*contour, random);
-    }
-}
-
 // Arcs of all turns, from flat ones to nearly whole circles, as bumps of a smooth contour and of a jagged
 // one.
 TEST(ContourIndex, ArcsOfAllTurns) {
@@ -101,59 +91,6 @@ TEST(ContourIndex, SlowlyChangingDistances) {
         }
         ExpectSameAnswers(polygon, random);
     }
-}
-
-// Lengths by which no segment can be guessed: of all magnitudes, and none at all.
-TEST(ContourIndex, UnevenLengths) {
-    Random random;
-    for (int k = 0; k < 20; ++k) {
-        CCadPolyline contour(false);
-        double x = 0;
-        for (int i = 0; i < 200; ++i)
-            contour.AddLine({x += random.Coin() ? 0 : std::pow(10, random.Uniform(-7, 3)), 0});
-        for (int j = 0; j < 20; ++j) ExpectSameAnswers(contour, random);
-    }
-}
-
-TEST(ContourIndex, HostileNumbers) {
-    Random random;
-    for (const double hostile : {kNaN, kInf, -kInf, 1e300, 1e9}) {
-        SCOPED_TRACE(hostile);
-        const auto contour = RandomPolyline(random, 60);
-        contour->AddLine({hostile, 1});
-        contour->AddArc({1, 1}, hostile);
-        const Plain plain(*contour);
-        for (int k = 0; k < 50; ++k) {
-            const DPOINT2 p = random.Point();
-            POLYPOS pos{-1, 0}, plainPos{-1, 0};
-            EXPECT_EQ(CoorToPos(contour.get(), p, pos, 1e4), CoorToPos(&plain, p, plainPos, 1e4));
-            EXPECT_TRUE(IsAt(pos, plainPos));
-        }
-    }
-}
-
-// After each of the ways to change it the contour answers as one that was never asked before.
-TEST(ContourIndex, EveryChangeDropsIt) {
-    gp_Trsf2d mirror;
-    mirror.SetMirror(gp_Ax2d({1, 2}, {3, 1}));
-    Random random;
-    const auto expectDropped = [&](auto& contour, const char* change) {
-        SCOPED_TRACE(change);
-        ExpectSameAnswers(contour, random);
-    };
-    const auto changeEveryWay = [&](auto& contour) {
-        expectDropped(contour, "none yet");
-        expectDropped((contour.SetStartPoint({500, 500}), contour), "SetStartPoint");
-        expectDropped((contour.AddLine({-500, 70}), contour), "AddLine");
-        expectDropped((contour.AddArc({-500, 80}, 0.5), contour), "AddArc");
-        expectDropped((contour.ReverseDir(false), contour), "ReverseDir");
-        expectDropped((contour.ApplyTransform(mirror), contour), "ApplyTransform");
-        expectDropped((contour.AddLine(contour.GetStartPoint()), contour), "AddLine to the start");
-    };
-    changeEveryWay(*RandomPolyline(random, 40));
-    const auto extended = RandomPolylineEx(random, 40);
-    changeEveryWay(*extended);
-    expectDropped((extended->AddBezier({1, 2}, {500, 600}, {-700, 8}), *extended), "AddBezier");
 }
 
 } // namespace

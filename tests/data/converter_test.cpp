@@ -30,34 +30,6 @@ double Deviation(const CCadObject& object, const CCadPolyline& polyline) {
     return worst;
 }
 
-double LargestKink(const CCadPolyline& polyline) {
-    double worst = 0;
-    for (int i = polyline.IsClose() ? 0 : 1, n = polyline.GetSegmentCount(); i < n; ++i) {
-        const DPOINT2 in = polyline.GetSegment((n + i - 1) % n).GetArc().DirectionAt(1);
-        const DPOINT2 out = polyline.GetSegment(i).GetArc().DirectionAt(0);
-        worst = std::max(worst, std::abs(std::atan2(math::Cross(in, out), math::Dot(in, out))));
-    }
-    return worst;
-}
-
-TEST(Converter, DeviationIsGuaranteedAndArcsJoinTangentially) {
-    for (Random random; random.Rounds(120);) {
-        auto object = RandomSingle(random, -2);
-        if (random.Coin()) object = RandomPolylineEx(random, 1);
-        // the error as the settings can say it
-        const double error = std::ceil(std::pow(10, random.Uniform(2, 6))) * 1e-6;
-        const auto arcs = Convert(*object, "Both", error), chords = Convert(*object, "Line", error);
-        ASSERT_TRUE(arcs);
-        ASSERT_TRUE(chords);
-        EXPECT_LE(Deviation(*object, *arcs), error * (1 + 1e-9));
-        EXPECT_LE(Deviation(*object, *chords), error * (1 + 1e-9));
-        EXPECT_LE(arcs->GetSegmentCount(), 2 * chords->GetSegmentCount() + 4);
-        EXPECT_LT(object->GetType() == kCadPolylineEx ? 0 : LargestKink(*arcs), 1e-8); // one may have cusps
-        EXPECT_POINT_NEAR(arcs->GetStartPoint(), object->GetStartPoint(), 0);
-        EXPECT_POINT_NEAR(arcs->GetEndPoint(), object->GetEndPoint(), 1e-13);
-    }
-}
-
 // The fewest chords are 538 and 300; biarcs along the tangents would be 80 and 54 at least.
 TEST(Converter, CountsAreNearMinimal) {
     const struct {

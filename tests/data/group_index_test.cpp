@@ -5,63 +5,6 @@ using namespace test;
 
 namespace {
 
-// A drawing of nested groups, with objects that lie on each other.
-void FillRandomly(CCadGroup& drawing, Random& random, int objects) {
-    CCadGroup* into = &drawing;
-    for (int k = 0; k < objects; ++k) {
-        const DPOINT2 p = random.Point();
-        into->PushBack(random.Coin() ? static_cast<CCadObject*>(RandomPolylineEx(random, 3).release())
-                                     : new CCadLine(p, p + random.Point() * 0.1));
-        if (random.Int(0, 2) == 0) into->PushBack(into->GetBack()->Clone(true));
-        if (random.Int(0, 5) == 0) into = AddGroup(random.Coin() ? *into : drawing);
-    }
-}
-
-struct Picker : CPosCalculator {
-    template <class Source>
-    PosInfo At(const Source& source, const DPOINT2& p, bool closedOnly) {
-        Init(source, &p, 30);
-        PosInfo info;
-        CalculatePosition(&info, closedOnly);
-        return info;
-    }
-};
-
-TEST(GroupIndex, AnswersAsTheGroup) {
-    for (Random random; random.Rounds(60);) {
-        CCadGroup drawing;
-        FillRandomly(drawing, random, random.Int(0, 300));
-        const CGroupIndex index(&drawing);
-        for (int k = 0; k < 20; ++k) {
-            const DPOINT2 p = random.Point(), q = random.Point() * 0.3;
-            const double tolerance = random.Coin() ? random.Uniform(0, 20) : kInf;
-            const bool closedOnly = random.Coin();
-            DPOINT2 hit = p, expected = p;
-            ASSERT_EQ(index.Hit(p, tolerance, &hit, closedOnly),
-                      Hit(&drawing, p, tolerance, closedOnly, &expected));
-            EXPECT_EQ(hit.x, expected.x);
-            const PosInfo info = Picker().At(index, p, closedOnly),
-                          wanted = Picker().At(&drawing, p, closedOnly);
-            EXPECT_EQ(info.pObject, wanted.pObject);
-            EXPECT_EQ(info.nIndex, wanted.nIndex);
-            EXPECT_EQ(info.dRatio, wanted.dRatio);
-
-            const CadRect box{p.x, p.y, std::abs(q.x), std::abs(q.y)};
-            std::vector<CCadObject*> found, meeting;
-            index.Collect(box, found);
-            TreeWalk walk(&drawing, TreeWalk::PickedMembers);
-            for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
-                if (step != TreeWalk::Step::kLeaf) continue;
-                const CadRect own = walk.Object()->GetBoundRect();
-                if (own.x <= box.x + box.width && own.x + own.width >= box.x && own.y <= box.y + box.height
-                    && own.y + own.height >= box.y)
-                    meeting.push_back(walk.Object());
-            }
-            EXPECT_EQ(found, meeting) << "in drawing order";
-        }
-    }
-}
-
 // Two outlines that tie with a third need not tie with each other.
 TEST(GroupIndex, TheLastOfThoseThatTieWithTheNearest) {
     std::vector<double> heights{1 + 0.9e-9, 1, 1 - 0.9e-9};

@@ -13,31 +13,6 @@ TEST(MinDistance, IsInfiniteFromNothingAndForHostileArguments) {
     EXPECT_EQ(GetMinDistance(&circle, {kNaN, 1}, nearest), kInf);
 }
 
-// The smallest distance wins, equal ones go to the object drawn last; the oracle measures every leaf.
-TEST(Hit, FindsTheNearestLeaf) {
-    for (Random random; random.Rounds(200);) {
-        CCadGroup group;
-        std::vector<CCadObject*> leaves;
-        CCadGroup* into = &group;
-        for (int k = 0; k < 12; ++k) {
-            leaves.push_back(RandomPolylineEx(random, 3).release());
-            into->PushBack(leaves.back());
-            if (random.Int(0, 3) == 0) into = AddGroup(*into);
-        }
-        const DPOINT2 p = random.Point();
-        const double tolerance = random.Uniform(0, 20);
-        CCadObject* expected = nullptr;
-        DPOINT2 hitPoint;
-        double best = tolerance;
-        for (CCadObject* leaf : leaves) {
-            const double distance = GetMinDistance(leaf, p, hitPoint);
-            if (distance <= best) expected = leaf, best = distance;
-        }
-        ASSERT_EQ(Hit(&group, p, tolerance, &hitPoint), expected);
-        if (expected) EXPECT_NEAR(math::D2GetDistance(p, hitPoint), best, 1e-12);
-    }
-}
-
 TEST(Hit, LooksThroughRelationsAndTakesTextsWhole) {
     CCadGroup group;
     auto* line = new CCadLine({0, 0}, {10, 0});

@@ -5,46 +5,6 @@ using namespace test;
 
 namespace {
 
-std::unique_ptr<CCadObject> AnyOutline(Random& random) {
-    const int kind = random.Int(0, 3);
-    if (kind == 0) return RandomSingle(random, -2);
-    if (kind == 1) return RandomPolyline(random, 3);
-    return RandomPolylineEx(random, kind == 2 ? 2 : 50);
-}
-
-// The samples are those of one outline; the other one is measured from each exactly. So they are never nearer
-// than the outlines are, and farther by half a step of the samples at most. Round the nearest sample the
-// least distance is searched to the last digits.
-TEST(Clearance, IsTheLeastDistanceOfSamples) {
-    constexpr int kSamples = 500;
-    for (Random random; random.Rounds(100);) {
-        const auto a = AnyOutline(random);
-        random.origin = {random.Uniform(-300, 300), 0};
-        const auto b = AnyOutline(random);
-        random.origin = {0, 0};
-        const CurvePoint curve = Along(*a);
-        DPOINT2 nearest;
-        const auto distance = [&](double u) { return GetMinDistance(b.get(), curve(u), nearest); };
-        double best = 0, step = 0;
-        for (int i = 1; i <= kSamples; ++i) {
-            const double u = i / double(kSamples), before = (i - 1) / double(kSamples);
-            step = std::max(step, math::D2GetDistance(curve(before), curve(u)));
-            if (distance(u) < distance(best)) best = u;
-        }
-        const double clearance = GetClearance(a.get(), b.get());
-        EXPECT_GE(clearance, distance(best) - step) << "a step is " << step;
-        double from = std::max(0.0, best - 1.0 / kSamples), to = std::min(1.0, best + 1.0 / kSamples);
-        for (int i = 0; i < 80; ++i) {
-            const double third = (to - from) / 3;
-            const bool isLower = distance(from + third) < distance(to - third);
-            (isLower ? to : from) += isLower ? -third : third;
-        }
-        EXPECT_LE(clearance, std::min(distance(best), distance(from)) + 1e-9);
-        for (int question = 0; question < 2; ++question) // the latter by indexes
-            EXPECT_NEAR(GetClearance(b.get(), a.get()), clearance, 2e-6);
-    }
-}
-
 TEST(Clearance, NamedDistances) {
     for (const auto& [name, a, b, distance] : Table<const char*, const char*, const char*, double>{
              {"lines that cross", "line 0 0 10 7", "line 0 3 10 1", 0},

@@ -62,42 +62,4 @@ TEST(Nesting, NamedDrawings) {
     EXPECT_TRUE(nesting.empty());
 }
 
-// The parent by the definition, over all pairs: the least contour in order that has a sample of the other one
-// inside.
-TEST(Nesting, IsThatOfSamples) {
-    constexpr int kSamples = 120;
-    for (Random random; random.Rounds(20);) {
-        std::vector<std::unique_ptr<CCadObject>> owned;
-        std::list<CCadObject*> selection;
-        for (int i = 0; i < 12; ++i) {
-            const DPOINT2 at = random.Point(40);
-            const double size = random.Uniform(1, 60);
-            const int kind = random.Int(0, 2);
-            if (kind == 0) owned.push_back(std::make_unique<CCadCircle>(at, size, random.Coin()));
-            if (kind == 1) owned.push_back(std::make_unique<CCadEllipse>(at, size, size / 3, size));
-            if (kind == 2) owned.push_back(std::make_unique<CCadRectangle>(at, size, size / 2, size));
-            selection.push_back(owned.back().get());
-        }
-        std::vector<ContourNesting> nesting;
-        GetNesting(&selection, nesting);
-        ASSERT_EQ(nesting.size(), owned.size());
-        const auto area = [&](std::size_t i) { return std::abs(SampledArea(Along(*owned[i]), kSamples)); };
-        for (std::size_t inner = 0; inner < owned.size(); ++inner) {
-            const CCadObject* parent = nullptr;
-            double least = kInf;
-            bool isClear = true; // unless outlines cross by less than the samples tell
-            for (std::size_t outer = 0; outer < owned.size(); ++outer) {
-                if (!(area(outer) > area(inner)) || outer == inner) continue;
-                bool isIn = false;
-                for (int i = 0; i < kSamples && !isIn; ++i)
-                    isIn = GetPointSide(owned[outer].get(), Along(*owned[inner])(i / double(kSamples)), 0)
-                           == PointSide::kInside;
-                isClear = isClear && (isIn || GetClearance(owned[outer].get(), owned[inner].get()) > 0);
-                if (isIn && area(outer) < least) least = area(outer), parent = owned[outer].get();
-            }
-            if (isClear) EXPECT_EQ(nesting[inner].pParent, parent) << inner;
-        }
-    }
-}
-
 } // namespace

@@ -3,19 +3,6 @@
 using namespace qev;
 using namespace test;
 
-// A share of the length on an object is that share on the polyline that it was converted to.
-TEST(ConvertedPosition, KeepsTheShareOfTheLength) {
-    for (Random random; random.Rounds(200);) {
-        const auto object = RandomSingle(random, -0.5);
-        const std::unique_ptr<CCadPolyline> polyline(Convert2Polyline(object.get(), 0.01));
-        ASSERT_TRUE(polyline);
-        const double ratio = random.Uniform(0, 0.999);
-        POLYPOS mapped{0, ratio}; // both the input and the output
-        ASSERT_TRUE(GetMapPos(object.get(), polyline.get(), {}, mapped, mapped)) << object->GetType();
-        EXPECT_NEAR(LengthTo(*polyline, mapped) / polyline->GetLength(), ratio, 1e-12) << object->GetType();
-    }
-}
-
 // Segment -8 is where nothing is written.
 TEST(ConvertedPosition, OfContours) {
     for (const auto& [name, source, destination, pos, expected] :

@@ -29,20 +29,4 @@ TEST(LengthBetween, BothVariants) {
     }
 }
 
-TEST(LengthBetween, AgainstSummedLengths) {
-    for (Random random; random.Rounds(500);) {
-        const auto contour = RandomPolyline(random, 8);
-        const int count = contour->GetSegmentCount();
-        const POLYPOS from = random.Pos(count), to = random.Pos(count);
-        const double total = contour->GetLength(), ahead = LengthTo(*contour, to) - LengthTo(*contour, from);
-        const bool isBack = PolyPosToDouble(to) < PolyPosToDouble(from);
-        double plain = kNone, wrapping = kNone;
-        GetLineLength_Dot2Dot(contour.get(), from, to, plain);
-        GetLineLength_Dot2Dot2(contour.get(), from, to, wrapping);
-        EXPECT_NEAR(wrapping, isBack && contour->IsClose() ? ahead + total : ahead, 1e-12 * (1 + total));
-        if (!isBack || (contour->IsClose() && to.nSegIndex < from.nSegIndex))
-            EXPECT_NEAR(plain, isBack ? ahead + total : ahead, 1e-12 * (1 + total));
-    }
-}
-
 } // namespace

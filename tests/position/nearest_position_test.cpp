@@ -19,26 +19,6 @@ PosInfo Pick(const CCadGroup& group, const DPOINT2& p, double tolerance, bool cl
     return info;
 }
 
-// The nearest of many points of the contour is the oracle; Bezier pieces answer with one of their own 101.
-TEST(NearestPosition, AgainstSamples) {
-    for (Random random; random.Rounds(300);) {
-        CCadGroup group;
-        auto* contour = RandomPolylineEx(random, 7).release();
-        group.PushBack(contour);
-        const DPOINT2 p = random.Point();
-        const PosInfo info = Pick(group, p, 1e4);
-        ASSERT_EQ(info.pObject, contour);
-        EXPECT_EQ(info.nTag, static_cast<int>(contour->GetID()));
-        double gap = 1e-5; // of the samples of a Bezier piece, which may lose to a line that is farther
-        for (const SEGMENT& segment : contour->GetNodes())
-            if (segment.nType == SEGMENT::kBezier) gap = std::max(gap, segment.GetLength() / 100);
-        const double nearest = SampledDistance(Along(*contour), p, 400 * contour->GetSegmentCount());
-        DPOINT2 answered;
-        ASSERT_TRUE(PosToCoor(contour, info.nIndex, info.dRatio, answered));
-        EXPECT_LE(math::D2GetDistance(p, answered) - nearest, gap);
-    }
-}
-
 TEST(NearestPosition, JointsTiesAndEnds) {
     for (const auto& [name, contour, p, pos] : Table<const char*, const char*, DPOINT2, POLYPOS>{
              {"a joint is the start of its later segment", kOpenSquare, {10, 10}, {2, 0}},
@@ -74,26 +54,6 @@ TEST(NearestPosition, OnAHostsContour) {
     EXPECT_TRUE(calculator._RetrieveNearestPos(&contour, &info, false));
     EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, {0, 0.2}));
     EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio({2, 0}, &contour), 0.2, 1e-12);
-}
-
-// With an index, which a class that derives from the polyline does not have.
-TEST(NearestPosition, AnIndexAnswersAsTheSearchOfAll) {
-    struct Unindexed : CCadPolyline {
-        explicit Unindexed(const CCadPolyline& other) : CCadPolyline(other) {}
-    };
-    for (Random random; random.Rounds(500);) {
-        CCadPolyline indexed;
-        for (int i = 0; i < 100; ++i) indexed.AddArc(random.Point(), i == 50 ? kNaN : random.Bulge());
-        const Unindexed plain(indexed);
-        const DPOINT2 p = random.Point(200);
-        Calculator calculator;
-        PosInfo info, expected;
-        calculator.Init(nullptr, &p, 0);
-        for (int question = 0; question < 3; ++question) // the first ones are answered without an index
-            calculator._RetrieveNearestPos(&indexed, &info, false);
-        calculator._RetrieveNearestPos(&plain, &expected, false);
-        EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, {expected.nIndex, expected.dRatio}, 0));
-    }
 }
 
 TEST(NearestPosition, OnAContourWithoutSegments) {

@@ -3,52 +3,6 @@
 using namespace qev;
 using namespace test;
 
-// Walks of up to some laps either way against the sum of lengths, modulo the whole.
-TEST(OffsetWalk, AgainstSummedLengths) {
-    for (Random random; random.Rounds(2000);) {
-        const auto contour = RandomPolylineEx(random, 8);
-        const double total = contour->GetLength();
-        if (total == 0) continue;
-        const POLYPOS pos = random.Pos(contour->GetSegmentCount());
-        const double offset = total * random.Uniform(-3.5, 3.5);
-        POLYPOS out = pos; // both the input and the output
-        const int laps = GetPosByOffset(contour.get(), out, offset, out);
-        const double travelled = LengthTo(*contour, pos) + offset;
-        EXPECT_NEAR(std::remainder(LengthTo(*contour, out) - travelled, total), 0, 1e-12 * total);
-        EXPECT_EQ(laps, static_cast<int>(std::abs(offset) / total));
-    }
-}
-
-double LengthFromStart(const CCadObject& object, const POLYPOS& pos) {
-    double length = 0;
-    GetLengthStartToPos(&object, pos, length);
-    return length;
-}
-
-// By the length that is left to an end or back to a joint, and by whole laps: rounding misses them on either
-// side.
-TEST(OffsetWalk, ExactlyToAnEndAndRound) {
-    for (Random random; random.Rounds(3000);) {
-        const bool isPiece = random.Coin();
-        const auto object = isPiece ? RandomSingle(random, -1) : RandomPolyline(random, 8);
-        const POLYPOS pos = random.Pos(GetCadSegments(object.get()));
-        const double total = GetCadLength(object.get()), before = LengthFromStart(*object, pos);
-        if (before < 1e-6 || total - before < 1e-6) continue;
-        POLYPOS out;
-        for (const double to : {0.0, LengthFromStart(*object, {pos.nSegIndex, 0}), total}) {
-            EXPECT_EQ(GetPosByOffset(object.get(), pos, to - before, out), 0);
-            EXPECT_FALSE(IsInvalidPos(object.get(), out)) << testing::PrintToString(out);
-            const bool isStart = to == total && object->IsClose();
-            EXPECT_NEAR(LengthFromStart(*object, out), isStart ? 0 : to, 1e-12 * total) << object->GetType();
-        }
-        for (const int laps : {-2, -1, 1, 3}) {
-            if (!isPiece) break; // on a segment without length the start counts as not reached
-            EXPECT_EQ(GetPosByOffset(object.get(), pos, laps * total, out), std::abs(laps));
-            EXPECT_TRUE(IsAt(out, pos, 1e-9));
-        }
-    }
-}
-
 TEST(OffsetWalk, LapsJointsAndEnds) {
     for (const auto& [name, contour, from, offset, laps, to] :
          Table<const char*, const char*, POLYPOS, double, int, POLYPOS>{

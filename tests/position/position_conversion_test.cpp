@@ -7,64 +7,6 @@ using namespace test;
 
 namespace {
 
-// A contour of lines and arcs from nearly nothing to 100 mm long, nearly straight and nearly round.
-std::unique_ptr<CCadObject> RoughContour(Random& random) {
-    auto contour = std::make_unique<CCadPolyline>();
-    DPOINT2 end = random.Point();
-    contour->SetStartPoint(end);
-    for (int i = random.Int(1, 6); i > 0; --i) {
-        end = end + random.Point(std::pow(10, random.Uniform(-7, 2))) - random.origin;
-        contour->AddArc(end, random.Coin() ? random.Bulge() : 0);
-    }
-    if (random.Coin()) contour->AddLine(contour->GetStartPoint());
-    return contour;
-}
-
-bool IsEllipse(const CCadObject& object) {
-    return object.GetType() == kCadEllipse || object.GetType() == kCadEllipseArc;
-}
-
-// mm. Ellipses go by polylines; a line shorter than 3.2e-5 mm is picked as its start; the rule of Heron may
-// tell a neighbour for the nearest; and a place within 1e-9 of a segment from a joint is the joint.
-double ToleranceOf(const CCadObject& object, int index, const POLYPOS& found) {
-    if (IsEllipse(object)) return 2e-3;
-    if (GetSegLength(&object, found.nSegIndex) < 1e-3) return 3.2e-5;
-    return found.nSegIndex != index ? 1e-5 : 1e-9 * (1 + object.GetLength());
-}
-
-// Position -> point -> position -> point comes back to the point, near the origin and 1e4 mm away, and every
-// answer on the way is valid. The ratio of a line alone is a distance, which may lie beyond the end.
-TEST(PositionConversion, RoundTrips) {
-    for (Random random; random.Rounds(3000);) {
-        random.origin = random.Coin() ? DPOINT2{0, 0} : DPOINT2{1e4, -1e4};
-        const int kind = random.Int(0, 5);
-        CCadGroup group;
-        group.PushBack(kind == 0   ? new CCadEllipse({0, 0}, 1e5, 1, 0.3, true)
-                       : kind <= 2 ? RoughContour(random).release()
-                                   : RandomSingle(random, -1).release());
-        const CCadObject *const object = group.GetFront(), *found = nullptr;
-        const int index = random.Int(0, GetCadSegments(object) - 1);
-        for (const double ratio : {0.0, 1e-10, random.Uniform(-0.05, 1), 1 - 1e-10, 1.0}) {
-            SCOPED_TRACE(testing::Message() << object->GetType() << " at " << index + ratio);
-            DPOINT2 point, again;
-            POLYPOS pos, picked, moved;
-            ASSERT_TRUE(PosToCoor(object, index, ratio, point));
-            if (ratio >= 0 && !IsEllipse(*object))
-                EXPECT_POINT_NEAR(point, Along(*object)((index + ratio) / GetCadSegments(object)), 1e-9);
-            ASSERT_TRUE(CoorToPos(object, point, pos));
-            ASSERT_TRUE(PosToCoor(object, pos.nSegIndex, pos.dRatio, again));
-            EXPECT_POINT_NEAR(again, point, ToleranceOf(*object, index, pos));
-            if (object->GetType() == kCadLine) continue;
-            EXPECT_FALSE(IsInvalidPos(object, pos)) << testing::PrintToString(pos);
-            ASSERT_TRUE(FindCadAndPosByPoint(&group, point, found, picked, 0.01));
-            EXPECT_TRUE(IsAt(picked, pos));
-            ASSERT_GE(GetPosByOffset(object, pos, random.Uniform(-3, 3) * GetCadLength(object), moved), 0);
-            EXPECT_FALSE(IsInvalidPos(object, moved)) << testing::PrintToString(moved);
-            EXPECT_FALSE(IsInvalidPos(object, DoubleToPolyPos(object, index + std::max(ratio, 0.0))));
-        }
-    }
-}
-
 // What PosToCoor makes of an arc lies on it again, however straight the arc is.
 TEST(PositionConversion, ArcsKnowTheirOwnPoints) {
     for (Random random; random.Rounds(2000);) {

@@ -10,54 +10,6 @@ using Ranges = std::vector<PosRange>;
 const auto kClosed = Polyline(kSquare);
 const auto kOpen = Polyline("0 0 L 10 0 L 10 10 L 0 10 L 0 5");
 
-// Quarters of four segments, at times off by about the tolerance: ends meet, miss and touch each other.
-POLYPOS QuarterPos(Random& random) {
-    return {random.Int(0, 3),
-            std::abs(random.Int(0, 3) / 4.0 + random.Int(-2, 2) * (random.Coin() ? 0 : 6e-10))};
-}
-
-Ranges RandomRanges(Random& random) {
-    Ranges ranges;
-    for (int i = 0, count = random.Int(0, 5); i < count; ++i) {
-        const POLYPOS start = QuarterPos(random);
-        const POLYPOS near{start.nSegIndex, start.dRatio + 0.2};
-        ranges.emplace_back(start, random.Int(0, 3) == 0 ? QuarterPos(random) : near, i);
-    }
-    return ranges;
-}
-
-TEST(RangeSet, AnswersAsTheListOfItsValidRanges) {
-    for (Random random; random.Rounds(20000);) {
-        const Ranges all = RandomRanges(random);
-        Ranges list;
-        std::copy_if(all.begin(), all.end(), std::back_inserter(list),
-                     [](auto& r) { return !IsInvalidRange(r); });
-        const CRangeSet set(random.Coin() ? kClosed.get() : kOpen.get(), all);
-        const PosRange range(QuarterPos(random), QuarterPos(random));
-        ASSERT_EQ(set.Holds(range.start), IsRangeIntersected(&list, range.start));
-        ASSERT_EQ(set.Meets(range), IsRangeIntersected(&list, range));
-    }
-}
-
-// Odd eighths lie 0.05 of a segment or more from every end.
-TEST(RangeSet, WhatNoZoneHoldsIsFree) {
-    for (Random random; random.Rounds(5000);) {
-        const auto& contour = random.Coin() ? kClosed : kOpen;
-        const CRangeSet set(contour.get(), RandomRanges(random));
-        Ranges free;
-        set.GetFree(free);
-        for (double at = 0.125; at < 4; at += 0.25) {
-            const POLYPOS pos = DoubleToPolyPos(contour.get(), at);
-            ASSERT_EQ(set.Holds(pos), !IsRangeIntersected(&free, pos)) << at;
-        }
-        EXPECT_EQ(set.IsWhole(), free.empty());
-        for (std::size_t i = 0; i < free.size(); ++i) {
-            if (!set.GetRanges().empty()) EXPECT_FALSE(IsInvalidRange(contour.get(), free[i]));
-            if (i > 0) EXPECT_LT(PolyPosToDouble(free[i - 1].end), PolyPosToDouble(free[i].start));
-        }
-    }
-}
-
 struct Case {
     const char* name;
     const CCadObject* contour;

@@ -99,31 +99,6 @@ TEST(SegmentMap, UnknownKinds) {
     EXPECT_TRUE(IsAt(out, {1, 0})) << "without an entry: the start";
 }
 
-// Each of three lines was divided into four, some of them shorter than the rounding of their sums.
-TEST(SegmentMap, AnswersAreValidOnTheDestination) {
-    for (Random random; random.Rounds(3000);) {
-        CCadPolyline source, destination;
-        std::vector<double> ends{0};
-        Map map;
-        source.SetStartPoint({0, 0});
-        destination.SetStartPoint({0, 0});
-        for (int i = 0; i < 12; ++i) {
-            ends.push_back(ends[i] + (random.Coin() ? random.Uniform(0, 10) : 0));
-            destination.AddLine({ends.back(), i * 2e-15});
-            if (i % 4 == 3) source.AddLine({ends.back(), 0});
-            map.push_back(i / 4);
-        }
-        const int joint = random.Int(0, 11), segment = joint / 4;
-        const double from = ends[4 * segment], length = ends[4 * segment + 4] - from;
-        const POLYPOS pos{segment, length > 1 ? std::min((ends[joint] - from) / length, 0.999) : 0.5};
-        POLYPOS byMap, byLength = pos;
-        GetMapPos(&source, pos, &destination, byMap, map);
-        EXPECT_FALSE(IsInvalidPos(&destination, byMap)) << byMap.nSegIndex << " + " << byMap.dRatio;
-        GetMapPos(&source, &destination, map, byLength, byLength);
-        EXPECT_FALSE(IsInvalidPos(&destination, byLength)) << byLength.nSegIndex << " + " << byLength.dRatio;
-    }
-}
-
 // A polyline that counts how often it is asked for a segment.
 struct Counting : CCadPolyline {
     SEGMENT GetSegment(int index) const override {

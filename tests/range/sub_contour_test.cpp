@@ -7,60 +7,6 @@ namespace {
 
 using Cut = std::unique_ptr<CCadMultiSegments>;
 
-// A position in normal form, one in four at the start of a segment.
-POLYPOS RandomPos(Random& random, const CCadObject& contour) {
-    POLYPOS pos{random.Int(0, contour.GetSegmentCount() - 1), std::max(0.0, random.Uniform(-0.3, 1))};
-    NormalizePos(&contour, pos);
-    return pos;
-}
-
-// The cut is as long as the difference of the positions, runs between their points, and lies on the contour.
-TEST(SubContour, CutsTheStretchBetweenTwoPositions) {
-    for (Random random; random.Rounds(500);) {
-        const auto contour = RandomPolyline(random, 8);
-        PosRange range{RandomPos(random, *contour), RandomPos(random, *contour)};
-        if (!contour->IsClose() && PolyPosToDouble(range.end) < PolyPosToDouble(range.start))
-            std::swap(range.start, range.end);
-        const Cut cut(GetMultiSementsByRange(contour.get(), range));
-        ASSERT_EQ(cut == nullptr, IsInvalidRange(contour.get(), range));
-        if (!cut) continue;
-        double expected = LengthTo(*contour, range.end) - LengthTo(*contour, range.start);
-        if (PolyPosToDouble(range.end) < PolyPosToDouble(range.start)) expected += contour->GetLength();
-        EXPECT_NEAR(cut->GetLength(), expected, 1e-8 * (1 + contour->GetLength()));
-        const SEGMENT first = contour->GetSegment(range.start.nSegIndex),
-                      last = contour->GetSegment(range.end.nSegIndex);
-        EXPECT_POINT_NEAR(cut->GetStartPoint(), first.GetPoint(range.start.dRatio), 1e-10);
-        EXPECT_POINT_NEAR(cut->GetEndPoint(), last.GetPoint(range.end.dRatio), 1e-10);
-        DPOINT2 nearest;
-        EXPECT_LE(GetMinDistance(contour.get(), Along(*cut)(random.Uniform(0, 1)), nearest), 1e-6);
-    }
-}
-
-// A stretch and the rest of the contour are together as long as it, join, and lie on it; no segment of either
-// is a tail of no length, but for those that the contour has.
-TEST(SubContour, StretchesAreExactOnBeziersToo) {
-    for (Random random; random.Rounds(300);) {
-        const auto contour = RandomPolylineEx(random, 6);
-        contour->AddBezier(random.Point(), random.Point(), contour->GetStartPoint());
-        const PosRange range{RandomPos(random, *contour), RandomPos(random, *contour)};
-        const Cut stretch(CutStretch(contour.get(), range)),
-            rest(CutStretch(contour.get(), {range.end, range.start}));
-        if (PolyPosToDouble(range.start) == PolyPosToDouble(range.end)) continue;
-        ASSERT_TRUE(stretch);
-        ASSERT_TRUE(rest);
-        EXPECT_NEAR(stretch->GetLength() + rest->GetLength(), contour->GetLength(),
-                    1e-8 * contour->GetLength());
-        double expected = LengthTo(*contour, range.end) - LengthTo(*contour, range.start);
-        if (PolyPosToDouble(range.end) < PolyPosToDouble(range.start)) expected += contour->GetLength();
-        EXPECT_NEAR(stretch->GetLength(), expected, 1e-8 * contour->GetLength());
-        EXPECT_POINT_NEAR(stretch->GetEndPoint(), rest->GetStartPoint(), 1e-12);
-        EXPECT_POINT_NEAR(rest->GetEndPoint(), stretch->GetStartPoint(), 1e-12);
-        DPOINT2 nearest;
-        for (int i = 0; i < 20; ++i)
-            EXPECT_LE(GetMinDistance(contour.get(), Along(*stretch)(random.Uniform(0, 1)), nearest), 1e-9);
-    }
-}
-
 // The segments that are left, each by its type, on a line, an arc, a Bezier piece and a line.
 TEST(SubContour, StretchesHaveNoTailOfNoLength) {
     const auto contour = PolylineEx("0 0 L 10 0 A 20 0 1 B 22 5 28 5 30 0 L 0 0");

@@ -28,27 +28,20 @@ std::unique_ptr<Contour> Polyline(const std::string& text) {
     return contour;
 }
 
-template <class Contour>
-std::unique_ptr<Contour> RandomPolyline(Random& random, int segments) {
-    auto contour = std::make_unique<Contour>();
+std::unique_ptr<CCadPolyline> RandomPolyline(Random& random, int segments) {
+    auto contour = std::make_unique<CCadPolyline>();
     DPOINT2 start = random.Point(), end = start;
     contour->SetStartPoint(start);
     for (int i = 0, count = random.Int(1, segments); i < count; ++i) {
         if (random.Int(0, 9) != 0) end = random.Point(); // one in ten has no length
         if (i + 1 == count && random.Coin()) end = start;
-        const int kind = random.Int(0, std::is_same_v<Contour, CCadPolyline> ? 1 : 2);
-        if constexpr (std::is_same_v<Contour, CCadPolylineEx>)
-            if (kind == 2) contour->AddBezier(random.Point(), random.Point(), end);
-        if (kind == 0) contour->AddLine(end);
-        if (kind == 1) contour->AddArc(end, random.Bulge());
+        random.Coin() ? contour->AddLine(end) : contour->AddArc(end, random.Bulge());
     }
     return contour;
 }
 
 template std::unique_ptr<CCadPolyline> Polyline(const std::string&);
 template std::unique_ptr<CCadPolylineEx> Polyline(const std::string&);
-template std::unique_ptr<CCadPolyline> RandomPolyline(Random&, int);
-template std::unique_ptr<CCadPolylineEx> RandomPolyline(Random&, int);
 
 std::unique_ptr<CCadObject> Object(const std::string& text) {
     if (text.find_first_of("0123456789-") == 0) {
@@ -74,19 +67,6 @@ std::unique_ptr<CCadObject> Object(const std::string& text) {
     if (kind == "relation") return std::make_unique<CCadRelationGroup>();
     EXPECT_EQ(kind, "null");
     return nullptr;
-}
-
-std::unique_ptr<CCadObject> RandomSingle(Random& random, double flattest) {
-    const DPOINT2 p = random.Point();
-    const double a = random.Uniform(0.1, 100), b = a * std::pow(10, random.Uniform(flattest, 1)),
-                 angle = random.Uniform(-9, 9), sweep = random.Uniform(0, 7);
-    const bool ccw = random.Coin();
-    const int kind = random.Int(0, 4);
-    if (kind == 0) return std::make_unique<CCadLine>(p, random.Point());
-    if (kind == 1) return std::make_unique<CCadCircle>(p, a, ccw);
-    if (kind == 2) return std::make_unique<CCadArc>(p, a, angle, std::min(sweep, 6.0), ccw);
-    if (kind == 3) return std::make_unique<CCadEllipse>(p, a, b, angle, ccw);
-    return std::make_unique<CCadEllipseArc>(p, a, b, angle, -angle, sweep, ccw);
 }
 
 CCadGroup* AddGroup(CCadGroup& parent) {

@@ -44,16 +44,7 @@ inline constexpr auto& PolylineEx = Polyline<qev::CCadPolylineEx>;
 std::unique_ptr<qev::CCadObject> Object(const std::string& text);
 
 /// A contour of up to `segments` random lines and arcs, open or closed. One segment in ten has no length.
-template <class Contour = qev::CCadPolyline>
-std::unique_ptr<Contour> RandomPolyline(Random& random, int segments);
-/// A contour of up to `segments` random lines, arcs and Bezier pieces, open or closed. One segment in ten
-/// ends where it starts.
-inline constexpr auto& RandomPolylineEx = RandomPolyline<qev::CCadPolylineEx>;
-
-/// A random line, circle, arc, ellipse or elliptic arc. The axes of an ellipse differ by a factor from
-/// 10^flattest to 10.
-std::unique_ptr<qev::CCadObject> RandomSingle(Random& random, double flattest);
-
+std::unique_ptr<qev::CCadPolyline> RandomPolyline(Random& random, int segments);
 /// A new group at the end of another, which owns it.
 qev::CCadGroup* AddGroup(qev::CCadGroup& parent);
 /// Hands objects over to a group, which owns them from then on.
