@@ -64,6 +64,15 @@ TEST(Directions, OfObjectsAgainstDifferences) {
             EXPECT_POINT_NEAR(Unit(GetVector(object.get(), 0, ratio)), Unit(to - from), tolerance) << text;
         }
     EXPECT_POINT_NEAR(GetVector(Object("circle 1 2 5").get(), 3, 0), (DPOINT2{0, 5}), 1e-9);
+    const CCadEllipseArc arc({0, 0}, 50, 25, 0.4, 0.3, 3, false); // the chord of the segment at that length
+    const CCadPolyline& polyline = *arc.GetPolyline();
+    double before = 0;
+    for (int k = 0; k < polyline.GetSegmentCount(); ++k) {
+        const SEGMENT segment = polyline.GetSegment(k);
+        const double middle = (before + segment.GetLength() / 2) / polyline.GetLength();
+        EXPECT_POINT_NEAR(GetVector(&arc, 0, middle), segment.ptEnd - segment.ptStart, 1e-9);
+        before += segment.GetLength();
+    }
 }
 
 TEST(Directions, OfWhatHasNone) {
