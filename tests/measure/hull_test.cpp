@@ -71,4 +71,13 @@ TEST(Hull, CornersAgainstAPlainChain) {
         }
 }
 
+TEST(Hull, Collinear) { // the smallest angle, whose sine is 0.1, at each of the three in turn
+    for (const auto& [a, b, c] : Table<Point, Point, Point>{{{0, 0, 0}, {10, 0, 0}, {10, 1, 0}},
+                                                            {{10, 1, 0}, {10, 0, 0}, {0, 0, 0}},
+                                                            {{10, 0, 0}, {0, 0, 0}, {10, 1, 0}}})
+        for (const double tolerance : {0.09, 0.11})
+            EXPECT_EQ(CConvexHelper::IsCollinear(a, b, c, tolerance), tolerance > 0.1) << a.x;
+    EXPECT_TRUE(CConvexHelper::IsCollinear({0, 0, 0}, {1, 0, 0}, {1, 5e-10, 0}, 0)) << "two are one";
+}
+
 } // namespace

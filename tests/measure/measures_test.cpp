@@ -34,7 +34,9 @@ TEST(Measures, WhatACodeIsAskedFor) {
             EXPECT_EQ(GetSegLength(static_cast<const CCadObject*>(&object), 0), segmentLength);
             EXPECT_EQ(!math::IsNoPoint(GetCadEndPoint(&object)), hasEnds);
         }
-    EXPECT_TRUE(std::isnan(GetSegLength(Polyline("0 0 L 3 4").get(), INT_MAX)));
+    EXPECT_EQ(GetSegLength(Polyline("0 0 L 3 4").get(), 0), 5);
+    for (const int i : {-1, 1, INT_MAX})
+        EXPECT_TRUE(std::isnan(GetSegLength(Polyline("0 0 L 3 4").get(), i))) << i;
 }
 
 TEST(Measures, LengthsOfContainersAreSums) {
@@ -48,6 +50,9 @@ TEST(Measures, EndsAreThoseOfTheFirstAndTheLastLeaf) {
     CCadGroup root;
     AddGroup(root)->PushBack(TextOf(new CCadCircle({0, 0}, 2)));
     root.PushBack(new CCadLine({5, 5}, {6, 7}));
+    for (const char* each :
+         {"circle 1 2 5", "arc 1 2 5 0 1", "ellipse 1 2 5 3 0", "ellipsearc 1 2 5 3 0 0 1"})
+        EXPECT_POINT_NEAR(GetCadStartPoint(Object(each).get()), (DPOINT2{6, 2}), 1e-12) << each;
     EXPECT_POINT_NEAR(GetStartPoint(&root), (DPOINT2{2, 0}), 0);
     EXPECT_POINT_NEAR(GetEndPoint(&root), (DPOINT2{6, 7}), 0);
     root.PushBack(new Coded(0x1B00));

@@ -11,3 +11,17 @@ TEST(PointTests, Rectangle) {
         EXPECT_FALSE(IsPointInRectangle(p, &rectangle)) << testing::PrintToString(p);
     EXPECT_FALSE(IsPointInRectangle(math::NoPoint(), &rectangle));
 }
+
+TEST(PointTests, ArcAndLine) {
+    const CCadArc arc = GetCadArcFromSeg({{1, 0}, {-1, 0}, 1}); // the upper half of the unit circle
+    EXPECT_POINT_NEAR(arc.GetEndPoint(), (DPOINT2{-1, 0}), 1e-12);
+    const CCadLine line({1, 0}, {-1, 0});
+    for (const auto& [p, onArc, onLine] : Table<DPOINT2, bool, bool>{
+             {{0, 1}, true, false}, {{0, -1}, false, false}, {{0, 0}, false, true}, {{-1, 0}, true, true}}) {
+        EXPECT_EQ(IsPointInArc(p, &arc), onArc) << testing::PrintToString(p);
+        EXPECT_EQ(IsPointInLine(p, &line), onLine) << testing::PrintToString(p);
+    }
+    EXPECT_FALSE(IsPointInArc({0, 1}, nullptr));
+    EXPECT_FALSE(IsPointInLine({0, 0}, nullptr));
+    EXPECT_EQ(GetCadArcFromSeg({{1, 0}, {1, 0}, -1}).GetRadius(), 0);
+}

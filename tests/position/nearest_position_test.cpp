@@ -7,7 +7,10 @@ namespace {
 
 // Opens what derived calculators see.
 struct Calculator : CPosCalculator {
-    using CPosCalculator::_RetrieveNearestPos;
+    using CPosCalculator::_RetrieveNearestPos, CPosCalculator::_SelectObject,
+        CPosCalculator::_SelectClosedObject, CPosCalculator::_Line, CPosCalculator::_Arc,
+        CPosCalculator::_Circle, CPosCalculator::_Ellipse, CPosCalculator::_EllipseArc,
+        CPosCalculator::_MultiSegments;
 };
 
 PosInfo Pick(const CCadGroup& group, const DPOINT2& p, double tolerance, bool closedOnly = false) {
@@ -86,6 +89,29 @@ TEST(NearestPosition, OnOtherKindsAndInContainers) {
     EXPECT_EQ(Pick(group, {45, 0}, 1).pObject, text) << "hit, though a text has no positions";
     EXPECT_EQ(Pick(group, {5, 0}, 1, true).pObject, circle);
     EXPECT_EQ(Pick(group, {25, 0}, 1, true).pObject, nullptr) << "open";
+    const std::list<CCadObject*>& list = group.GetObjectsList();
+    CCadGroup all, allOfList, closed, closedOfList;
+    Calculator::_SelectObject(&group, &all);
+    Calculator::_SelectObject(&list, &allOfList);
+    Calculator::_SelectClosedObject(&group, &closed);
+    Calculator::_SelectClosedObject(&list, &closedOfList);
+    Calculator::_SelectObject(static_cast<CCadGroup*>(nullptr), &all);
+    Calculator::_SelectClosedObject(&list, nullptr);
+    EXPECT_EQ(all.GetObjectsList(), (std::list<CCadObject*>{circle, &line, text}));
+    EXPECT_EQ(allOfList.GetObjectsList(), all.GetObjectsList());
+    EXPECT_EQ(closed.GetObjectsList(), (std::list<CCadObject*>{circle}));
+    EXPECT_EQ(closedOfList.GetObjectsList(), closed.GetObjectsList());
+    for (CCadGroup* each : {&all, &allOfList, &closed, &closedOfList}) each->GetObjectsList().clear();
+    const DPOINT2 p{23, 4};
+    Calculator calculator;
+    calculator.Init(nullptr, &p, 0);
+    for (const auto handler :
+         {&Calculator::_Line, &Calculator::_Arc, &Calculator::_Circle, &Calculator::_Ellipse,
+          &Calculator::_EllipseArc, &Calculator::_MultiSegments}) {
+        PosInfo info;
+        (calculator.*handler)(&line, &info);
+        EXPECT_NEAR(info.dRatio, 0.5, 1e-12);
+    }
 }
 
 } // namespace

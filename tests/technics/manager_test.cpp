@@ -164,6 +164,17 @@ TEST_F(Manager, SavesWhatCanBeRead) {
     }
 }
 
+TEST_F(Manager, TellsOfChangesAndKeepsTheHostsValues) {
+    int calls = 0;
+    for (TestOperator* each : {&lead, &joint}) each->onNotify = [&](CCadObject*) { ++calls; };
+    manager.MultipleMudifyNotify(nullptr, nullptr, 0);
+    EXPECT_EQ(calls, 2);
+    manager.SetTarvelEnvContext({1, 2, 3, "four"});
+    EXPECT_EQ(manager.GetTarvelEnvContext().third, 3u);
+    EXPECT_EQ(manager.GetTarvelEnvContext().fourth, CString("four"));
+    manager.SetTarvelEnvContext({});
+}
+
 TEST_F(Manager, ViewDataOfLeavesThenOfGroups) {
     CCadGroup group;
     auto* leaf = new CCadLine({0, 0}, {1, 0});
