@@ -7,8 +7,11 @@
 // roots near cusps, and the eigenvalues of a companion matrix, which cost ten times as much and have to be
 // sorted out from complex ones.
 //
-// The length has no closed form; it is integrated adaptively to 1e-10 (quadrature.h). Extremes of a
-// coordinate are the roots of a quadratic, and the area is a polynomial of the control points.
+// The length has no closed form; it is integrated adaptively to 1e-10 (quadrature.h). Where the piece turns
+// back (a cusp) its speed has a kink, which the rules do not see beside a panel's end, where they take no
+// sample. So the integral is divided at extremes of a coordinate where the piece hardly moves: at a cusp both
+// coordinates have one. Extremes of a coordinate are the roots of a quadratic, and the area is a polynomial
+// of the control points.
 #include <array>
 #include <cmath>
 
@@ -98,6 +101,42 @@ double ControlExtent(const CubicBezier& bezier) {
            + Norm(bezier.end - bezier.ctrl2);
 }
 
+// The speed of a piece, and where it may have a kink.
+class Speed {
+public:
+    explicit Speed(const CubicBezier& bezier) : m_bezier(bezier) {
+        constexpr double kSlow = 0.05; // of the control polygon: a faster turn is wide enough for the rules
+        const double slow = kSlow * ControlExtent(bezier);
+        const auto add = [&](double t) {
+            if (!((*this)(t) < slow)) return;
+            int i = m_nKinks++;
+            for (; i > 0 && m_kinks[i - 1] > t; --i) m_kinks[i] = m_kinks[i - 1];
+            m_kinks[i] = t;
+        };
+        ForEachExtreme(bezier.start.x, bezier.ctrl1.x, bezier.ctrl2.x, bezier.end.x, add);
+        ForEachExtreme(bezier.start.y, bezier.ctrl1.y, bezier.ctrl2.y, bezier.end.y, add);
+    }
+    double operator()(double t) const { return Norm(m_bezier.DerivativeAt(t)); }
+
+    // Takes the place of the general one, which FindLength calls too. b may lie below a.
+    friend double Integrate(const Speed& speed, double a, double b) {
+        if (b < a) return -Integrate(speed, b, a);
+        double length = 0;
+        for (int i = 0; i < speed.m_nKinks; ++i) {
+            const double kink = speed.m_kinks[i];
+            if (!(a < kink && kink < b)) continue;
+            length += math::Integrate(speed, a, kink);
+            a = kink;
+        }
+        return length + math::Integrate(speed, a, b);
+    }
+
+private:
+    const CubicBezier& m_bezier;
+    std::array<double, 4> m_kinks{}; // sorted
+    int m_nKinks = 0;
+};
+
 } // namespace
 
 DPOINT2 CubicBezier::PointAt(double t) const {
@@ -133,14 +172,13 @@ CubicBezier CubicBezier::Between(double from, double to) const {
 }
 
 double CubicBezier::GetLength() const {
-    return Integrate([this](double t) { return Norm(DerivativeAt(t)); }, 0, 1);
+    return Integrate(Speed(*this), 0, 1);
 }
 
 double CubicBezier::ParameterAt(double ratio) const {
     if (!(ratio > 0)) return 0;
     if (ratio >= 1) return 1;
-    const auto speed = [this](double t) { return Norm(DerivativeAt(t)); };
-    return FindLength(speed, 0, 1, ratio * GetLength());
+    return FindLength(Speed(*this), 0, 1, ratio * GetLength());
 }
 
 // (k C - q) . C' as the product of a cubic and a quadratic in Bernstein form.
