@@ -256,10 +256,13 @@ void DropCovered(Drawing& drawing, bool acrossLayers) {
     std::sort(covered.begin(), covered.end(), [](const CoveredLine& a, const CoveredLine& b) {
         return std::pair(a.line.Length(), a.line.object) < std::pair(b.line.Length(), b.line.object);
     });
+    std::vector<bool> isDropped(places.size()); // lines as long to rounding may cover each other in a ring
     for (const auto& [line, over] : covered) {
+        if (isDropped[over.object]) continue;
         if (ends.IsLink(line.start, over) || ends.IsLink(line.end, over)) continue;
         ends.Remove(line);
-        places[static_cast<std::size_t>(line.object)].Delete();
+        isDropped[line.object] = true;
+        places[line.object].Delete();
         ++drawing.counts.covered;
     }
 }
