@@ -128,7 +128,7 @@ private:
     static void Split(Iterator begin, Iterator end, Less less, IsOne isOne, const Take& take) {
         std::sort(begin, end, less);
         while (begin != end) {
-            Iterator last = begin + 1;
+            auto last = begin + 1;
             while (last != end && isOne(*(last - 1), *last)) ++last;
             take(begin, last);
             begin = last;
@@ -187,7 +187,7 @@ void CollectCovered(Iterator first, Iterator last, std::vector<CoveredLine>& cov
         }
         const auto covers = [&](Iterator each) { return each != last && Covers(*each, *line); };
         if (!line->isLine) continue;
-        const auto over = std::find_if(farthest.begin(), farthest.end(), covers);
+        const auto* const over = std::find_if(farthest.begin(), farthest.end(), covers);
         if (over != farthest.end()) covered.push_back({*line, **over});
     }
 }
@@ -282,6 +282,7 @@ std::vector<Overlap> FindOverlaps(const Drawing& drawing, bool acrossLayers) {
         }
     });
     std::vector<Overlap> overlaps;
+    overlaps.reserve(shared.size());
     for (const auto& [pair, length] : shared) overlaps.push_back({pair.first, pair.second, length});
     return overlaps;
 }

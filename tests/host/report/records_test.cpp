@@ -14,10 +14,9 @@ TEST_F(HostRun, JsonIsALineADrawingWithTheFieldsOfTheTable) {
     const std::string line = R"({"object":0,"kind":"line","layer":"a,\"b\"","segments":1,)"
                              R"("length_in":0.1968503937007874,"closed":false,"direction":null,)"
                              R"("area_in2":null,"corners":0})";
-    ExpectContains(ran.out,
-                   {R"(_host.dxf","result":"whole","errors":[],)",
-                    R"("kinds":{"circle":1,"line":1},"closed":1,)", line, "\"layer\":\"\xc3\xbf\"",
-                    "}]}\n{\"drawing\":\"nowhere.dxf\",\"result\":\"refused\",\"errors\":["});
+    ExpectContains(ran.out, {R"(_host.dxf","result":"whole","errors":[],)",
+                             R"("kinds":{"circle":1,"line":1},"closed":1,)", line, "\"layer\":\"\xc3\xbf\"",
+                             "}]}\n{\"drawing\":\"nowhere.dxf\",\"result\":\"refused\",\"errors\":["});
     EXPECT_EQ(std::count(ran.out.begin(), ran.out.end(), '\n'), 2);
     ExpectContains(ran.errors, {"picked: object 0", "nowhere.dxf: "});
 }
