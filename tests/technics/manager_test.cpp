@@ -56,6 +56,7 @@ TEST_F(Manager, NothingInATextIsPassedOver) {
         {"T={Joint={}}", "Joint"},
         {"T={Joint={},Laed={}}", "there is no technics Laed; loaded are Lead, Joint"},
         {"T={Joint={},Joint={}}", "technics: Joint is there twice"},
+        {"T={Joint={},Lead=5}", "Lead = 5 is not a table of parameters"},
         {"T={Joint={}} T={Lead={}}", "technics: T is there twice"},
         {"T={}", "the text holds no technics, as T={Name={}} does"},
     };
