@@ -21,8 +21,8 @@ need() {
 }
 
 need_for_build() {
-    need g++ cmake ninja-build pkg-config libgtest-dev liblua5.2-dev libocct-foundation-dev libgdk-pixbuf-2.0-dev \
-        libcli11-dev nlohmann-json3-dev libfreetype-dev fonts-dejavu-core
+    need g++ cmake ninja-build pkg-config python3 libgtest-dev liblua5.2-dev libocct-foundation-dev \
+        libgdk-pixbuf-2.0-dev libcli11-dev nlohmann-json3-dev libfreetype-dev fonts-dejavu-core
 }
 
 # What the benchmarks are measured with and beside; nothing else needs it.

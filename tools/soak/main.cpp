@@ -32,7 +32,7 @@ constexpr double kGrowth = 16;
 
 [[noreturn]] void Fail(const std::string& what) {
     std::fprintf(stderr, "soak: %s\n", what.c_str());
-    std::exit(1);
+    std::_Exit(1); // other threads may be at work
 }
 
 double ResidentMegabytes() {
@@ -234,7 +234,9 @@ void LoadAndUnload(const std::string& plugIn, int cycles) {
     Manager shared(false);
     std::atomic<bool> isOver = false;
     std::vector<std::thread> users;
-    for (int i = 0; i < 4; ++i)
+    constexpr int kUsers = 4;
+    users.reserve(kUsers);
+    for (int i = 0; i < kUsers; ++i)
         users.emplace_back([&] {
             while (!isOver) {
                 qev::CCadGroup object;

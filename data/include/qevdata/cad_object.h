@@ -28,6 +28,10 @@ using OutlinePiece = std::variant<SEGMENT, math::EllipticArc>;
 /// Every virtual operation has a default, so that a host's own kind overrides what it has. An object owns its
 /// technics, tool paths and inner object and deletes them; deleting an object never touches the list that
 /// holds it. Objects are not copyable (Clone makes copies), CCadArc excepted.
+///
+/// Several threads may ask one object at the same time, by its constant methods and by functions that get it
+/// as a constant one, also the first time, when it works out what it keeps; whoever changes it has it alone.
+/// Different objects may be made, changed and destroyed by different threads, unless one holds the other.
 class QEVDATA_API CCadObject {
 public:
     virtual ~CCadObject();
