@@ -69,12 +69,14 @@ TEST(Directions, OfObjectsAgainstDifferences) {
     const CCadEllipseArc arc({0, 0}, 50, 25, 0.4, 0.3, 3, false); // the chord of the segment at that length
     const CCadPolyline& polyline = *arc.GetPolyline();
     double before = 0;
+    SEGMENT segment;
     for (int k = 0; k < polyline.GetSegmentCount(); ++k) {
-        const SEGMENT segment = polyline.GetSegment(k);
+        segment = polyline.GetSegment(k);
         const double middle = (before + segment.GetLength() / 2) / polyline.GetLength();
         EXPECT_POINT_NEAR(GetVector(&arc, 0, middle), segment.ptEnd - segment.ptStart, 1e-9);
         before += segment.GetLength();
     }
+    EXPECT_POINT_NEAR(GetVector(&arc, 0, 2), segment.ptEnd - segment.ptStart, 0) << "beyond the end";
 }
 
 TEST(Directions, OfWhatHasNone) {

@@ -1,3 +1,4 @@
+#include "../../common/measure/exact_turn.h"
 #include "support/support.h"
 
 using namespace qev;
@@ -69,6 +70,20 @@ TEST(Hull, CornersAgainstAPlainChain) {
             for (const Point& p : Hull(points)) corners.insert(p.nTag);
             ASSERT_EQ(corners, PlainCorners(points)) << count << " points, " << size << " mm";
         }
+}
+
+// Whole numbers of up to 52 bits: b lies in a direction d from a, and c beside it by e.
+TEST(Hull, TurnsThatRoundingWouldDecide) {
+    for (Random random; random.Rounds(2000);) {
+        const auto whole = [&random](int most) {
+            const int x = random.Int(-most, most), y = random.Int(-most, most);
+            return DPOINT2{double(x), double(y)};
+        };
+        const DPOINT2 a = whole(1000), d = whole(1000), e = whole(1);
+        const double toB = std::floor(random.Uniform(1e9, 4e12)), toC = std::floor(random.Uniform(1e9, 4e12));
+        const double turn = ExactTurn(a, a + d * toB, a + d * toC + e), expected = math::Cross(d, e);
+        EXPECT_EQ((turn > 0) - (turn < 0), (expected > 0) - (expected < 0)) << testing::PrintToString(d);
+    }
 }
 
 TEST(Hull, Collinear) { // the smallest angle, whose sine is 0.1, at each of the three in turn

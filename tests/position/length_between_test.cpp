@@ -16,6 +16,7 @@ TEST(LengthBetween, BothVariants) {
              {"back in a segment", kClosed, {1, 0.5}, {1, 0.25}, -0.5, 5.5},
              {"equal", kClosed, {1, 0.5}, {1, 0.5}, 0, 6},
              {"over the start of a circle", kCircleOf10, {0, 0.75}, {0, 0.25}, 5, 5},
+             {"back on a line", "line 0 0 0 10", {0, 0.75}, {0, 0.25}, -5, -5},
              {"equal on a circle", kCircleOf10, {0, 0.5}, {0, 0.5}, 10, 10},
              {"off the contour", kOpenSquare, {0, 0}, {7, 0}, kNone, kNone},
              {"an extended polyline", "0 0 L 1 0 B 1 0 2 0 2 0", {1, 0}, {0, 0}, kNone, kNone}}) {

@@ -47,9 +47,16 @@ TEST(TopoPolyline, Groups) {
         EXPECT_POINT_NEAR(topo->GetPoint(0, 0), topo->GetStartPoint(), 0);
         EXPECT_EQ(topo->GetTopoInfo()[0].nKind, firstKind);
         EXPECT_EQ(topo->GetTopoInfo()[0].nFirst, first);
+        EXPECT_POINT_NEAR(topo->GetStartPoint(), contour->GetSegment(first).ptStart, 0);
+        const int count = contour->GetSegmentCount();
         double length = 0;
-        for (const Topo::TopoInfo& info : topo->GetTopoInfo()) length += info.dLength;
+        int segments = 0;
+        for (const Topo::TopoInfo& info : topo->GetTopoInfo()) {
+            length += info.dLength;
+            segments += (info.nLast - info.nFirst + count) % count + 1;
+        }
         EXPECT_NEAR(length, contour->GetLength(), 1e-9);
+        EXPECT_EQ(segments, count);
         Topo reversed(*topo); // a deep copy
         reversed.ReverseDir();
         EXPECT_POINT_NEAR(reversed.GetPoint(0, 0), topo->GetEndPoint(), 0);

@@ -50,7 +50,7 @@ std::vector<std::string> Split(std::string text) {
 // taken as data is what Lua makes of it.
 TEST(DataText, ReadsAsLuaDoes) {
     const auto data =
-        Split("a=-5|_c1=0x.8p+4|b=1e-3|1e999|.5|3.|0xAe|'x'|a=\"\\65\\066\"|'\\x41\\n\\\\\\\"\\''|"
+        Split("a=-5|'\\0651'|_c1=0x.8p+4|b=1e-3|1e999|.5|3.|0xAe|'x'|a=\"\\65\\066\"|'\\x41\\n\\\\\\\"\\''|"
               "[1]=2|[ [[a]] ]='y'|b=[==[\r\n\r\n]]]=]\n]==]|'a\\z \r\n b'|'\\\r\nb'|nil|true|"
               "a=false|a=- -7|{a={1}}|--[[a]]1|--a\n2|b=other|_c1=none|[-1]=4,3|[50]=5|"
               "1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1|");
