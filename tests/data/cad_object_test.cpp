@@ -13,6 +13,8 @@ TEST(CadObject, RefusesItselfAsInnerObjectAndNullAsKey) {
     EXPECT_TRUE(dot.GetKey(nullptr).IsEmpty());
     dot.SetKey("x", nullptr);
     EXPECT_TRUE(dot.GetKey("x").IsEmpty());
+    dot.GetToolPathList().push_back(new CCadLine({5, 5}, {8, 9}));
+    EXPECT_EQ(dot.GetToolPathBoundRect().height, 4) << "of its paths alone";
 }
 
 TEST(CadObject, KeepsEachAttributeWhenAnotherOneChanges) {

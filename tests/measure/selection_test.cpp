@@ -37,12 +37,16 @@ TEST(Selection, CornersOfTheBox) {
     for (const auto& [key, corner] : Table<const char*, DPOINT2>{
              {"TL", {-1, 3}}, {"TR", {2, 3}}, {"BL", {-1, -1}}, {"BR", {2, -1}}, {"TRx", {-1, -1}}})
         EXPECT_POINT_NEAR(GetCornerPoint(s.List(), key), corner, 0) << key;
+    EXPECT_POINT_NEAR(GetCornerPoint(s.List(), nullptr), (DPOINT2{-1, -1}), 0);
+    EXPECT_POINT_NEAR(GetCornerPoint(nullptr, "TL"), (DPOINT2{0, 0}), 0);
 }
 
 TEST(CoEdge, MarksAreExact) {
     for (const auto& [isMarked, object, key, value, expected] :
          Table<bool (*)(const CCadObject*), const char*, const char*, const char*, bool>{
              {IsCoEdgeGroup, "group", "GroupType", "1", true},
+             {IsCoEdgeGroup, "group", "GroupType", "2", false},
+             {IsCoEdgeObject_Tube, "line 0 0 1 0", "CoEdge", "1", false},
              {IsCoEdgeGroup, "line 0 0 1 0", "GroupType", "1", false},
              {IsCoEdgeObject, "line 0 0 1 0", "CoEdge", "true", true},
              {IsCoEdgeObject, "line 0 0 1 0", "CoEdge", "True", false},
