@@ -340,8 +340,8 @@ public:
     void Put(const std::vector<int>& chain, double tolerance) {
         const LeafPlace& first = m_places[*std::min_element(chain.begin(), chain.end()) / 2];
         auto contour = ContourOf(m_places, chain, first.Object(), tolerance);
-        first.group->GetObjectsList().insert(first.object, contour.get());
-        contour.release(); // the group's now
+        const auto place = first.group->GetObjectsList().insert(first.object, nullptr); // may throw
+        *place = contour.release();
         for (const int end : chain) m_vecUsed[end / 2] = true;
     }
 

@@ -40,7 +40,7 @@ TEST(Nesting, NamedDrawings) {
              {"and in the other order",
               {kTurned, "0.1 0.1 L 9.3 0.7 L 7.1 6.3 L 0.9 5.7 L 0.1 0.1"},
               "-:0 1:1"},
-             {"drawn alike up to a side", {kSquare, "0 0 L 10 0 L 10 -9 L 0 -9 L 0 0"}, "-:0 -:0"},
+             {"drawn alike up to a side", {kSquare, "0 0 L 10 0 L -3 -9 L -3 5 L 0 0"}, "-:0 -:0"},
              {"a side shared from outside", {kSquare, "10 2 L 14 2 L 14 8 L 10 8 L 10 2"}, "-:0 -:0"},
              {"a side shared from inside", {kSquare, "10 2 L 6 2 L 6 8 L 10 8 L 10 2"}, "-:0 1:1"},
              {"a joint on a side from inside", {kSquare, "10 5 L 8 6 L 8 4 L 10 5"}, "-:0 1:1"},
