@@ -16,14 +16,21 @@ struct Manager : TestManager {
     TestOperator lead{1, "Lead"};
 };
 
+std::unique_ptr<CCadPolylineEx> RandomBeziers(Random& random) {
+    auto contour = std::make_unique<CCadPolylineEx>();
+    for (int i = 0; i < 150; ++i) contour->AddBezier(random.Point(), random.Point(), random.Point());
+    return contour;
+}
+
 // Objects of which nobody has asked anything yet.
 struct Drawing {
     explicit Drawing(Random& random)
-        : polyline(RandomPolyline(random, 150)), extended(RandomPolylineEx(random, 150)),
+        : polyline(RandomPolyline(random, 150)), extended(RandomBeziers(random)),
           set(polyline.get(), {{random.Pos(20), random.Pos(20)}}),
           topo(CTopoMultiPolyline::CreateTopoMultiPolyline(polyline.get())) {
         for (int i = 0; i < 20; ++i)
-            Fill(group, {RandomPolyline(random, 60).release(), TextOf(RandomSingle(random, -1).release())});
+            Fill(group,
+                 {RandomPolyline(random, 60).release(), TextOf(new CCadEllipse(random.Point(), 30, 5, 1))});
         index.Build();
         manager.lead.onAdd = [](CLuaAccess& cursor) { return cursor.Enter("Tool"); };
         manager.lead.onCreate = [](CLuaAccess&) { return new CTechnics; };
