@@ -106,7 +106,11 @@ class Speed {
 public:
     explicit Speed(const CubicBezier& bezier) : m_bezier(bezier) {
         constexpr double kSlow = 0.05; // of the control polygon: a faster turn is wide enough for the rules
-        const double slow = kSlow * ControlExtent(bezier);
+        // of the control polygon: where the piece hardly moves, rounding of the control points is all there
+        // is
+        constexpr double kNoise = 1e-14;
+        const double extent = ControlExtent(bezier), slow = kSlow * extent;
+        m_dFloor = std::max(kNoise * extent, kQuadratureFloor);
         const auto add = [&](double t) {
             if (!((*this)(t) < slow)) return;
             int i = m_nKinks++;
@@ -125,14 +129,15 @@ public:
         for (int i = 0; i < speed.m_nKinks; ++i) {
             const double kink = speed.m_kinks[i];
             if (!(a < kink && kink < b)) continue;
-            length += math::Integrate(speed, a, kink);
+            length += math::Integrate(speed, a, kink, speed.m_dFloor);
             a = kink;
         }
-        return length + math::Integrate(speed, a, b);
+        return length + math::Integrate(speed, a, b, speed.m_dFloor);
     }
 
 private:
     const CubicBezier& m_bezier;
+    double m_dFloor = 0;             // mm
     std::array<double, 4> m_kinks{}; // sorted
     int m_nKinks = 0;
 };

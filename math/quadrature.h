@@ -66,11 +66,12 @@ double Refine(const F& f, double a, double b, const Panel& panel, double toleran
     return low + Refine(f, middle, b, GaussKronrod(f, middle, b), tolerance, depth - 1, panels);
 }
 
-/// Integral of a function that is not negative, from a to b (negative when b lies below a).
+/// Integral of a function that is not negative, from a to b (negative when b lies below a). Panels that agree
+/// to `floor` (mm) are good.
 template <class F>
-double Integrate(const F& f, double a, double b) {
+double Integrate(const F& f, double a, double b, double floor = kQuadratureFloor) {
     const Panel whole = GaussKronrod(f, a, b);
-    const double tolerance = std::max(std::abs(whole.value) * kQuadratureTolerance, kQuadratureFloor);
+    const double tolerance = std::max(std::abs(whole.value) * kQuadratureTolerance, floor);
     int panels = kQuadraturePanels;
     return Refine(f, a, b, whole, tolerance, kQuadratureDepth, panels);
 }
