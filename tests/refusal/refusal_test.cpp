@@ -130,7 +130,7 @@ double Select() {
     std::list<CCadObject*> leaves, closedOnes, kept;
     CollectLeafNode(&all, &leaves);
     CollectCloseCad(&all, &closedOnes);
-    RemoveCadByType(&all, &kept, {kCadLine});
+    RemoveCadByType(&all, &kept, kCadLine);
     return Count(leaves) + 100 * Count(closedOnes) + 1e4 * Count(kept);
 }
 double MakeStock() {
