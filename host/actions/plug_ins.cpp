@@ -17,8 +17,8 @@ namespace {
 
 constexpr char kInstalled[] = QEV_PLUG_IN_FOLDER; // seen from the program's folder
 
-bool IsFile(const std::string& path) {
-    return std::ifstream(path).good();
+bool IsFile(const std::string& path) { // a folder can be opened, but not read
+    return std::ifstream(path, std::ios::binary).peek() != std::ifstream::traits_type::eof();
 }
 
 std::string PlaceOf(const std::string& name) {
@@ -26,11 +26,10 @@ std::string PlaceOf(const std::string& name) {
     if (StripPath(name) != name) return name;
     if (IsFile(name)) return AppendPath(".", name);
     const std::string program = RemoveFileSpec(ModulePathOf(kInstalled));
-    const std::string installed = AppendPath(program, kInstalled);
-    for (const std::string& folder : {installed, program})
+    for (const std::string& folder : {AppendPath(program, kInstalled), program})
         for (const char* extension : {"", QEV_PLUG_IN_EXTENSION})
             if (std::string path = AppendPath(folder, name + extension); IsFile(path)) return path;
-    throw DrawingError(name + ": there is no such file here, and no such plug-in in " + installed);
+    throw DrawingError(name + ": there is no such file here, and no such plug-in is installed");
 }
 
 } // namespace
