@@ -56,6 +56,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const double value = in.Number() * std::pow(10, in.Int(-12, 12));
     const int precision = in.Int(-1, 20);
     ExpectFirstValues(in);
-    ExpectTexts(value, precision, std::string(in.Rest()));
+    std::string typed(in.Rest());
+#ifdef _WIN32 // where Wine's edit control reads beyond its fonts' tables at some letters
+    for (char& letter : typed) letter &= 0x7f;
+#endif
+    ExpectTexts(value, precision, typed);
     return 0;
 }

@@ -52,7 +52,7 @@ inline constexpr double kQuadratureTolerance = 1e-12;
 /// Halvings at most: a speed that vanishes inside (a cusp) takes about twenty.
 inline constexpr int kQuadratureDepth = 40;
 /// Panels at most, whatever the integrand: a cusp takes about a hundred, so only noise takes more.
-inline constexpr int kQuadraturePanels = 2000;
+inline constexpr int kQuadraturePanels = 400;
 /// mm. Panels that agree to this are good, however small the integral: squares of lengths near 1e-154 mm are
 /// subnormal numbers with few digits, so that a speed of that size is noise, which no halving resolves.
 inline constexpr double kQuadratureFloor = 1e-150;
