@@ -6,23 +6,12 @@
 #include <gp_Trsf2d.hxx>
 
 #include "input.h"
+#include "support/unindexed.h"
 
 namespace {
 
 using namespace qev;
 using namespace fuzz;
-
-// A host's kind with the segments of another contour, of which no index is kept.
-class Plain : public CCadMultiSegments {
-public:
-    explicit Plain(const CCadObject& contour) : CCadMultiSegments(false), m_contour(contour) {}
-    cad_t GetType() const override { return m_contour.GetType(); }
-    int GetSegmentCount() const override { return m_contour.GetSegmentCount(); }
-    SEGMENT GetSegment(int index) const override { return m_contour.GetSegment(index); }
-
-private:
-    const CCadObject& m_contour;
-};
 
 struct Calculator : CPosCalculator {
     using CPosCalculator::_RetrieveNearestPos;
@@ -129,7 +118,7 @@ void ExpectMoved(Contour& contour, const gp_Trsf2d& similarity, double ratio) {
 template <class Contour>
 void Run(Input& in) {
     const auto contour = Shape<Contour>(in);
-    Plain plain(*contour);
+    test::Unindexed plain(*contour);
     gp_Trsf2d similarity, mirror;
     similarity.SetRotation({1, 2}, in.Int(-4, 4));
     mirror.SetMirror(gp_Ax2d({1, 2}, {3, 1}));

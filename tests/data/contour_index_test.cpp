@@ -1,23 +1,12 @@
 // Contours of many levels of boxes; the fuzz program of contours asks smaller ones after every change.
 #include "../../data/contour_index.h"
 #include "support/support.h"
+#include "support/unindexed.h"
 
 namespace {
 
 using namespace qev;
 using namespace test;
-
-// A host's kind with the segments of another contour: it keeps no index, so it is searched in full.
-class Plain : public CCadMultiSegments {
-public:
-    explicit Plain(const CCadObject& contour) : CCadMultiSegments(false), m_contour(contour) {}
-    cad_t GetType() const override { return m_contour.GetType(); }
-    int GetSegmentCount() const override { return m_contour.GetSegmentCount(); }
-    SEGMENT GetSegment(int index) const override { return m_contour.GetSegment(index); }
-
-private:
-    const CCadObject& m_contour;
-};
 
 // What an index has a part in.
 std::vector<double> Answers(const CCadMultiSegments& contour, const DPOINT2& p, const POLYPOS& on,
@@ -60,7 +49,7 @@ void ExpectSameAnswers(const CCadMultiSegments& contour, Random& random) {
     const DPOINT2 p = random.Coin() ? random.Point() : DPOINT2{-std::pow(10, random.Uniform(-7, -4)), 0};
     const double offset = random.Uniform(-1000, 1000);
     const POLYPOS on = random.Pos(contour.GetSegmentCount());
-    EXPECT_EQ(Answers(contour, p, on, offset), Answers(Plain(contour), p, on, offset));
+    EXPECT_EQ(Answers(contour, p, on, offset), Answers(Unindexed(contour), p, on, offset));
 }
 
 // Arcs of all turns, from flat ones to nearly whole circles, as bumps of a smooth contour and of a jagged
