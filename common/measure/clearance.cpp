@@ -34,7 +34,7 @@ using math::Bounds;
 using math::DPOINT2;
 
 // A part of the coordinates: distances below are what rounding leaves where outlines meet.
-constexpr double kRounding = 1e-14;
+constexpr double kMeetingShare = 1e-14;
 
 double Between(const Bounds& a, const Bounds& b) {
     const double x = std::max({a.lower.x - b.upper.x, b.lower.x - a.upper.x, 0.0});
@@ -104,7 +104,7 @@ private:
             bound = std::max(bound, BetweenLines(a.from, a.to, b.from, b.to) - a.width - b.width);
         if (bound < m_dLeast) bound = std::max(bound, BoundOfLarge(m_first, a, b));
         if (bound < m_dLeast) bound = std::max(bound, BoundOfLarge(m_second, b, a));
-        return std::max(0.0, bound - kRounding * std::max(ExtentOf(a.box), ExtentOf(b.box)));
+        return std::max(0.0, bound - kMeetingShare * std::max(ExtentOf(a.box), ExtentOf(b.box)));
     }
     // Of a large curve the box and the chord tell little: its distance from the middle of a small box does.
     static double BoundOfLarge(const Outline& outline, const Node& large, const Node& small) {
@@ -119,9 +119,9 @@ private:
         const OutlinePiece first = m_first.GetPiece(a.place), second = m_second.GetPiece(b.place);
         const double extent = std::max(ExtentOf(a.box), ExtentOf(b.box));
         if (IsLineOrArc(second))
-            Offer(LeastGap(first, std::get<SEGMENT>(second)).distance, kRounding * extent);
+            Offer(LeastGap(first, std::get<SEGMENT>(second)).distance, kMeetingShare * extent);
         else if (IsLineOrArc(first))
-            Offer(LeastGap(second, std::get<SEGMENT>(first)).distance, kRounding * extent);
+            Offer(LeastGap(second, std::get<SEGMENT>(first)).distance, kMeetingShare * extent);
         else
             MeasureCurves(first, second, b);
     }

@@ -34,12 +34,12 @@ namespace {
 
 using math::DPOINT2;
 using math::POLYPOS;
-using Point = std::optional<DPOINT2>;
+using MaybePoint = std::optional<DPOINT2>;
 
 // The point of a whole ellipse, or an arc of one, by its converted polyline: none when it cannot be
 // converted.
 template <class Ellipse>
-Point PointOfEllipse(const Ellipse& ellipse, double ratio) {
+MaybePoint PointOfEllipse(const Ellipse& ellipse, double ratio) {
     const CCadPolyline* const polyline = ellipse.GetPolyline();
     POLYPOS mapped;
     DPOINT2 point;
@@ -50,7 +50,7 @@ Point PointOfEllipse(const Ellipse& ellipse, double ratio) {
 }
 
 // `kept` is the index that the contour keeps, or null.
-Point PointOnContour(const CCadObject& contour, const ContourIndex* kept, int index, double ratio) {
+MaybePoint PointOnContour(const CCadObject& contour, const ContourIndex* kept, int index, double ratio) {
     const int count = kept ? kept->GetSegmentCount() : contour.GetSegmentCount();
     if (index < 0 || index >= count) return std::nullopt;
     return PointOf(contour, kept, index, ratio);
@@ -58,10 +58,12 @@ Point PointOnContour(const CCadObject& contour, const ContourIndex* kept, int in
 
 // A line answers whatever the index is, the other single pieces for their only segment 0. Both kinds that
 // keep an index are served, and need not be asked what they are.
-Point PointAt(const CCadObject* object, int index, double ratio) {
+MaybePoint PointAt(const CCadObject* object, int index, double ratio) {
     const ContourIndex* const kept = object ? ContourIndex::KeptBy(*object) : nullptr;
     if (kept) return PointOnContour(*object, kept, index, ratio);
-    const auto ofFirst = [index](const auto& pointOf) { return index == 0 ? Point(pointOf()) : Point(); };
+    const auto ofFirst = [index](const auto& pointOf) {
+        return index == 0 ? MaybePoint(pointOf()) : MaybePoint();
+    };
     return VisitCad(
         object, kPointContours,
         Handle{[&](const CCadLine& line) {
@@ -81,7 +83,7 @@ Point PointAt(const CCadObject* object, int index, double ratio) {
                },
                [&](const CCadEllipseArc& arc) { return ofFirst([&] { return PointOfEllipse(arc, ratio); }); },
                [&](const Contour& contour) { return PointOnContour(contour.object, nullptr, index, ratio); },
-               Others<CCadDot>(Point())});
+               Others<CCadDot>(MaybePoint())});
 }
 
 // Picks with the calculator's search.
@@ -126,7 +128,7 @@ bool IsOnSegment(const SEGMENT& segment, const DPOINT2& point) {
 
 bool PosToCoor(const CCadObject* object, int nSegIndex, double dRatio, DPOINT2& point) {
     if (std::isnan(dRatio)) return false;
-    const Point answer = PointAt(object, nSegIndex, std::clamp(dRatio, 0.0, 1.0));
+    const MaybePoint answer = PointAt(object, nSegIndex, std::clamp(dRatio, 0.0, 1.0));
     if (answer) point = *answer;
     return answer.has_value();
 }

@@ -104,6 +104,9 @@ private:
         for (const DPOINT2& p : {DPOINT2{x + size, y}, {x + size, y + size}, {x, y + size}, {x, y}})
             object->AddLine(p);
         m_squares.push_back(std::move(square));
+        // what an object keeps once it is named or asked is kept from the beginning
+        Name(m_squares.size() - 1);
+        CompareLength(m_squares.size() - 1);
     }
     // The last hundred go, and others come.
     void Replace() {
