@@ -94,9 +94,12 @@ private:
         Node() {
             for (int i = 0; i < kFan; ++i) Set(i, {});
         }
+        // A box round the whole plane would make SquaresFrom subtract infinities: it ends where a distance
+        // from it can still be told.
         void Set(std::size_t i, const math::Bounds& box) {
-            lowerX[i] = box.lower.x, lowerY[i] = box.lower.y;
-            upperX[i] = box.upper.x, upperY[i] = box.upper.y;
+            constexpr double kFarthest = std::numeric_limits<double>::max() / 2; // mm
+            lowerX[i] = std::max(box.lower.x, -kFarthest), lowerY[i] = std::max(box.lower.y, -kFarthest);
+            upperX[i] = std::min(box.upper.x, kFarthest), upperY[i] = std::min(box.upper.y, kFarthest);
         }
         math::Bounds BoxOf(std::size_t i) const { return {{lowerX[i], lowerY[i]}, {upperX[i], upperY[i]}}; }
         math::Bounds Whole() const {

@@ -40,6 +40,7 @@ TEST(GroupIndex, HostileArguments) {
     CCadGroup drawing, empty;
     Fill(drawing,
          {new CCadLine({0, 0}, {1, 0}), new CCadLine({kNaN, 0}, {1, kInf}), new CCadDot({1e300, 1})});
+    for (const double far : {-kInf, kInf, -kInf, kInf, -kInf, kInf}) drawing.PushBack(new CCadDot({far, 0}));
     AddGroup(drawing)->PushBack(&drawing); // holds itself
     const CGroupIndex index(&drawing), none(nullptr), nothing(&empty);
     std::vector<CCadObject*> found;
