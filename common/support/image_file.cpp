@@ -119,17 +119,19 @@ std::size_t EndOfRuns(const Bytes& bmp, std::size_t i, std::uint32_t rows, std::
 
 // The end of a BMP's pixels, by its header: where they begin, then in an old header of 12 bytes or a later
 // one the width, the height (below 0 where the top row comes first) and the bits of a pixel. Rows are filled
-// up to 4 bytes. The size that it says the file has is often wrong, and not asked.
+// up to 4 bytes. The size that it says the file has is often wrong, and not asked; but for a header that it
+// says is larger than the file a decoder takes memory.
 std::size_t EndOfBmp(const Bytes& bmp) {
     constexpr std::uint32_t kOldHeader = 12, kPacked8 = 1, kPacked4 = 2, kLongestRun = 255;
-    const bool isOld = bmp.Little32(14) == kOldHeader;
+    const std::uint32_t header = bmp.Little32(14);
+    const bool isOld = header == kOldHeader;
     const std::uint64_t width = isOld ? bmp.Little16(18) : bmp.Little32(18);
     const auto height = static_cast<std::int32_t>(isOld ? bmp.Little16(20) : bmp.Little32(22));
     const std::uint32_t rows = height < 0 ? 0U - bmp.Little32(22) : static_cast<std::uint32_t>(height);
     const std::uint32_t bitsPerPixel = bmp.Little16(isOld ? 24 : 28);
     const std::uint32_t packing = isOld ? 0 : bmp.Little32(30);
     const std::size_t begin = bmp.Little32(10);
-    if (rows == 0 || begin > bmp.Size()) return 0;
+    if (rows == 0 || begin > bmp.Size() || header > bmp.Size()) return 0;
     const std::uint64_t bytesForRow = (bmp.Size() - begin) / rows;
     if (packing != kPacked8 && packing != kPacked4)
         return (width * bitsPerPixel + 31) / 32 * 4 <= bytesForRow ? bmp.Size() : 0;
