@@ -98,7 +98,7 @@ public:
         using namespace qev;
         const int kind = Int(0, 7);
         if (kind == 0) return Polyline<CCadPolyline>(8);
-        if (kind == 1) return Polyline<CCadPolylineEx>(8);
+        if (kind == 1) return Polyline<CCadPolylineEx>(3);
         const DPOINT2 p = Point();
         const double a = Size(), b = Size(), start = Number(9), sweep = 6.2 * Share();
         const bool ccw = Coin();

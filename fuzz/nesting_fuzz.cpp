@@ -59,7 +59,7 @@ void ExpectClearance(const CCadObject& a, const CCadObject& b) {
 }
 
 // The parent by the definition, over all pairs: the least contour that has a sample of the other one inside,
-// unless outlines cross by less than the samples tell.
+// unless areas are nearly the same or outlines cross by less than the samples tell.
 void ExpectParent(const std::vector<ContourNesting>& nesting, const ContourNesting& own) {
     const auto area = [](const CCadObject* contour) {
         double twice = 0;
@@ -72,12 +72,14 @@ void ExpectParent(const std::vector<ContourNesting>& nesting, const ContourNesti
     const double inner = area(own.pContour);
     for (const ContourNesting& other : nesting) {
         const double outer = area(other.pContour);
-        if (outer < 1.01 * inner && inner < 1.01 * outer && other.pContour != own.pContour) return;
+        const auto isAsLarge = [outer](double size) { return outer < 1.01 * size && size < 1.01 * outer; };
+        if (other.pContour != own.pContour && isAsLarge(inner)) return;
         if (other.pContour == own.pContour || outer < inner) continue;
         bool isIn = false;
         for (int i = 0; i < 60 && !isIn; ++i)
             isIn = GetPointSide(other.pContour, Along(*own.pContour, i / 60.0), 0) == PointSide::kInside;
         if (!isIn && GetClearance(other.pContour, own.pContour) < 1e-3) return;
+        if (isIn && parent && isAsLarge(area(parent))) return;
         if (isIn && (!parent || outer < area(parent))) parent = other.pContour;
     }
     Expect(own.pParent == parent, "the parent is the least contour that has a part of it inside");
@@ -101,9 +103,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const bool isSimple = std::all_of(nesting.begin(), nesting.end(), [](auto& own) {
         return own.pContour->GetPieceCount() == 1 || own.pContour->GetType() == kCadRectangle;
     });
-    const int last = static_cast<int>(nesting.size()) - 1;
-    if (isSimple && last >= 0) ExpectParent(nesting, nesting[in.Int(0, last)]);
-    ExpectSide(*objects[0], p);
-    ExpectClearance(*objects[0], *objects[1]);
+    const int last = static_cast<int>(nesting.size()) - 1, question = in.Int(0, 2);
+    if (question == 0 && isSimple && last >= 0) ExpectParent(nesting, nesting[in.Int(0, last)]);
+    if (question == 1) ExpectSide(*objects[0], p);
+    if (question == 2) ExpectClearance(*objects[0], *objects[1]);
     return 0;
 }

@@ -36,7 +36,7 @@ def run(build, program):
     seeded(corpus, name)
     runs = os.environ.get("QEV_FUZZ_RUNS")
     longest = max([LONGEST, *(file.stat().st_size for file in first.glob("*"))])
-    command = [program, f"-max_len={longest}", "-timeout=30", "-rss_limit_mb=3000", "-print_final_stats=1",
+    command = [program, f"-max_len={longest}", "-timeout=30", "-rss_limit_mb=3000", "-print_final_stats=1", "-print_funcs=0", "-entropic=0",
                f"-runs={runs}" if runs else "-max_total_time=10", f"-artifact_prefix={corpus}-", corpus] + [first] * first.exists()
     ended = subprocess.run(command, capture_output=True, text=True, errors="replace", cwd=corpus.parent)
     said = ended.stderr
