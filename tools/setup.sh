@@ -10,7 +10,8 @@ need() {
     [ "$(id -u)" -eq 0 ] || as_root=sudo
     local log
     log=$(mktemp)
-    local install=($as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}")
+    local install=($as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y \
+        --no-install-recommends -o DPkg::Lock::Timeout=900 "${missing[@]}")
     # lists that were fetched before mostly serve
     if ! { "${install[@]}" || { $as_root apt-get update && "${install[@]}"; }; } >"$log" 2>&1; then
         echo "cannot install: apt-get install ${missing[*]} ($(grep '^E:' "$log" | tail -n 1))" >&2
