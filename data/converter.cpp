@@ -56,15 +56,13 @@ public:
         if (!IsFinite(segment)) return false;
         if (segment.nType == SEGMENT::kBezier) return AddBezier(segment);
         if (m_settings.chords && segment.nType == SEGMENT::kArc) return AddChords(segment.GetArc());
-        if (!HasRoomFor(1)) return false;
-        m_out.AddArc(segment.ptEnd, segment.GetArc().bulge);
-        return true;
+        return Add(segment.ptEnd, segment.GetArc().bulge);
     }
 
     bool operator()(const math::EllipticArc& arc) {
         if (!IsFinite(arc) || !IsNear(arc.GetAxisA()) || !IsNear(arc.GetAxisB())) return false;
         if (!CanExpressError(arc.GetBounds())) return false;
-        if (arc.GetSweep() == 0) return AddPoint(arc.PointAt(arc.GetStart()));
+        if (arc.GetSweep() == 0) return Add(arc.PointAt(arc.GetStart()), 0);
         const bool whole = arc.GetStart() == 0 && std::abs(arc.GetSweep()) == math::kTwoPi;
         return whole ? AddWholeEllipse(arc) : AddQuadrants(arc);
     }
@@ -80,9 +78,9 @@ private:
         return size * kRounding <= m_settings.error;
     }
 
-    bool AddPoint(const math::DPOINT2& p) {
+    bool Add(const math::DPOINT2& end, double bulge) {
         if (!HasRoomFor(1)) return false;
-        m_out.AddLine(p);
+        m_out.AddArc(end, bulge);
         return true;
     }
 
