@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""check_instructions.py FOLDER [--update]: counts the instructions of ten small works of the build in FOLDER under
+"""check_instructions.py FOLDER [--update]: counts the instructions of eleven small works of the build in FOLDER under
 valgrind, and compares them with tools/instructions/counts.txt.
 
 Unlike times, counts are equal in every run on any machine, so that a small loss shows on a busy one. A work that takes

@@ -84,16 +84,31 @@ Work Nearest(const std::shared_ptr<qev::CCadObject>& contour, int questions) {
     };
 }
 
-Work Pick() {
-    const auto group = std::make_shared<qev::CCadGroup>(false);
-    constexpr int kContours = 1000;
-    constexpr double kExtent = 3000; // mm
-    for (int i = 0; i < kContours; ++i)
+constexpr double kExtent = 3000; // mm, of the group on either side of the origin
+std::shared_ptr<qev::CCadGroup> Circles() {
+    auto group = std::make_shared<qev::CCadGroup>(false);
+    for (int i = 0; i < 1000; ++i)
         group->PushBack(new qev::CCadCircle(PointWithin(kExtent), Uniform(1, 50), true, false));
+    return group;
+}
+
+Work Pick() {
+    const auto group = Circles();
     const std::vector<DPOINT2> points = PointsWithin(kExtent, kQuestions);
     return [group, points] {
         double hits = 0;
         for (const DPOINT2& p : points) hits += qev::Hit(group.get(), p, 10) ? 1 : 0;
+        return hits;
+    };
+}
+
+Work PickByIndex() {
+    const auto group = Circles();
+    const auto index = std::make_shared<const qev::CGroupIndex>(group.get());
+    const std::vector<DPOINT2> points = PointsWithin(kExtent, kQuestions);
+    return [group, index, points] {
+        double hits = 0;
+        for (const DPOINT2& p : points) hits += index->Hit(p, 10) ? 1 : 0;
         return hits;
     };
 }
@@ -206,6 +221,7 @@ const Named kWorks[] = {
     {"nearest_of_10_arcs", [] { return Nearest(Wave(10, 0.5), kQuestions); }},
     {"nearest_of_20_beziers", [] { return Nearest(BezierWave(20), 2); }},
     {"pick_among_1000", Pick},
+    {"pick_by_index_among_1000", PickByIndex},
     {"walk_over_1000_lines", Walk},
     {"combine_1000_zones", Zones},
     {"hull_of_1000", Hull},
