@@ -7,13 +7,16 @@ using namespace test;
 
 TEST(CadObject, RefusesItselfAsInnerObjectAndNullAsKey) {
     CCadDot dot({0, 0});
+    dot.SetInnerObject(new CCadDot({1, 1}));
+    dot.ClearInnerObject();
     dot.SetInnerObject(&dot);
     EXPECT_EQ(dot.GetInnerObject(), nullptr);
+    EXPECT_EQ(dot.GetPieceCount(), 1);
     dot.SetKey(nullptr, "x");
     EXPECT_TRUE(dot.GetKey(nullptr).IsEmpty());
     dot.SetKey("x", nullptr);
     EXPECT_TRUE(dot.GetKey("x").IsEmpty());
-    dot.GetToolPathList().push_back(new CCadLine({5, 5}, {8, 9}));
+    dot.GetToolPathList().assign(2, new CCadLine({5, 5}, {8, 9})); // twice there, and destroyed once
     EXPECT_EQ(dot.GetToolPathBoundRect().height, 4) << "of its paths alone";
 }
 

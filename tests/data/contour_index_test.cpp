@@ -50,6 +50,7 @@ void ExpectSameAnswers(const CCadMultiSegments& contour, Random& random) {
     const double offset = random.Uniform(-1000, 1000);
     const POLYPOS on = random.Pos(contour.GetSegmentCount());
     EXPECT_EQ(Answers(contour, p, on, offset), Answers(Unindexed(contour), p, on, offset));
+    EXPECT_TRUE(ContourIndex::BoxKeptBy(contour)) << "and its box";
 }
 
 // Arcs of all turns, from flat ones to nearly whole circles, as bumps of a smooth contour and of a jagged
@@ -69,13 +70,14 @@ TEST(ContourIndex, ArcsOfAllTurns) {
     }
 }
 
-// Seen from near the centre of a polygon of many sides the distances change by less than 1e-9 from
-// one to the next: which one is taken depends on all that were met before.
+// Seen from near the centre of a polygon of many sides, or of a stretch of one, the distances change by less
+// than 1e-9 from one to the next: which one is taken depends on all that were met before.
 TEST(ContourIndex, SlowlyChangingDistances) {
     for (Random random; random.Rounds(20);) {
         CCadPolyline polygon;
+        const double turn = random.Coin() ? math::kTwoPi : random.Uniform(1e-3, 1e-1);
         for (int i = 0, count = random.Int(100, 30'000); i <= count; ++i) {
-            const DPOINT2 p = math::Rotated({1, 0}, math::kTwoPi * i / count);
+            const DPOINT2 p = math::Rotated({-1, 0}, turn * i / count);
             i == 0 ? polygon.SetStartPoint(p) : polygon.AddLine(p);
         }
         ExpectSameAnswers(polygon, random);

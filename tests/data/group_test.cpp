@@ -10,7 +10,7 @@ TEST(Group, InsertsAndGivesBack) {
     group.PushBack(nullptr);
     group.Insert(&b, 7);
     group.Insert(&a, 0);
-    group.Insert(&c, -1);
+    group.Insert(&c, -2);
     EXPECT_EQ(group.GetObjectsList(), (List{&a, &b, &c})) << "an index out of range appends";
     EXPECT_EQ(group.GetBoundRect().width, 5) << "a dot at the origin counts";
     group.PopBack();

@@ -83,6 +83,7 @@ TEST(Kinds, AreClonedWithoutTheirMachining) {
         object->SetInnerObject(new CCadDot({0, 0}));
         object->SetTechnicsString("T={};");
         object->AddTechnics(new CTechnics);
+        EXPECT_FALSE(object->GetTechnicsList().front()->Refresh(object.get(), nullptr)) << "nothing is done";
         object->GetToolPathList().push_back(new CCadLine({0, 0}, {1, 1}));
         const std::unique_ptr<CCadObject> sameId(object->Clone(false)), clone(object->Clone(true));
         EXPECT_EQ(sameId->GetID(), object->GetID());

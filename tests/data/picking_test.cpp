@@ -43,8 +43,7 @@ struct OwnLine : CCadObject {
 
 TEST(Hit, FindsAHostsKindWithoutABoxAndMayAnswerIntoItsInput) {
     CCadGroup group;
-    group.PushBack(new OwnLine);
-    group.PushBack(new CCadLine({10, 10.75}, {20, 10.75}));
+    Fill(group, {new OwnLine, new CCadLine({10, 10.75}, {20, 10.75}), new CCadPolyline});
     DPOINT2 p{15, 10.25};
     EXPECT_EQ(Hit(&group, p, 1, &p), group.GetFront());
     EXPECT_POINT_NEAR(p, (DPOINT2{15, 10}), 0);

@@ -1,6 +1,6 @@
-// Objects that own one another a hundred thousand deep, the deepest of which holds the first, on a stack of 1
-// MB: whatever walks them does so without recursion, and ends. (On Windows the program is linked with such a
-// stack.)
+// Objects that own one another a hundred thousand deep, the deepest of which holds the first and itself, on a
+// stack of 1 MB: whatever walks them does so without recursion, and ends. (On Windows the program is linked
+// with such a stack.)
 #include "support/support.h"
 #include "technics/test_operator.h"
 
@@ -76,7 +76,7 @@ std::unique_ptr<CCadObject> Chain(const Way& way, int depth) {
         way.own(*deepest, next);
         deepest = next;
     }
-    way.own(*deepest, root.get());
+    for (CCadObject* open : {root.get(), deepest}) way.own(*deepest, open);
     for (const char* outline : {kSquare, "line 0 0 3 4"}) AddMember(*deepest, Object(outline).release());
     return root;
 }

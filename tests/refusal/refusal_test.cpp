@@ -49,10 +49,6 @@ double Count(const List& list) {
 double Clone() {
     return Length(group->Clone(true));
 }
-double HandOverTechnics() {
-    CCadDot({0, 0}).AddTechnics(new CTechnics);
-    return 0;
-}
 double Convert() {
     std::vector<int> map;
     return Length(Convert2Polyline(ellipse.get(), map, 0.1))
@@ -147,8 +143,11 @@ double LoadPicture() {
     std::remove(path.c_str());
     return isLoaded ? image.GetHeight() : kNaN;
 }
-double WriteTexts() {
+double FillDot() {
     CCadDot dot({0, 0});
+    dot.AddTechnics(new CTechnics);
+    dot.GetToolPathList().resize(1);
+    dot.GetToolPathList().front() = new CCadDot({1, 1});
     dot.SetKey("a long name that takes memory", "a long value that takes memory as well");
     dot.SetTechnicsString("T={} -- and a long text behind it");
     return ToStringPrecision(1.0 / 3, 40).GetLength() + dot.GetTechnicsString().GetLength();
@@ -176,7 +175,6 @@ double SortTestData() {
 
 TEST(Refusal, LosesNothingAndTheNextCallWorks) {
     const Table<const char*, double (*)()> works{{"clone", Clone},
-                                                 {"hand technics over", HandOverTechnics},
                                                  {"convert", Convert},
                                                  {"cut", Cut},
                                                  {"group", GroupSegments},
@@ -191,7 +189,7 @@ TEST(Refusal, LosesNothingAndTheNextCallWorks) {
                                                  {"select", Select},
                                                  {"stock", MakeStock},
                                                  {"picture", LoadPicture},
-                                                 {"texts", WriteTexts},
+                                                 {"what a dot carries", FillDot},
                                                  {"publish", Publish},
                                                  {"test data", SortTestData}};
     for (const auto& [name, work] : works) {
