@@ -31,7 +31,7 @@ TEST(Clearance, NamedDistances) {
              {"a dot in a hollow", "dot 5 5", kOpenSquare, 5},
              {"dots", "dot 0 0", "dot 3 4", 5},
              {"far out", "line 1e8 0 100000010 0", "circle 100000005 8 5", 3},
-             {"a bulge beyond all", "0 0 A 1e-3 0 1e6", "line 0 -600 1 -600", 100},
+             {"a bulge beyond all", "0 0 A 1e-3 0 8e72", "line 0 -4.8e69 1 -4.8e69", 8e68},
              {"no object", "null", "dot 0 0", kInf},
              {"beyond measure", "line 1e80 0 1 1", "dot 0 0", kInf},
              {"a group that holds nothing", "group", "dot 0 0", kInf}}) {

@@ -64,8 +64,9 @@ TEST(Directions, OfObjectsAgainstDifferences) {
             EXPECT_POINT_NEAR(Unit(GetVector(object.get(), 0, ratio)), Unit(to - from), tolerance) << text;
         }
     EXPECT_POINT_NEAR(GetVector(Object("circle 1 2 5").get(), 3, 0), (DPOINT2{0, 5}), 1e-9);
-    const auto ellipse = Object("ellipse 0 0 50 25 0.4");
-    EXPECT_POINT_NEAR(GetVector(ellipse.get(), 0, 2), GetVector(ellipse.get(), 0, 0), 0) << "beyond the end";
+    const CCadEllipse ellipse({0, 0}, 50, 25, 0.4);
+    EXPECT_POINT_NEAR(GetVector(&ellipse, 0, 2), GetVector(&ellipse, 0, 0), 0) << "beyond the end";
+    EXPECT_POINT_NEAR(GetVector(&ellipse, 3, 1), GetVector(ellipse.GetPolyline(), 3, 1), 0) << "at the end";
     const CCadEllipseArc arc({0, 0}, 50, 25, 0.4, 0.3, 3, false); // the chord of the segment at that length
     const CCadPolyline& polyline = *arc.GetPolyline();
     double before = 0;

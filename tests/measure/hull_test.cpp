@@ -21,7 +21,7 @@ TEST(Hull, SmallFlatAndDoubled) {
              {"up to three come back as they are", {{2, 2}, {1, 1}, {0, 0}}, {0, 1, 2}},
              {"doubled: the first counts", {{0, 0}, {0, 0}, {1, 0}, {1, 0}, {0, 1}}, {0, 2, 4}},
              {"on an edge", {{1, 1}, {0, 1}, {0, 0}, {1, 0}, {0.5, 0}, {1, 0.5}, {0, 0.3}}, {2, 3, 0, 1}},
-             {"as low within 1e-9: the leftmost", {{0, 5e-10}, {3, 0}, {3, 3}, {0, 3}}, {0, 1, 2, 3}},
+             {"as low within 1e-9: the leftmost", {{0, 5e-10}, {3, 0}, {3, 3}, {-1, 3}}, {0, 1, 2, 3}},
              {"a thin rectangle", {{0, 0}, {2000, 0}, {2000, 1e-6}, {0, 1e-6}}, {0, 1, 2, 3}},
              {"no places: left out", {{kNaN, 0}, {0, 0}, {1, 0}, {1e300, 2}, {1, kInf}, {0, 1}}, {1, 2, 5}},
              {"nearer than 1e-9: one", {{1, 1}, {1, 1 + 2e-10}, {1 + 2e-10, 1 + 4e-10}, {1, 1}}, {0}}}) {
@@ -72,16 +72,18 @@ TEST(Hull, CornersAgainstAPlainChain) {
         }
 }
 
-// Whole numbers of up to 52 bits: b lies in a direction d from a, and c beside it by e.
+// Whole numbers of up to 53 bits, whose differences are rounded: a lies in the direction -d from the origin,
+// b and c in the direction d nearly as far, both beside it by e.
 TEST(Hull, TurnsThatRoundingWouldDecide) {
     for (Random random; random.Rounds(2000);) {
         const auto whole = [&random](int most) {
             const int x = random.Int(-most, most), y = random.Int(-most, most);
             return DPOINT2{double(x), double(y)};
         };
-        const DPOINT2 a = whole(1000), d = whole(1000), e = whole(1);
-        const double toB = std::floor(random.Uniform(1e9, 4e12)), toC = std::floor(random.Uniform(1e9, 4e12));
-        const double turn = ExactTurn(a, a + d * toB, a + d * toC + e), expected = math::Cross(d, e);
+        const DPOINT2 d = whole(1000), e = whole(1);
+        const double toB = std::floor(random.Uniform(1e9, 9e12)), toC = toB + random.Int(-9, 9);
+        const double turn = ExactTurn(d * -toB, d * toB + e, d * toC + e);
+        const double expected = math::Cross(d, e) * (toB - toC);
         EXPECT_EQ((turn > 0) - (turn < 0), (expected > 0) - (expected < 0)) << testing::PrintToString(d);
     }
 }

@@ -15,6 +15,7 @@ TEST(PointTests, Rectangle) {
 TEST(PointTests, ArcAndLine) {
     const CCadArc arc = GetCadArcFromSeg({{1, 0}, {-1, 0}, 1}); // the upper half of the unit circle
     EXPECT_POINT_NEAR(arc.GetEndPoint(), (DPOINT2{-1, 0}), 1e-12);
+    EXPECT_NE(arc.GetID(), 0u);
     const CCadLine line({1, 0}, {-1, 0});
     for (const auto& [p, onArc, onLine] : Table<DPOINT2, bool, bool>{
              {{0, 1}, true, false}, {{0, -1}, false, false}, {{0, 0}, false, true}, {{-1, 0}, true, true}}) {

@@ -34,9 +34,10 @@ TEST(Selection, AllMembers) {
 
 TEST(Selection, CornersOfTheBox) {
     const Letters s("oc"); // boxes (0, 0)-(2, 3) and (-1, -1)-(1, 1)
+    const std::list<CCadObject*> members{nullptr, s.List()->front(), s.List()->back()};
     for (const auto& [key, corner] : Table<const char*, DPOINT2>{
              {"TL", {-1, 3}}, {"TR", {2, 3}}, {"BL", {-1, -1}}, {"BR", {2, -1}}, {"TRx", {-1, -1}}})
-        EXPECT_POINT_NEAR(GetCornerPoint(s.List(), key), corner, 0) << key;
+        EXPECT_POINT_NEAR(GetCornerPoint(&members, key), corner, 0) << key;
     EXPECT_POINT_NEAR(GetCornerPoint(s.List(), nullptr), (DPOINT2{-1, -1}), 0);
     EXPECT_POINT_NEAR(GetCornerPoint(nullptr, "TL"), (DPOINT2{0, 0}), 0);
 }

@@ -12,6 +12,9 @@ TEST(Stock, RectangularPlate) {
     const auto* outline = static_cast<const CCadPolyline*>(plate->GetSectionData()->GetFront());
     EXPECT_POINT_NEAR(outline->GetStartPoint(), (DPOINT2{-50, -25}), 0);
     EXPECT_EQ(GetCadPolylineArea(outline, false), 5000);
+    const std::unique_ptr<CCadObject> given(plate->GetSectionData()->GetFront());
+    plate->GetSectionData()->PopBack();
+    plate->GetSectionData()->PushBack(Polyline("-50 -25 L 50 -25 L 50 25").release()); // two sides tell
     double width = 0, height = 0, thickness = 0;
     EXPECT_FALSE(GetRectPlaneParam(plate.get(), width, height, thickness)) << "though it has read them";
     EXPECT_EQ((std::vector{width, height, thickness}), (std::vector<double>{100, 50, 20}));
