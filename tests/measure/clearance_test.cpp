@@ -25,7 +25,7 @@ TEST(Clearance, NamedDistances) {
              {"one circle twice", "circle 0 0 5", "circle 0 0 5", 0},
              {"nearly straight arcs", "0 0 A 100 0 1e-8", "0 3 A 100 3 1e-8", 3},
              {"an arc beside the circle's other half", "arc 0 0 5 0 3.141592653589793", "line -9 -8 9 -8", 8},
-             {"ellipses along an axis", "ellipse 0 0 5 2 0", "ellipse 11 0 4 3 0", 2},
+             {"ellipse and curve", "ellipse 0 0 .04 .0125 0", "-.19 .3 B .01 .15 .21 0 .61 -.3", 0.1},
              {"ellipses that cross", "ellipse 0 0 5 2 0", "ellipse 0 0 2 5 0", 0},
              {"ellipses of one shape", "ellipse 0 0 5 2 0", "ellipse 0 0 10 4 0", 2},
              {"a dot in a hollow", "dot 5 5", kOpenSquare, 5},

@@ -76,9 +76,8 @@ TEST(Hull, CornersAgainstAPlainChain) {
 // b and c in the direction d nearly as far, both beside it by e.
 TEST(Hull, TurnsThatRoundingWouldDecide) {
     for (Random random; random.Rounds(2000);) {
-        const auto whole = [&random](int most) {
-            const int x = random.Int(-most, most), y = random.Int(-most, most);
-            return DPOINT2{double(x), double(y)};
+        const auto whole = [&random](double most) {
+            return DPOINT2{std::round(random.Uniform(-most, most)), std::round(random.Uniform(-most, most))};
         };
         const DPOINT2 d = whole(1000), e = whole(1);
         const double toB = std::floor(random.Uniform(1e9, 9e12)), toC = toB + random.Int(-9, 9);
