@@ -108,8 +108,9 @@ TEST_F(Read, NothingThere) {
     char text[] = "~";
     void* pointer = nullptr;
     const char* none = nullptr;
+    const CLuaAccess::EnumItem mode{"Fast", 2};
     EXPECT_STEPS(0, false, a.Read(text, 0, "k"), a.Read(nullptr, 5, "k"), a.Read(&pointer, "k"),
-                 a.Read(number, none, 0, 9), a.Read(text, 5, none));
+                 a.Read(number, none, 0, 9), a.Read(text, 5, none), a.Read(number, none, &mode));
     EXPECT_EQ(pointer, nullptr);
     EXPECT_STEPS(0, true, a.Read(&pointer, "file"));
     EXPECT_NE(pointer, nullptr);

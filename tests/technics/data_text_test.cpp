@@ -18,7 +18,7 @@ struct Reading : test::TestManager {
         EXPECT_TRUE(SetDataOnly(dataOnly));
         lead.onAdd = [this](qev::CLuaAccess& cursor) {
             found.clear();
-            for (const char* key : {"a", "b", "_c1"}) Describe(cursor, key);
+            for (const char* key : {"a", "b", "_Z1"}) Describe(cursor, key);
             for (int key = -1; key < 60; ++key) Describe(cursor, key);
             return true;
         };
@@ -50,9 +50,9 @@ std::vector<std::string> Split(std::string text) {
 // taken as data is what Lua makes of it.
 TEST(DataText, ReadsAsLuaDoes) {
     const auto data =
-        Split("a=-5|'\\0651'|_c1=0x.8p+4|b=1e-3|1e999|.5|3.|0xAe|'x'|a=\"\\65\\066\"|'\\x41\\n\\\\\\\"\\''|"
+        Split("a=-5|'\\0651'|_Z1=0x.8p+4|b=0.1e-3|1e999|.5|3.|0xAe|'x'|a=\"\\65\\066\"|'\\x41\\n\\\\\\\"\\''|"
               "[1]=2|[ [[a]] ]='y'|b=[==[\r\n\r\n]]]=]\n]==]|'a\\z \r\n b'|'\\\r\nb'|nil|true|"
-              "a=false|a=- -7|{a={1}}|--[[a]]1|--a\n2|b=other|_c1=none|[-1]=4,3|[50]=5|"
+              "a=false|a=- -7|{a={1}}|--[[a]]1|--a\n2|b=other|_Z1=none|[-1]=4,3|[50]=5|"
               "1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1|");
     const auto noData =
         Split("=1|end=1|a=end|1..2|3x|0x|1e|'\n'|'\\400'|'\\q'|[[x]|[nil]=1|a=='x'|-'x'|- -|'|"
@@ -179,7 +179,7 @@ TEST(DataText, TextsFindNothingAndLeaveNothing) {
         EXPECT_TRUE(reading.Add(texts + "} T={Lead={}}")) << reading.GetLastErrorText();
     }
     EXPECT_TRUE(reading.Add(half + half.substr(3) + half.substr(3) + "} T={Lead={}}"));
-    EXPECT_EQ(reading.Of("T={Lead={a=n,b=print,_c1=_G}}").find_first_not_of(';'), std::string::npos);
+    EXPECT_EQ(reading.Of("T={Lead={a=n,b=print,_Z1=_G}}").find_first_not_of(';'), std::string::npos);
     EXPECT_FALSE(reading.Add("n=1")) << "the table of another text";
 }
 

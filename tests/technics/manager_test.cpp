@@ -23,6 +23,7 @@ double Number(CLuaAccess& cursor, const char* key) {
 }
 
 TEST_F(Manager, OperatorOfAType) {
+    EXPECT_EQ(GetTechnicsManager(), &manager) << "the first that was made";
     EXPECT_EQ(manager.GetTehchnicsOperator(1), &joint);
     for (const int type : {16, 17, 48}) EXPECT_EQ(manager.GetTehchnicsOperator(type), &lead) << type;
     for (const int type : {2, 32}) EXPECT_EQ(manager.GetTehchnicsOperator(type), nullptr) << type;
@@ -59,8 +60,10 @@ TEST_F(Manager, NothingInATextIsPassedOver) {
         {"T={Joint={},Lead=5}", "Lead = 5 is not a table of parameters"},
         {"T={Joint={}} T={Lead={}}", "technics: T is there twice"},
         {"T={}", "the text holds no technics, as T={Name={}} does"},
+        {"T={\nJoint=?}", "technics:2: a value expected near '?}'"},
     };
-    for (const auto& [text, expected] : cases) EXPECT_EQ(answer(text), expected) << text;
+    for (const char* time : {"first", "again"})
+        for (const auto& [text, expected] : cases) EXPECT_EQ(answer(text), expected) << text << time;
     lead.onAdd = [](CLuaAccess&) { return false; };
     std::string message;
     EXPECT_FALSE(manager.AddAllTechnics(&objects, cases[0].text, "", nullptr, nullptr, message));
@@ -79,17 +82,19 @@ TEST_F(Manager, MouseIsWrittenIntoTheTable) {
 }
 
 // Whatever refused texts leave, and others in between: texts that were seen before are run anew each time,
-// and among the globals.
+// and among the globals. A long one has the others dropped, of which nothing is left then.
 TEST_F(Manager, RepeatedTextsAndAMillionRefusals) {
     for (int i = 0; i < 1'000'000; ++i)
         ASSERT_FALSE(manager.Add(i % 100 == 0 ? "T={" : i % 2 ? "error{}" : "return {}, {}, T.x")) << i;
+    EXPECT_FALSE(manager.Add("w=setmetatable({}, {__mode='k'})")) << "has no T";
     double count = 0;
     lead.onAdd = [&count](CLuaAccess& c) { return c.Read(count, "Count", 0, 1e9); };
     for (int i = 1; i <= 3000; ++i) {
         ASSERT_TRUE(manager.Add("n=(n or 0)+1 T={Lead={Count=n}} _ENV={}"));
         ASSERT_EQ(count, i);
-        ASSERT_FALSE(manager.Add("T={} --" + std::to_string(i)));
+        ASSERT_FALSE(manager.Add("w[debug.getinfo(1).func]=1 T={} --" + std::to_string(i)));
     }
+    EXPECT_TRUE(manager.Add(std::string(1 << 20, ' ') + "collectgarbage()T=not next(w)and{Lead={Count=0}}"));
 }
 
 // An operator loads other objects, of another text or its own, and leaves its cursor anywhere, with
