@@ -27,6 +27,8 @@ TEST(Arc, ChordFormAgreesWithCentreForm) {
         EXPECT_NEAR(arc.GetLength(), solved->radius * std::abs(solved->sweep),
                     tolerance * (1 + std::abs(solved->sweep)));
         EXPECT_NEAR(arc.GetCurvature() * solved->radius, side, 1e-12);
+        const double square = solved->radius * solved->radius, area = solved->sweep - std::sin(solved->sweep);
+        EXPECT_NEAR(arc.GetChordArea(), square / 2 * area, 1e-14 * square) << arc.bulge;
         EXPECT_POINT_NEAR(arc.DirectionAt(ratio), math::LeftOf(spoke) * (side / solved->radius), 1e-9);
     }
 }
@@ -97,7 +99,7 @@ TEST(Arc, Membership) {
     const auto isIn = [](const DPOINT2& p, double start, double central, bool ccw = true) {
         return math::IsPointInArc(p, {0, 0}, 10, start, central, ccw);
     };
-    EXPECT_TRUE(isIn({0, -10}, 0, 1.5708, false)) << "at the end, clockwise";
+    EXPECT_TRUE(isIn({0, -10}, 0, 1.5707963, false)) << "at the end, clockwise";
     EXPECT_TRUE(isIn({10.0000009, 0}, 0, 1)) << "within the tolerance of the circle";
     EXPECT_FALSE(isIn({10.0000011, 0}, 0, 1)) << "off the circle";
     EXPECT_TRUE(isIn({10, -9e-7}, 0, 1)) << "within the tolerance of the start";

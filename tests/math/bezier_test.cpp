@@ -30,6 +30,7 @@ TEST(Bezier, LengthOfClosedForms) {
     EXPECT_NEAR(back.GetLength() / (4 * extreme), 1, 1e-10) << "on a line, to both extremes and back";
     const CubicBezier cusp{{0, 0}, {1, 1}, {0, 1}, {1, 0}};
     EXPECT_NEAR(cusp.GetLength() / ExtrapolatedLength(cusp, 100000), 1, 1e-9) << "by symmetry at a node";
+    EXPECT_EQ(cusp.ParameterAt(0), 0);
     const double whole = cusp.GetLength();
     for (const double t : {0.001, 0.003, 0.999}) // now beside the end of a panel
         EXPECT_NEAR((cusp.Between(0, t).GetLength() + cusp.Between(t, 1).GetLength()) / whole, 1, 1e-12) << t;

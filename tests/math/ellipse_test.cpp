@@ -30,7 +30,7 @@ TEST(Ellipse, LengthAndItsInverseToOnePartInTenToTheTen) {
         const double ratio = random.Uniform(0, 1);
         EXPECT_NEAR(arc.GetLength(arc.GetStart(), arc.ParameterAt(ratio)) / arc.GetLength(), ratio, 1e-10);
     }
-    EXPECT_DOUBLE_EQ(EllipticArc({0, 0}, 50, 0, 0).GetLength(), 200) << "flat: there and back";
+    EXPECT_DOUBLE_EQ(EllipticArc({0, 0}, 50, 0, 0, 3).GetLength(), 200) << "flat: there and back";
     const EllipticArc whole({0, 0}, 2, 1, 0);
     for (const double below : {-1.0, kNaN}) EXPECT_EQ(whole.ParameterAt(below), 0);
     EXPECT_EQ(whole.ParameterAt(2), kTwoPi);
