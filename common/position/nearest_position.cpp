@@ -44,11 +44,10 @@ struct Nearest {
     double distance = std::numeric_limits<double>::max();
     POLYPOS place{-1, 0.0};
 
-    bool Take(double candidate, const POLYPOS& at) {
-        if (!(candidate + kSameLength < distance)) return false;
+    void Take(double candidate, const POLYPOS& at) {
+        if (!(candidate + kSameLength < distance)) return;
         distance = candidate;
         place = at;
-        return true;
     }
 };
 
@@ -115,8 +114,8 @@ public:
     void LookAt(int i) {
         const SEGMENT segment = SegmentOf(m_contour, &m_index, i);
         const auto offer = [this, i](double distance, double ratio) {
-            const bool isTaken = m_nearest.Take(distance, {i, ratio});
-            m_bSure = m_bSure || (isTaken && distance + kSameLength < m_dLeastBefore);
+            m_nearest.Take(distance, {i, ratio});
+            m_bSure = m_bSure || distance + kSameLength < m_dLeastBefore; // an s, which has been taken
             m_dLeastBefore = std::min(m_dLeastBefore, distance);
         };
         if (segment.nType == SEGMENT::kBezier)

@@ -191,7 +191,7 @@ bool FindCadAndPosByPoint(const CCadGroup* group, const DPOINT2& point, const CC
     if (!calculator.CalculatePosition(&info, false) || info.nIndex < 0) return false;
     object = info.pObject;
     pos = {info.nIndex, info.dRatio};
-    if (IsInvalidPos(object, pos)) NormalizePos(object, pos);
+    NormalizePos(object, pos);
     return true;
 }
 

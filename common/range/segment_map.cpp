@@ -145,7 +145,7 @@ void SpreadOver(const CCadObject* source, const CCadObject* destination, const s
         if (IsInvalidPos(destination, out)) NormalizePos(destination, out);
     };
     double sum = 0;
-    int last = -1;
+    int last = 0;
     for (int j = 0, size = static_cast<int>(map.size()); j < size; ++j) {
         if (map[j] != pos.nSegIndex) continue;
         const double length = GetSegLength(destination, j);
@@ -153,7 +153,7 @@ void SpreadOver(const CCadObject* source, const CCadObject* destination, const s
         sum += length;
         last = j;
     }
-    if (last >= 0 && target - sum < kSameLength) answer(last, 1);
+    if (target - sum < kSameLength) answer(last, 1);
 }
 
 } // namespace

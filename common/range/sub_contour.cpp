@@ -84,7 +84,6 @@ private:
         m_pExtended = std::make_unique<CCadPolylineEx>(true);
         m_pExtended->SetStartPoint(m_pPlain->GetStartPoint());
         for (const auto& node : m_pPlain->GetNodes()) m_pExtended->AddArc({node.x, node.y}, node.bulge);
-        m_pPlain.reset();
     }
 
     std::unique_ptr<CCadPolyline> m_pPlain;

@@ -141,9 +141,9 @@ DPOINT2 PointAlong(const CCadPolyline& contour, double ratio) {
     const RunningLengths lengths(contour);
     const double length = lengths.Total() * ratio;
     const RunningLengths::Place place = lengths.EndingFrom(length);
-    if (place.segment >= lengths.GetCount()) return {};
-    const double own = lengths.Of(place.segment);
-    return contour.GetSegment(place.segment).GetPoint(own > 0 ? (length - place.before) / own : 0);
+    const SEGMENT segment = contour.GetSegment(place.segment); // behind the last one: of zeros
+    const double own = segment.GetLength();
+    return segment.GetPoint(own > 0 ? (length - place.before) / own : 0);
 }
 
 } // namespace
