@@ -40,11 +40,12 @@ bool IsInMaterial(const std::vector<std::vector<math::DPOINT2>>& outlines, const
 TEST_F(LeadIn, StaysInTheScrapAndKeepsClear) {
     constexpr int kSamples = 1000;
     Random random;
+    math::DPOINT2 nearest;
     int placed = 0;
     while (random.Rounds(40)) {
         Sheet sheet(RandomObjects(random));
         const char* const kind = random.Coin() ? "Line" : "Arc";
-        sheet.Add(std::string("T={LeadIn={Clearance=0.6,LeadOut='Line',Overlap=1,Type='") + kind + "'}}");
+        sheet.Add(std::string("T={LeadIn={Clearance=2,LeadOut='Line',Overlap=1,Type='") + kind + "'}}");
         std::vector<std::vector<math::DPOINT2>> outlines;
         for (const qev::CCadObject* each : sheet.root.GetObjectsList()) {
             const CurvePoint outline = Along(*each);
@@ -59,13 +60,11 @@ TEST_F(LeadIn, StaysInTheScrapAndKeepsClear) {
                     for (double share = 0; share < 0.99; share += 0.02) { // 0 the far end
                         const math::DPOINT2 p = Along(*path)(isIn ? share : 1 - share);
                         EXPECT_FALSE(IsInMaterial(outlines, p)) << role << " at " << share;
-                        math::DPOINT2 nearest;
                         for (const qev::CCadObject* other : sheet.root.GetObjectsList()) {
                             if (other == each && share > 0) continue;
-                            EXPECT_GE(qev::GetMinDistance(other, p, nearest), 0.6 - 1e-6) << role;
+                            EXPECT_GE(qev::GetMinDistance(other, p, nearest), 2 - 1e-6) << role;
                         }
                     }
-                    math::DPOINT2 nearest;
                     const math::DPOINT2 meet = isIn ? path->GetEndPoint() : path->GetStartPoint();
                     EXPECT_LT(qev::GetMinDistance(each, meet, nearest), 2 * qev::kit::kConversionError);
                 }
@@ -75,37 +74,19 @@ TEST_F(LeadIn, StaysInTheScrapAndKeepsClear) {
 }
 
 TEST_F(LeadIn, PlacesAndMeasures) {
-    const std::string square = "0 0 L 10 0 L 10 10 L 0 10 L 0 0";
-    struct {
-        const char *what, *fields;
-        std::vector<std::string> others;
-        math::DPOINT2 from, to;
-    } const cases[] = {
-        {"into a part from outside", "Length=4", {}, {14, 5}, {10, 5}},
-        {"into a hole from its inside",
-         "Length=4",
-         {"-9 -9 L 20 -9 L 20 20 L -9 20 L -9 -9"},
-         {6, 5},
-         {10, 5}},
-        {"a neighbour in the way: at another place", "Length=4", {"circle 12 5 1"}, {14, 3}, {10, 3}},
-        {"neighbours all round: a quarter as long",
-         "Length=4",
-         {"-3 -3 L 13 -3 L 13 13 L -3 13 L -3 -3", "circle 5 5 4"},
-         {9, 2},
-         {10, 2}},
-        {"on the side that is asked for", "Length=4,Side='Left'", {}, {6, 5}, {10, 5}},
-        {"where it was saved",
-         "Length=4,Side='Right',Scale=0.5,Segment=0,Ratio=0.25",
-         {},
-         {2.5, -2},
-         {2.5, 0}},
-    };
-    for (const auto& [what, fields, others, from, to] : cases) {
+    for (const auto& [what, fields, others, from, to] :
+         Table<const char*, std::string, std::vector<std::string>, math::DPOINT2, math::DPOINT2>{
+             {"into a part from outside", "Length=4", {}, {14, 5}, {10, 5}},
+             {"into a hole from its inside", "Length=4", {"circle 5 5 20"}, {6, 5}, {10, 5}},
+             {"a neighbour as near as may be", "Length=4,Clearance=1", {"circle 12 5 1"}, {14, 3}, {10, 3}},
+             {"shut in: a quarter", "Length=4", {"rectangle -3 -3 16 16 0", "circle 5 5 4"}, {9, 2}, {10, 2}},
+             {"where it was saved", "Side='Right',Scale=0.4,Segment=0,Ratio=0.25", {}, {2.5, -2}, {2.5, 0}},
+             {"on the side that is asked for", "Length=4,Side='Left'", {}, {6, 5}, {10, 5}}}) {
         SCOPED_TRACE(what);
-        std::vector<std::string> objects = {square};
+        std::vector<std::string> objects = {kSquare};
         objects.insert(objects.end(), others.begin(), others.end());
         Sheet sheet(objects);
-        sheet.Add("T={LeadIn={" + std::string(fields) + "}}");
+        sheet.Add("T={LeadIn={" + fields + "}}");
         const auto paths = Sheet::Paths(*sheet.root.GetFront(), qev::kit::kLeadInRole);
         ASSERT_EQ(paths.size(), 1u);
         EXPECT_POINT_NEAR(paths[0]->GetStartPoint(), from, 1e-9);
@@ -136,6 +117,8 @@ TEST_F(LeadIn, WhatFindsNoRoomIsToldInTheOrderOfTheObjects) {
               "  no room: nowhere in the scrap does a lead keep 0.5 mm away from the contours, down to an "
               "eighth of its size\n"
               "  no room: its sharp corners leave no free stretch");
+    const qev::kit::Surroundings around(&sheet.root);
+    EXPECT_TRUE(around.IsClear(*Object("line 10 0 10 1"), 5, *sheet.root.GetBack())) << "no less than 5 mm";
     EXPECT_EQ(sheet.Add("T={LeadIn={Zone=-1}}"), "LeadIn.Zone = -1 is not a number from 0.01 to 1000 mm");
 }
 

@@ -37,16 +37,11 @@ double LeastGap(const qev::CCadObject& object) {
 // that leads to the same technics.
 TEST_F(MicroJoint, BridgesKeepOffCornersLeadsAndEachOther) {
     const std::string joints = "MicroJoint={Width=1,Spacing=12,Zone=1.5}", leads = "LeadIn={LeadOut='Line'}";
-    struct {
-        const char *what, *contour;
-        std::size_t bridges;
-    } const cases[] = {
-        {"one field a side, its middle taken once", "0 0 L 20 0 L 20 20 L 0 20 L 0 0", 4},
-        {"a round contour", "circle 0 0 20", 10},
-        {"a smooth slot", "0 0 L 40 0 A 40 10 1 L 0 10 A 0 0 1", 9},
-        {"short sides: one bridge in all", "0 0 L 9 0 L 9 9 L 0 9 L 0 0", 1},
-    };
-    for (const auto& [what, contour, bridges] : cases) {
+    for (const auto& [what, contour, bridges] : Table<const char*, const char*, std::size_t>{
+             {"one field a side, its middle taken once", "0 0 L 20 0 L 20 20 L 0 20 L 0 0", 4},
+             {"a round contour", "circle 0 0 20", 10},
+             {"a smooth slot", "0 0 L 40 0 A 40 10 1 L 0 10 A 0 0 1", 9},
+             {"short sides: one bridge in all", "0 0 L 9 0 L 9 8 L 0 8 L 0 0", 1}}) {
         SCOPED_TRACE(what);
         Sheet both({contour}), leadsFirst({contour}), jointsFirst({contour});
         both.Add("T={" + leads + "," + joints + "}");
@@ -59,6 +54,7 @@ TEST_F(MicroJoint, BridgesKeepOffCornersLeadsAndEachOther) {
             EXPECT_EQ(found.size(), bridges);
             for (const auto& bridge : found) EXPECT_NEAR(bridge.length, 1, 1e-6);
             EXPECT_GE(LeastGap(object), 1 - 1e-6);
+            if (bridges == 1) EXPECT_EQ(found.at(0).range.start.nSegIndex % 2, 0) << "on a longer side";
             double length = 0;
             for (const qev::CCadObject* cut : Sheet::Paths(object, qev::kit::kCutRole))
                 length += cut->GetLength();
@@ -73,6 +69,19 @@ TEST_F(MicroJoint, TakesNoMoreThanHalfOfTheContour) {
               "MicroJoint.Spacing = 3 is less than twice the Width");
     EXPECT_EQ(sheet.Add("T={MicroJoint={Width=9,Spacing=20}}"),
               "micro-joints added to 0 of 1 objects\n  no room: no free stretch takes a bridge");
+}
+
+TEST_F(MicroJoint, ALeadTakesTheBridgesTheirRoom) {
+    Sheet round({"circle 0 0 5"});
+    const std::list<qev::CCadObject*>& objects = round.root.GetObjectsList();
+    for (const char* text : {"T={MicroJoint={Width=2,Zone=15}}", "T={LeadIn={}}"}) round.Add(text);
+    EXPECT_EQ(objects.front()->GetToolPathList().size(), 1u) << "the lead, which takes the bridge's room";
+    EXPECT_EQ(qev::kit::WhyLostPaths(*objects.front(), "MicroJoint"),
+              "no room: no free stretch takes a bridge");
+    std::list<qev::CCadObject*> changed;
+    std::string message;
+    for (const bool isThere : {true, false})
+        EXPECT_EQ(Sheet::Manager().RemoveTechnics(&objects, 2, &changed, nullptr, message), isThere);
 }
 
 } // namespace

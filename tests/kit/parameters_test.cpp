@@ -2,7 +2,7 @@
 
 #include <qevtechnics/parameters.h>
 
-#include "support/random.h"
+#include "support/shapes.h"
 
 using namespace qev;
 
@@ -46,27 +46,21 @@ std::string Read(const std::string& text, Groove& groove) {
 }
 
 TEST(Parameters, WhatIsWrongIsNamedWithWhatWasExpected) {
-    struct {
-        const char *fields, *error;
-    } const cases[] = {
-        {"Tpol='Ball'", "Tpol = Ball is no parameter; did you mean Tool?"},
-        {"depth=5", "depth = 5 is no parameter; did you mean Depth?"},
-        {"Hight={}", "Hight = table is no parameter; there are Tool, Depth, Passes, Coolant, Remark"},
-        {"7", "[1] = 7 is no parameter; there are Tool, Depth, Passes, Coolant, Remark"},
-        {"Coolant=1,Tpol='Ball'", "Tpol = Ball is no parameter; did you mean Tool?"},
-        {"Tool='Bull'", "Tool = Bull is not one of Ball, Flat"},
-        {"Tool=1", "Tool = 1 is not one of Ball, Flat"},
-        {"Depth='big'", "Depth = big is not a number from 0.1 to 20 mm"},
-        {"Depth=20.001", "Depth = 20.001 is not a number from 0.1 to 20 mm"},
-        {"Passes=1.5", "Passes = 1.5 is not a whole number from 1 to 99"},
-        {"Coolant=1", "Coolant = 1 is not true or false"},
-        {"Remark={}", "Remark = table is not a text of up to 80 bytes"},
-        {"MouseSegment=2,MouseRatio=0.5,StartX=1,StartY=1", ""},
-    };
-    for (const auto& [fields, error] : cases) {
+    for (const auto& [fields, error] : test::Table<std::string, std::string>{
+             {"dpeth=5", "dpeth = 5 is no parameter; did you mean Depth?"},
+             {"Hight={}", "Hight = table is no parameter; there are Tool, Depth, Passes, Coolant, Remark"},
+             {"7", "[1] = 7 is no parameter; there are Tool, Depth, Passes, Coolant, Remark"},
+             {"Coolant=1,Tpol='Ball'", "Tpol = Ball is no parameter; did you mean Tool?"},
+             {"Tool='Bull'", "Tool = Bull is not one of Ball, Flat"},
+             {"Tool=1", "Tool = 1 is not one of Ball, Flat"},
+             {"Depth='big'", "Depth = big is not a number from 0.1 to 20 mm"},
+             {"Depth=20.001", "Depth = 20.001 is not a number from 0.1 to 20 mm"},
+             {"Passes=1.5", "Passes = 1.5 is not a whole number from 1 to 99"},
+             {"Coolant=1", "Coolant = 1 is not true or false"},
+             {"Remark={}", "Remark = table is not a text of up to 80 bytes"},
+             {"MouseSegment=2,MouseRatio=0.5,StartX=1,StartY=1", ""}}) {
         Groove groove;
-        EXPECT_EQ(Read("Groove={" + std::string(fields) + "}", groove),
-                  *error ? "T.Groove." + std::string(error) : "")
+        EXPECT_EQ(Read("Groove={" + fields + "}", groove), error.empty() ? "" : "T.Groove." + error)
             << fields;
         EXPECT_EQ(TextOf(groove), TextOf(Groove())) << "nothing was taken of " << fields;
     }
