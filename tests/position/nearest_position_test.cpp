@@ -38,12 +38,13 @@ TEST(NearestPosition, JointsTiesAndEnds) {
     }
 }
 
-TEST(NearestPosition, FootOfHostileNumbersIsFinite) {
+TEST(NearestPosition, HostileNumbers) {
+    EXPECT_EQ(CPosCalculator::GetMinDistance({0, 1000}, {0, 0}, {1e-6, 0}, 0), 1000) << "to nearly a point";
     for (const double bad : {kNaN, kInf})
         EXPECT_TRUE(std::isfinite(CPosCalculator::GetPerpendicularFootRatio({bad, 1}, {0, 0}, {1, 0}, bad)));
 }
 
-TEST(NearestPosition, OnAHostsContour) {
+TEST(NearestPosition, OnAHostsContourAndOneWithoutSegments) {
     struct : CCadMultiSegments {
         cad_t GetType() const override { return kCad1820; }
         int GetSegmentCount() const override { return 1; }
@@ -59,17 +60,19 @@ TEST(NearestPosition, OnAHostsContour) {
     EXPECT_TRUE(calculator._RetrieveNearestPos(&contour, &info, false));
     EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, {0, 0.2}));
     EXPECT_NEAR(CPosCalculator::GetPtInMultiRatio({2, 0}, &contour), 0.2, 1e-12);
-}
-
-TEST(NearestPosition, OnAContourWithoutSegments) {
-    Calculator calculator;
-    const DPOINT2 p{1, 1};
-    calculator.Init(nullptr, &p, 0);
-    PosInfo info;
-    info.nIndex = 7;
     const CCadPolyline empty;
     EXPECT_TRUE(calculator._RetrieveNearestPos(&empty, &info, false)) << "its kind has positions";
     EXPECT_TRUE(IsAt({info.nIndex, info.dRatio}, {-1, 0}));
+}
+
+// Each segment is nearer than the one before it, but by less than the tolerance.
+TEST(NearestPosition, OfASpiralEverySecondSegmentIsTaken) {
+    CCadPolyline spiral;
+    spiral.SetStartPoint({0.01, 0});
+    for (int i = 1; i <= 30; ++i) spiral.AddLine(math::Rotated({0.01 - 9e-10 * i, 0}, 0.2 * i));
+    POLYPOS pos;
+    EXPECT_TRUE(CoorToPos(&spiral, {0, 0}, pos, 1));
+    EXPECT_EQ(pos.nSegIndex, 28);
 }
 
 TEST(NearestPosition, RatioAlongAContour) {

@@ -15,6 +15,7 @@ TEST(OffsetWalk, LapsJointsAndEnds) {
              {"back from the end of a line", "line 0 0 10 0", {0, 1}, -5e-9, 0, {0, 1}},
              {"a whole line is a lap", "line 0 0 10 0", {0, 0}, 10, 1, {0, 1}},
              {"laps back on a line", "line 0 0 10 0", {0, 0.5}, -27, 2, {0, 0.8}},
+             {"laps on one Bezier piece", "0 0 B 1 0 2 0 3 0", {0, 0.5}, 8.1, 2, {0, 0.2}},
              {"a piece without length", "line 1 1 1 1", {0, 0.5}, 5, 0, {0, 0.5}},
              {"from the start of a closed contour to its end", kSquare, {0, 0}, 40, 1, {0, 0}}}) {
         SCOPED_TRACE(name);
@@ -36,7 +37,7 @@ TEST(OffsetWalk, Refusals) {
 TEST(OffsetWalk, StepsOfATable) {
     for (const auto& [back, forward, step, expected] :
          Table<double, double, double, std::vector<int>>{{2.5, 1.2, 1, {1, -1, -2}},
-                                                         {5, 7.4, 2.5, {1, -1, 2, -2}},
+                                                         {5, 7.6, 2.5, {1, -1, 2, -2, 3}},
                                                          {0.3, 0, 0.1, {-1, -2}}, // 0.3 / 0.1 is below 3
                                                          {1e300, 1, 1, {}}}) {
         std::vector<int> steps;

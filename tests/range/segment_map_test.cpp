@@ -9,13 +9,13 @@ using Map = std::vector<int>;
 
 // Lines along the x axis: 20 mm in two, and in four.
 const char *const kTwoLines = "0 0 L 10 0 L 20 0", *const kFourLines = "0 0 L 5 0 L 10 0 L 15 0 L 20 0";
-const auto kTwo = Polyline(kTwoLines), kFour = Polyline(kFourLines);
+const auto kTwo = Polyline(kTwoLines), kFour = Polyline(kFourLines), kPoint = Polyline("0 0 L 0 0");
 
 // Each map held 5 before.
 TEST(SegmentMap, ByLength) {
     for (const auto& [name, source, destination, expected] :
          Table<const char*, const char*, const char*, Map>{
-             {"as many entries as the source has segments", kTwoLines, kFourLines, {0, 0, -1, -1}},
+             {"as many entries as the source has segments", "0 0 L 0.5 0 L 1 0", kFourLines, {0, 0, -1, -1}},
              {"the segments at the middles", kFourLines, kTwoLines, {0, 2}},
              {"to a single piece", kTwoLines, kCircleOf10, {5}},
              {"to nothing", kTwoLines, "null", {5}}}) {
@@ -33,6 +33,7 @@ TEST(SegmentMap, SegmentAtAShareOfTheLength) {
              {"from a segment on", kFour.get(), 0.6, 1, 5, 2, 10},
              {"behind the end", kFour.get(), 1.1, 0, 0, -1, 0},
              {"from far before the start", kFour.get(), 0.3, INT_MIN, 0, 1, 5},
+             {"no length", kPoint.get(), 0.3, 0, 0, -1, -9},
              {"no contour", nullptr, 0.3, 0, 0, -1, -9}}) {
         double before = -9;
         EXPECT_EQ(FindSegmentIndexByRate(contour, share, first, lengthBefore, before), found) << name;
@@ -125,8 +126,11 @@ TEST(SegmentMap, CostsGrowWithTheSegments) {
     GetMapPos(&source, {kMany / 2 + 1, 0.5}, &destination, out, map);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2)) << "once over the map";
     EXPECT_TRUE(IsAt(out, {0, 0})) << "round to the first segment with entries";
-    source.asked = 0;
-    destination.AddLine({kNaN, 0});
-    GetSegMap(&source, &destination, map);
-    EXPECT_LE(source.asked, 4 * kMany) << "lengths that are no numbers";
+    for (CCadPolyline* each : std::initializer_list<CCadPolyline*>{&source, &destination}) {
+        source.asked = 0;
+        each->SetStartPoint({kNaN, 0});
+        GetSegMap(&source, &destination, map);
+        EXPECT_LE(source.asked, 4 * kMany) << "a length that is no number";
+        each->SetStartPoint({0, 0});
+    }
 }
