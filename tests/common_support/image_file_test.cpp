@@ -1,5 +1,6 @@
 #include <qev/support.h>
 
+#include "support/shapes.h"
 #include "support/temp_path.h"
 
 namespace {
@@ -20,13 +21,13 @@ const std::string
          "\102\015\000\017\172\003\176\167\351\177\227\000\000\000\000\111\105\116\104\256\102\140\202",
          71);
 
-const std::string kGif = "GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF,\0\0\0\0\1\0\1\0\0\2\2\x44\1\0;"s;
+const std::string kGif = "GIF89a\1\0\1\0\x80\0\0\0\0\0\7\7\7,\0\0\0\0\1\0\1\0\x80\1\1\1\7\7\7\2\2\x44\1\0;"s;
 // One column, above (4, 5, 6), below (1, 2, 3), in the order blue, green, red.
 const std::string kBmp = "BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x18\0"s
                          + std::string(24, '\0') + "\1\2\3\0\4\5\6\0"s;
 // The same in runs of an index of colours, which all are black.
-const std::string kRuns = "BM\0\0\0\0\0\0\0\0\x3E\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x08\0\1"s
-                          + std::string(15, '\0') + "\2"s + std::string(15, '\0') + "\1\0\0\0\1\1\0\1"s;
+const auto kRuns = "BM\0\0\0\0\0\0\0\0\x3E\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x08\0\1"s
+                   + std::string(15, '\0') + "\2"s + std::string(15, '\0') + "\0\2\0\0\1\0\0\0\1\1\0\1"s;
 // A grey block, behind a preview with an end of its own.
 const std::string kCodes = "\1"s + std::string(17, '\0');
 const std::string kJpeg = "\xFF\xD8\xFF\xE1\0\4\xFF\xD9\xFF\xDB\0\x43\0"s + std::string(64, '\1')
@@ -35,14 +36,13 @@ const std::string kJpeg = "\xFF\xD8\xFF\xE1\0\4\xFF\xD9\xFF\xDB\0\x43\0"s + std:
 
 // Whole pictures load, and no part of one that lacks more bytes than its decoder can do without.
 TEST(ImageFile, WholePicturesAlone) {
-    const struct {
-        const char* format;
-        const std::string& bytes;
-        std::size_t spare; // bytes of the end that only close the file
-    } cases[] = {
-        {"BMP", kBmp, 0}, {"packed BMP", kRuns, 0}, {"GIF", kGif, 1}, {"JPEG", kJpeg, 0}, {"PNG", kPng, 4}};
     CImage image, refused;
-    for (const auto& [format, bytes, spare] : cases) {
+    for (const auto& [format, bytes, spare] : // spare bytes of the end, which only close the file
+         test::Table<const char*, std::string, std::size_t>{{"BMP", kBmp, 0},
+                                                            {"packed BMP", kRuns, 0},
+                                                            {"GIF", kGif, 1},
+                                                            {"JPEG", kJpeg, 0},
+                                                            {"PNG", kPng, 4}}) {
         for (std::size_t size = 0; size < bytes.size() - spare; ++size)
             EXPECT_FALSE(Loads(bytes.substr(0, size), refused)) << format << " of " << size;
         EXPECT_TRUE(Loads(bytes.substr(0, bytes.size() - spare), image)) << format;
@@ -72,27 +72,24 @@ TEST(ImageFile, Limits) {
 // A picture of so many frames.
 std::string Frames(int count) {
     std::string bytes = kGif.substr(0, 19);
-    for (int i = 0; i < count; ++i) bytes += kGif.substr(19, 15);
+    for (int i = 0; i < count; ++i) bytes += kGif.substr(19, 21);
     return bytes + ';';
 }
 
 TEST(ImageFile, WhatIsNoSoundPicture) {
-    const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='1' height='1'/>";
     const std::string huge = "\x11\x27\x10\x27";          // the screen and the frame of a GIF
     const std::string many = "\x10\x27\0\0\x10\x27\0\0"s; // 10,000 by 10,000
-    const struct {
-        const char* name;
-        std::string bytes;
-        bool loads;
-    } cases[] = {{"a wrong size", std::string(kBmp).replace(2, 4, "\xFF\xFF\xFF\x7F"), true},
-                 {"many frames", Frames(200'000), true},
-                 {"a second frame that is broken", std::string(kGif).replace(34, 1, ",no frame"), true},
-                 {"a program", svg, false},
-                 {"10,001 by 10,000", std::string(kGif).replace(6, 4, huge).replace(24, 4, huge), false},
-                 {"more pixels than bytes", std::string(kBmp).replace(18, 8, many), false},
-                 {"more pixels than runs", std::string(kRuns).replace(18, 8, many), false}};
     CImage image;
-    for (const auto& [name, bytes, loads] : cases) EXPECT_EQ(Loads(bytes, image), loads) << name;
+    for (const auto& [name, bytes, loads] : test::Table<const char*, std::string, bool>{
+             {"a wrong size", std::string(kBmp).replace(2, 4, "\xFF\xFF\xFF\x7F"), true},
+             {"many frames", Frames(200'000), true},
+             {"a broken PNG", std::string(kPng).replace(45, 1, "z"), false},
+             {"a second frame that is broken", std::string(kGif).replace(40, 1, ",no frame"), true},
+             {"a program", "<svg xmlns='http://www.w3.org/2000/svg' width='1' height='1'/>", false},
+             {"10,001 by 10,000", std::string(kGif).replace(6, 4, huge).replace(24, 4, huge), false},
+             {"more pixels than bytes", std::string(kBmp).replace(18, 8, many), false},
+             {"more pixels than runs", std::string(kRuns).replace(18, 8, many), false}})
+        EXPECT_EQ(Loads(bytes, image), loads) << name;
 }
 
 TEST(ImageFile, OrdinaryFilesAlone) {

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <functional>
 #include <vector>
 
@@ -50,6 +51,14 @@ TEST(TopicBus, ChangesDuringADelivery) {
     EXPECT_THROW(PublishMsgTopic("T", 5, ""), int);
     s_onCall = nullptr;
     EXPECT_EQ(PublishMsgTopic("T", 5, ""), 0);
+}
+
+TEST(TopicBus, WhatEndsInItsOwnDeliveryIsForgotten) {
+    const auto start = std::chrono::steady_clock::now();
+    s_onCall = [](char) { UnsubscribeMsgTopic("T", Hear); };
+    for (int i = 0; i < 50'000; ++i) Subscribe("T", a), PublishMsgTopic("T", 5, "");
+    s_onCall = nullptr;
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1)) << "the list has grown";
 }
 
 // Any history answers like a plain list of subscriptions.

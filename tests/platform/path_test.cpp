@@ -1,6 +1,9 @@
+#include <fstream>
+
 #include <gtest/gtest.h>
 
 #include "platform/dynamic_library.h"
+#include "platform/output_path.h"
 #include "platform/path.h"
 
 using namespace qev::platform;
@@ -20,4 +23,10 @@ TEST(Path, PartsAndTheLengthLimit) {
         EXPECT_EQ(part(program + longest), "");
     EXPECT_EQ(AppendPath(program, longest), "");
     EXPECT_TRUE(IsRelativePath(program + longest));
+}
+
+TEST(OutputPath, AFileMovesToAnotherPath) {
+    std::ofstream("path_test.from");
+    EXPECT_TRUE(MoveOver("path_test.from", "path_test.to"));
+    EXPECT_EQ(std::remove("path_test.to"), 0) << "it is not there";
 }
