@@ -19,9 +19,11 @@ struct FitNode {
 
 /// How a curve is to be approximated.
 struct FitSettings {
-    double error = 0;         ///< mm, above 0: how far the approximation may leave the curve
-    bool chords = false;      ///< straight chords; otherwise arcs, in pairs that share a tangent
-    std::size_t maxNodes = 0; ///< more nodes than this, those already in the list included, are refused
+    double error = 0;    ///< mm, above 0: how far the approximation may leave the curve
+    bool chords = false; ///< straight chords; otherwise arcs, in pairs that share a tangent
+    /// More nodes than this, those already in the list included, are refused. So may be arcs that come within
+    /// a pair of it: there the first way of joining them has ended, and the second one is not tried.
+    std::size_t maxNodes = 0;
 };
 
 /// Appends the nodes that approximate a stretch of an elliptic arc. `from` and `to` are radians of the
