@@ -142,7 +142,7 @@ void SpreadOver(const CCadObject* source, const CCadObject* destination, const s
     const double target = GetSegLength(source, pos.nSegIndex) * pos.dRatio;
     const auto answer = [&](int j, double ratio) {
         out = {j, ratio <= 1 ? ratio : 1.0};
-        if (IsInvalidPos(destination, out)) NormalizePos(destination, out);
+        NormalizePos(destination, out);
     };
     double sum = 0;
     int last = 0;
