@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <utility>
 
 #include <qevdata/group.h>
@@ -28,6 +29,20 @@ namespace {
 using math::Bounds;
 using math::DPOINT2;
 
+// The box of an outline, widened by the rounding of its upper corner, which was summed from the lower one and
+// a size: of one that reaches to -1e100 mm that sum is short by more than a drawing.
+Bounds SearchBoxOf(const CCadObject& leaf) {
+    constexpr double kRounding = std::numeric_limits<double>::epsilon(); // that of the size and of the sum
+    const auto widen = [](double lower, double& upper) {
+        const double sum = upper + kRounding * (std::abs(lower) + std::abs(upper));
+        if (sum > upper) upper = sum; // infinite ones stay as they are
+    };
+    Bounds box = BoxOf(leaf);
+    widen(box.lower.x, box.upper.x);
+    widen(box.lower.y, box.upper.y);
+    return box;
+}
+
 } // namespace
 
 // The leaves in the order of the tree.
@@ -39,7 +54,8 @@ public:
         TreeWalk walk(group, TreeWalk::PickedMembers);
         for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; step = walk.Next()) {
             if (step != TreeWalk::Step::kLeaf) continue;
-            leaves.push_back({BoxOf(*walk.Object()), walk.Object(), static_cast<int>(leaves.size()), 0});
+            leaves.push_back(
+                {SearchBoxOf(*walk.Object()), walk.Object(), static_cast<int>(leaves.size()), 0});
             all.Add(leaves.back().box);
         }
         for (Leaf& leaf : leaves) leaf.place = HilbertPlaceOf(leaf.box, all);
@@ -61,7 +77,7 @@ public:
         if (m_vecPlaces.empty()) m_vecPlaces = PlacesByAddress();
         const auto [first, last] =
             std::equal_range(m_vecPlaces.begin(), m_vecPlaces.end(), Place{object, 0}, IsBefore);
-        for (auto place = first; place != last; ++place) m_tree.Replace(place->second, BoxOf(*object));
+        for (auto place = first; place != last; ++place) m_tree.Replace(place->second, SearchBoxOf(*object));
     }
 
     Picked Pick(const DPOINT2& p, double tolerance, bool closedOnly) const {

@@ -15,13 +15,19 @@
 namespace qev {
 namespace {
 
-math::Bounds BoundsOf(const CadRect& box) {
-    return {{box.x, box.y}, {box.x + box.width, box.y + box.height}};
-}
-
 bool IsNear(const math::Bounds& box, const math::DPOINT2& p, double reach) {
     return p.x >= box.lower.x - reach && p.x <= box.upper.x + reach && p.y >= box.lower.y - reach
            && p.y <= box.upper.y + reach;
+}
+
+// Asked from the lower corner: the upper one would be a sum, which is short by more than a drawing where the
+// outline reaches to -1e100 mm. A box without end is near nothing, as in an index.
+bool IsNear(const CadRect& box, const math::DPOINT2& p, double reach) {
+    constexpr double kRounding = 1 + 4 * std::numeric_limits<double>::epsilon(); // of the sizes and their sum
+    constexpr double kEndless = std::numeric_limits<double>::infinity();
+    const double x = p.x - box.x, y = p.y - box.y;
+    return x >= -reach && x <= (box.width + reach) * kRounding && y >= -reach
+           && y <= (box.height + reach) * kRounding && x < kEndless && y < kEndless;
 }
 
 // What SEGMENT::GetNearest answers for a line, to the bit, without a call.
@@ -103,8 +109,7 @@ Picked Pick(const CCadObject* root, const math::DPOINT2& p, double tolerance, bo
     };
     TreeWalk walk(root, TreeWalk::PickedMembers);
     for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; walk.PassOver(isBeside), step = walk.Next()) {
-        if (step != TreeWalk::Step::kLeaf || !IsNear(BoundsOf(walk.Object()->GetBoundRect()), p, reach))
-            continue;
+        if (step != TreeWalk::Step::kLeaf || !IsNear(walk.Object()->GetBoundRect(), p, reach)) continue;
         const Picked leaf = Measure(*walk.Object(), p, closedOnly);
         if (!leaf.object || !(leaf.distance <= tolerance && (!hit.object || leaf.distance <= best + kTie)))
             continue;

@@ -54,6 +54,10 @@ TEST(GroupIndex, HostileArguments) {
     }
     EXPECT_TRUE(found.empty());
     static_cast<CCadGroup*>(drawing.GetBack())->PickOffAll();
+    CCadGroup far; // the sum of its box's corner and width ends in 0
+    Fill(far, {new CCadLine({-1e100, 0}, {30, 0})});
+    EXPECT_EQ(Hit(&far, {500, 0}, 480), far.GetFront());
+    EXPECT_EQ(CGroupIndex(&far).Hit({500, 0}, 480), far.GetFront());
 }
 
 } // namespace
