@@ -144,6 +144,6 @@ void Run(Input& in) {
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     Input in(data, size);
-    in.Int(0, 7) < 7 ? Run<CCadPolyline>(in) : Run<CCadPolylineEx>(in);
+    in.Int(0, 15) < 15 ? Run<CCadPolyline>(in) : Run<CCadPolylineEx>(in);
     return 0;
 }

@@ -93,19 +93,22 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     std::vector<std::unique_ptr<CCadObject>> objects;
     std::list<CCadObject*> selection;
     for (int i = in.Int(2, 8); i > 0; --i) selection.push_back(objects.emplace_back(in.Object()).get());
-    std::vector<ContourNesting> nesting;
-    GetNesting(&selection, nesting);
+    const int question = in.Int(0, 2);
     if (in.IsHostile()) {
         for (const auto& object : objects) GetPointSide(object.get(), p, in.Number());
         GetClearance(objects[0].get(), objects[1].get());
-        return 0;
+    } else if (question == 1) {
+        ExpectSide(*objects[0], p);
+    } else if (question == 2) {
+        ExpectClearance(*objects[0], *objects[1]);
     }
+    if (question > 0) return 0;
+    std::vector<ContourNesting> nesting;
+    GetNesting(&selection, nesting);
     const bool isSimple = std::all_of(nesting.begin(), nesting.end(), [](auto& own) {
         return own.pContour->GetPieceCount() == 1 || own.pContour->GetType() == kCadRectangle;
     });
-    const int last = static_cast<int>(nesting.size()) - 1, question = in.Int(0, 2);
-    if (question == 0 && isSimple && last >= 0) ExpectParent(nesting, nesting[in.Int(0, last)]);
-    if (question == 1) ExpectSide(*objects[0], p);
-    if (question == 2) ExpectClearance(*objects[0], *objects[1]);
+    const int last = static_cast<int>(nesting.size()) - 1;
+    if (isSimple && last >= 0 && !in.IsHostile()) ExpectParent(nesting, nesting[in.Int(0, last)]);
     return 0;
 }
