@@ -42,7 +42,7 @@ std::optional<CentreArc> Solve(const math::DPOINT2& start, const math::DPOINT2& 
     if (c < kZeroLength) return CentreArc{start, 0, 0, 0};
     const double theta = 4 * math::Atan(bulge);
     const double h = math::Sin(theta / 2);
-    if (!(std::abs(theta) >= kZeroAngle && std::abs(h) >= kZeroSine)) return std::nullopt;
+    if (!(std::abs(h) >= kZeroSine)) return std::nullopt;
     const double r = c / 2 / h;
     const math::DPOINT2 centre = start + math::Rotated(chord * (r / c), (math::kPi - theta) / 2);
     return CentreArc{centre, std::abs(r), ComputeAngle(start.x - centre.x, start.y - centre.y), theta};
