@@ -21,13 +21,17 @@ const std::string
          "\102\015\000\017\172\003\176\167\351\177\227\000\000\000\000\111\105\116\104\256\102\140\202",
          71);
 
-const std::string kGif = "GIF89a\1\0\1\0\x80\0\0\0\0\0\7\7\7,\0\0\0\0\1\0\1\0\x80\1\1\1\7\7\7\2\2\x44\1\0;"s;
-// One column, above (4, 5, 6), below (1, 2, 3), in the order blue, green, red.
-const std::string kBmp = "BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x18\0"s
-                         + std::string(24, '\0') + "\1\2\3\0\4\5\6\0"s;
-// The same in runs of an index of colours, which all are black.
-const auto kRuns = "BM\0\0\0\0\0\0\0\0\x3E\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x08\0\1"s
-                   + std::string(15, '\0') + "\2"s + std::string(15, '\0') + "\0\2\0\0\1\0\0\0\1\1\0\1"s;
+// The picture has two colours, its frame four of its own.
+const std::string kGif = "GIF89a\1\0\1\0\x80\0\0\0\0\0\7\7\7,\0\0\0\0\1\0\1\0\201four colours\2\2\x44\1\0;"s;
+// One column, above (4, 5, 6), below (1, 2, 3), in the order blue, green, red. The first header puts the
+// upper row first.
+const std::string kBmp = "BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\xFE\xFF\xFF\xFF\1\0\x18\0"s
+                         + std::string(24, '\0') + "\4\5\6\0\1\2\3\0"s;
+const std::string kOldBmp = "BM\0\0\0\0\0\0\0\0\x1A\0\0\0\x0C\0\0\0\1\0\2\0\1\0\x18\0\1\2\3\0\4\5\6\0"s;
+// Two rows of three indices of colours, which all are black: a run, and three as they are.
+const auto kRuns = "BM\0\0\0\0\0\0\0\0\x3E\0\0\0\x28\0\0\0\3\0\0\0\2\0\0\0\1\0\x08\0\1"s
+                   + std::string(15, '\0') + "\2"s + std::string(15, '\0')
+                   + "\0\2\0\0\3\0\0\0\0\3\0\1\1\0\0\1"s;
 // A grey block, behind a preview with an end of its own.
 const std::string kCodes = "\1"s + std::string(17, '\0');
 const std::string kJpeg = "\xFF\xD8\xFF\xE1\0\4\xFF\xD9\xFF\xDB\0\x43\0"s + std::string(64, '\1')
@@ -38,7 +42,7 @@ const std::string kJpeg = "\xFF\xD8\xFF\xE1\0\4\xFF\xD9\xFF\xDB\0\x43\0"s + std:
 TEST(ImageFile, WholePicturesAlone) {
     CImage image, refused;
     for (const auto& [format, bytes, spare] : // spare bytes of the end, which only close the file
-         test::Table<const char*, std::string, std::size_t>{{"BMP", kBmp, 0},
+         test::Table<const char*, std::string, std::size_t>{{"old BMP", kOldBmp, 0},
                                                             {"packed BMP", kRuns, 0},
                                                             {"GIF", kGif, 1},
                                                             {"JPEG", kJpeg, 0},
@@ -72,7 +76,7 @@ TEST(ImageFile, Limits) {
 // A picture of so many frames.
 std::string Frames(int count) {
     std::string bytes = kGif.substr(0, 19);
-    for (int i = 0; i < count; ++i) bytes += kGif.substr(19, 21);
+    for (int i = 0; i < count; ++i) bytes += kGif.substr(19, 27);
     return bytes + ';';
 }
 
@@ -84,7 +88,7 @@ TEST(ImageFile, WhatIsNoSoundPicture) {
              {"a wrong size", std::string(kBmp).replace(2, 4, "\xFF\xFF\xFF\x7F"), true},
              {"many frames", Frames(200'000), true},
              {"a broken PNG", std::string(kPng).replace(45, 1, "z"), false},
-             {"a second frame that is broken", std::string(kGif).replace(40, 1, ",no frame"), true},
+             {"a second frame that is broken", std::string(kGif).replace(46, 1, ",no frame"), true},
              {"a program", "<svg xmlns='http://www.w3.org/2000/svg' width='1' height='1'/>", false},
              {"10,001 by 10,000", std::string(kGif).replace(6, 4, huge).replace(24, 4, huge), false},
              {"more pixels than bytes", std::string(kBmp).replace(18, 8, many), false},

@@ -8,7 +8,6 @@ namespace {
 TEST(Clearance, NamedDistances) {
     for (const auto& [name, a, b, distance] : Table<const char*, const char*, const char*, double>{
              {"lines that cross", "line 0 0 10 7", "line 0 3 10 1", 0},
-             {"lines that meet in an end", "line 0 0 10 7", "line 10 7 20 0", 0},
              {"a line that ends on another", "line 0 0 10 0", "line 3 0 3 5", 0},
              {"parallel lines", "line 0 0 10 0", "line -5 3 5 3", 3},
              {"lines on one carrier", "line 0 0 10 0", "line 14 0 20 0", 4},
@@ -26,6 +25,7 @@ TEST(Clearance, NamedDistances) {
              {"nearly straight arcs", "0 0 A 100 0 1e-8", "0 3 A 100 3 1e-8", 3},
              {"an arc beside the circle's other half", "arc 0 0 5 0 3.141592653589793", "line -9 -8 9 -8", 8},
              {"ellipse and curve", "ellipse 0 0 .04 .0125 0", "-.19 .3 B .01 .15 .21 0 .61 -.3", 0.1},
+             {"one nearly as near", "0 0 B 0 0 9 0 9 0", "1 4 B 2 1e-6 4 1e-6 5 4 L 6 9 B 6 9 8 1 8 1", 1},
              {"ellipses that cross", "ellipse 0 0 5 2 0", "ellipse 0 0 2 5 0", 0},
              {"ellipses of one shape", "ellipse 0 0 5 2 0", "ellipse 0 0 10 4 0", 2},
              {"a dot in a hollow", "dot 5 5", kOpenSquare, 5},

@@ -21,6 +21,7 @@ TEST(Hull, SmallFlatAndDoubled) {
              {"up to three come back as they are", {{2, 2}, {1, 1}, {0, 0}}, {0, 1, 2}},
              {"doubled: the first counts", {{0, 0}, {0, 0}, {1, 0}, {1, 0}, {0, 1}}, {0, 2, 4}},
              {"on an edge", {{1, 1}, {0, 1}, {0, 0}, {1, 0}, {0.5, 0}, {1, 0.5}, {0, 0.3}}, {2, 3, 0, 1}},
+             {"behind one as near", {{-3, -1}, {0, 0}, {5e-10, 5e-10}, {5e-10, 2e-9}, {5e-10, 3}}, {0, 1, 4}},
              {"as low within 1e-9: the leftmost", {{0, 5e-10}, {3, 0}, {3, 3}, {-1, 3}}, {0, 1, 2, 3}},
              {"a thin rectangle", {{0, 0}, {2000, 0}, {2000, 1e-6}, {0, 1e-6}}, {0, 1, 2, 3}},
              {"no places: left out", {{kNaN, 0}, {0, 0}, {1, 0}, {1e300, 2}, {1, kInf}, {0, 1}}, {1, 2, 5}},
@@ -58,13 +59,13 @@ std::set<int> PlainCorners(const std::vector<Point>& points) {
 TEST(Hull, CornersAgainstAPlainChain) {
     for (const int count : {7, 24, 25, 300, 3000, 16384, 16385, 40000})
         for (Random random; random.Rounds(12);) {
-            const double size = std::pow(10, random.Uniform(0.5, 3.5));
+            const double size = std::pow(10, random.Uniform(0.5, 3.5)), unit = std::exp2(random.Int(0, 36));
             const bool edge = random.Coin(), crowd = random.Coin();
             std::vector<Point> points;
             for (int i = 0; i < count; ++i) {
                 const double r = edge ? size : random.Uniform(0, size), angle = random.Uniform(0, kTwoPi);
                 const double x = crowd && i == 0 ? 20000 : r * std::cos(angle);
-                points.push_back({std::round(x), std::round(r * std::sin(angle)), i});
+                points.push_back({unit * std::round(x), unit * std::round(r * std::sin(angle)), i});
             }
             std::set<int> corners;
             for (const Point& p : Hull(points)) corners.insert(p.nTag);
@@ -87,12 +88,12 @@ TEST(Hull, TurnsThatRoundingWouldDecide) {
     }
 }
 
-TEST(Hull, Collinear) { // the smallest angle, whose sine is 0.1, at each of the three in turn
-    for (const auto& [a, b, c] : Table<Point, Point, Point>{{{0, 0, 0}, {10, 0, 0}, {10, 1, 0}},
-                                                            {{10, 1, 0}, {10, 0, 0}, {0, 0, 0}},
-                                                            {{10, 0, 0}, {0, 0, 0}, {10, 1, 0}}})
-        for (const double tolerance : {0.09, 0.11})
-            EXPECT_EQ(CConvexHelper::IsCollinear(a, b, c, tolerance), tolerance > 0.1) << a.x;
+TEST(Hull, Collinear) { // the smallest angle, whose sine is 0.6, at each of the three in turn
+    for (const auto& [a, b, c] : Table<Point, Point, Point>{{{0, 0, 0}, {4, 0, 0}, {4, 3, 0}},
+                                                            {{4, 3, 0}, {4, 0, 0}, {0, 0, 0}},
+                                                            {{4, 0, 0}, {0, 0, 0}, {4, 3, 0}}})
+        for (const double tolerance : {0.6, 0.61})
+            EXPECT_EQ(CConvexHelper::IsCollinear(a, b, c, tolerance), tolerance > 0.6) << a.x;
     EXPECT_TRUE(CConvexHelper::IsCollinear({0, 0, 0}, {1, 0, 0}, {1, 5e-10, 0}, 0)) << "two are one";
 }
 
