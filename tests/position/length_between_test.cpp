@@ -15,6 +15,7 @@ TEST(LengthBetween, BothVariants) {
          Table<const char*, const char*, POLYPOS, POLYPOS, double, double>{
              {"back in a segment", kClosed, {1, 0.5}, {1, 0.25}, -0.5, 5.5},
              {"equal", kClosed, {1, 0.5}, {1, 0.5}, 0, 6},
+             {"on a circle", kCircleOf10, {0, 0.25}, {0, 0.5}, 2.5, 2.5},
              {"over the start of a circle", kCircleOf10, {0, 0.75}, {0, 0.25}, 5, 5},
              {"back on a line", "line 0 0 0 10", {0, 0.75}, {0, 0.25}, -5, -5},
              {"back to an earlier segment of an open contour", kOpenSquare, {2, 0.5}, {0, 0.25}, 7.5, -22.5},

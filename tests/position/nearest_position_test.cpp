@@ -107,7 +107,7 @@ TEST(NearestPosition, OnOtherKindsAndInContainers) {
          {&Calculator::_Line, &Calculator::_Arc, &Calculator::_Circle, &Calculator::_Ellipse,
           &Calculator::_EllipseArc, &Calculator::_MultiSegments}) {
         PosInfo info;
-        (calculator.*handler)(&line, &info);
+        (calculator.*handler)(&line, nullptr), (calculator.*handler)(&line, &info);
         EXPECT_NEAR(info.dRatio, 0.5, 1e-12);
     }
 }

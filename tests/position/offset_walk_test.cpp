@@ -6,13 +6,14 @@ using namespace test;
 TEST(OffsetWalk, LapsJointsAndEnds) {
     for (const auto& [name, contour, from, offset, laps, to] :
          Table<const char*, const char*, POLYPOS, double, int, POLYPOS>{
-             {"from the start of an open contour to its end", kOpenSquare, {0, 0}, 30, 0, {2, 1}},
+             {"to the end of 3,000 km", "0 0 L 1e9 0 L 1e9 1e9 L 0 1e9", {0, 0}, 3e9, 0, {2, 1}},
              {"very many laps", kSquare, {0, 0.5}, 4'000'000'003, 100'000'000, {0, 0.8}},
              {"less than the tolerance into an open contour", kOpenSquare, {0, 0}, 5e-9, 0, {0, 5e-10}},
              {"less than the tolerance back from its end", kOpenSquare, {2, 1}, -5e-9, 0, {2, 1}},
              {"past a short first segment, by rounding", "0 0 L 1e-8 0 L 9 0", {0, 0}, 9 + 2e-15, 0, {1, 1}},
-             {"back past a short last segment", "0 0 L 9 0 L 9 1e-8", {0, 1e-9}, -9.00000001e-9, 0, {0, 0}},
-             {"back from the end of a line", "line 0 0 10 0", {0, 1}, -5e-9, 0, {0, 1}},
+             {"back past a short last segment", "0 0 L 9 0 L 9 1e-8", {0, 1e-9}, -9.5e-9, 0, {0, 0}},
+             {"back from the end of 1,000 km by nothing", "line 0 0 1e9 0", {0, 1}, -5e-8, 0, {0, 1}},
+             {"back to the start of a line", "line 0 0 10 0", {0, 0.5}, -5 - 4e-9, 0, {0, 0}},
              {"a whole line is a lap", "line 0 0 10 0", {0, 0}, 10, 1, {0, 1}},
              {"laps back on a line", "line 0 0 10 0", {0, 0.5}, -27, 2, {0, 0.8}},
              {"laps on one Bezier piece", "0 0 B 1 0 2 0 3 0", {0, 0.5}, 8.1, 2, {0, 0.2}},

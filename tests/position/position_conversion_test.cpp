@@ -77,13 +77,13 @@ TEST(PositionConversion, RatioOfAPointOnASegment) {
     EXPECT_FALSE(CoorToRatio(PolylineEx("0 0 L 10 0").get(), {5, 0}, 0, ratio)) << "deliberately left out";
 }
 
-// Neither far away nor beside it the place is no number.
+// Seen from beside, the start is the place.
 TEST(PositionConversion, OnWhatHasNoLength) {
     for (const char* text : {"line 1 1 1 1", "circle 1 1 0", "arc 1 1 0 0 1", "ellipse 1 1 0 0 0",
                              "ellipsearc 1 1 2 1 0 0 0", "1 1 L 1 1", "1 1 A 1 1 1 L 1 1"}) {
         const auto object = Object(text);
         POLYPOS pos{-7, 0};
-        EXPECT_TRUE(CoorToPos(object.get(), object->GetStartPoint(), pos)) << text;
+        EXPECT_TRUE(CoorToPos(object.get(), object->GetStartPoint() + DPOINT2{1, 0}, pos, 9)) << text;
         EXPECT_TRUE(IsAt(pos, {0, 0})) << text;
     }
 }
