@@ -43,7 +43,7 @@ CRangeSet::CRangeSet(const CCadObject* contour, const std::vector<PosRange>& ran
         return IsWellFormed(range) && IsOnContour(range.start, m_nSegments)
                && IsOnContour(range.end, m_nSegments);
     };
-    if (m_nSegments > 0) std::copy_if(ranges.begin(), ranges.end(), std::back_inserter(m_vecRanges), isZone);
+    std::copy_if(ranges.begin(), ranges.end(), std::back_inserter(m_vecRanges), isZone);
     SortRange(&m_vecRanges);
     m_over = TakeApart(m_vecRanges, m_vecSorted).range;
     CombineRange(&m_vecRanges, m_nSegments);
