@@ -14,7 +14,7 @@ TEST(InvalidRanges, ZonesAgainstDistances) {
         const int count = contour->GetSegmentCount();
         const double total = contour->GetLength();
         if (!contour->IsClose() || total < 1 || count < 2) continue;
-        const double back = total * random.Uniform(0, 0.7), on = total * random.Uniform(0, 0.7);
+        const double back = total * random.Uniform(0, 1.2), on = total * random.Uniform(0, 1.2);
         const POLYPOS pos = random.Pos(count), probe = random.Pos(count);
         PosRange zone({0, 0}, {0, 0}, 7);
         const bool made = GenerateInvalidRange(contour.get(), pos, back, on, zone);

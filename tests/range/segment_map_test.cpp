@@ -41,23 +41,24 @@ TEST(SegmentMap, SegmentAtAShareOfTheLength) {
     }
 }
 
-// A position on kTwo goes to kFour. The hint is the segment to begin at with the least ratio there; an answer
-// on segment -1 stands for none.
+// A position on one contour goes to the other. The hint is the segment to begin at with the least ratio
+// there; an answer on segment -1 stands for none.
 TEST(SegmentMap, PositionsByPoint) {
-    const Map map{0, 0, 1, 1};
+    const auto from = Polyline("0 0 L 10 0 L 20 0 A 30 10 1 L 8 0");
+    const auto to = Polyline("0 0 L 5 0 L 10 0 L 15 0 L 20 0 A 30 10 1");
+    const Map map{0, 0, 1, 1, 2};
     for (const auto& [name, pos, hint, answer] : Table<const char*, POLYPOS, POLYPOS, POLYPOS>{
              {"found at once", {1, 0.25}, {0, 0}, {2, 0.5}},
              {"a joint, on its other segment", {0, 0.5}, {0, 1.1}, {1, 0}},
              {"from far behind the map", {0, 0.75}, {INT_MAX, 0}, {1, 0.5}},
-             {"behind the last segment", {2, 0.5}, {0, 0}, {-1, 0}},
+             {"on an arc, level with its start", {2, 0.5}, {0, 0}, {4, 0.5}},
+             {"on a segment without entries", {3, 1}, {0, 0}, {-1, 0}},
              {"before the first segment", {-1, 0.5}, {INT_MIN, 0}, {-1, 0}}}) {
         SCOPED_TRACE(name);
         const bool isFound = answer.nSegIndex >= 0;
-        POLYPOS out = hint;
-        EXPECT_EQ(
-            MapPos(kTwo.get(), kFour.get(), &map, pos.nSegIndex, pos.dRatio, &out.nSegIndex, &out.dRatio),
-            isFound);
-        EXPECT_TRUE(IsAt(out, isFound ? answer : hint));
+        auto [j, ratio] = hint;
+        EXPECT_EQ(MapPos(from.get(), to.get(), &map, pos.nSegIndex, pos.dRatio, &j, &ratio), isFound);
+        EXPECT_TRUE(IsAt({j, ratio}, isFound ? answer : hint));
     }
 }
 
