@@ -62,7 +62,6 @@ void Sweep(bool dataOnly, Refused refused) {
             g_bPrograms = refused == Refused::kBoth;
             Manager manager(dataOnly);
             g_memory = nullptr;
-            g_bPrograms = false;
             try {
                 const test::RefuseMemory refusal(isInterpreters ? INT_MAX : granted);
                 memory.left = isInterpreters ? granted : INT_MAX;
@@ -72,6 +71,7 @@ void Sweep(bool dataOnly, Refused refused) {
             } catch (const std::bad_alloc&) { // as documented
             }
             memory.left = INT_MAX;
+            g_bPrograms = false;
             for (int again = 0; again < 2; ++again) EXPECT_TRUE(manager.UseTexts()) << granted;
         }
         EXPECT_EQ(test::LiveBlocks(), before) << granted;
