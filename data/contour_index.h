@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <vector>
 
 #include <qevdata/polyline_base.h>
@@ -185,8 +186,10 @@ inline math::DPOINT2 PointOf(const CCadObject& contour, const ContourIndex* inde
     if (!index || !index->HasOnlyLines()) return contour.GetSegment(i).GetPoint(ratio);
     const math::DPOINT2 start = index->GetJoint(i), end = index->GetJoint(i + 1);
     if (start.x == end.x && start.y == end.y) return start; // also where it lies at infinity
-    const int nearer = ratio < 0.5 ? 0 : 1; // math::Interpolate without its branch, to the bit
-    return index->GetJoint(i + nearer) + (end - start) * (ratio - nearer);
+    const int nearer = ratio < 0.5 ? 0 : 1;
+    // math::Interpolate without its branch, to the bit: that subtracts from the end, which is to add -0 there
+    const double share = std::copysign(ratio - nearer, ratio - 2 * nearer);
+    return index->GetJoint(i + nearer) + (end - start) * share;
 }
 
 /// The box that a CCadPolyline or a CCadPolylineEx keeps. Null the first time that it is asked for, and for

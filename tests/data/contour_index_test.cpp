@@ -53,4 +53,17 @@ TEST(ContourIndex, SlowlyChangingDistances) {
     }
 }
 
+// The zeros that interpolation leaves, with an index and without one.
+TEST(ContourIndex, SignsOfZeros) {
+    const auto contour = Polyline("-0 -0 L -6 -60 L 6 -60 L -0 -2");
+    for (int question = 0; question < 2; ++question) {
+        const char* const how = IndexOf(*contour) ? "with the index" : "without";
+        DPOINT2 end, nearest;
+        PosToCoor(contour.get(), 2, 1, end);
+        EXPECT_FALSE(std::signbit(end.x)) << how;
+        GetMinDistance(contour.get(), {0, 0}, nearest);
+        EXPECT_TRUE(std::signbit(nearest.x)) << how;
+    }
+}
+
 } // namespace
