@@ -22,10 +22,10 @@ TEST(GroupIndex, FollowsChangesWhenTold) {
     for (int i = 0; i < 100; ++i) drawing.PushBack(Polyline("0 0 L 1 0").release());
     auto* moved = static_cast<CCadPolyline*>(drawing.GetBack());
     CGroupIndex index(&drawing);
-    moved->AddLine({500, 500});
-    EXPECT_EQ(index.Hit({500, 500}, 1), nullptr) << "not told yet";
+    moved->ReverseDir(false), moved->AddLine({500, 500}); // from (0, 0) on
+    EXPECT_EQ(index.Hit({250, 250}, 0.1), nullptr) << "not told yet";
     index.Update(moved);
-    EXPECT_EQ(index.Hit({500, 500}, 1), moved);
+    EXPECT_EQ(index.Hit({250, 250}, 0.1), moved);
     const CCadLine stranger({0, 0}, {1, 1});
     index.Update(&stranger);
     index.Update(nullptr);

@@ -70,8 +70,8 @@ TEST(Kinds, AnArcIsHalvedWhenItsChordIsTooShortForABulge) {
 
 TEST(Kinds, TheVerticesOfARectangleRunCounterClockwise) {
     const CCadRectangle turned({1, 1}, 4, 2, math::kHalfPi);
-    const DPOINT2 vertices[] = {{1, 1}, {1, 5}, {-1, 5}, {-1, 1}};
-    for (int i = 0; i < 4; ++i) EXPECT_POINT_NEAR(turned.GetVertex(i), vertices[i], 1e-15);
+    const DPOINT2 ends[] = {{1, 5}, {-1, 5}, {-1, 1}, {1, 1}, {0, 0}}; // the last one of no side
+    for (int i = 0; i < 5; ++i) EXPECT_POINT_NEAR(turned.GetSegment(i).ptEnd, ends[i], 1e-15) << i;
 }
 
 TEST(Kinds, AreClonedWithoutTheirMachining) {
@@ -83,11 +83,13 @@ TEST(Kinds, AreClonedWithoutTheirMachining) {
         object->SetInnerObject(new CCadDot({0, 0}));
         object->SetTechnicsString("T={};");
         object->AddTechnics(new CTechnics);
+        EXPECT_TRUE(HasTechnics(object.get(), 0, 0)) << "its numbers at first";
         EXPECT_FALSE(object->GetTechnicsList().front()->Refresh(object.get(), nullptr)) << "nothing is done";
         object->GetToolPathList().push_back(new CCadLine({0, 0}, {1, 1}));
         const std::unique_ptr<CCadObject> sameId(object->Clone(false)), clone(object->Clone(true));
         EXPECT_EQ(sameId->GetID(), object->GetID());
         EXPECT_NE(clone->GetID(), object->GetID());
+        EXPECT_NE(object->GetID(), 0u) << "a fresh one unless told otherwise";
         EXPECT_EQ(clone->GetLength(), object->GetLength());
         EXPECT_EQ(clone->GetKey("a"), "1");
         ASSERT_TRUE(clone->GetInnerObject());

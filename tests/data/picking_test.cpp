@@ -35,7 +35,7 @@ TEST(Hit, LooksThroughRelationsAndTakesTextsWhole) {
 struct OwnLine : CCadObject {
     int GetSegmentCount() const override { return 1; }
     SEGMENT GetSegment(int) const override {
-        SEGMENT line({10, 10}, {20, 10});
+        SEGMENT line({0, 0}, {10, 0});
         line.dBulge = 1;
         return line;
     }
@@ -43,11 +43,11 @@ struct OwnLine : CCadObject {
 
 TEST(Hit, FindsAHostsKindWithoutABoxAndMayAnswerIntoItsInput) {
     CCadGroup group;
-    Fill(group, {new OwnLine, new CCadLine({10, 10.75}, {20, 10.75}), new CCadPolyline});
-    DPOINT2 p{15, 10.25};
+    Fill(group, {new OwnLine, new CCadLine({0, 0.75}, {10, 0.75}), new CCadPolyline});
+    DPOINT2 p{5, 0.25};
     EXPECT_EQ(Hit(&group, p, 1, &p), group.GetFront());
-    EXPECT_POINT_NEAR(p, (DPOINT2{15, 10}), 0);
-    EXPECT_EQ(group.GetBoundRect().y, 10);
+    EXPECT_POINT_NEAR(p, (DPOINT2{5, 0}), 0);
+    EXPECT_EQ(group.GetBoundRect().height, 0.75);
 }
 
 TEST(Hit, TakesTheLastOfTwoThatLieFarOut) {

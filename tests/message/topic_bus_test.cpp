@@ -53,12 +53,16 @@ TEST(TopicBus, ChangesDuringADelivery) {
     EXPECT_EQ(PublishMsgTopic("T", 5, ""), 0);
 }
 
-TEST(TopicBus, WhatEndsInItsOwnDeliveryIsForgotten) {
+TEST(TopicBus, WhatHasEndedTakesNoTime) {
     const auto start = std::chrono::steady_clock::now();
     s_onCall = [](char) { UnsubscribeMsgTopic("T", Hear); };
     for (int i = 0; i < 50'000; ++i) Subscribe("T", a), PublishMsgTopic("T", 5, "");
     s_onCall = nullptr;
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1)) << "the list has grown";
+    const int first = SubscribeMsgTopic("T", Hear, &a);
+    for (int i = 1; i < 70'000; ++i) SubscribeMsgTopic("T", Hear, &a);
+    for (int i = 0; i < 70'000; ++i) UnsubscribeMsgTopic(first + i); // each moves few of the others
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1))
+        << "the list keeps what has ended";
 }
 
 // Any history answers like a plain list of subscriptions.

@@ -14,6 +14,7 @@ TEST(OffsetWalk, LapsJointsAndEnds) {
              {"back past a short last segment", "0 0 L 9 0 L 9 1e-8", {0, 1e-9}, -9.5e-9, 0, {0, 0}},
              {"back from the end of 1,000 km by nothing", "line 0 0 1e9 0", {0, 1}, -5e-8, 0, {0, 1}},
              {"back to the start of a line", "line 0 0 10 0", {0, 0.5}, -5 - 4e-9, 0, {0, 0}},
+             {"back behind a dot of a piece", "0 0 L 9 0 L 9 0 L 9 9 L 0 9", {3, 0.5}, -13.5, 0, {2, 0}},
              {"a whole line is a lap", "line 0 0 10 0", {0, 0}, 10, 1, {0, 1}},
              {"laps back on a line", "line 0 0 10 0", {0, 0.5}, -27, 2, {0, 0.8}},
              {"laps on one Bezier piece", "0 0 B 1 0 2 0 3 0", {0, 0.5}, 8.1, 2, {0, 0.2}},

@@ -92,7 +92,9 @@ TEST_F(Call, Faults) {
     for (const int size : {4, -1})
         EXPECT_FAULT(1, " CallLuaFunc: Input string length too short.", all("s>S", "12345", &buffer, size));
     EXPECT_STREQ(area, "~~~");
-    EXPECT_FAULT(1, " stack overflow", a.StartCall(nullptr, "all", INT_MAX); a.EndCall());
+    EXPECT_FAULT(2, " stack overflow", a.StartCall(nullptr, "all", INT_MAX); a.Push(1); a.EndCall());
+    while (lua_checkstack(L, 1)) lua_pushnil(L);
+    EXPECT_FAULT(0, " stack overflow", a.Read(flag, "x"));
 }
 
 TEST_F(Call, IdleResume) {

@@ -110,7 +110,8 @@ TEST_F(Read, NothingThere) {
     const char* none = nullptr;
     const CLuaAccess::EnumItem mode{"Fast", 2};
     EXPECT_STEPS(0, false, a.Read(text, 0, "k"), a.Read(nullptr, 5, "k"), a.Read(&pointer, "k"),
-                 a.Read(number, none, 0, 9), a.Read(text, 5, none), a.Read(number, none, &mode));
+                 a.Read(number, none, 0, 9), a.Read(text, 5, none), a.Read(number, none, &mode),
+                 a.Read(&pointer, none));
     EXPECT_EQ(pointer, nullptr);
     EXPECT_STEPS(0, true, a.Read(&pointer, "file"));
     EXPECT_NE(pointer, nullptr);
@@ -152,6 +153,17 @@ TEST_F(Read, ManyNames) {
                 ASSERT_EQ(Run(0, [&] { a.Read(number, buffer, next, next); }), "");
             }
         }
+}
+
+// A short name is kept once, wherever it lies and whatever stands beside it.
+TEST_F(Read, OneNameInManyPlaces) {
+    std::string places;
+    for (int i = 10'000; i < 15'000; ++i) places += std::to_string(i) + 'k' + '\0';
+    Put("T = { k = 5 }");
+    const int before = lua_gc(L, LUA_GCCOUNT, 0); // KB
+    double number = kNone;
+    for (std::size_t at = 5; at < places.size(); at += 7) EXPECT_TRUE(a.Read(number, &places[at], 5, 5));
+    EXPECT_LT(lua_gc(L, LUA_GCCOUNT, 0), before + 100);
 }
 
 } // namespace
