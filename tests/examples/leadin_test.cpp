@@ -110,15 +110,13 @@ TEST_F(LeadIn, ALeadOutIsTheMirrorImageBehindTheOverlap) {
 
 TEST_F(LeadIn, WhatFindsNoRoomIsToldInTheOrderOfTheObjects) {
     Sheet sheet({"circle 0 0 5", "circle 0 0 4.9", "circle 20 0 5", "0 0 L 0.5 0 L 0.5 0.5 L 0 0"});
-    EXPECT_EQ(sheet.Add("T={LeadIn={}}"),
-              "lead-ins added to 1 of 4 objects\n"
-              "  no room: nowhere in the scrap does a lead keep 0.5 mm away from the contours, down to an "
-              "eighth of its size\n"
-              "  no room: nowhere in the scrap does a lead keep 0.5 mm away from the contours, down to an "
-              "eighth of its size\n"
-              "  no room: its sharp corners leave no free stretch");
+    const std::string shut = "  no room: nowhere in the scrap does a lead keep 0.5 mm away from the "
+                             "contours, down to an eighth of its size\n";
+    EXPECT_EQ(sheet.Add("T={LeadIn={}}"), "lead-ins added to 1 of 4 objects\n" + shut + shut
+                                              + "  no room: its sharp corners leave no free stretch");
     const qev::kit::Surroundings around(&sheet.root);
     EXPECT_TRUE(around.IsClear(*Object("line 10 0 10 1"), 5, *sheet.root.GetBack())) << "no less than 5 mm";
+    EXPECT_FALSE(around.IsScrap({25, 0}, *sheet.root.GetBack())) << "on the outline of another";
     EXPECT_EQ(sheet.Add("T={LeadIn={Zone=-1}}"), "LeadIn.Zone = -1 is not a number from 0.01 to 1000 mm");
 }
 

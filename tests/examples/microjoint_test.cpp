@@ -49,6 +49,7 @@ TEST_F(MicroJoint, BridgesKeepOffCornersLeadsAndEachOther) {
         for (const auto& text : {joints, leads}) jointsFirst.Add("T={" + text + "}");
         for (const Sheet* sheet : {&both, &leadsFirst, &jointsFirst}) {
             const qev::CCadObject& object = *sheet->root.GetFront();
+            EXPECT_EQ(object.GetTechnicsList().front()->m_nType, 1) << "the one that is loaded first";
             const auto own = qev::kit::ContourOf(object);
             const auto found = qev::kit::FindBridges(object, *own);
             EXPECT_EQ(found.size(), bridges);
@@ -82,6 +83,7 @@ TEST_F(MicroJoint, ALeadTakesTheBridgesTheirRoom) {
     std::string message;
     for (const bool isThere : {true, false})
         EXPECT_EQ(Sheet::Manager().RemoveTechnics(&objects, 2, &changed, nullptr, message), isThere);
+    EXPECT_EQ(message, "micro-joints removed from 0 of 1 objects");
 }
 
 } // namespace

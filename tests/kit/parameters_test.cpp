@@ -48,11 +48,10 @@ std::string Read(const std::string& text, Groove& groove) {
 TEST(Parameters, WhatIsWrongIsNamedWithWhatWasExpected) {
     for (const auto& [fields, error] : test::Table<std::string, std::string>{
              {"dpeth=5", "dpeth = 5 is no parameter; did you mean Depth?"},
-             {"Hight={}", "Hight = table is no parameter; there are Tool, Depth, Passes, Coolant, Remark"},
+             {"Mark={}", "Mark = table is no parameter; there are Tool, Depth, Passes, Coolant, Remark"},
              {"7", "[1] = 7 is no parameter; there are Tool, Depth, Passes, Coolant, Remark"},
-             {"Coolant=1,Tpol='Ball'", "Tpol = Ball is no parameter; did you mean Tool?"},
+             {"Coolant=1,Toolan='Ball'", "Toolan = Ball is no parameter; did you mean Tool?"},
              {"Tool='Bull'", "Tool = Bull is not one of Ball, Flat"},
-             {"Tool=1", "Tool = 1 is not one of Ball, Flat"},
              {"Depth='big'", "Depth = big is not a number from 0.1 to 20 mm"},
              {"Depth=20.001", "Depth = 20.001 is not a number from 0.1 to 20 mm"},
              {"Passes=1.5", "Passes = 1.5 is not a whole number from 1 to 99"},

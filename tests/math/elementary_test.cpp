@@ -65,9 +65,8 @@ bool IsSameWithSign(double a, double b) {
 
 // Zeros, infinities and what lies outside a domain, as in the C standard.
 TEST(Elementary, EdgesOfOddFunctions) {
-    for (double (*const odd)(double) : {math::Sin, math::Tan, math::Asin, math::Atan, math::Cbrt}) {
+    for (double (*const odd)(double) : {math::Sin, math::Tan, math::Asin, math::Atan, math::Cbrt})
         for (const double x : {0.0, -0.0, kNaN}) EXPECT_PRED2(IsSameWithSign, odd(x), x);
-    }
     for (const double sign : {1, -1}) {
         EXPECT_EQ(math::Cbrt(sign * 8), sign * 2);
         EXPECT_EQ(math::Cbrt(sign * kInf), sign * kInf);
@@ -79,8 +78,7 @@ TEST(Elementary, EdgesOfOddFunctions) {
 }
 
 TEST(Elementary, EdgesOfThePolarAngle) {
-    using Case =
-        std::tuple<double, double, double>; // y, x and eighths of a turn; of (x, -y) with the other sign
+    using Case = std::tuple<double, double, double>; // y, x and eighths of a turn; other signs for (x, -y)
     for (const auto& [y, x, eighths] :
          {Case{0, 0, 0}, Case{0, -0.0, 4}, Case{0, -1, 4}, Case{1, -0.0, 2}, Case{1e308, -1e308, 3},
           Case{kInf, 1, 2}, Case{kInf, -kInf, 3}, Case{1, -kInf, 4}, Case{5e-324, 5e-324, 1},

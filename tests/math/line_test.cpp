@@ -7,7 +7,8 @@ TEST(Line, FootLiesOnTheInfiniteLine) {
     DPOINT2 foot;
     math::D2GetProjectionPoint({7, 5}, {1, 1}, {1, 1}, foot);
     EXPECT_POINT_NEAR(foot, (DPOINT2{1, 1}), 0);
-    EXPECT_EQ(math::GetLineFootRatio(math::NoPoint(), {0, 0}, {2, 0}), 0);
+    for (const DPOINT2& p : {math::NoPoint(), DPOINT2{0, 0}})
+        EXPECT_EQ(1 / math::GetLineFootRatio(p, {0, 0}, {-2, -2}), kInf) << "a zero without a sign";
     DPOINT2 own{7, 5};
     math::D2GetProjectionPoint(own, {0, 0}, {2, 2}, own);
     EXPECT_POINT_NEAR(own, (DPOINT2{6, 6}), 1e-14);
