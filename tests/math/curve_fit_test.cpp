@@ -49,6 +49,7 @@ TEST(FitStretch, TakesNoMoreThanIsNeeded) {
     EXPECT_EQ(CountNodes(hook, 1, {0.04, false, 100}), 9u) << "four pairs of arcs";
     EXPECT_EQ(CountNodes(hook, 1, {1, true, 100}), 5u) << "four chords, as it turns back";
     EXPECT_EQ(CountNodes(EllipticArc({0, 0}, 9, 0, 0), 1.5, {1e-3, false, 10}), 2u) << "flat";
+    EXPECT_EQ(CountNodes(EllipticArc({0, 0}, 1000, 1, 0), 1.56, {0.17, false, 10}), 5u) << "nearly flat";
     EXPECT_EQ(CountNodes(EllipticArc({0, 0}, 1, 1, 0), kPi / 2, {0.0762, true, 10}), 3u) << "1 - cos(pi/8)";
     std::vector<math::FitNode> none;
     EXPECT_FALSE(math::FitStretch(hook, 0.5, 1, {1e-50, true, 10}, none)) << "below the digits of u";
