@@ -88,8 +88,8 @@ public:
         VisitNearestFirst(p, bound, [&](int i) {
             const Picked leaf = Measure(*m_vecObjects[i].object, p, closedOnly);
             if (!leaf.object || !(leaf.distance <= tolerance)) return;
-            hasTies =
-                hasTies || (leaf.distance != hit.distance && std::abs(leaf.distance - hit.distance) <= kTie);
+            const auto [least, other] = std::minmax(leaf.distance, hit.distance);
+            hasTies = hasTies || (least < other && IsTie(least, other));
             const bool isLater = leaf.distance == hit.distance && m_vecObjects[i].number > number;
             if (!isLater && !(leaf.distance < hit.distance)) return;
             hit = leaf;
@@ -147,7 +147,7 @@ private:
         int number = -1;
         VisitNearestFirst(p, Widened(least), [&](int i) {
             const Picked leaf = Measure(*m_vecObjects[i].object, p, closedOnly);
-            if (!leaf.object || !(leaf.distance <= least + kTie) || m_vecObjects[i].number < number) return;
+            if (!leaf.object || !IsTie(least, leaf.distance) || m_vecObjects[i].number < number) return;
             hit = leaf;
             number = m_vecObjects[i].number;
         });

@@ -31,6 +31,12 @@ QEVDATA_API Picked Pick(const CGroupIndex& index, const math::DPOINT2& p, double
 /// How far in mm outlines may be from each other and still count as equally far away from a point.
 inline constexpr double kTie = 1e-9;
 
+/// Whether an outline so far away counts as equally far as the nearest one, in mm. All ask by this sum: the
+/// difference of the two is rounded otherwise.
+inline bool IsTie(double least, double distance) {
+    return distance <= least + kTie;
+}
+
 /// How far in mm from a point a box is looked into for outlines as near as a distance: beyond ties, and a
 /// little for the rounding of boxes that lie far out.
 inline double ReachFor(double distance) {

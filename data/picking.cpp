@@ -111,7 +111,7 @@ Picked Pick(const CCadObject* root, const math::DPOINT2& p, double tolerance, bo
     for (auto step = walk.Next(); step != TreeWalk::Step::kEnd; walk.PassOver(isBeside), step = walk.Next()) {
         if (step != TreeWalk::Step::kLeaf || !IsNear(walk.Object()->GetBoundRect(), p, reach)) continue;
         const Picked leaf = Measure(*walk.Object(), p, closedOnly);
-        if (!leaf.object || !(leaf.distance <= tolerance && (!hit.object || leaf.distance <= best + kTie)))
+        if (!leaf.object || !(leaf.distance <= tolerance && (!hit.object || IsTie(best, leaf.distance))))
             continue;
         hit = leaf;
         best = std::min(best, leaf.distance);

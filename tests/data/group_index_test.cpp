@@ -7,14 +7,12 @@ namespace {
 
 // Two outlines that tie with a third need not tie with each other.
 TEST(GroupIndex, TheLastOfThoseThatTieWithTheNearest) {
-    std::vector<double> heights{1 + 0.9e-9, 1, 1 - 0.9e-9};
-    std::sort(heights.begin(), heights.end());
-    do {
-        CCadGroup drawing;
-        for (const double y : heights) drawing.PushBack(new CCadLine({0, y}, {10, y}));
-        EXPECT_EQ(CGroupIndex(&drawing).Hit({5, 0}, 2), Hit(&drawing, {5, 0}, 2))
-            << heights[0] << ' ' << heights[1];
-    } while (std::next_permutation(heights.begin(), heights.end()));
+    for (std::vector<double> heights : {std::vector{1 - 0.9e-9, 1.0, 1 + 0.9e-9}, {5 - 1e-9, 5.0}}) do {
+            CCadGroup drawing;
+            for (const double y : heights) drawing.PushBack(new CCadLine({0, y}, {10, y}));
+            EXPECT_EQ(CGroupIndex(&drawing).Hit({5, 0}, 9), Hit(&drawing, {5, 0}, 9))
+                << heights[0] << ' ' << heights[1];
+        } while (std::next_permutation(heights.begin(), heights.end()));
 }
 
 TEST(GroupIndex, FollowsChangesWhenTold) {
