@@ -38,6 +38,7 @@ void ExpectSide(const CCadObject& object, const DPOINT2& p) {
 // searched.
 void ExpectClearance(const CCadObject& a, const CCadObject& b) {
     constexpr int kSamples = 100;
+    constexpr double kRounding = 1e-9; // mm
     DPOINT2 nearest;
     const auto distance = [&](double u) { return GetMinDistance(&b, Along(a, u), nearest); };
     double best = 0, step = 0;
@@ -47,7 +48,7 @@ void ExpectClearance(const CCadObject& a, const CCadObject& b) {
         if (distance(u) < distance(best)) best = u;
     }
     const double clearance = GetClearance(&a, &b);
-    Expect(clearance >= distance(best) - step, "outlines are farther apart");
+    Expect(clearance >= distance(best) - step - kRounding, "outlines are farther apart");
     double from = std::max(0.0, best - 1.0 / kSamples), to = std::min(1.0, best + 1.0 / kSamples);
     for (int i = 0; i < 40; ++i) {
         const double third = (to - from) / 3;
