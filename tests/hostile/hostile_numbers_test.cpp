@@ -2,14 +2,14 @@
 // all places together and in half of them. A build with sanitizers reports what is undefined.
 #include "hostile/feed.h"
 #include "platform/cpu_time.h"
+#include "support/patience.h"
 
 namespace {
 
 using hostile::Feed, hostile::Row;
 
-// s of computing: what a host that asks while the mouse moves does not notice. QEV_PATIENCE says how many
-// times longer it takes under a tool that watches.
-const double kMost = 0.05 * (std::getenv("QEV_PATIENCE") ? std::atof(std::getenv("QEV_PATIENCE")) : 1);
+// s of computing: what a host that asks while the mouse moves does not notice.
+const double kMost = 0.05 * test::Patience();
 
 // s. What is converted may have a million pieces, and takes as long as they do.
 const double kMostConverted = 20 * kMost;

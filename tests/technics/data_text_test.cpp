@@ -2,12 +2,12 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <random>
 
 #include <gtest/gtest.h>
 
 #include "platform/cpu_time.h"
+#include "support/patience.h"
 #include "technics/test_operator.h"
 
 namespace {
@@ -123,14 +123,15 @@ TEST(DataText, AttacksEndSoonAndHarmNobody) {
         {"closing brackets", "T=[==[" + Repeated("]=")},
         {"long number", "T=" + Repeated("9")}};
     Reading reading(true);
+    const double most = 0.1 * test::Patience(); // s
     for (const auto& [name, text] : attacks) {
-        double seconds = 1;
-        for (int tries = 0; tries < 3 && seconds > 0.1; ++tries) { // a busy machine steals time
+        double seconds = most + 1;
+        for (int tries = 0; tries < 3 && seconds > most; ++tries) { // a busy machine steals time
             const double start = qev::platform::ThreadSeconds();
             reading.Add(text + std::string(tries, ' ')); // what was taken before is not read
             seconds = qev::platform::ThreadSeconds() - start;
         }
-        EXPECT_LT(seconds, 0.1) << name << reading.GetLastErrorText();
+        EXPECT_LT(seconds, most) << name << reading.GetLastErrorText();
         EXPECT_TRUE(reading.Add("T={Lead={Speed=1}}")) << name << reading.GetLastErrorText();
     }
 }
@@ -164,9 +165,8 @@ TEST(DataText, WritesDoNotLast) {
 TEST(DataText, TextsFindNothingAndLeaveNothing) {
     Reading reading(true);
     // A good part of the memory of a text, in a small part of its time, so that a busy machine takes it too.
-    // QEV_PATIENCE says that each table takes many times as long here.
-    const int tables = std::getenv("QEV_PATIENCE") ? 2'000 : 40'000;
-    std::string half = "x={'" + std::string(100'000, ' ') + "',"; // larger than all that it has
+    const int tables = test::Patience() > 1 ? 2'000 : 40'000;
+    std::string half = "x={'" + std::string(5 * tables / 2, ' ') + "',"; // larger than all that it has
     for (int i = 0; i < tables; ++i) half += "{},";
     for (int i = 0; i < 20; ++i) // what a text has taken goes with it
         EXPECT_TRUE(reading.Add(half + "} n=5 T={Lead={}}")) << reading.GetLastErrorText();
