@@ -98,6 +98,9 @@ TEST(Kinds, AreClonedWithoutTheirMachining) {
         EXPECT_TRUE(clone->GetTechnicsList().empty());
         EXPECT_TRUE(clone->GetToolPathList().empty());
     }
+    const CCadText label("Bore");
+    EXPECT_EQ(label.GetText(), "Bore");
+    EXPECT_EQ(label.GetTextGroup()->GetNumOfChild(), 0);
 }
 
 } // namespace

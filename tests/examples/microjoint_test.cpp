@@ -70,6 +70,10 @@ TEST_F(MicroJoint, TakesNoMoreThanHalfOfTheContour) {
               "MicroJoint.Spacing = 3 is less than twice the Width");
     EXPECT_EQ(sheet.Add("T={MicroJoint={Width=9,Spacing=20}}"),
               "micro-joints added to 0 of 1 objects\n  no room: no free stretch takes a bridge");
+    qev::CCadObject* const object = sheet.root.GetFront();
+    object->SetTechnicsString("T={MicroJoint={Width=9,Spacing=20}};"); // saved when there was room
+    EXPECT_THROW(Sheet::Manager().LoadTechnics(object), char*);
+    EXPECT_TRUE(object->GetTechnicsList().empty());
 }
 
 TEST_F(MicroJoint, ALeadTakesTheBridgesTheirRoom) {

@@ -43,6 +43,7 @@ TEST(Nesting, NamedDrawings) {
              {"circles that touch from inside", {"circle 0 0 5", "circle 3 0 2"}, "-:0 1:1"},
              {"circles that touch from outside", {"circle 0 0 5", "circle 7 0 2"}, "-:0 -:0"},
              {"circles that cross off their joints", {"circle 0 0 10", "circle 9.5 9.5 5"}, "-:0 1:1"},
+             {"an ellipse twice", {"ellipse 0 0 5 2 0", "ellipse 0 0 5 2 0"}, "-:0 1:1"},
              {"ellipses that cross", {"ellipse 0 0 5 2 0", "ellipse 0 0 1 4 0"}, "-:0 1:1"},
              {"barely in", {kSquare, "0 10 L 0 9 L 0 8 L 0 7 L -2 6 L 15e-7 5 L 4 15 L 0 10"}, "-:0 1:1"},
              {"along a side, then in", {kSquare, "10 0 L 10 4 L 10 8 L 9 9 L 12 9 L 12 0 L 10 0"}, "-:0 1:1"},

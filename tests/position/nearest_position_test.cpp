@@ -94,12 +94,15 @@ TEST(NearestPosition, OnOtherKindsAndInContainers) {
     EXPECT_EQ(Pick(group, {45, 0}, 1).pObject, text) << "hit, though a text has no positions";
     EXPECT_EQ(Pick(group, {5, 0}, 1, true).pObject, circle);
     EXPECT_EQ(Pick(group, {25, 0}, 1, true).pObject, nullptr) << "open";
-    CCadGroup all, closed;
-    Calculator::_SelectObject(&group, &all);
-    Calculator::_SelectObject(static_cast<CCadGroup*>(nullptr), &all);
-    Calculator::_SelectClosedObject(&group.GetObjectsList(), &closed);
-    EXPECT_EQ(std::exchange(all.GetObjectsList(), {}), (std::list<CCadObject*>{circle, &line, text}));
-    EXPECT_EQ(std::exchange(closed.GetObjectsList(), {}), (std::list<CCadObject*>{circle}));
+    const auto expectSelected = [&](const auto* from, const auto* nothing) {
+        CCadGroup all, closed;
+        Calculator::_SelectObject(from, &all), Calculator::_SelectObject(nothing, &all);
+        Calculator::_SelectClosedObject(from, &closed), Calculator::_SelectClosedObject(nothing, &closed);
+        EXPECT_EQ(std::exchange(all.GetObjectsList(), {}), (std::list<CCadObject*>{circle, &line, text}));
+        EXPECT_EQ(std::exchange(closed.GetObjectsList(), {}), (std::list<CCadObject*>{circle}));
+    };
+    expectSelected(&group, static_cast<const CCadGroup*>(nullptr));
+    expectSelected(&group.GetObjectsList(), static_cast<const std::list<CCadObject*>*>(nullptr));
     const DPOINT2 p{23, 4};
     Calculator calculator;
     calculator.Init(nullptr, &p, 0);

@@ -17,6 +17,8 @@ extern "C" QEV_EXPORT lua_State* luaL_newstate() {
 namespace {
 
 void UseAccess(CLuaAccess access) {
+    std::vector<CLuaAccess::FieldInfo> fields;
+    access.CollectFields(fields);
     access.m_bAutoCreate = true;
     double number = 0;
     char text[4], *buffer = text;

@@ -121,6 +121,7 @@ TEST(DataText, AttacksEndSoonAndHarmNobody) {
         {"texts", "T={Lead={" + Repeated(CollidingText) + "}}"},
         {"depth", "T=" + Repeated("{")},
         {"closing brackets", "T=[==[" + Repeated("]=")},
+        {"length", "T={Lead={'" + std::string(1 << 20, '-') + "'}}"},
         {"long number", "T=" + Repeated("9")}};
     Reading reading(true);
     const double most = 0.1 * test::Patience(); // s
