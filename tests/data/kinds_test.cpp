@@ -101,6 +101,7 @@ TEST(Kinds, AreClonedWithoutTheirMachining) {
     const CCadText label("Bore");
     EXPECT_EQ(label.GetText(), "Bore");
     EXPECT_EQ(label.GetTextGroup()->GetNumOfChild(), 0);
+    EXPECT_TRUE(math::IsNoPoint(CCadPolyline().GetStartPoint()));
 }
 
 } // namespace
