@@ -2,16 +2,22 @@
 // in the origin, both of which are all zeros.
 #include "bounds_of.h"
 
+#include <limits>
+
 #include <qevdata/cad_object.h>
+#include <qevdata/picking.h>
 #include <qevdata/tree_walk.h>
 
 namespace qev {
 namespace {
 
-// All zeros is the empty box, but also that of a dot at the origin, which has a start point.
+// All zeros is the empty box, but also that of a dot at the origin, which has a start point, and of an
+// outline there whose start is no number: a point of it can be picked.
 bool HasOutline(const CCadObject& leaf, const CadRect& box) {
+    math::DPOINT2 nearest;
     return box.x != 0 || box.y != 0 || box.width != 0 || box.height != 0
-           || !math::IsNoPoint(leaf.GetStartPoint());
+           || !math::IsNoPoint(leaf.GetStartPoint())
+           || GetMinDistance(&leaf, {0, 0}, nearest) < std::numeric_limits<double>::infinity();
 }
 
 } // namespace

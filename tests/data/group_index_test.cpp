@@ -56,6 +56,13 @@ TEST(GroupIndex, HostileArguments) {
     Fill(far, {new CCadLine({-1e100, 0}, {30, 0})});
     EXPECT_EQ(Hit(&far, {500, 0}, 480), far.GetFront());
     EXPECT_EQ(CGroupIndex(&far).Hit({500, 0}, 480), far.GetFront());
+    CCadPolyline zeros; // its box has all zeros, as that of nothing
+    zeros.SetStartPoint({kNaN, kNaN});
+    for (int i = 0; i < 2; ++i) zeros.AddLine({0, 0});
+    CCadGroup atOrigin;
+    atOrigin.PushBack(&zeros);
+    EXPECT_EQ(CGroupIndex(&atOrigin).Hit({1, 0}, 2), &zeros);
+    atOrigin.PickOffAll();
 }
 
 } // namespace
