@@ -69,6 +69,7 @@ void ExpectParent(const std::vector<ContourNesting>& nesting, const ContourNesti
                                  Along(*contour, (i + 1) / 120.0) - Along(*contour, 0));
         return std::abs(twice / 2);
     };
+    constexpr double kOn = 1e-6; // mm; so near to an outline no sample tells
     const CCadObject* parent = nullptr;
     const double inner = area(own.pContour);
     for (const ContourNesting& other : nesting) {
@@ -78,7 +79,7 @@ void ExpectParent(const std::vector<ContourNesting>& nesting, const ContourNesti
         if (other.pContour == own.pContour || outer < inner) continue;
         bool isIn = false;
         for (int i = 0; i < 60 && !isIn; ++i)
-            isIn = GetPointSide(other.pContour, Along(*own.pContour, i / 60.0), 0) == PointSide::kInside;
+            isIn = GetPointSide(other.pContour, Along(*own.pContour, i / 60.0), kOn) == PointSide::kInside;
         if (!isIn && GetClearance(other.pContour, own.pContour) < 1e-3) return;
         if (isIn && parent && isAsLarge(area(parent))) return;
         if (isIn && (!parent || outer < area(parent))) parent = other.pContour;
