@@ -1,5 +1,5 @@
-// Leaves answer boxes that are already exact; what is left to tell apart is an empty box and the box of a dot
-// in the origin, both of which are all zeros.
+// Leaves answer boxes that are already exact; what is left to tell apart is an empty box and the box of an
+// outline in the origin, both of which are all zeros.
 #include "bounds_of.h"
 
 #include <limits>
