@@ -69,7 +69,7 @@ MAY_INCLUDE = {
     "tests/host/report": (STANDARD, r'"(host|platform)/[\w/]+\.h"', r"<sys/resource\.h>"),
     "tests/lifetime": (STANDARD, LUA, PUBLIC, r"<gtest/gtest\.h>", r'"platform/\w+\.h"'),
     "tests/limits": (STANDARD, PUBLIC, LAYERS, r"<sys/resource\.h>", r'"(technics|support)/\w+\.h"'),
-    "tests/support/win32": (STANDARD, r"<windows\.h>", r'"support/\w+\.h"'),
+    "tests/support/win32": (STANDARD, r"<(gtest/gtest|windows)\.h>", r'"support/\w+\.h"'),
 }
 for room in COMMON_ROOMS:
     below = rf"<qev/({up_to(COMMON_ROOMS, room)})/\w+\.h>"
