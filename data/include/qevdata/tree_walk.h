@@ -4,7 +4,7 @@
 
 #include <list>
 #include <memory>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 #include <qev/export.h>
@@ -14,8 +14,9 @@ namespace qev {
 class CCadObject;
 
 /// Walks an object and everything below it, depth first in drawing order, without recursion: any depth of
-/// nesting is fine. A container met inside itself is passed over, so that the walk always ends; null members
-/// are passed over too. The tree must not change during the walk.
+/// nesting is fine. A container met inside itself is passed over, so that the walk always ends; of containers
+/// that hold one another in a round each is walked once, each time that the walk comes to them from outside.
+/// Null members are passed over too. The tree must not change during the walk.
 class QEVDATA_API TreeWalk {
 public:
     /// What the walk has come to.
@@ -59,18 +60,29 @@ private:
         CCadObject* container; // null for the list at the top
         std::list<CCadObject*>::const_iterator next;
         std::list<CCadObject*>::const_iterator end;
+        std::size_t number; // of the container, in the order of entering
+        std::size_t lowest; // of an open or remembered container that was met below it; else its own
+    };
+    // The containers of rounds that have been walked and whose entrance is still open.
+    struct Rounds {
+        std::vector<const CCadObject*> walked; // in the order in which they were left
+        std::unordered_map<const CCadObject*, std::size_t> numbers;
     };
 
     Step Leave();
     void Push(CCadObject* container, const std::list<CCadObject*>& members);
-    bool IsOpen(const CCadObject* container) const;
+    void Remember(const Level& left);
+    void Forget(std::size_t above);
+    std::size_t NumberOf(const CCadObject* container) const;
 
     MembersOf m_pMembersOf;
     CCadObject* m_pRoot = nullptr; // until it has been visited
     CCadObject* m_pObject = nullptr;
     std::vector<Level> m_vecLevels;
-    // The open containers below the shallow levels; null until there is one.
-    std::unique_ptr<std::unordered_set<const CCadObject*>> m_pDeep;
+    std::size_t m_nEntered = 0;
+    // The open containers below the shallow levels, with their numbers; null until there is one.
+    std::unique_ptr<std::unordered_map<const CCadObject*, std::size_t>> m_pDeep;
+    std::unique_ptr<Rounds> m_pRounds; // null until containers in a round have been met
 };
 
 } // namespace qev
