@@ -7,20 +7,17 @@
 // itself: to remember the tables on the way would find cycles sooner, but deep recursion has to be refused
 // anyhow, and so one limit serves for both.
 //
-// A table that is met again is not walked again, or 30 tables that each hold the next one twice would take
-// a billion steps. Where the target has nothing under the key it gets the copy that was made before, so that
-// the copy shares as the source does; where it has a table that this one was merged into before there is
-// nothing to do. Copies that were merged into what the target held are not shared: they may hold more. How
-// many levels a finished table holds is kept with it, so that the limit on the depth does not depend on the
-// order of a walk.
+// A table that the source holds in several places is copied to each of them, as a key of the target may stand
+// for several of the source and what is merged into one place must not show in another. To share the copy, as
+// the source does, was rejected for that. But 30 tables that each hold the next one twice would take a
+// billion steps: so the entries of tables that are met again are counted, and too many are refused like too
+// deep ones.
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <map>
 #include <new>
 #include <type_traits>
-#include <utility>
+#include <unordered_set>
 
 #include <qev/script/access.h>
 #include <qev/script/copy_table.h>
@@ -30,7 +27,8 @@
 namespace qev {
 namespace {
 
-constexpr int kMaxNesting = 200; // tables in tables; as many as Lua itself nests calls of C functions
+constexpr int kMaxNesting = 200;    // tables in tables; as many as Lua itself nests calls of C functions
+constexpr int kMostAgain = 250'000; // entries of tables that are met again; some tenths of a second
 
 // The int that the text of a number begins with. Drawings hold tables that were stored under such keys, so
 // that large and broken numbers keep the odd key that this gives them.
@@ -43,92 +41,24 @@ int IndexOf(double key) {
 // One copy from a state to another.
 class TableCopy {
 public:
-    TableCopy(lua_State* from, lua_State* to);
-    // Copies the table on top of the source's stack into the one on top of the target's. Answers how many
-    // levels of tables it holds, itself included; all of them lie within the limit, this one at a depth.
-    int Copy(int depth);
+    TableCopy(lua_State* from, lua_State* to) : m_pFrom(from), m_pTo(to) {}
+    // Copies the table on top of the source's stack, so deep in the one that is copied, into the one on top
+    // of the target's.
+    void Copy(int depth);
 
 private:
-    // A table of the source, and that of the target it was merged into; null for a copy of its own.
-    using Way = std::pair<const void*, const void*>;
-    struct Finished {
-        int levels;
-        int place; // among the tables that are kept
-    };
-
     template <class Key>
-    void CopyValue(CLuaAccess& target, Key key, int depth, int& levels);
-    template <class Key>
-    int CopySubTable(CLuaAccess& target, Key key, int depth);
-    int CopyOnce(const LuaFields& fields, const Way& way, int depth);
+    void CopyValue(CLuaAccess& target, Key key, int depth);
 
     lua_State* const m_pFrom;
     lua_State* const m_pTo;
-    CLuaAccess m_stTarget;             // restores the stack
-    int m_nKept;                       // where on it the table of the target's tables lies
-    std::map<Way, Finished> m_mapDone; // of the tables in the table that is copied
+    std::unordered_set<const void*> m_setMet; // tables of the source
+    int m_nAgain = 0;                         // entries of those that were met again
 };
 
-// Throws where a table at a depth holds too many levels, or else answers them.
-int WithinDepth(int depth, int levels) {
-    if (depth + levels - 1 > kMaxNesting) ThrowText(message::kTooDeep);
-    return levels;
-}
-
-// The table of those that are kept goes below the target, which stays on top.
-TableCopy::TableCopy(lua_State* from, lua_State* to)
-    : m_pFrom(from), m_pTo(to), m_stTarget(to), m_nKept(lua_gettop(to) + 1) {
-    const LuaFields fields(m_stTarget);
-    fields.Protected("", 0, 1, [](lua_State* inner) {
-        lua_newtable(inner);
-        return 1;
-    });
-    if (m_nKept > 1)
-        lua_pushvalue(to, -2);
-    else
-        lua_pushnil(to);
-}
-
-// Copies a table into the one that has been entered, unless that was done before.
-int TableCopy::CopyOnce(const LuaFields& fields, const Way& way, int depth) {
-    if (const auto found = m_mapDone.find(way); found != m_mapDone.end())
-        return WithinDepth(depth, found->second.levels);
-    const int levels = Copy(depth);
-    const int place = static_cast<int>(m_mapDone.size()) + 1;
-    lua_pushvalue(fields.L, m_nKept);
-    lua_pushvalue(fields.L, -2);
-    fields.StoreTop(place);
-    lua_pop(fields.L, 1);
-    m_mapDone.emplace(way, Finished{levels, place});
-    return levels;
-}
-
-// Copies the table on top of the source's stack into the one under a key, or shares the copy it has.
+// Copies the value on top of the source's stack.
 template <class Key>
-int TableCopy::CopySubTable(CLuaAccess& target, Key key, int depth) {
-    const LuaFields fields(target);
-    const void* const source = lua_topointer(m_pFrom, -1);
-    bool isFree = false;
-    if (const int type = fields.Fetch(key); type != LUA_TNONE) {
-        isFree = type == LUA_TNIL;
-        lua_pop(fields.L, 1);
-    }
-    if (const auto found = m_mapDone.find({source, nullptr}); isFree && found != m_mapDone.end()) {
-        lua_rawgeti(fields.L, m_nKept, found->second.place);
-        fields.StoreTop(key);
-        return WithinDepth(depth, found->second.levels);
-    }
-    const bool isEntered = target.Enter(key);
-    if (!isEntered && std::is_same_v<Key, int>) ThrowText(message::kEnterFailed);
-    const void* const into = isFree ? nullptr : lua_topointer(fields.L, -1);
-    const int levels = isEntered ? CopyOnce(fields, {source, into}, depth) : 0;
-    target.Leave();
-    return levels;
-}
-
-// Copies the value on top of the source's stack; `levels` becomes those of a table that has more.
-template <class Key>
-void TableCopy::CopyValue(CLuaAccess& target, Key key, int depth, int& levels) {
+void TableCopy::CopyValue(CLuaAccess& target, Key key, int depth) {
     switch (lua_type(m_pFrom, -1)) {
     case LUA_TBOOLEAN:
         target.Write(lua_toboolean(m_pFrom, -1) != 0, key);
@@ -140,7 +70,11 @@ void TableCopy::CopyValue(CLuaAccess& target, Key key, int depth, int& levels) {
         target.Write(lua_tostring(m_pFrom, -1), key);
         break;
     case LUA_TTABLE:
-        levels = std::max(levels, CopySubTable(target, key, depth));
+        if (target.Enter(key))
+            Copy(depth + 1);
+        else if (std::is_same_v<Key, int>)
+            ThrowText(message::kEnterFailed);
+        target.Leave();
         break;
     default:
         ThrowText(message::kUnknownValueType);
@@ -156,25 +90,25 @@ bool Next(const LuaFields& source) {
     return lua_gettop(source.L) > key;
 }
 
-int TableCopy::Copy(int depth) {
-    WithinDepth(depth, 1);
+void TableCopy::Copy(int depth) {
+    if (depth > kMaxNesting) ThrowText(message::kTooDeep);
+    const bool isMetAgain = !m_setMet.insert(lua_topointer(m_pFrom, -1)).second;
     CLuaAccess source(m_pFrom), target(m_pTo); // both restore their stacks
     target.m_bAutoCreate = true;
     const LuaFields fields(source);
-    int levels = 0;
     lua_pushnil(m_pFrom);
     while (Next(fields)) {
+        if (isMetAgain && ++m_nAgain > kMostAgain) ThrowText(message::kTooDeep);
         // lua_tostring is only asked of texts: it would turn a number key into a text and confuse lua_next
         const int type = lua_type(m_pFrom, -2);
         if (type == LUA_TNUMBER)
-            CopyValue(target, IndexOf(lua_tonumber(m_pFrom, -2)), depth + 1, levels);
+            CopyValue(target, IndexOf(lua_tonumber(m_pFrom, -2)), depth);
         else if (type == LUA_TSTRING)
-            CopyValue(target, lua_tostring(m_pFrom, -2), depth + 1, levels);
+            CopyValue(target, lua_tostring(m_pFrom, -2), depth);
         else
             ThrowText(message::kUnknownKeyType);
         lua_pop(m_pFrom, 1);
     }
-    return levels + 1;
 }
 
 } // namespace
@@ -182,6 +116,8 @@ int TableCopy::Copy(int depth) {
 bool CopyLuaTable(lua_State* from, lua_State* to) try {
     if (from == to) return true;
     if (!lua_istable(from, -1)) return false;
+    const CLuaAccess restoring(to);
+    if (lua_gettop(to) == 0) lua_pushnil(to); // no table, so that what is to be written is refused
     TableCopy(from, to).Copy(1);
     return true;
 } catch (const std::bad_alloc&) {
