@@ -37,7 +37,7 @@ void CCadPolylineBase::ReverseDir(bool toggleNormalDir) {
 void CCadPolylineBase::ApplyTransform(const gp_Trsf2d& transform) {
     DropIndex();
     const Similarity similarity(transform);
-    m_ptStart = similarity.Apply(m_ptStart);
+    if (m_bHasStart || GetSegmentCount() > 0) m_ptStart = similarity.Apply(m_ptStart);
     MoveSegments(similarity);
 }
 

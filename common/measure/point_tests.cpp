@@ -28,14 +28,15 @@ bool IsPointInLine(const math::DPOINT2& p, const CCadLine* line) {
 }
 
 bool IsPointInRectangle(const math::DPOINT2& p, const CCadRectangle* rectangle) {
-    if (!rectangle || math::IsNoPoint(p)) return false;
+    if (!rectangle) return false;
     for (int i = 0; i < 4; ++i) {
         const math::DPOINT2 from = rectangle->GetVertex(i);
         const math::DPOINT2 to = rectangle->GetVertex((i + 1) % 4);
         const math::DPOINT2 next = rectangle->GetVertex((i + 2) % 4);
         math::DPOINT2 foot;
         math::D2GetProjectionPoint(p, from, to, foot);
-        if (math::D2GetDistance(p, foot) >= math::D2GetDistance(to, next) + kSameLength) return false;
+        const bool isNear = math::D2GetDistance(p, foot) < math::D2GetDistance(to, next) + kSameLength;
+        if (!isNear) return false; // nor is what has no distance
     }
     return true;
 }

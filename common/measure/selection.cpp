@@ -96,11 +96,14 @@ bool IsAllUnClosed(const std::list<CCadObject*>* selection) {
 }
 
 bool IsAllClosed(const std::list<CCadObject*>* selection) {
-    bool textMet = false;
-    return AllLeaves(selection, [&](const CCadObject& leaf) {
-        textMet = textMet || IsText(leaf);
-        return textMet || leaf.IsClose();
-    });
+    if (!selection) return false;
+    TreeWalk walk(selection, GroupMembers);
+    for (auto step = walk.Next(); step != Step::kEnd; step = walk.Next()) {
+        if (step != Step::kLeaf) continue;
+        if (IsText(*walk.Object())) return true;
+        if (!walk.Object()->IsClose()) return false;
+    }
+    return true;
 }
 
 bool IsAllDot(const std::list<CCadObject*>* selection) {

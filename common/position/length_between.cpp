@@ -20,7 +20,7 @@
 
 #include "../kinds/cad_kinds.h"
 #include "../kinds/position_order.h"
-#include "data/running_lengths.h"
+#include "length_up_to.h"
 
 namespace qev {
 namespace {
@@ -34,13 +34,18 @@ public:
     Stretch(const CCadObject& contour, const POLYPOS& from, const POLYPOS& to)
         : m_lengths(contour), m_from(from), m_to(to) {}
 
-    bool IsOnContour() const { return HasSegment(m_from.nSegIndex) && HasSegment(m_to.nSegIndex); }
+    // The end may be (count, 0), as merged ranges write it.
+    bool IsOnContour() const {
+        const int count = m_lengths.GetCount();
+        return m_from.nSegIndex >= 0 && m_from.nSegIndex < count && m_to.nSegIndex >= 0
+               && m_to.nSegIndex <= count;
+    }
 
     double WithinSegment() const { return m_lengths.Of(m_from.nSegIndex) * (m_to.dRatio - m_from.dRatio); }
 
     // Forward to a later segment; over the contour's start when `wraps`.
     double OverJoints(bool wraps) const {
-        const double ahead = UpTo(m_to) - UpTo(m_from);
+        const double ahead = ContourLengthUpTo(m_lengths, m_to) - ContourLengthUpTo(m_lengths, m_from);
         return wraps ? ahead + m_lengths.Total() : ahead;
     }
 
@@ -51,11 +56,6 @@ public:
     }
 
 private:
-    bool HasSegment(int i) const { return i >= 0 && i < m_lengths.GetCount(); }
-    double UpTo(const POLYPOS& pos) const {
-        return m_lengths.Before(pos.nSegIndex) + m_lengths.Of(pos.nSegIndex) * pos.dRatio;
-    }
-
     RunningLengths m_lengths;
     POLYPOS m_from;
     POLYPOS m_to;

@@ -11,8 +11,7 @@ namespace qev {
 
 /// The length in mm of a contour up to a position. An index before the contour has none in front of it, one
 /// behind it the whole contour.
-inline double ContourLengthUpTo(const CCadObject& contour, const math::POLYPOS& pos) {
-    const RunningLengths lengths(contour);
+inline double ContourLengthUpTo(const RunningLengths& lengths, const math::POLYPOS& pos) {
     const bool hasSegment = pos.nSegIndex >= 0 && pos.nSegIndex < lengths.GetCount();
     const double before = lengths.Before(pos.nSegIndex);
     return hasSegment ? before + lengths.Of(pos.nSegIndex) * pos.dRatio : before;
@@ -22,12 +21,13 @@ inline double ContourLengthUpTo(const CCadObject& contour, const math::POLYPOS& 
 /// of a single piece it is the piece's length times the ratio, of a dot 0. Everything else answers `before`.
 inline double GetLengthUpTo(const CCadObject* object, KindSet contours, const math::POLYPOS& pos,
                             double before) {
-    return VisitCad(
-        object, contours,
-        Handle{[](const CCadDot&) { return 0.0; },
-               [&](const SinglePiece auto& piece) { return piece.GetLength() * pos.dRatio; },
-               [&](const Contour& contour) { return before + ContourLengthUpTo(contour.object, pos); },
-               Others(before)});
+    return VisitCad(object, contours,
+                    Handle{[](const CCadDot&) { return 0.0; },
+                           [&](const SinglePiece auto& piece) { return piece.GetLength() * pos.dRatio; },
+                           [&](const Contour& contour) {
+                               return before + ContourLengthUpTo(RunningLengths(contour.object), pos);
+                           },
+                           Others(before)});
 }
 
 } // namespace qev

@@ -359,7 +359,7 @@ bool IsRangeIntersected(const std::vector<PosRange>* ranges, const PosRange& ran
     if (!IsWellFormed(range)) return false;
     const bool over = RunsOverStart(range);
     const POLYPOS from = over ? POLYPOS{std::numeric_limits<int>::min(), 0} : range.start;
-    const POLYPOS to = over ? POLYPOS{std::numeric_limits<int>::max(), 0} : range.end;
+    const POLYPOS to = over ? POLYPOS{std::numeric_limits<int>::max(), HUGE_VAL} : range.end;
     return std::ranges::any_of(*ranges, [from, to, &range](const PosRange& own) {
         return !LiesBeside(own, from, to) && Meet(own, range) && IsWellFormed(own);
     });

@@ -9,7 +9,8 @@ TEST(PointTests, Rectangle) {
         EXPECT_TRUE(IsPointInRectangle(p, &rectangle)) << testing::PrintToString(p);
     for (const DPOINT2& p : {DPOINT2{3, 3.000001}, {0.999999, 2}, {5.000001, 2}, {3, 0.999999}})
         EXPECT_FALSE(IsPointInRectangle(p, &rectangle)) << testing::PrintToString(p);
-    EXPECT_FALSE(IsPointInRectangle(math::NoPoint(), &rectangle));
+    for (const DPOINT2& p : {math::NoPoint(), DPOINT2{HUGE_VAL, 2}, DPOINT2{-HUGE_VAL, HUGE_VAL}})
+        EXPECT_FALSE(IsPointInRectangle(p, &rectangle)) << testing::PrintToString(p);
 }
 
 TEST(PointTests, ArcAndLine) {

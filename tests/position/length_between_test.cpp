@@ -20,6 +20,7 @@ TEST(LengthBetween, BothVariants) {
              {"back on a line", "line 0 0 0 10", {0, 0.75}, {0, 0.25}, -5, -5},
              {"back to an earlier segment of an open contour", kOpenSquare, {2, 0.5}, {0, 0.25}, 7.5, -22.5},
              {"equal on a circle", kCircleOf10, {0, 0.5}, {0, 0.5}, 10, 10},
+             {"up to a merged range's end", kOpenSquare, {1, 0.5}, {3, 0}, 15, 15},
              {"off the contour", kOpenSquare, {0, 0}, {7, 0}, kNone, kNone},
              {"an extended polyline", "0 0 L 1 0 B 1 0 2 0 2 0", {1, 0}, {0, 0}, kNone, kNone}}) {
         SCOPED_TRACE(name);
