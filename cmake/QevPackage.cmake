@@ -1,5 +1,5 @@
-# What lets others find the libraries: find_package(QevCommon) with the targets QevCommon::QevCommon, QevCommon::QevData
-# and QevCommon::QevMath, installed or in the build folder, and pkg-config's qevcommon.
+# What lets others find the libraries: find_package(QevCommon) with the targets QevCommon::QevCommon, QevCommon::QevData,
+# QevCommon::QevMath and QevCommon::QevTechnics, installed or in the build folder, and pkg-config's qevcommon.
 if(NOT QEV_INSTALL)
   return()
 endif()

@@ -1,6 +1,6 @@
 /// \file
 /// What a polyline keeps of its segments, so that repeated questions do not measure them all again. Not
-/// installed: for the library itself, and for the positions of the common library.
+/// installed: for the library itself, and for measures and positions of the common library.
 #pragma once
 
 #include <algorithm>

@@ -118,9 +118,9 @@ void AddOutput(CLI::App& app, Options& to) {
     app.add_flag("--list-layers", to.listLayers,
                  "print the layers: colour, entities, whether they are shown");
     AddForm(app, "--json", to.form, Form::kJson,
-            "print an object a drawing, one line each, instead of the table");
+            "print a JSON object for each drawing, one line each, instead of the table");
     AddForm(app, "--csv", to.form, Form::kCsv,
-            "print a line an object, with a heading, instead of the table");
+            "print a line for each CAD object, below a heading, instead of the table");
     app.add_option("--svg", to.svg, "draw the picture: outlines, start points, directions, sharp corners")
         ->type_name("FILE");
     app.add_option("--html", to.html,
@@ -146,7 +146,7 @@ void AddQuestions(CLI::App& app, Options& to) {
                    "zones of MM round the sharp corners of closed contours, and where to start between them")
         ->type_name("MM")
         ->check(kNotNegative);
-    app.add_option("--corner", to.cornerDegrees, "the least turn of a sharp corner there (30)")
+    app.add_option("--corner", to.cornerDegrees, "the least turn of a sharp corner for --start-zones (30)")
         ->type_name("DEGREES")
         ->check(kNotNegative);
 }
@@ -164,10 +164,12 @@ void AddTechnics(CLI::App& app, TechnicsRequest& to) {
         ->type_name("TEXT");
     app.add_option("--params", to.params, "where the mouse is: 'MouseSegment=2;MouseRatio=0.5;'")
         ->type_name("TEXT");
-    app.add_option("--remove", to.remove, "remove technics of a name, as LeadIn, from the same objects")
+    app.add_option("--remove", to.remove,
+                   "remove technics of a name, as LeadIn, from the picked object, or else from all")
         ->type_name("NAME");
     app.add_option("--save", to.save, "write the technics of all objects")->type_name("FILE");
-    app.add_option("--load", to.load, "read them, before any are added")->type_name("FILE");
+    app.add_option("--load", to.load, "read technics that --save wrote, before any are added")
+        ->type_name("FILE");
 }
 
 void AddCutting(CLI::App& app, Options& to) {

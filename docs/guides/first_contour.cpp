@@ -9,7 +9,7 @@ int main() {
     qev::CCadPolyline slot; // 20 x 4 mm, run counter-clockwise from its lower left end
     slot.SetStartPoint({0, 0});
     slot.AddLine({20, 0});
-    slot.AddArc({20, 4}, 1); // a bulge of 1: half a circle, to the left of its chord's end
+    slot.AddArc({20, 4}, 1); // a bulge of 1: half a circle that turns left, outward here
     slot.AddLine({0, 4});
     slot.AddArc({0, 0}, 1); // back to the start, so that the contour is closed
     //! [make]

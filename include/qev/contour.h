@@ -1,9 +1,8 @@
 /// \file
 /// Contours: positions, queries, conversion and cutting.
 ///
-/// A null object acts as an unknown kind everywhere: -1 segments, length 0, no point, false. Objects are
-/// never owned by these functions; what they make belongs to the caller. They are re-entrant and keep no
-/// state.
+/// Null is never an error: each function says what it answers for it. Objects are never owned by these
+/// functions; what they make belongs to the caller. They are re-entrant and keep no state.
 #pragma once
 
 #include <qev/measure/filters.h>

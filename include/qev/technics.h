@@ -3,9 +3,9 @@
 ///
 /// The life of a technics, from text to tool path and back:
 ///
-/// 1. The host loads plug-ins (CTechnicsManager::LoadTechnicsPlugIn). A plug-in exports its entries with
-///    QEV_EXPORT (qev/export.h), which is for plug-ins as well, and brings its operators, one for each type
-///    of technics; it keeps them as long as it is loaded. Types are numbers that the plug-ins of a host share
+/// 1. The host loads plug-ins (CTechnicsManager::LoadTechnicsPlugIn). A plug-in marks its entries with
+///    QEV_EXPORT (qev/export.h). It brings its operators, one for each type of technics, and keeps them as
+///    long as it is loaded. Types are numbers that the plug-ins of a host share
 ///    out among themselves, from 1 on; the first operator of a type stays. 16 serves, besides its own, all
 ///    types with the bit 16 that nobody else has (16 to 31, 48 to 63, ...): take none of these for anything
 ///    else.

@@ -44,6 +44,7 @@ private:
 /// A circular arc: from the start angle over the central angle, travelled in the direction of the flag.
 class QEVDATA_API CCadArc : public CCadObject {
 public:
+    /// Centre and radius in mm; startAngle: any, in radians; newId: with a fresh id, else with the id 0.
     /// centralAngle: radians, at most 2*pi (more counts as 2*pi); a negative one is turned into [0, 2*pi).
     CCadArc(const math::DPOINT2& centre, double radius, double startAngle, double centralAngle,
             bool counterClockwise, bool newId = true);

@@ -16,7 +16,7 @@ public:
     struct ARCNODE {
         double x = 0;     ///< mm
         double y = 0;     ///< mm
-        double bulge = 0; ///< that of `math::BulgeArc`; 0 for a line
+        double bulge = 0; ///< tan(angle turned / 4), positive counter-clockwise; 0 for a line
     };
 
     /// Without nodes and without a start point, with a fresh id or with the id 0.
@@ -27,8 +27,10 @@ public:
     /// Appends a line from the present end; one of no length is kept. Throws std::bad_alloc when memory is
     /// refused, and the contour is as before.
     void AddLine(const math::DPOINT2& end);
-    /// Appends an arc from the present end; one of no chord is kept. With |bulge| below math::kZeroBulge it
-    /// becomes a line. Throws std::bad_alloc when memory is refused, and the contour is as before.
+    /// Appends an arc from the present end; one of no chord is kept. bulge: the tangent of a quarter of the
+    /// angle that the arc turns by, positive counter-clockwise (it then lies to the right of its chord), 1 a
+    /// half circle; one below math::kZeroBulge (1e-9) either way makes a line. Throws std::bad_alloc when
+    /// memory is refused, and the contour is as before.
     void AddArc(const math::DPOINT2& end, double bulge);
     /// Makes room for so many nodes in all; nothing for 0 and less. Throws std::bad_alloc when memory is
     /// refused.

@@ -19,8 +19,10 @@ public:
     /// Appends a line from the present end; one of no length is kept. Throws std::bad_alloc when memory is
     /// refused, and the contour is as before.
     void AddLine(const math::DPOINT2& end);
-    /// Appends an arc from the present end; one of no chord is kept. With |bulge| below math::kZeroBulge it
-    /// becomes a line. Throws std::bad_alloc when memory is refused, and the contour is as before.
+    /// Appends an arc from the present end; one of no chord is kept. bulge: the tangent of a quarter of the
+    /// angle that the arc turns by, positive counter-clockwise (it then lies to the right of its chord), 1 a
+    /// half circle; one below math::kZeroBulge (1e-9) either way makes a line. Throws std::bad_alloc when
+    /// memory is refused, and the contour is as before.
     void AddArc(const math::DPOINT2& end, double bulge);
     /// Appends a Bezier piece from the present end; one whose points lie on a line is kept as it is. Throws
     /// std::bad_alloc when memory is refused, and the contour is as before.

@@ -11,8 +11,9 @@ namespace qev {
 /// A rectangle as a closed contour of four lines, counter-clockwise from its corner.
 class QEVDATA_API CCadRectangle : public CCadMultiSegments {
 public:
-    /// The corner is the lower left one before the rectangle is turned by `rotation` round it. A negative
-    /// width or height extends to the other side; the vertices stay counter-clockwise.
+    /// Corner, width and height in mm, rotation in radians counter-clockwise; newId: with a fresh id, else
+    /// with the id 0. The corner is the lower left one before the rectangle is turned by `rotation` round it.
+    /// A negative width or height extends to the other side; the vertices stay counter-clockwise.
     CCadRectangle(const math::DPOINT2& corner, double width, double height, double rotation = 0,
                   bool newId = true);
 

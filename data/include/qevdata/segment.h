@@ -23,7 +23,7 @@ public:
     int nType = kLine;     ///< one of Type
     math::DPOINT2 ptStart; ///< mm
     math::DPOINT2 ptEnd;   ///< mm
-    double dBulge = 0;     ///< arcs only, 0 for the others
+    double dBulge = 0;     ///< arcs only, 0 for the others: tan(angle turned / 4), positive counter-clockwise
     math::DPOINT2 ptCtrl1; ///< Bezier pieces only
     math::DPOINT2 ptCtrl2; ///< Bezier pieces only
 
@@ -31,7 +31,8 @@ public:
     SEGMENT() = default;
     /// A line, of any length.
     SEGMENT(const math::DPOINT2& start, const math::DPOINT2& end) : ptStart(start), ptEnd(end) {}
-    /// An arc; a line when |bulge| is below math::kZeroBulge.
+    /// An arc that turns by four times the arctangent of the bulge, counter-clockwise when that is positive;
+    /// a line when |bulge| is below math::kZeroBulge (1e-9).
     QEVDATA_API SEGMENT(const math::DPOINT2& start, const math::DPOINT2& end, double bulge);
     /// A Bezier piece, also when its points lie on a line.
     SEGMENT(const math::DPOINT2& start, const math::DPOINT2& ctrl1, const math::DPOINT2& ctrl2,
@@ -47,7 +48,7 @@ public:
     QEVDATA_API math::DPOINT2 GetNearest(const math::DPOINT2& p) const;
     /// The exact bounding box.
     QEVDATA_API math::Bounds GetBounds() const;
-    /// Area between the segment and its chord, positive when a counter-clockwise contour gains it.
+    /// Area between the segment and its chord in mm^2, positive when a counter-clockwise contour gains it.
     QEVDATA_API double GetChordArea() const;
     /// The piece run from its end to its start: control points change places, a bulge its sign.
     QEVDATA_API SEGMENT Reversed() const;

@@ -23,7 +23,8 @@ QEVCOMMON_API void GetVector(const SEGMENT& a, const SEGMENT& b, math::DPOINT2& 
 QEVCOMMON_API double GetTangent(SEGMENT segment, double at, math::DPOINT2* tangent);
 
 /// Signed turn in radians from segment i - 1 into segment i, positive to the left, 0 for a smooth joint. The
-/// contour is taken as cyclic, closed or not. A reversal next to an arc takes its sign from the curvatures. 0
+/// contour is taken as cyclic, closed or not: i from the number of segments on begins anew, one below 0 has
+/// no meaning and is not checked. A reversal next to an arc takes its sign from the curvatures. 0
 /// for null and for a contour without segments.
 QEVCOMMON_API double GetCornerAngle(const CCadMultiSegments* contour, int i);
 

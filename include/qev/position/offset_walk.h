@@ -13,8 +13,8 @@ class CCadObject;
 
 /// Moves a position by a signed distance in mm along the contour, positive in its direction, and answers the
 /// number of whole laps made. A distance below 1e-9 mm moves nothing. Open contours and single pieces wrap
-/// like closed ones; only a walk that ends at the very end of an open one (within 1e-9) stays there, and
-/// counts no lap for it, but on a single piece that was walked from its start to its end. -1, with nothing
+/// like closed ones. But a walk that ends exactly at the end of an open one (within 1e-9) stays there and
+/// counts no lap; only that of a single piece from its very start to its end counts one. -1, with nothing
 /// written, for an invalid position, a kind without segments, an offset that is not finite or worth more laps
 /// than an int holds, a segment contour without a finite length, and when the position reached is not valid.
 /// The output may be the position itself.

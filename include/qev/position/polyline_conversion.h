@@ -13,8 +13,9 @@ class CCadObject;
 class CCadPolyline;
 
 /// A new polyline along an object, owned by the caller, that leaves it by dAbsoluteError mm at most.
-/// nSegmentType: 0 lines and arcs, 1 lines only, 2 arcs (lines stay lines). Null for other types, for a null
-/// object and when the converter makes none. Throws std::bad_alloc when memory is refused.
+/// nSegmentType: 1 lines only, 0 and 2 lines and arcs, which answer alike: what is straight stays a line,
+/// what is curved becomes arcs. Null for other types, for a null object and when the converter makes none.
+/// Throws std::bad_alloc when memory is refused.
 QEVCOMMON_API CCadPolyline* Convert2Polyline(const CCadObject* object, int nSegmentType,
                                              double dAbsoluteError);
 /// A new polyline of lines and arcs along an object, owned by the caller, that leaves it by dAbsoluteError mm

@@ -13,9 +13,10 @@ class CCadObject;
 
 /// Writes the zone from dBefore mm before a position to dAfter mm after it, along the contour; the range's
 /// tag stays. The position may be an end of the range. A zone that reaches round to itself becomes the whole
-/// contour, (0, 0) to (count - 1, 1). True then, and when the zone is a valid range on the contour, which it
-/// is not when both lengths are 0. False with nothing written for a position whose segment the contour does
-/// not have.
+/// contour, (0, 0) to (count - 1, 1); on an open contour, too, it goes on over the other end. Lengths below 0
+/// have no meaning and are not checked. True then, and when the zone is a valid range on the contour, which
+/// it is not when both lengths are 0. False with nothing written for a position whose segment the contour
+/// does not have.
 QEVCOMMON_API bool GenerateInvalidRange(const CCadObject* contour, const math::POLYPOS& pos, double dBefore,
                                         double dAfter, math::PosRange& range);
 

@@ -19,9 +19,9 @@ class QEVCOMMON_API CRangeSet {
 public:
     /// The zones of a list on a contour, in any order. They are sorted as by SortRange and merged as by
     /// CombineRange. Left out are invalid ranges (IsInvalidRange without a contour) and those with a position
-    /// behind the contour's last segment, whose end may be written as (count, 0). When nothing is left
-    /// between the last zone's end and its own start, the set is (0, 0) to (count, 0). Empty for an object
-    /// without segments and for null. Takes O(n log n). Throws std::bad_alloc without memory.
+    /// on a segment that the contour does not have; an end at (count, 0) is allowed. Where the last zone
+    /// reaches round to its own start, the set is the whole contour, (0, 0) to (count, 0). Empty for an
+    /// object without segments and for null. Takes O(n log n). Throws std::bad_alloc without memory.
     CRangeSet(const CCadObject* contour, const std::vector<math::PosRange>& ranges);
 
     /// Whether a position lies in a zone, ends included within a ratio of 1e-9. A joint is written in normal
@@ -29,8 +29,9 @@ public:
     /// segment. False for an invalid position.
     bool Holds(const math::POLYPOS& pos) const;
 
-    /// Whether a range shares at least a point with a zone: ends count within a ratio of 1e-9, but exactly
-    /// where the range or the zone runs over the start point. False for an invalid range.
+    /// Whether a range shares at least a point with a zone: ends that touch within a ratio of 1e-9
+    /// count. Where either runs over the start point, ends count only when they are equal. False for an
+    /// invalid range.
     bool Meets(const math::PosRange& range) const;
 
     /// The zones: disjoint, in the order of the contour, one over the start point last. The set keeps them.

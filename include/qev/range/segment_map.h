@@ -44,10 +44,11 @@ QEVCOMMON_API bool MapPos(const CCadObject* source, const CCadObject* destinatio
 /// segment up to the position is the answer. One such segment alone keeps the ratio, and a destination of a
 /// single piece does. A source segment without any passes the position on to the start of the next one that
 /// has some. Nothing is written for null, known kinds without segments, an invalid position or an empty map.
-/// A destination of a kind that the library does not know keeps the position. A map
-/// without any entry but -1 keeps the position, its index no further than the map's last; where the lengths
-/// or the entries lead to no segment, the answer is a position of the source. The cost is some passes over
-/// the map.
+/// On a destination of a kind that the library does not know the answer is the position itself, or the
+/// start of the next segment with entries. A map without any entry but -1 keeps the position, its index no
+/// further than the map's last; where the lengths or the entries lead to no segment, the answer is a position
+/// of the source. A length that the destination's segments miss by less than 1e-9 mm is their end. The cost
+/// is some passes over the map.
 QEVCOMMON_API void GetMapPos(const CCadObject* source, math::POLYPOS pos, const CCadObject* destination,
                              math::POLYPOS& out, const std::vector<int>& map);
 

@@ -42,8 +42,8 @@ public:
     };
 
     /// Groups the segments of a polyline; the caller owns the answer. Null for null. A line or an arc of no
-    /// length (ends within 1e-9 mm) that stands alone is left out, its record stays; when it is
-    /// the first, nothing goes on over the start. Throws std::bad_alloc without memory.
+    /// length (ends within 1e-9 mm) that stands alone gets a record but no group. When the first segment is
+    /// one, the last group is not joined with the first over the start. Throws std::bad_alloc without memory.
     static CTopoMultiPolyline* CreateTopoMultiPolyline(const CCadPolyline* source);
 
     /// A copy with groups of its own: changing them leaves the other's as they are. Throws std::bad_alloc

@@ -20,12 +20,13 @@ class LuaTexts;
 /// Reads and writes nested tables by key and calls functions with typed arguments. The current table is the
 /// value on top of the Lua stack: EnterGlobal steps into a global one, Enter from there into those below.
 ///
-/// A missing key, a value of another type and a null name give false. A fault of the data throws its text as
-/// `char*`: the keys entered, each followed by a point, the key, " = " and the value where one is to blame,
-/// a blank and the message, partly in Chinese in code page 936, cut at 255 bytes. The text thrown belongs to
-/// the thread and stays readable until the next one is thrown. Errors of Lua itself (a metatable's function,
-/// refused memory, a full stack) are thrown the same way. After a throw the stack is as it was at the throw,
-/// with the value at fault still on it; the destructor cuts it back.
+/// A missing key, a null name, and for Read a value of another type give false; to enter what is no table is
+/// a fault. A fault of the data throws its text as `char*`: the keys entered, each followed by a point, the
+/// key, " = " and the value where one is to blame, a blank and the message, partly in Chinese in code page
+/// 936, cut at 255 bytes. The text thrown belongs to the thread and stays readable until the next one is
+/// thrown. Errors of Lua itself (a metatable's function, refused memory, a full stack) are thrown the same
+/// way. After a throw the stack is as it was at the throw, with the value at fault still on it; the
+/// destructor cuts it back.
 ///
 /// The state belongs to the caller and must outlive the cursor; one thread at a time uses the two. Copies
 /// work on the same state and stack, and share the keys entered so far until the last one has left them.

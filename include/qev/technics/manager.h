@@ -36,20 +36,21 @@ struct TarvelEnvContext;
 /// be kTechnicsInterface (qev/technics/technics_operator.h); plug-ins without it are of the time before
 /// versions.
 ///
-/// LoadTechnics and AddTechnics hold a lock, which an operator may take again by calling them; everything
-/// else is for one thread at a time. What an operator or the Lua cursor throws passes to the caller, with the
-/// lock free and the interpreter's stack as it was. Each operator gets a cursor of its own, valid during the
-/// call; loads within a load may enter 16 levels each. Operators that are registered during a walk over the
-/// operators are first called by the next one; those that go meanwhile are not called any more. Every walk
-/// (loading, adding, removing, notifying) throws std::bad_alloc when memory is refused.
+/// LoadTechnics, AddTechnics, AddAllTechnics and KnowsTechnics hold a lock, which an operator may take again
+/// by calling them; everything else is for one thread at a time. What an operator or the Lua cursor throws
+/// passes to the caller, with the lock free and the interpreter's stack as it was. Each operator gets a
+/// cursor of its own, valid during the call; loads within a load may enter 16 levels each. Operators that are
+/// registered during a walk over the operators are first called by the next one; those that go meanwhile are
+/// not called any more. Every walk (loading, adding, removing, notifying) throws std::bad_alloc when memory
+/// is refused.
 class QEVCOMMON_API CTechnicsManager : public CITechnicsSerialize {
 public:
     /// Creates the technics that an object's technics text describes and attaches them to the object. A text
     /// that cannot be run changes nothing. Throws std::bad_alloc when memory is refused.
     void LoadTechnics(CCadObject* object) override;
-    /// Writes an object's technics into its technics text: "T={", what each writes, "};". Where that cannot
-    /// be read again but can with a comma behind each technics that ends without one, it gets these commas;
-    /// where neither can be read, it is stored without, and GetLastErrorText says so. When a technics leaves
+    /// Writes an object's technics into its technics text: "T={", what each writes, "};". Where that
+    /// cannot be read again, commas are put behind the technics that lack one. If it still cannot be read, it
+    /// is stored without these commas, and GetLastErrorText says so. When a technics leaves
     /// its stream failed or writes a zero byte, the text stays as it was and GetLastErrorText names the
     /// technics' type. Nothing for a null object. Throws std::bad_alloc when memory is refused, with the
     /// text as it was, and passes on what a technics throws.
@@ -86,7 +87,8 @@ public:
     /// Runs a technics text and has the first operator whose table it holds add technics to the objects.
     /// Unless empty, `params` ("MouseSegment=1;MouseRatio=0.5;StartX=3;StartY=4;") is written into that table
     /// before: the mouse's position always, 0 for what is missing, the start point's coordinates if given.
-    /// The lists and the message are the operator's, as is the result. False without objects, for a text that
+    /// The lists and the message are the operator's, as is the result; by custom out1 gets the objects that
+    /// changed and out2 those that were refused. False without objects, for a text that
     /// is empty or cannot be run, and without an operator for it. Throws std::bad_alloc when memory is
     /// refused.
     bool AddTechnics(const std::list<CCadObject*>* objects, const std::string& luaText,
@@ -139,10 +141,10 @@ public:
     /// Whether technics texts are taken as data, off at first. On, a text is a run of `name = value`; a value
     /// is nil, true, false, a number, a text, a table constructor of values, the name of a value that the
     /// text has set before, or a minus before a number. There are no functions, no operators and no control
-    /// flow. A table under a name that holds one already fails, as the first one would be lost; so does a
-    /// text of more than a megabyte, one with a table of more than 1024 keys beside its list 1, 2, 3,
-    /// ... and one that takes more than 50 ms of computing or 14 MB fails. Opens a fresh interpreter; false,
-    /// with everything as it was, when memory is refused.
+    /// flow. A text fails when it sets a name that holds a table to another table, which would be lost; when
+    /// it is longer than a megabyte; when tables are nested deeper than 200 or one has more than 1024 keys
+    /// beside its list 1, 2, 3, ...; and when it takes more than 50 ms of computing or 14 MB. Opens a fresh
+    /// interpreter; false, with everything as it was, when memory is refused.
     bool SetDataOnly(bool dataOnly);
     /// What SetDataOnly set last; false at first.
     bool IsDataOnly() const { return m_bDataOnly; }

@@ -48,14 +48,15 @@ public:
     virtual int GetTechnicsType() = 0;
     /// The key of its table in the table "T" of technics texts; always the same, never null.
     virtual const char* GetTechnicsName() = 0;
-    /// Attaches new technics to the objects. The cursor stands in the operator's table and is brought back
-    /// afterwards, wherever it is left.
+    /// Attaches new technics to the objects; true when at least one object took one, which the host is told.
+    /// By custom out1 gets the objects that changed and out2 those that were refused. The cursor stands in
+    /// the operator's table and is brought back afterwards, wherever it is left.
     virtual bool AddTechnicsByLua(const std::list<CCadObject*>* objects, CLuaAccess* cursor,
                                   std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
                                   std::string& message) = 0;
     /// A technics as saved in the table in which the cursor stands, or null; the manager attaches it.
     virtual CTechnics* CreateTechnics(CCadObject* object, CLuaAccess* cursor) = 0;
-    /// Removes the technics of a type from the objects.
+    /// Removes the technics of a type from the objects; true when at least one object had one.
     virtual bool RemoveTechnicsOf(const std::list<CCadObject*>* objects, int type,
                                   std::list<CCadObject*>* out1, std::list<CCadObject*>* out2,
                                   std::string& message) = 0;

@@ -42,7 +42,7 @@ struct BulgeArc {
     QEVMATH_API bool IsWithin(const DPOINT2& p, double distance) const;
     /// The exact bounding box.
     QEVMATH_API Bounds GetBounds() const;
-    /// Area between the chord and the arc, signed by the bulge; 0 for a line.
+    /// Area between the chord and the arc in mm^2, signed by the bulge; 0 for a line.
     QEVMATH_API double GetChordArea() const;
 };
 
@@ -55,12 +55,14 @@ struct CentreArc {
 };
 
 /// The centre form of the arc from start to end. None for a chord below kZeroLength (1e-9 mm), for an
-/// included angle 4*atan(bulge) below kZeroAngle (1e-9 radians), and for numbers that are none.
+/// included angle 4*atan(bulge) below kZeroAngle (1e-9 radians), and for numbers that are none. An infinite
+/// bulge gives an infinite centre and radius.
 QEVMATH_API std::optional<CentreArc> SolveCentreArc(const DPOINT2& start, const DPOINT2& end, double bulge);
 
 /// Solves the arc from start to end for its centre, its radius in mm, its start angle in [0, 2*pi) and its
 /// signed sweep 4*atan(bulge), both in radians. False with all outputs zeroed for a chord below kZeroLength
-/// (1e-9 mm) or an included angle below kZeroAngle (1e-9 radians). New code calls SolveCentreArc.
+/// (1e-9 mm), an included angle below kZeroAngle (1e-9 radians) and for numbers that are none. An infinite
+/// bulge gives an infinite centre and radius. New code calls SolveCentreArc.
 QEVMATH_API bool SolveArc(const DPOINT2& start, const DPOINT2& end, double bulge, DPOINT2& centre,
                           double& radius, double& startAngle, double& sweep);
 

@@ -42,8 +42,8 @@ struct CubicBezier {
     QEVMATH_API DPOINT2 GetNearest(const DPOINT2& p) const;
     /// The exact bounding box of the piece (not of its control points).
     QEVMATH_API Bounds GetBounds() const;
-    /// Area between the piece and its chord, positive when the piece bulges to the right of it (as an arc of
-    /// positive bulge does).
+    /// Area between the piece and its chord in mm^2, positive when the piece bulges to the right of it (as an
+    /// arc of positive bulge does).
     QEVMATH_API double GetChordArea() const;
 };
 

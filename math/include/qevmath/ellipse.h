@@ -14,7 +14,8 @@ namespace math {
 /// t is the parameter of the ellipse in radians, not a polar angle. Axes of any ratio, 0 included.
 class EllipticArc {
 public:
-    /// rotation: angle from the x axis to the axis A. Negative semi-axes count as positive, start is taken
+    /// Centre and semi-axes in mm; rotation, start and sweep in radians. rotation: angle from the x axis to
+    /// the axis A, counter-clockwise. Negative semi-axes count as positive, start is taken
     /// modulo 2*pi, a sweep of more than a whole turn is one turn.
     QEVMATH_API EllipticArc(const DPOINT2& centre, double semiAxisA, double semiAxisB, double rotation,
                             double start = 0, double sweep = kTwoPi);
@@ -59,7 +60,7 @@ public:
     QEVMATH_API DPOINT2 GetNearest(const DPOINT2& p) const;
     /// The exact bounding box.
     QEVMATH_API Bounds GetBounds() const;
-    /// Area between the arc and its chord, signed by the direction.
+    /// Area between the arc and its chord in mm^2, signed by the direction.
     QEVMATH_API double GetChordArea() const;
 
 private:
